@@ -1,0 +1,21 @@
+# Every target of the project links quor_build_options: language level, warnings, sanitizers.
+add_library(quor_build_options INTERFACE)
+target_compile_features(quor_build_options INTERFACE cxx_std_17)
+target_compile_options(quor_build_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+                       $<$<BOOL:${QUOR_ISDBT_WERROR}>:-Werror>)
+
+if(QUOR_ISDBT_SANITIZE)
+  set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_compile_options(quor_build_options INTERFACE ${sanitizers})
+  target_link_options(quor_build_options INTERFACE ${sanitizers})
+endif()
+
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+find_program(CCACHE ccache)
+if(CCACHE AND PROJECT_IS_TOP_LEVEL)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
