@@ -1,0 +1,37 @@
+#ifndef QUOR_TISDBT_DESCRIPTOR_H
+#define QUOR_TISDBT_DESCRIPTOR_H
+
+#include "TISDBTDataHolder.h"
+
+namespace Quor {
+
+/// Base of every descriptor: the tag of the class and a view of the descriptor's bytes in the buffer that was parsed.
+///
+/// Every descriptor class has a static `parse` over the whole descriptor, from descriptor_tag on, whose length is
+/// descriptor_length + 2. It returns a new object, which the caller owns and deletes, or null with the reason in an
+/// error code. The bytes are never copied: getData() points into the caller's buffer.
+class QUOR_ISDBT_API TISDBTDescriptor : public TISDBTDataHolder {
+public:
+    /// Bytes of descriptor_tag and descriptor_length.
+    static constexpr QUOR_U32 COMMON_HEADER_LENGTH = 2;
+
+    TISDBTDescriptor(QUOR_U8 descriptorTag, QUOR_U8* sectionData, QUOR_U32 dataLength);
+    ~TISDBTDescriptor() override;
+
+    /// The tag of the class; it is not read from the bytes.
+    QUOR_U8 getDescriptorTag() const { return m_iDescriptorTag; }
+
+    /// Checks descriptor_tag and descriptor_length against the tag and the minimum of a class.
+    /// @param errorCode               ERROR_OK or the reason of the failure (ERROR_INVALID_DATA,
+    ///                                ERROR_INVALID_DESCRIPTOR_LENGTH, ERROR_INVALID_DESCRIPTOR_TAG). May be null.
+    /// @param minimumDescriptorLength the smallest descriptor_length that the class accepts.
+    static bool parseCommonHeader(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U16* errorCode,
+                                  QUOR_U8 minimumDescriptorLength, QUOR_U16 expectedDescriptorTag);
+
+private:
+    QUOR_U8 m_iDescriptorTag;
+};
+
+} // namespace Quor
+
+#endif

@@ -1,0 +1,62 @@
+#ifndef QUOR_TTOT_TABLE_H
+#define QUOR_TTOT_TABLE_H
+
+#include "TISDBTTable.h"
+
+#include <memory>
+
+namespace Quor {
+
+class TLocalTimeOffsetDescriptor;
+
+namespace detail {
+class Bytes;
+class Outcome;
+} // namespace detail
+
+/// Time offset table (ABNT NBR 15603, table_id 0x73, PID 0x0014): the current date and time in UTC, and the offsets of
+/// the local times. It has no version, so that each section is parsed anew.
+class QUOR_ISDBT_API TTOTTable : public TISDBTTable {
+public:
+    static constexpr QUOR_U32 MINIMUM_DATA_LENGTH = 10;
+
+    /// A table at 1970-01-01 without descriptors, over a private copy of the section.
+    TTOTTable(QUOR_U8* sectionData, QUOR_U32 dataLength);
+    ~TTOTTable() override;
+
+    /// Parses one section.
+    /// @param sectionData      the section, from table_id to CRC_32. It may be freed afterwards: unlike other tables,
+    ///                         this one's descriptors refer to its private copy.
+    /// @param dataLength       number of bytes; those behind the section are ignored.
+    /// @param checkCRC32       ignored.
+    /// @param parseDescriptors 0: only the time is read, and @p errorCode is left as it was.
+    /// @param errorCode        ERROR_OK or the reason of a failure: ERROR_INVALID_DATA, ERROR_INVALID_DATA_LENGTH,
+    ///                         ERROR_INVALID_TABLE_ID, ERROR_INVALID_SECTION_LEN_TOO_BIG or what the descriptor
+    ///                         failed with. May be null.
+    /// @param previous         ignored.
+    /// @return a new table, which the caller deletes, or null.
+    static TTOTTable* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, int checkCRC32, int parseDescriptors,
+                            QUOR_U16* errorCode, TTOTTable* previous);
+
+    /// UTC_time in seconds since 1970-01-01 00:00:00 UTC. A date before 1970-01-02 counts as 0, which leaves the time
+    /// of day.
+    QUOR_S32 getUnixTime() const { return m_iUnixTime; }
+
+    /// The local time offset descriptor, owned by the table; null when there is none.
+    TLocalTimeOffsetDescriptor* getLocalTimeOffsetDescriptor() const;
+
+    TISDBTDescriptor* getDescriptor(QUOR_U8 descriptorTag) const override;
+    std::list<QUOR_U8>* getDescriptorTags() const override;
+
+private:
+    struct Kinds;
+
+    detail::Outcome parseLoop(detail::Bytes left, QUOR_U16 loopLength, QUOR_U16* errorCode);
+
+    QUOR_S32 m_iUnixTime;
+    std::unique_ptr<TLocalTimeOffsetDescriptor> m_pLocalTimeOffsetDesc;
+};
+
+} // namespace Quor
+
+#endif

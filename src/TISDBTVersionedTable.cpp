@@ -1,0 +1,59 @@
+#include "TISDBTVersionedTable.h"
+
+#include "detail/Bytes.h"
+#include "detail/Log.h"
+#include "utils/QuorISDBTUtils.h"
+
+namespace Quor {
+
+constexpr QUOR_U32 TISDBTVersionedTable::COMMON_HEADER_LENGTH;
+
+TISDBTVersionedTable::TISDBTVersionedTable(Type type, QUOR_U32 minimumDataLength, QUOR_U16 expectedTableId,
+                                           QUOR_U8* sectionData, QUOR_U32 dataLength)
+    : TISDBTTable(type, minimumDataLength, expectedTableId, sectionData, dataLength), m_iGenericDataField(0),
+      m_iVersion(0), m_bCurrentIndicator(false), m_iSectionNum(0), m_iLastSectionNum(0) {}
+
+TISDBTVersionedTable::~TISDBTVersionedTable() = default;
+
+bool TISDBTVersionedTable::parseCommonHeader(QUOR_U8* sectionData, QUOR_U32 dataLength, int checkCRC32,
+                                             QUOR_U16* errorCode, QUOR_U16* sectionLength, TISDBTTable* previous) {
+    if (!TISDBTTable::parseCommonHeader(sectionData, dataLength, checkCRC32, errorCode, sectionLength, previous)) {
+        return false;
+    }
+    if (previous != nullptr && previous->getType() != getType()) {
+        ISDBTUtils::setErrorCode(errorCode, ERROR_INCOMPATIBLE_TABLE_TYPE);
+        return false;
+    }
+    if (dataLength < COMMON_HEADER_LENGTH) {
+        QUOR_ISDBT_LOG("%s: TISDBTVersionedTable::parse: Longer data length is required: %u < %u. Aborting!",
+                       detail::LOG_TAG, dataLength, COMMON_HEADER_LENGTH);
+        ISDBTUtils::setErrorCode(errorCode, ERROR_INVALID_DATA_LENGTH);
+        return false;
+    }
+
+    // table_id_extension (16) | reserved (2) version_number (5) current_next_indicator (1) | section_number (8) |
+    // last_section_number (8)
+    const detail::Bytes section(sectionData, dataLength);
+    m_iGenericDataField = section.u16(3);
+    m_iVersion = section.u8(5) >> 1 & 0x1F;
+    m_bCurrentIndicator = section.bit(5, 0);
+    m_iSectionNum = section.u8(6);
+    m_iLastSectionNum = section.u8(7);
+    *sectionLength = static_cast<QUOR_U16>(*sectionLength - (COMMON_HEADER_LENGTH - TISDBTTable::COMMON_HEADER_LENGTH));
+
+    if (previous == nullptr) {
+        return true;
+    }
+    if (m_iSectionNum != 0) {
+        // The error code stays as the caller preset it: callers tell this case by their own value.
+        QUOR_ISDBT_LOG("%s: TISDBTVersionedTable::parse: Multi-section parsing not supported. TODO!", detail::LOG_TAG);
+        return false;
+    }
+    if (static_cast<const TISDBTVersionedTable*>(previous)->m_iVersion == m_iVersion) {
+        ISDBTUtils::setErrorCode(errorCode, ERROR_TABLE_NOT_UPDATED);
+        return false;
+    }
+    return true;
+}
+
+} // namespace Quor

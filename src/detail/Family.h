@@ -1,0 +1,122 @@
+#ifndef QUOR_DETAIL_FAMILY_H
+#define QUOR_DETAIL_FAMILY_H
+
+#include "descriptors/TISDBTDescriptor.h"
+#include "detail/Bytes.h"
+
+#include <array>
+#include <list>
+#include <memory>
+
+namespace Quor::detail {
+
+/// One kind of descriptor that a holder keeps at most one of: how it is parsed, and in which member it lies.
+template <class Holder> struct Kind {
+    QUOR_U8 tag;
+    bool (*parse)(Holder& holder, QUOR_U8* data, QUOR_U32 length, QUOR_U16* errorCode);
+    TISDBTDescriptor* (*get)(const Holder& holder);
+};
+
+template <class Member> struct MemberOf;
+template <class H, class D> struct MemberOf<std::unique_ptr<D> H::*> {
+    using Holder = H;
+    using Descriptor = D;
+};
+
+/// The kind that lies in a member. @tparam Descriptor is named only where the member's type is a base of several
+/// kinds.
+template <auto Member, class Descriptor = typename MemberOf<decltype(Member)>::Descriptor> constexpr auto kind() {
+    using Holder = typename MemberOf<decltype(Member)>::Holder;
+    return Kind<Holder>{Descriptor::DESCRIPTOR_TAG,
+                        // What a repeated descriptor displaces is deleted: nobody can hold it yet.
+                        [](Holder& holder, QUOR_U8* data, QUOR_U32 length, QUOR_U16* errorCode) {
+                            (holder.*Member).reset(Descriptor::parse(data, length, nullptr, errorCode));
+                            return holder.*Member != nullptr;
+                        },
+                        [](const Holder& holder) -> TISDBTDescriptor* { return (holder.*Member).get(); }};
+}
+
+/// What became of one descriptor of a loop.
+enum class Dispatch {
+    Stored,
+    Unknown, ///< no kind of the family; nothing but its header was read
+    Overrun, ///< it, or its header, reaches beyond the bytes that there are
+    Failed   ///< its parse failed and has written the error code
+};
+
+/// The kinds of descriptors that a class of holders keeps, listed once, in the order of getDescriptorTags().
+template <class Holder, std::size_t N> class Family {
+public:
+    template <class... Kinds> constexpr explicit Family(Kinds... kinds) : m_kinds{kinds...} {}
+
+    /// Parses the descriptor at the beginning of @p left into the member of its kind.
+    Dispatch dispatch(Holder& holder, Bytes left, QUOR_U16* errorCode) const {
+        if (!left.has(0, TISDBTDescriptor::COMMON_HEADER_LENGTH)) {
+            return Dispatch::Overrun;
+        }
+        const Kind<Holder>* const known = find(left.u8(0));
+        if (known == nullptr) {
+            return Dispatch::Unknown;
+        }
+        const QUOR_U32 length = TISDBTDescriptor::COMMON_HEADER_LENGTH + left.u8(1);
+        if (!left.has(0, length)) {
+            return Dispatch::Overrun;
+        }
+        return known->parse(holder, left.data(), length, errorCode) ? Dispatch::Stored : Dispatch::Failed;
+    }
+
+    /// The descriptor held for a tag, or null.
+    TISDBTDescriptor* get(const Holder& holder, QUOR_U8 tag) const {
+        const Kind<Holder>* const known = find(tag);
+        return known == nullptr ? nullptr : held(holder, *known);
+    }
+
+    /// The tags of the descriptors held: a new list, for the caller to delete.
+    std::list<QUOR_U8>* tags(const Holder& holder) const {
+        std::unique_ptr<std::list<QUOR_U8>> result(new std::list<QUOR_U8>);
+        for (const Kind<Holder>& each : m_kinds) {
+            if (held(holder, each) != nullptr) {
+                result->push_back(each.tag);
+            }
+        }
+        return result.release();
+    }
+
+private:
+    const Kind<Holder>* find(QUOR_U8 tag) const {
+        for (const Kind<Holder>& each : m_kinds) {
+            if (each.tag == tag) {
+                return &each;
+            }
+        }
+        return nullptr;
+    }
+
+    /// Two kinds may share a member, so that the tag decides which of them it holds.
+    static TISDBTDescriptor* held(const Holder& holder, const Kind<Holder>& known) {
+        TISDBTDescriptor* const descriptor = known.get(holder);
+        return descriptor != nullptr && descriptor->getDescriptorTag() == known.tag ? descriptor : nullptr;
+    }
+
+    std::array<Kind<Holder>, N> m_kinds;
+};
+
+template <class Holder, class... More> Family(Kind<Holder>, More...) -> Family<Holder, 1 + sizeof...(More)>;
+
+/// A holder's own descriptor, or with @p inherit that of its parent, which then sets @p inherited.
+template <auto Member, class Holder>
+auto* inherit(const Holder& own, const Holder* parent, int inherit, int* inherited) {
+    auto* const descriptor = (own.*Member).get();
+    if (inherit == 0 || descriptor != nullptr || parent == nullptr) {
+        return descriptor;
+    }
+    auto* const common = (parent->*Member).get();
+    if (common != nullptr && inherited != nullptr) {
+        *inherited = 1;
+    }
+    return common;
+}
+
+} // namespace Quor::detail
+
+#endif
