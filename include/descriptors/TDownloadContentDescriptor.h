@@ -96,7 +96,8 @@ public:
     QUOR_BOOL removeDownloadContentDescriptorItem(QUOR_U8 index);
 
 private:
-    bool parseCompatibility(detail::Bytes& left, QUOR_U16* errorCode);
+    void parseFixed(detail::Bytes descriptor);
+    detail::Outcome parseCompatibility(detail::Bytes& left, QUOR_U16* errorCode);
     detail::Outcome parseModules(detail::Bytes& left, QUOR_U16* errorCode);
     detail::Outcome parsePrivateData(detail::Bytes& left);
     detail::Outcome parseText(detail::Bytes& left);

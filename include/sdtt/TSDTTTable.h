@@ -64,7 +64,7 @@ public:
     QUOR_BOOL removeDownloadContent(QUOR_U8 index);
 
 private:
-    detail::Outcome parseContents(detail::Bytes section, QUOR_U16 remaining, QUOR_U16* errorCode);
+    detail::Outcome parseContents(detail::Bytes left, QUOR_U16 remaining, QUOR_U16* errorCode);
 
     QUOR_U16 m_iTransportStreamID;
     QUOR_U16 m_iOriginalNetworkID;
