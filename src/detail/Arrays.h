@@ -20,6 +20,12 @@ inline std::unique_ptr<QUOR_U8[]> copyBytes(Bytes bytes) {
     return copy;
 }
 
+/// The same, with the number of bytes in the 8 bits that descriptors keep it in.
+inline std::unique_ptr<QUOR_U8[]> copyBytes(Bytes bytes, QUOR_U8& size) {
+    size = static_cast<QUOR_U8>(bytes.size());
+    return copyBytes(bytes);
+}
+
 /// The 16-bit words of the bytes, without an odd last byte; null when there are no bytes.
 inline std::unique_ptr<QUOR_U16[]> copyWords(Bytes bytes) {
     if (bytes.empty()) {
