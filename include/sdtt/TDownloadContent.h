@@ -87,8 +87,7 @@ private:
                                    QUOR_U16* errorCode);
     detail::Outcome parseFields(detail::Bytes left, QUOR_U32 dataLength, QUOR_U16* errorCode);
     detail::Outcome parseSchedule(detail::Bytes left, QUOR_U16 scheduleLength, QUOR_U16* errorCode);
-    detail::Outcome parseLoop(detail::Bytes left, QUOR_U32 remaining, QUOR_U16 loopLength, QUOR_U32 used,
-                              QUOR_U16* errorCode);
+    detail::Outcome parseLoop(detail::Bytes left, QUOR_U32& remaining, QUOR_U16 loopLength, QUOR_U16* errorCode);
 
     TSDTTTable* m_pParentSDTTTable;
     QUOR_U8 m_iGroup;

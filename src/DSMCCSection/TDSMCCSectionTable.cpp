@@ -19,6 +19,11 @@ constexpr QUOR_U16 TABLE_ID = 0x3D;
 constexpr unsigned EVENT_MSG_GROUP_ID_BITS = 12;
 constexpr unsigned EVENT_MSG_GROUP_ID_MASK = (1U << EVENT_MSG_GROUP_ID_BITS) - 1;
 
+void unknown(QUOR_U8 tag) {
+    QUOR_ISDBT_LOG("%s: TDSMCCSectionTable::parse: Unknown descriptor: 0x%02X. Ignored!", detail::LOG_TAG,
+                   unsigned{tag});
+}
+
 } // namespace
 
 TDSMCCSectionTable::TDSMCCSectionTable(QUOR_U8* sectionData, QUOR_U32 dataLength)
@@ -48,33 +53,22 @@ TDSMCCSectionTable* TDSMCCSectionTable::parse(QUOR_U8* sectionData, QUOR_U32 dat
 
 /// @param remaining the bytes up to the CRC_32, a count that wraps in a section too short for its own header.
 detail::Outcome TDSMCCSectionTable::parseLoop(detail::Bytes left, QUOR_U16 remaining, QUOR_U16* errorCode) {
-    while (remaining != 0) {
-        const QUOR_U8 tag = left.u8(0);
-        const QUOR_U8 descriptorLength = left.u8(1);
-        // Negative with a single byte left.
-        const int most = remaining - static_cast<int>(TISDBTDescriptor::COMMON_HEADER_LENGTH);
-        const detail::Dispatch result =
-            descriptorLength > most ? detail::Dispatch::Overrun : Kinds::FAMILY.dispatch(*this, left, errorCode);
-        switch (result) {
-        case detail::Dispatch::Stored:
-            break;
-        case detail::Dispatch::Unknown:
-            QUOR_ISDBT_LOG("%s: TDSMCCSectionTable::parse: Unknown descriptor: 0x%02X. Ignored!", detail::LOG_TAG,
-                           unsigned{tag});
-            break;
-        case detail::Dispatch::Overrun:
-            // The tag stands where other tables have the length; readers of the log depend on it.
-            QUOR_ISDBT_LOG("%s: TDSMCCSectionTable::parse: Item length not valid: %u > %u. Aborting!", detail::LOG_TAG,
-                           unsigned{tag}, static_cast<unsigned>(most));
-            return detail::Outcome::failed(ERROR_INVALID_DATA_LENGTH);
-        case detail::Dispatch::Failed:
-            return detail::Outcome::failedBelow();
-        }
-        const QUOR_U32 length = TISDBTDescriptor::COMMON_HEADER_LENGTH + descriptorLength;
-        remaining = static_cast<QUOR_U16>(remaining - length);
-        left = left.from(length);
-    }
-    return detail::Outcome::done();
+    QUOR_S32 longest = 0;
+    const auto tooLong = [&] {
+        // The tag stands where other tables have the length; readers of the log depend on it.
+        QUOR_ISDBT_LOG("%s: TDSMCCSectionTable::parse: Item length not valid: %u > %u. Aborting!", detail::LOG_TAG,
+                       unsigned{left.u8(0)}, static_cast<unsigned>(longest));
+        return detail::Outcome::failed(ERROR_INVALID_DATA_LENGTH);
+    };
+    return detail::walkLoop(
+        Kinds::FAMILY, *this, left, remaining, errorCode,
+        [&](QUOR_U32 bodyLength) {
+            // Negative when a single byte is left.
+            longest = remaining - static_cast<QUOR_S32>(TISDBTDescriptor::COMMON_HEADER_LENGTH);
+            remaining = static_cast<QUOR_U16>(longest - static_cast<QUOR_S32>(bodyLength));
+            return static_cast<QUOR_S32>(bodyLength) > longest ? tooLong() : detail::Outcome::done();
+        },
+        unknown, [&](QUOR_U32 /*needed*/, QUOR_U32 /*left*/) { return tooLong(); });
 }
 
 TISDBTDescriptor* TDSMCCSectionTable::getDescriptor(QUOR_U8 descriptorTag) const {

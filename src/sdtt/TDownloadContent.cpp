@@ -18,6 +18,21 @@ constexpr QUOR_U32 FIXED_LENGTH = 8;
 // start_time (40) | duration (24)
 constexpr QUOR_U32 SCHEDULE_SLOT_LENGTH = 8;
 
+detail::Outcome tooLong(QUOR_U32 needed, QUOR_U32 left) {
+    QUOR_ISDBT_LOG("%s: TDownloadContent::parse: Item length not valid: %u > %u. Aborting!", detail::LOG_TAG, needed,
+                   left);
+    return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+}
+
+detail::Outcome notValid(QUOR_U32 length) {
+    QUOR_ISDBT_LOG("%s: TDownloadContent::parse: Item length not valid: %u. Aborting!", detail::LOG_TAG, length);
+    return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+}
+
+void unknown(QUOR_U8 tag) {
+    QUOR_ISDBT_LOG("%s: TDownloadContent::parse: Unknown descriptor: 0x%02X. Ignored!", detail::LOG_TAG, unsigned{tag});
+}
+
 } // namespace
 
 TDownloadContent::TDownloadContent()
@@ -45,14 +60,10 @@ TDownloadContent* TDownloadContent::parse(detail::Bytes left, QUOR_U32 dataLengt
 
 detail::Outcome TDownloadContent::parseFields(detail::Bytes left, QUOR_U32 dataLength, QUOR_U16* errorCode) {
     if (dataLength < FIXED_LENGTH) {
-        QUOR_ISDBT_LOG("%s: TDownloadContent::parse: Item length not valid: %u. Aborting!", detail::LOG_TAG,
-                       dataLength);
-        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+        return notValid(dataLength);
     }
     if (!left.has(0, FIXED_LENGTH)) {
-        QUOR_ISDBT_LOG("%s: TDownloadContent::parse: Item length not valid: %u > %u. Aborting!", detail::LOG_TAG,
-                       FIXED_LENGTH, left.size());
-        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+        return tooLong(FIXED_LENGTH, left.size());
     }
     m_iGroup = left.u8(0) >> 4;
     m_iTargetVersion = left.u16(0) & 0x0FFFU;
@@ -63,31 +74,27 @@ detail::Outcome TDownloadContent::parseFields(detail::Bytes left, QUOR_U32 dataL
     const QUOR_U16 scheduleLength = left.u16(6) >> 4;
     m_iScheduleTimeShiftInfo = left.u8(7) & 0x0FU;
 
-    const QUOR_U32 remaining = dataLength - FIXED_LENGTH;
+    QUOR_U32 remaining = dataLength - FIXED_LENGTH;
     if (remaining < contentLength) {
-        QUOR_ISDBT_LOG("%s: TDownloadContent::parse: Item length not valid: %u > %u. Aborting!", detail::LOG_TAG,
-                       unsigned{contentLength}, remaining);
-        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+        return tooLong(contentLength, remaining);
     }
-    const detail::Outcome schedule = parseSchedule(left.from(FIXED_LENGTH), scheduleLength, errorCode);
-    if (!schedule.succeeded()) {
-        return schedule;
+    left = left.from(FIXED_LENGTH);
+    detail::Outcome outcome = parseSchedule(left, scheduleLength, errorCode);
+    if (outcome.succeeded()) {
+        // A schedule longer than the whole content wraps both counts; the walk goes on with them.
+        remaining -= scheduleLength;
+        outcome = parseLoop(left.from(scheduleLength), remaining, static_cast<QUOR_U16>(contentLength - scheduleLength),
+                            errorCode);
     }
-    // A schedule longer than the whole content wraps the count of the bytes for the descriptors.
-    return parseLoop(left.from(FIXED_LENGTH + scheduleLength), remaining - scheduleLength,
-                     static_cast<QUOR_U16>(contentLength - scheduleLength), FIXED_LENGTH + scheduleLength, errorCode);
+    return outcome.succeeded() ? detail::Outcome::done(dataLength - remaining) : outcome;
 }
 
 detail::Outcome TDownloadContent::parseSchedule(detail::Bytes left, QUOR_U16 scheduleLength, QUOR_U16* errorCode) {
     if (!left.has(0, scheduleLength)) {
-        QUOR_ISDBT_LOG("%s: TDownloadContent::parse: Item length not valid: %u > %u. Aborting!", detail::LOG_TAG,
-                       unsigned{scheduleLength}, left.size());
-        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+        return tooLong(scheduleLength, left.size());
     }
     if (scheduleLength % SCHEDULE_SLOT_LENGTH != 0) {
-        QUOR_ISDBT_LOG("%s: TDownloadContent::parse: Item length not valid: %u. Aborting!", detail::LOG_TAG,
-                       unsigned{scheduleLength});
-        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+        return notValid(scheduleLength);
     }
     if (!detail::parseItems(left, scheduleLength / SCHEDULE_SLOT_LENGTH, errorCode, m_pItems).complete) {
         QUOR_ISDBT_LOG("%s: TDownloadContent::parse: Invalid item. Aborting!", detail::LOG_TAG);
@@ -96,39 +103,20 @@ detail::Outcome TDownloadContent::parseSchedule(detail::Bytes left, QUOR_U16 sch
     return detail::Outcome::done();
 }
 
-/// @param remaining  the bytes that the table says are left; it wraps with a schedule beyond them.
-/// @param loopLength the bytes of the content's descriptors.
-/// @param used       the bytes of the content before them.
-detail::Outcome TDownloadContent::parseLoop(detail::Bytes left, QUOR_U32 remaining, QUOR_U16 loopLength, QUOR_U32 used,
+/// @param remaining the bytes that the caller says are left; ends up without the descriptors.
+detail::Outcome TDownloadContent::parseLoop(detail::Bytes left, QUOR_U32& remaining, QUOR_U16 loopLength,
                                             QUOR_U16* errorCode) {
-    while (loopLength != 0) {
-        const QUOR_U32 most = remaining - TISDBTDescriptor::COMMON_HEADER_LENGTH;
-        if (left.u8(1) > most) {
-            QUOR_ISDBT_LOG("%s: TDownloadContent::parse: Item length not valid: %u > %u. Aborting!", detail::LOG_TAG,
-                           unsigned{left.u8(1)}, most);
-            return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-        }
-        const QUOR_U32 length = TISDBTDescriptor::COMMON_HEADER_LENGTH + left.u8(1);
-        switch (Kinds::FAMILY.dispatch(*this, left, errorCode)) {
-        case detail::Dispatch::Stored:
-            break;
-        case detail::Dispatch::Unknown:
-            QUOR_ISDBT_LOG("%s: TDownloadContent::parse: Unknown descriptor: 0x%02X. Ignored!", detail::LOG_TAG,
-                           unsigned{left.u8(0)});
-            break;
-        case detail::Dispatch::Overrun:
-            QUOR_ISDBT_LOG("%s: TDownloadContent::parse: Item length not valid: %u > %u. Aborting!", detail::LOG_TAG,
-                           length, left.size());
-            return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-        case detail::Dispatch::Failed:
-            return detail::Outcome::failedBelow();
-        }
-        loopLength = static_cast<QUOR_U16>(loopLength - length);
-        remaining -= length;
-        used += length;
-        left = left.from(length);
-    }
-    return detail::Outcome::done(used);
+    return detail::walkLoop(
+        Kinds::FAMILY, *this, left, loopLength, errorCode,
+        [&](QUOR_U32 bodyLength) {
+            const QUOR_U32 longest = remaining - TISDBTDescriptor::COMMON_HEADER_LENGTH;
+            if (bodyLength > longest) {
+                return tooLong(bodyLength, longest);
+            }
+            remaining = longest - bodyLength;
+            return detail::Outcome::done();
+        },
+        unknown, tooLong);
 }
 
 TISDBTDescriptor* TDownloadContent::getDescriptor(QUOR_U8 descriptorTag) const {
