@@ -39,7 +39,7 @@ TGeneralEventDescriptor* TGeneralEventDescriptor::parse(QUOR_U8* sectionData, QU
         sectionData, dataLength, parsedLength, errorCode,
         [](TGeneralEventDescriptor& object, detail::Bytes descriptor) {
             // The two parts of event_msg_group_id overlap; callers depend on this value.
-            object.m_iEventMsgGroupID = static_cast<QUOR_U16>(descriptor.u8(2) << 4 | (descriptor.u8(3) & 0xF0U));
+            object.m_iEventMsgGroupID = static_cast<QUOR_U16>(descriptor.u8(2) << 4 | (descriptor.u8(3) & 0xF0));
             object.m_iTimeMode = descriptor.u8(4);
             detail::Bytes left = descriptor.from(TIME_AT);
             switch (object.m_iTimeMode) {
