@@ -22,9 +22,9 @@ TCarouselCompatibleCompositeDescriptor* TCarouselCompatibleCompositeDescriptor::
     return detail::parseDescriptor<TCarouselCompatibleCompositeDescriptor>(
         sectionData, dataLength, parsedLength, errorCode,
         [](TCarouselCompatibleCompositeDescriptor& /*object*/, detail::Bytes descriptor) {
-            QUOR_ISDBT_LOG("%s: TCarouselCompatibleCompositeDescriptor::parse: TODO: Descriptor not implemented yet. "
-                           "If you really need this descriptor, please contact support.",
-                           detail::LOG_TAG);
+            QUOR_ISDBT_LOG(
+                "%s: TCarouselCompatibleCompositeDescriptor::parse: TODO: Descriptor not implemented yet. If you really need this descriptor, please contact support.",
+                detail::LOG_TAG);
             // Header included; callers depend on this value.
             return detail::Outcome::done(descriptor.size());
         });
