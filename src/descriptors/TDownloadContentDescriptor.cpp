@@ -4,6 +4,7 @@
 #include "detail/Items.h"
 #include "detail/Log.h"
 #include "detail/Shapes.h"
+#include "utils/ParserUtils.h"
 
 namespace Quor {
 
@@ -74,7 +75,7 @@ detail::Outcome TDownloadContentDescriptor::parseCompatibility(detail::Bytes& le
     if (m_iCompatibilityFlag == 0) {
         return detail::Outcome::done();
     }
-    // No compatibility descriptor fills more than the low byte of its length here; the high byte is ignored.
+    // A descriptor's body has at most 255 bytes, so that the high byte of this length says nothing.
     const QUOR_U32 length = COMPATIBILITY_LENGTH_FIELD + left.u8(1);
     if (!left.has(0, length)) {
         QUOR_ISDBT_LOG("%s: TDownloadContentDescriptor::parse: Item length not valid: %u > %u. Aborting!",
