@@ -32,9 +32,9 @@ TCompatibilityDescriptorSubItem* TCompatibilityDescriptorSubItem::parse(QUOR_U8*
             item.m_iSubDescriptorType = left.u8(0);
             if (!detail::readByteArray(left.from(INFORMATION_LENGTH_AT), item.m_iAdditionalInformationLength,
                                        item.m_iAdditionalInformation)) {
-                QUOR_ISDBT_LOG("%s: TCompatibilityDescriptorSubItem:: parse: ERROR: parsing Additional Information. "
-                               "Aborting!",
-                               detail::LOG_TAG);
+                QUOR_ISDBT_LOG(
+                    "%s: TCompatibilityDescriptorSubItem:: parse: ERROR: parsing Additional Information. Aborting!",
+                    detail::LOG_TAG);
                 return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_STRING);
             }
             return detail::Outcome::done(FIXED_LENGTH + item.m_iAdditionalInformationLength);
