@@ -109,8 +109,12 @@ public:
 private:
     friend class TAITTable;
 
-    static TApplication* parse(detail::Bytes bytes, QUOR_U32 dataLength, QUOR_U32* itemLength, QUOR_U16* errorCode);
+    /// The parse of an entry that a table offers with a count that may differ from the bytes that there are.
+    static TApplication* parseWithin(detail::Bytes bytes, QUOR_U32 dataLength, QUOR_U32* itemLength,
+                                     QUOR_U16* errorCode);
     detail::Outcome decode(detail::Bytes bytes, QUOR_U32 dataLength, QUOR_U16* errorCode);
+
+    const TAITDescriptors* commonDescriptors() const;
 
     TAITTable* m_pParentAITTable;
     std::string m_sHashId;
