@@ -22,7 +22,11 @@ public:
     TAITTable(QUOR_U8* data, QUOR_U32 length);
     ~TAITTable() override;
 
+    /// The common descriptor of a tag, or null. The table keeps ownership.
     TISDBTDescriptor* getDescriptor(QUOR_U8 descriptorTag) const override;
+
+    /// The tags of the common descriptors, in the order of TApplication::getDescriptorTags(): a new list, which the
+    /// caller deletes.
     std::list<QUOR_U8>* getDescriptorTags() const override;
 
     /// Parses one section.

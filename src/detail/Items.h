@@ -95,7 +95,10 @@ inline QUOR_BOOL remove(std::list<std::string>& strings, QUOR_U32 index) {
 
 /// A deep copy, through the constructor from a pointer; null of null.
 template <class T> std::unique_ptr<T> copy(T* source) {
-    return source == nullptr ? nullptr : std::make_unique<T>(source);
+    if (source == nullptr) {
+        return nullptr;
+    }
+    return std::make_unique<T>(source);
 }
 
 /// Deep copies of all items under their keys.
