@@ -9,7 +9,8 @@ namespace Quor::detail {
 /// outside the view touches nothing: each missing byte counts as 0.
 class Bytes {
 public:
-    Bytes(QUOR_U8* data, QUOR_U32 size) : m_pData(data), m_iSize(size) {}
+    /// Null data make an empty view, whatever @p size says.
+    Bytes(QUOR_U8* data, QUOR_U32 size) : m_pData(data), m_iSize(data == nullptr ? 0 : size) {}
 
     QUOR_U8* data() const { return m_pData; }
     QUOR_U32 size() const { return m_iSize; }

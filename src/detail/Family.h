@@ -3,6 +3,7 @@
 
 #include "descriptors/TISDBTDescriptor.h"
 #include "detail/Bytes.h"
+#include "detail/Outcome.h"
 
 #include <array>
 #include <list>
@@ -35,6 +36,9 @@ template <auto Member, class Descriptor = typename MemberOf<decltype(Member)>::D
                         },
                         [](const Holder& holder) -> TISDBTDescriptor* { return (holder.*Member).get(); }};
 }
+
+/// Stuffing in the loops of NIT, SDT and AIT: skipped without a line in the log.
+constexpr QUOR_U8 STUFFING_TAG = 0x42;
 
 /// What became of one descriptor of a loop.
 enum class Dispatch {
@@ -102,6 +106,39 @@ private:
 };
 
 template <class Holder, class... More> Family(Kind<Holder>, More...) -> Family<Holder, 1 + sizeof...(More)>;
+
+/// Walks a descriptor loop, which ends only when its 16-bit count comes to exactly 0: a descriptor that overruns it
+/// wraps the count, and the walk goes on as far as the table's own bound, or at last the data, allows.
+/// @param left    begins with the first descriptor; ends up behind the last one.
+/// @param take    Outcome(bodyLength): the table's bound; subtracts the descriptor from the table's counts.
+/// @param unknown void(tag): logs a descriptor of no kind.
+/// @param tooLong Outcome(needed, left): logs a descriptor that the data ends before.
+template <class Holder, std::size_t N, class Take, class Unknown, class TooLong>
+Outcome walkLoop(const Family<Holder, N>& family, Holder& holder, Bytes& left, QUOR_U16 loopLength, QUOR_U16* errorCode,
+                 Take take, Unknown unknown, TooLong tooLong) {
+    while (loopLength != 0) {
+        const QUOR_U32 bodyLength = left.u8(1);
+        const QUOR_U32 length = TISDBTDescriptor::COMMON_HEADER_LENGTH + bodyLength;
+        const Outcome taken = take(bodyLength);
+        if (!taken.succeeded()) {
+            return taken;
+        }
+        switch (family.dispatch(holder, left, errorCode)) {
+        case Dispatch::Stored:
+            break;
+        case Dispatch::Unknown:
+            unknown(left.u8(0));
+            break;
+        case Dispatch::Overrun:
+            return tooLong(length, left.size());
+        case Dispatch::Failed:
+            return Outcome::failedBelow();
+        }
+        loopLength = static_cast<QUOR_U16>(loopLength - length);
+        left = left.from(length);
+    }
+    return Outcome::done();
+}
 
 /// A holder's own descriptor, or with @p inherit that of its parent, which then sets @p inherited.
 template <auto Member, class Holder>

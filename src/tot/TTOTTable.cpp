@@ -20,6 +20,15 @@ constexpr QUOR_U32 UTC_TIME_AT = 3;
 constexpr QUOR_U32 LOOP_LENGTH_AT = 8;
 constexpr QUOR_U32 DESCRIPTORS_AT = 10;
 
+detail::Outcome tooLong(QUOR_U32 needed, QUOR_U32 left) {
+    QUOR_ISDBT_LOG("%s: TTOTTable::parse: Item length not valid: %u > %u. Aborting!", detail::LOG_TAG, needed, left);
+    return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+}
+
+void unknown(QUOR_U8 tag) {
+    QUOR_ISDBT_LOG("%s: TTOTTable::parse: Unknown descriptor: 0x%02X. Ignored!", detail::LOG_TAG, unsigned{tag});
+}
+
 } // namespace
 
 TTOTTable::TTOTTable(QUOR_U8* sectionData, QUOR_U32 dataLength)
@@ -47,26 +56,9 @@ TTOTTable* TTOTTable::parse(QUOR_U8* sectionData, QUOR_U32 dataLength, int check
 
 /// Bounded by descriptors_loop_length alone, which may reach beyond the section; the data ends the walk at last.
 detail::Outcome TTOTTable::parseLoop(detail::Bytes left, QUOR_U16 loopLength, QUOR_U16* errorCode) {
-    while (loopLength != 0) {
-        const QUOR_U32 length = TISDBTDescriptor::COMMON_HEADER_LENGTH + left.u8(1);
-        switch (Kinds::FAMILY.dispatch(*this, left, errorCode)) {
-        case detail::Dispatch::Stored:
-            break;
-        case detail::Dispatch::Unknown:
-            QUOR_ISDBT_LOG("%s: TTOTTable::parse: Unknown descriptor: 0x%02X. Ignored!", detail::LOG_TAG,
-                           unsigned{left.u8(0)});
-            break;
-        case detail::Dispatch::Overrun:
-            QUOR_ISDBT_LOG("%s: TTOTTable::parse: Item length not valid: %u > %u. Aborting!", detail::LOG_TAG, length,
-                           left.size());
-            return detail::Outcome::failed(ERROR_INVALID_DATA_LENGTH);
-        case detail::Dispatch::Failed:
-            return detail::Outcome::failedBelow();
-        }
-        loopLength = static_cast<QUOR_U16>(loopLength - length);
-        left = left.from(length);
-    }
-    return detail::Outcome::done();
+    return detail::walkLoop(
+        Kinds::FAMILY, *this, left, loopLength, errorCode,
+        [](QUOR_U32 /*bodyLength*/) { return detail::Outcome::done(); }, unknown, tooLong);
 }
 
 TLocalTimeOffsetDescriptor* TTOTTable::getLocalTimeOffsetDescriptor() const {

@@ -1,0 +1,69 @@
+#ifndef QUOR_TAAC_DESCRIPTOR_H
+#define QUOR_TAAC_DESCRIPTOR_H
+
+#include "descriptors/TISDBTDescriptor.h"
+
+#include <memory>
+
+namespace Quor {
+
+/// AAC descriptor (ABNT NBR 15603, tag 0x7C): profile, level and type of an AAC stream.
+class QUOR_ISDBT_API TAACDescriptor : public TISDBTDescriptor {
+public:
+    static constexpr U8 DESCRIPTOR_TAG = 0x7C;
+    static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 2;
+
+    /// @name Known values of getProfileAndLevel()
+    /// @{
+    static constexpr QUOR_U8 PROFILE_ACC_L1 = 40;
+    static constexpr QUOR_U8 PROFILE_ACC_L2 = 41;
+    static constexpr QUOR_U8 PROFILE_ACC_L4 = 42;
+    static constexpr QUOR_U8 PROFILE_ACC_L5 = 43;
+    static constexpr QUOR_U8 PROFILE_HIGH_EFFICIENCY_ACC_L2 = 44;
+    static constexpr QUOR_U8 PROFILE_HIGH_EFFICIENCY_ACC_L3 = 45;
+    static constexpr QUOR_U8 PROFILE_HIGH_EFFICIENCY_ACC_L4 = 46;
+    static constexpr QUOR_U8 PROFILE_HIGH_EFFICIENCY_ACC_L5 = 47;
+    static constexpr QUOR_U8 PROFILE_NOT_SPECIFIED = 254;
+    static constexpr QUOR_U8 PROFILE_NO_AUDIO_INFO = 255;
+    /// @}
+
+    /// An empty descriptor over the caller's bytes, which are not copied.
+    TAACDescriptor(QUOR_U8* data, QUOR_U32 length);
+    ~TAACDescriptor() override;
+
+    /// Parses one descriptor.
+    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param dataLength   descriptor_length + 2.
+    /// @param parsedLength receives dataLength - 2, the bytes of the body. May be null.
+    /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(), or
+    ///                     ERROR_INVALID_DESCRIPTOR_LENGTH when AAC_type is announced and missing. May be null.
+    /// @return a new descriptor, which the caller deletes, or null.
+    static TAACDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
+                                 QUOR_U16* errorCode);
+
+    /// profile_and_level.
+    QUOR_U8 getProfileAndLevel() const { return m_iProfileAndLevel; }
+
+    /// AAC_type_flag: whether getAACType() comes from the wire.
+    QUOR_BOOL hasAACType() const { return m_bAACTypeFlag; }
+
+    /// AAC_type; 0 unless hasAACType().
+    QUOR_U8 getAACType() const { return m_iAACType; }
+
+    /// The number of bytes of getAdditionalInfo(), kept in 8 bits.
+    QUOR_U8 getAdditionalInfoSize() const { return m_iAdditionalInfoSize; }
+
+    /// additional_info, owned by the descriptor; null when there is none.
+    QUOR_U8* getAdditionalInfo() const { return m_pAdditionalInfo.get(); }
+
+private:
+    QUOR_U8 m_iProfileAndLevel;
+    QUOR_BOOL m_bAACTypeFlag;
+    QUOR_U8 m_iAACType;
+    QUOR_U8 m_iAdditionalInfoSize;
+    std::unique_ptr<QUOR_U8[]> m_pAdditionalInfo;
+};
+
+} // namespace Quor
+
+#endif

@@ -1,0 +1,51 @@
+#ifndef QUOR_TPARENTAL_RATING_DESCRIPTOR_H
+#define QUOR_TPARENTAL_RATING_DESCRIPTOR_H
+
+#include "descriptors/TISDBTDescriptor.h"
+#include "descriptors/TParentalRatingDescriptorItem.h"
+
+#include <list>
+#include <memory>
+
+namespace Quor {
+
+/// Parental rating descriptor (ARIB STD-B10, tag 0x55): ratings by country. All are kept, in wire order, also several
+/// of one country.
+class QUOR_ISDBT_API TParentalRatingDescriptor : public TISDBTDescriptor {
+public:
+    static constexpr U8 DESCRIPTOR_TAG = 0x55;
+    static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 0;
+
+    /// An empty descriptor over the caller's bytes, which are not copied.
+    TParentalRatingDescriptor(QUOR_U8* data, QUOR_U32 length);
+    ~TParentalRatingDescriptor() override;
+
+    /// Parses one descriptor.
+    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param dataLength   descriptor_length + 2.
+    /// @param parsedLength receives the bytes of the last item, 4; 0 when there is none. May be null.
+    /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(), or
+    ///                     ERROR_INVALID_DESCRIPTOR_LENGTH for an incomplete item. May be null.
+    /// @return a new descriptor, which the caller deletes, or null.
+    static TParentalRatingDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
+                                            QUOR_U16* errorCode);
+
+    /// The number of items.
+    QUOR_U32 size() const;
+
+    /// The item at a position, from 0 in wire order, owned by the descriptor; null past the end.
+    TParentalRatingDescriptorItem* get(QUOR_U8 index) const;
+
+    /// Appends an item, which the descriptor owns from now on. Null takes a place as well.
+    void add(TParentalRatingDescriptorItem* item);
+
+    /// Removes and deletes the item at a position. @return false when no item is there.
+    QUOR_BOOL remove(QUOR_U8 index);
+
+private:
+    std::list<std::unique_ptr<TParentalRatingDescriptorItem>> m_pItems;
+};
+
+} // namespace Quor
+
+#endif

@@ -1,0 +1,47 @@
+#ifndef QUOR_TTARGET_REGION_DESCRIPTOR_H
+#define QUOR_TTARGET_REGION_DESCRIPTOR_H
+
+#include "descriptors/TISDBTDescriptor.h"
+
+#include <memory>
+
+namespace Quor {
+
+/// Target region descriptor (ARIB STD-B10, tag 0xC6): the region that a program or stream is meant for.
+class QUOR_ISDBT_API TTargetRegionDescriptor : public TISDBTDescriptor {
+public:
+    static constexpr U8 DESCRIPTOR_TAG = 0xC6;
+    static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 1;
+
+    /// An empty descriptor over the caller's bytes, which are not copied.
+    TTargetRegionDescriptor(QUOR_U8* data, QUOR_U32 length);
+    ~TTargetRegionDescriptor() override;
+
+    /// Parses one descriptor.
+    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param dataLength   descriptor_length + 2.
+    /// @param parsedLength receives dataLength - 2. May be null.
+    /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(). May be
+    ///                     null.
+    /// @return a new descriptor, which the caller deletes, or null.
+    static TTargetRegionDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
+                                          QUOR_U16* errorCode);
+
+    /// region_spec_type, 0 to 255: how getSpecData() is to be read.
+    QUOR_U16 getRegionSpecType() const { return m_iRegionSpecType; }
+
+    /// The number of bytes of getSpecData(), kept in 8 bits.
+    QUOR_U8 getSpecSize() const { return m_iSpecSize; }
+
+    /// target_region_spec as it is on the wire, owned by the descriptor; null when there is none.
+    QUOR_U8* getSpecData() const { return m_pSpec.get(); }
+
+private:
+    QUOR_U16 m_iRegionSpecType;
+    QUOR_U8 m_iSpecSize;
+    std::unique_ptr<QUOR_U8[]> m_pSpec;
+};
+
+} // namespace Quor
+
+#endif
