@@ -63,7 +63,13 @@ DescriptorClass describe(const char* name, QUOR_U8 tag, QUOR_U8 minimum, const c
     static_assert(std::is_same_v<decltype(T::DESCRIPTOR_TAG), const U8>, "DESCRIPTOR_TAG is a U8");
     static_assert(std::is_same_v<decltype(T::MINIMUM_DESCRIPTOR_LENGTH), const QUOR_U32>, "the minimum is a QUOR_U32");
     static_assert(std::is_same_v<decltype(&T::parse), T* (*)(QUOR_U8*, QUOR_U32, QUOR_U32*, QUOR_U16*)>, "parse");
-    return {name, tag, minimum, descriptor(tag, hex(good)), unheld, T::DESCRIPTOR_TAG, T::MINIMUM_DESCRIPTOR_LENGTH,
+    return {name,
+            tag,
+            minimum,
+            descriptor(tag, hex(good)),
+            unheld,
+            T::DESCRIPTOR_TAG,
+            T::MINIMUM_DESCRIPTOR_LENGTH,
             [](QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* error) -> TISDBTDescriptor* {
                 return T::parse(data, length, parsedLength, error);
             },
@@ -75,7 +81,8 @@ DescriptorClass describe(const char* name, QUOR_U8 tag, QUOR_U8 minimum, const c
 /// Class, tag, minimum of descriptor_length, body of a good descriptor.
 std::vector<DescriptorClass> descriptorClasses() {
     return {
-        DESCRIPTOR(TLocalTimeOffsetDescriptor, 0x58, 11, "425241 0C 0300 0000000000 0000  415247 04 0300 0000000000 0000", 2),
+        DESCRIPTOR(TLocalTimeOffsetDescriptor, 0x58, 11,
+                   "425241 0C 0300 0000000000 0000  415247 04 0300 0000000000 0000", 2),
 
         DESCRIPTOR(TStreamIdentifierDescriptor, 0x52, 1, "07"),
         DESCRIPTOR(TComponentDescriptor, 0x50, 6, "F1 B3 10 706F72 566964656F"),
@@ -151,7 +158,7 @@ std::string tags(QUOR_U8 got, QUOR_U8 expected) {
 } // namespace
 
 INSTANTIATE_TEST_SUITE_P(Each, AllDescriptors, testing::ValuesIn(descriptorClasses()),
-                         [](const testing::TestParamInfo<DescriptorClass>& info) { return info.param.name; });
+                         [](const testing::TestParamInfo<DescriptorClass>& each) { return each.param.name; });
 
 TEST_P(AllDescriptors, DeclareTagAndMinimum) {
     EXPECT_EQ(GetParam().declaredTag, tag);
@@ -186,8 +193,8 @@ TEST_P(AllDescriptors, RefuseANullPointer) {
 TEST_P(AllDescriptors, RefuseDataShorterThanTheMinimum) {
     // Whatever the bytes say: neither another tag nor a long descriptor_length is looked at.
     for (QUOR_U32 length = 0; length < minimum + 2; ++length) {
-        const std::string line = "(2) Longer data length is required: " + std::to_string(length) + " < " +
-                                 std::to_string(minimum + 2) + ".";
+        const std::string line =
+            "(2) Longer data length is required: " + std::to_string(length) + " < " + std::to_string(minimum + 2) + ".";
         SCOPED_TRACE(line);
         for (const QUOR_U8 first : {tag, static_cast<QUOR_U8>(tag ^ 0xFFU)}) {
             ByteVector wire = zeros(first, 0xFF, minimum);

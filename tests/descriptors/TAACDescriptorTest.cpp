@@ -98,14 +98,12 @@ TEST(TAACDescriptor, AdditionalInfoIsACopy) {
 }
 
 TEST(TAACDescriptor, FieldsTakeOnlyTheirBits) {
-    expectFields<TAACDescriptor>(
-        hex("7C 04"), 4,
-        {{"profile_and_level", 2, 7, 8, &TAACDescriptor::getProfileAndLevel},
-         {"AAC_type_flag", 3, 7, 1, &TAACDescriptor::hasAACType},
-         {"last byte of the info", 5, 7, 8,
-          [](const TAACDescriptor& parsed) {
-              return parsed.getAdditionalInfo()[parsed.getAdditionalInfoSize() - 1];
-          }}});
+    expectFields<TAACDescriptor>(hex("7C 04"), 4,
+                                 {{"profile_and_level", 2, 7, 8, &TAACDescriptor::getProfileAndLevel},
+                                  {"AAC_type_flag", 3, 7, 1, &TAACDescriptor::hasAACType},
+                                  {"last byte of the info", 5, 7, 8, [](const TAACDescriptor& parsed) {
+                                       return parsed.getAdditionalInfo()[parsed.getAdditionalInfoSize() - 1];
+                                   }}});
     expectFields<TAACDescriptor>(hex("7C 03  28 80"), 1, {{"AAC_type", 4, 7, 8, &TAACDescriptor::getAACType}});
 }
 

@@ -75,7 +75,7 @@ TEST(TAVCTimingAndHRDDescriptor, WithoutPictureTimingTheRestIsNotRead) {
 }
 
 TEST(TAVCTimingAndHRDDescriptor, WithoutPictureTimingFlagsTakeOnlyTheirBits) {
-    for (const QUOR_U8 first : {0x00, 0x7E, 0x80, 0xFE}) {
+    for (const QUOR_U8 first : hex("00 7E 80 FE")) {
         expectFields<TAVCTimingAndHRDDescriptor>(
             {0x2A, 0x02, first}, 1,
             {{"hrd_management_valid", 2, 7, 1, &TAVCTimingAndHRDDescriptor::isHRDManagementValid},
@@ -89,8 +89,8 @@ TEST(TAVCTimingAndHRDDescriptor, WithoutPictureTimingFlagsTakeOnlyTheirBits) {
 
 TEST(TAVCTimingAndHRDDescriptor, TheFlagOf90kHzBringsNAndK) {
     // num_units_in_tick begins with the byte that the three flags are taken from.
-    const auto parsed = expectDescriptor<TAVCTimingAndHRDDescriptor>(
-        hex("2A 0F  81 80  00000001 0000012C  A0000BB8  1F"), 11);
+    const auto parsed =
+        expectDescriptor<TAVCTimingAndHRDDescriptor>(hex("2A 0F  81 80  00000001 0000012C  A0000BB8  1F"), 11);
     EXPECT_EQ(parsed->isHRDManagementValid(), 1);
     EXPECT_EQ(parsed->isPictureTimingInfoPresent(), 1);
     EXPECT_EQ(parsed->is90kHzFlag(), 1);
@@ -130,8 +130,8 @@ TEST(TAVCTimingAndHRDDescriptor, WithoutTheFlagOf90kHzTheTicksFollow) {
 
 TEST(TAVCTimingAndHRDDescriptor, WithoutNAndKFieldsTakeOnlyTheirBits) {
     const auto nothing = [](const TAVCTimingAndHRDDescriptor& parsed) { return parsed.getN() | parsed.getK(); };
-    for (const QUOR_U8 first : {0x01, 0x7F, 0x81, 0xFF}) {
-        for (const QUOR_U8 second : {0x00, 0x7F}) {
+    for (const QUOR_U8 first : hex("01 7F 81 FF")) {
+        for (const QUOR_U8 second : hex("00 7F")) {
             expectFields<TAVCTimingAndHRDDescriptor>(
                 {0x2A, 0x07, first, second}, 5,
                 {{"hrd_management_valid", 2, 7, 1, &TAVCTimingAndHRDDescriptor::isHRDManagementValid},
@@ -149,7 +149,7 @@ TEST(TAVCTimingAndHRDDescriptor, WithoutNAndKFieldsTakeOnlyTheirBits) {
 TEST(TAVCTimingAndHRDDescriptor, PictureTimingNeedsSixBytes) {
     // The first check comes first: the flag of 90 kHz makes no difference yet.
     const std::vector<std::string> lengths{"1 < 6", "2 < 6", "3 < 6", "4 < 6", "5 < 6"};
-    for (const QUOR_U8 second : {0x00, 0x80}) {
+    for (const QUOR_U8 second : hex("00 80")) {
         for (std::size_t more = 0; more < lengths.size(); ++more) {
             SCOPED_TRACE(lengths[more]);
             expectFailure<TAVCTimingAndHRDDescriptor>(descriptor(0x2A, join({{0x81, second}, fill(more, 0x00)})),
@@ -179,7 +179,6 @@ TEST(TAVCTimingAndHRDDescriptor, LengthsAreThoseOfTheBytesGiven) {
     EXPECT_EQ(all->getK(), 2U);
     EXPECT_EQ(all->getNumUnitsInTick(), 3U);
 
-    expectFailure<TAVCTimingAndHRDDescriptor>(hex("2A 02  01 80  00000BB8 00"),
-                                              TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH,
-                                              longerLengthRequired("5 < 13"));
+    expectFailure<TAVCTimingAndHRDDescriptor>(
+        hex("2A 02  01 80  00000BB8 00"), TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH, longerLengthRequired("5 < 13"));
 }

@@ -115,9 +115,8 @@ TEST(TCarouselIdentifierDescriptor, TheSizeIsCountedInEightBits) {
     ASSERT_EQ(most->getPrivateDataSize(), 255);
     EXPECT_EQ(elements(most->getPrivateData(), 255), fill(255, 0x5A));
 
-    EXPECT_EQ(expectDescriptor<TCarouselIdentifierDescriptor>(join({fields, fill(256, 0x5A)}), 260)
-                  ->getPrivateDataSize(),
-              0);
+    EXPECT_EQ(
+        expectDescriptor<TCarouselIdentifierDescriptor>(join({fields, fill(256, 0x5A)}), 260)->getPrivateDataSize(), 0);
 
     const auto some = expectDescriptor<TCarouselIdentifierDescriptor>(join({fields, fill(294, 0x5A)}), 298);
     ASSERT_EQ(some->getPrivateDataSize(), 38);

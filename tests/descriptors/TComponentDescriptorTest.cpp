@@ -91,7 +91,8 @@ TEST(TComponentDescriptor, StringsAreKeptByteForByte) {
 }
 
 TEST(TComponentDescriptor, AFirstByteOfTheTextIsNoLength) {
-    EXPECT_EQ(expectDescriptor<TComponentDescriptor>(component(hex("FF 41")), 5)->getText(), "\xFF" "A");
+    EXPECT_EQ(expectDescriptor<TComponentDescriptor>(component(hex("FF 41")), 5)->getText(), "\xFF"
+                                                                                             "A");
     EXPECT_EQ(expectDescriptor<TComponentDescriptor>(component(hex("01")), 4)->getText(), "\x01");
 }
 

@@ -98,6 +98,7 @@ TEST(TContentAvailabilityDescriptor, TheWholeDescriptorIsCounted) {
 }
 
 TEST(TContentAvailabilityDescriptor, BytesBehindTheDescriptorAreCounted) {
-    const auto parsed = expectDescriptor<TContentAvailabilityDescriptor>(join({hex("DE 01  0E"), fill(297, 0xEE)}), 300);
+    const auto parsed =
+        expectDescriptor<TContentAvailabilityDescriptor>(join({hex("DE 01  0E"), fill(297, 0xEE)}), 300);
     EXPECT_EQ(parsed->getRetentionState(), 7);
 }

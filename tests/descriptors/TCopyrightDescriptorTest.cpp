@@ -30,10 +30,9 @@ TEST(TCopyrightDescriptor, StartsAtZero) {
 }
 
 TEST(TCopyrightDescriptor, FieldsTakeOnlyTheirBits) {
-    expectFields<TCopyrightDescriptor>(
-        hex("0D 03"), 3,
-        {{"hierarchical_level", 2, 0, 1, &TCopyrightDescriptor::getHierarchicalLevel},
-         {"reference_PID", 3, 4, 13, &TCopyrightDescriptor::getReferencePID}});
+    expectFields<TCopyrightDescriptor>(hex("0D 03"), 3,
+                                       {{"hierarchical_level", 2, 0, 1, &TCopyrightDescriptor::getHierarchicalLevel},
+                                        {"reference_PID", 3, 4, 13, &TCopyrightDescriptor::getReferencePID}});
 }
 
 TEST(TCopyrightDescriptor, TheRestOfALongerBodyIsNotCounted) {

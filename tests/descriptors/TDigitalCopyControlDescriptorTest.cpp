@@ -113,8 +113,7 @@ TEST(TDigitalCopyControlDescriptor, TheMaximumBitrateFollows) {
     EXPECT_EQ(parsed->getMaximumBitrate(), 0x7F);
 
     expectFields<TDigitalCopyControlDescriptor>(
-        hex("C1 02  20"), 1,
-        {{"maximum_bitrate", 3, 7, 8, &TDigitalCopyControlDescriptor::getMaximumBitrate}});
+        hex("C1 02  20"), 1, {{"maximum_bitrate", 3, 7, 8, &TDigitalCopyControlDescriptor::getMaximumBitrate}});
 }
 
 TEST(TDigitalCopyControlDescriptor, AMaximumBitrateThatIsAnnouncedMustFollow) {
@@ -135,9 +134,8 @@ TEST(TDigitalCopyControlDescriptor, AComponentControlMustFitButIsReportedAsOne) 
                                                  {longerLengthRequired("0 < 1")});
     expectFailure<TDigitalCopyControlDescriptor>(
         hex("C1 04  50 03 25 40"), TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH, {longerLengthRequired("2 < 1")});
-    expectFailure<TDigitalCopyControlDescriptor>(hex("C1 06  70 7F FF 25 40 C0"),
-                                                 TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH,
-                                                 {longerLengthRequired("3 < 1")});
+    expectFailure<TDigitalCopyControlDescriptor>(
+        hex("C1 06  70 7F FF 25 40 C0"), TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH, {longerLengthRequired("3 < 1")});
 }
 
 TEST(TDigitalCopyControlDescriptor, AnEmptyComponentControlIsCounted) {

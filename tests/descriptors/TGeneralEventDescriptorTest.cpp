@@ -117,12 +117,12 @@ TEST(TGeneralEventDescriptor, FiresAtATimeOfDay) {
         EXPECT_EQ(parsed->getPrivateDataSize(), 0);
         EXPECT_EQ(parsed->getPrivateData(), nullptr);
     }
-    EXPECT_EQ(expectDescriptor<TGeneralEventDescriptor>(event("01  C079 12 34 56  0102030405  66 7788"), 16)
-                  ->getTimeMode(),
-              1);
-    EXPECT_EQ(expectDescriptor<TGeneralEventDescriptor>(event("05  C079 12 34 56  0102030405  66 7788"), 16)
-                  ->getTimeMode(),
-              5);
+    EXPECT_EQ(
+        expectDescriptor<TGeneralEventDescriptor>(event("01  C079 12 34 56  0102030405  66 7788"), 16)->getTimeMode(),
+        1);
+    EXPECT_EQ(
+        expectDescriptor<TGeneralEventDescriptor>(event("05  C079 12 34 56  0102030405  66 7788"), 16)->getTimeMode(),
+        5);
 }
 
 TEST(TGeneralEventDescriptor, PrivateDataOfATimeOfDayLiesBehindTheId) {
@@ -139,14 +139,14 @@ TEST(TGeneralEventDescriptor, TimesOfDayAreSecondsOfTheUnixEpoch) {
         QUOR_U32 seconds;
     };
     for (const Expected& expected : std::vector<Expected>{
-             {"9E8B 01 02 03", 3723},                // 1970-01-01: only the time of day
-             {"0000 01 00 00", 3600},                // before the epoch: likewise
-             {"9E8C 00 00 00", 86400},               // 1970-01-02
-             {"9E8C 00 00 59", 86459},               // seconds
-             {"9E8C 00 59 00", 89940},               // minutes
-             {"9E8C 23 00 00", 169200},              // hours
-             {"9E8C FF FF FF", 690465},              // 165 hours, 165 minutes, 165 seconds
-             {"FFFF 23 59 59", 2155593599U},         // 2038-04-22, beyond 31 bits
+             {"9E8B 01 02 03", 3723},        // 1970-01-01: only the time of day
+             {"0000 01 00 00", 3600},        // before the epoch: likewise
+             {"9E8C 00 00 00", 86400},       // 1970-01-02
+             {"9E8C 00 00 59", 86459},       // seconds
+             {"9E8C 00 59 00", 89940},       // minutes
+             {"9E8C 23 00 00", 169200},      // hours
+             {"9E8C FF FF FF", 690465},      // 165 hours, 165 minutes, 165 seconds
+             {"FFFF 23 59 59", 2155593599U}, // 2038-04-22, beyond 31 bits
          }) {
         SCOPED_TRACE(expected.time);
         const auto parsed = expectDescriptor<TGeneralEventDescriptor>(
@@ -182,8 +182,8 @@ TEST(TGeneralEventDescriptor, TheGroupMixesTwoNibbles) {
              {0xF0, 0x0F, 0xF00},
          }) {
         SCOPED_TRACE(expected.group);
-        const auto parsed =
-            expectDescriptor<TGeneralEventDescriptor>(join({{0x04, 0x10, expected.high, expected.low}, fill(14, 0)}), 16);
+        const auto parsed = expectDescriptor<TGeneralEventDescriptor>(
+            join({{0x04, 0x10, expected.high, expected.low}, fill(14, 0)}), 16);
         EXPECT_EQ(parsed->getEventMsgGroupID(), expected.group);
     }
 }
@@ -220,10 +220,9 @@ TEST(TGeneralEventDescriptor, FieldsTakeOnlyTheirBits) {
          {"event_msg_relative_time", 6, 7, 32, &TGeneralEventDescriptor::getEventMsgRelativeTimeL},
          type,
          id});
-    expectFields<TGeneralEventDescriptor>(
-        hex("04 10  1234 01"), 13,
-        {{"event_msg_type", 15, 7, 8, &TGeneralEventDescriptor::getEventMsgType},
-         {"event_msg_id", 16, 7, 16, &TGeneralEventDescriptor::getEventMsgID}});
+    expectFields<TGeneralEventDescriptor>(hex("04 10  1234 01"), 13,
+                                          {{"event_msg_type", 15, 7, 8, &TGeneralEventDescriptor::getEventMsgType},
+                                           {"event_msg_id", 16, 7, 16, &TGeneralEventDescriptor::getEventMsgID}});
 }
 
 TEST(TGeneralEventDescriptor, PrivateDataIsACopy) {

@@ -51,7 +51,8 @@ TEST(TParentalRatingDescriptorItem, TheCountryIsKeptByteForByte) {
 }
 
 TEST(TParentalRatingDescriptorItem, TheFirstByteIsNoLength) {
-    EXPECT_EQ(expectSuccess<TParentalRatingDescriptorItem>(hex("FF 41 42  05"), 4)->getCountryCode(), "\xFF" "AB");
+    EXPECT_EQ(expectSuccess<TParentalRatingDescriptorItem>(hex("FF 41 42  05"), 4)->getCountryCode(), "\xFF"
+                                                                                                      "AB");
 }
 
 TEST(TParentalRatingDescriptorItem, BytesBehindTheItemAreNotCounted) {

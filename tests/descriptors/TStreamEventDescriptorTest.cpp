@@ -57,18 +57,18 @@ TEST(TStreamEventDescriptor, PrivateDataIsACopy) {
 }
 
 TEST(TStreamEventDescriptor, FieldsTakeOnlyTheirBits) {
-    expectFields<TStreamEventDescriptor>(
-        hex("04 0B"), 11,
-        {{"eventId", 2, 7, 16, &TStreamEventDescriptor::getEventID},
-         {"eventNPT, bit 32", 7, 0, 1, &TStreamEventDescriptor::getEventNPTH},
-         {"eventNPT", 8, 7, 32, &TStreamEventDescriptor::getEventNPTL},
-         {"privateDataByte", 12, 7, 8,
-          [](const TStreamEventDescriptor& parsed) { return parsed.getPrivateData()[0]; }}});
+    expectFields<TStreamEventDescriptor>(hex("04 0B"), 11,
+                                         {{"eventId", 2, 7, 16, &TStreamEventDescriptor::getEventID},
+                                          {"eventNPT, bit 32", 7, 0, 1, &TStreamEventDescriptor::getEventNPTH},
+                                          {"eventNPT", 8, 7, 32, &TStreamEventDescriptor::getEventNPTL},
+                                          {"privateDataByte", 12, 7, 8, [](const TStreamEventDescriptor& parsed) {
+                                               return parsed.getPrivateData()[0];
+                                           }}});
 }
 
 TEST(TStreamEventDescriptor, TheLongestPrivateDataOfADescriptor) {
-    const auto parsed = expectDescriptor<TStreamEventDescriptor>(
-        join({hex("04 FF  0102 00000000 00000000"), fill(245, 0x5A)}), 255);
+    const auto parsed =
+        expectDescriptor<TStreamEventDescriptor>(join({hex("04 FF  0102 00000000 00000000"), fill(245, 0x5A)}), 255);
     ASSERT_EQ(parsed->getPrivateDataSize(), 245);
     EXPECT_EQ(elements(parsed->getPrivateData(), 245), fill(245, 0x5A));
 }

@@ -55,11 +55,11 @@ TEST(TTargetRegionDescriptor, RegionsAreACopy) {
 }
 
 TEST(TTargetRegionDescriptor, TheTypeIsTheWholeByte) {
-    expectFields<TTargetRegionDescriptor>(
-        hex("C6 02"), 2,
-        {{"region_spec_type", 2, 7, 8, &TTargetRegionDescriptor::getRegionSpecType},
-         {"target_region_spec", 3, 7, 8,
-          [](const TTargetRegionDescriptor& parsed) { return parsed.getSpecData()[0]; }}});
+    expectFields<TTargetRegionDescriptor>(hex("C6 02"), 2,
+                                          {{"region_spec_type", 2, 7, 8, &TTargetRegionDescriptor::getRegionSpecType},
+                                           {"target_region_spec", 3, 7, 8, [](const TTargetRegionDescriptor& parsed) {
+                                                return parsed.getSpecData()[0];
+                                            }}});
 }
 
 TEST(TTargetRegionDescriptor, TheLongestRegionsOfADescriptor) {

@@ -35,8 +35,7 @@ inline QUOR_U32 bitsAt(const ByteVector& wire, unsigned byte, unsigned bit, unsi
 /// Every field with each bit set alone, and with each bit missing alone, so that no field takes a bit of its neighbour.
 /// @param fixed the first bytes of what is parsed, which stay as they are
 /// @param count the bytes behind them, which carry the bits
-template <class T>
-void expectFields(const ByteVector& fixed, std::size_t count, const std::vector<Field<T>>& fields) {
+template <class T> void expectFields(const ByteVector& fixed, std::size_t count, const std::vector<Field<T>>& fields) {
     for (const QUOR_U8 others : {QUOR_U8{0x00}, QUOR_U8{0xFF}}) {
         for (std::size_t at = 0; at < count * 8; ++at) {
             ByteVector wire = join({fixed, fill(count, others)});
