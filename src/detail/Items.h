@@ -66,6 +66,11 @@ template <class Item> void add(ItemList<Item>& items, Item* item) {
     items.back().reset(item);
 }
 
+/// Takes the items that were found on the wire, in their order.
+template <class Item> auto appendTo(ItemList<Item>& items) {
+    return [&items](std::unique_ptr<Item> item) { items.push_back(std::move(item)); };
+}
+
 /// Unlinks and deletes the item at @p index. @return false, with the list unchanged, when no item is there.
 template <class Item> QUOR_BOOL remove(ItemList<Item>& items, QUOR_U32 index) {
     const auto found = position(items, index);
