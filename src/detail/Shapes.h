@@ -37,6 +37,18 @@ Descriptor* parseDescriptor(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32*
                       errorCode, [&](Descriptor& object) { return decode(object, Bytes(sectionData, dataLength)); });
 }
 
+/// The same for a class whose base decodes the body in its virtual parseData(), which reports the length itself.
+template <class Descriptor>
+Descriptor* parseDescriptorData(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
+                                QUOR_U16* errorCode) {
+    return parseDescriptor<Descriptor>(
+        sectionData, dataLength, parsedLength, errorCode, [=](Descriptor& object, Bytes descriptor) {
+            const Bytes body = descriptor.from(TISDBTDescriptor::COMMON_HEADER_LENGTH);
+            const bool sound = object.parseData(body.data(), body.size(), parsedLength, errorCode);
+            return sound ? Outcome::done() : Outcome::failedBelow();
+        });
+}
+
 /// The shape of every loop item's parse.
 /// @param decode Outcome(Item&, Bytes left); `left` is what is left of the loop.
 template <class Item, class Decode>
