@@ -5,7 +5,13 @@
 namespace inspect {
 
 Catalogue::Catalogue() {
+    addCarouselDescriptors(*this);
+    addNetworkDescriptors(*this);
+    addNetworkTables(*this);
     addProgramTables(*this);
+    addRightsDescriptors(*this);
+    addServiceDescriptors(*this);
+    addStreamDescriptors(*this);
     addTimeTables(*this);
 }
 

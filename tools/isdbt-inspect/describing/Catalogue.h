@@ -11,8 +11,6 @@
 
 namespace inspect {
 
-using Fields = std::vector<Field>;
-
 /// How each class of the library is described. A class is described by one function, from the object to its fields.
 class Catalogue {
 public:
@@ -64,7 +62,13 @@ template <class Holder> void appendDescriptors(Fields& fields, const Holder& hol
 }
 
 // One function per group of classes; each adds its classes.
+void addCarouselDescriptors(Catalogue& catalogue);
+void addNetworkDescriptors(Catalogue& catalogue);
+void addNetworkTables(Catalogue& catalogue);
 void addProgramTables(Catalogue& catalogue);
+void addRightsDescriptors(Catalogue& catalogue);
+void addServiceDescriptors(Catalogue& catalogue);
+void addStreamDescriptors(Catalogue& catalogue);
 void addTimeTables(Catalogue& catalogue);
 
 } // namespace inspect

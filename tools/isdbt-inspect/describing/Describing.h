@@ -6,6 +6,6 @@
 namespace inspect {
 
 /// The fields of a parsed table, descriptors included, without those of the section header.
-std::vector<Field> describe(const Quor::TISDBTTable& table);
+Fields describe(const Quor::TISDBTTable& table);
 
 } // namespace inspect

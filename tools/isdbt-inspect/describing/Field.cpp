@@ -44,11 +44,11 @@ Field bytes(std::string_view name, const std::uint8_t* data, std::size_t size) {
     return field(name, Bytes{data == nullptr ? std::vector<std::uint8_t>{} : std::vector(data, data + size)});
 }
 
-Field list(std::string_view name, std::vector<Field> elements) {
+Field list(std::string_view name, Fields elements) {
     return field(name, List{std::move(elements)});
 }
 
-Field object(std::string_view name, std::vector<Field> fields) {
+Field object(std::string_view name, Fields fields) {
     return field(name, Object{std::move(fields)});
 }
 

@@ -10,6 +10,13 @@
 namespace inspect {
 
 struct Field;
+using Fields = std::vector<Field>;
+
+/// The name of one value of a code.
+struct CodeName {
+    std::int64_t value;
+    std::string_view name;
+};
 
 /// Nothing where something could be, such as a pointer that is null.
 struct Absent {};
@@ -30,11 +37,11 @@ struct Bytes {
 
 /// Elements without a name of their own.
 struct List {
-    std::vector<Field> elements;
+    Fields elements;
 };
 
 struct Object {
-    std::vector<Field> fields;
+    Fields fields;
 };
 
 /// A named value, as every view and every output shows it. The name is the one of the library's getter, without its
@@ -48,6 +55,9 @@ struct Field {
 
     Field in(std::string_view unitName) &&;
     Field reads(std::string_view text) &&;
+
+    /// Names the number. A value without a name is left as it is.
+    template <std::size_t N> Field named(const CodeName (&names)[N]) &&;
 };
 
 Field absent(std::string_view name);
@@ -55,28 +65,26 @@ Field flag(std::string_view name, bool value);
 Field number(std::string_view name, std::int64_t value);
 Field text(std::string_view name, std::string_view raw);
 Field bytes(std::string_view name, const std::uint8_t* data, std::size_t size);
-Field list(std::string_view name, std::vector<Field> elements);
-Field object(std::string_view name, std::vector<Field> fields);
+Field list(std::string_view name, Fields elements);
+Field object(std::string_view name, Fields fields);
 
 /// An identifier: a number that people know in hexadecimal.
 Field identifier(std::string_view name, std::uint32_t value, int hexDigits);
 
-/// The name of one value of a code.
-struct CodeName {
-    std::int64_t value;
-    std::string_view name;
-};
-
 /// A number that stands for something.
 /// @param names an array of CodeName. A value without a name is shown as a number.
 template <std::size_t N> Field code(std::string_view name, std::int64_t value, const CodeName (&names)[N]) {
-    Field field = number(name, value);
+    return number(name, value).named(names);
+}
+
+template <std::size_t N> Field Field::named(const CodeName (&names)[N]) && {
+    const std::int64_t number = std::get<Number>(value).value;
     for (const CodeName& each : names) {
-        if (each.value == value) {
-            field.codeName = each.name;
+        if (each.value == number) {
+            codeName = each.name;
         }
     }
-    return field;
+    return std::move(*this);
 }
 
 } // namespace inspect

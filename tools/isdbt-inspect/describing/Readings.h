@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace inspect {
 
@@ -11,5 +12,20 @@ std::string isoTime(std::int32_t unixTime);
 
 /// An offset from UTC in ISO 8601: "-03:00".
 std::string isoOffset(bool behindUtc, std::uint32_t seconds);
+
+/// A frequency in units of 1/7 MHz: "473.142857 MHz".
+std::string megahertz(std::uint16_t sevenths);
+
+/// A time stamp of 33 bits or more that counts 90 kHz: "95443.717689 s".
+std::string ticks(std::uint32_t high, std::uint32_t low);
+
+/// Three letters packed in 24 bits: "BRA". Bytes that are no letters are shown as \x81.
+std::string countryCode(std::uint32_t packed);
+
+/// What system_management_id says: "broadcast, ISDB, 0x01".
+std::string systemManagement(std::uint16_t id);
+
+/// A parental rating: "18, violence" in Brazil, where it has levels and contents; elsewhere "from 13 years".
+std::string parentalRating(std::string_view country, std::uint8_t rating);
 
 } // namespace inspect

@@ -1,4 +1,5 @@
 #include "describing/Catalogue.h"
+#include "describing/Lists.h"
 #include "describing/Readings.h"
 #include "descriptors/TLocalTimeOffsetDescriptor.h"
 #include "tot/TTOTTable.h"
@@ -29,14 +30,10 @@ Field describeItem(const Quor::TLocalTimeOffsetDescriptorItem& item) {
 }
 
 Fields describeLocalTimeOffset(const Quor::TLocalTimeOffsetDescriptor& descriptor) {
-    Fields items;
-    const std::unique_ptr<std::list<std::string>> countries(descriptor.getCountryCodes());
-    for (const std::string& country : *countries) {
-        items.push_back(describeItem(*descriptor.get(country)));
-    }
     const unsigned sent = descriptor.getData()[1] / ITEM_SIZE;
     const bool allKept = sent == descriptor.size();
-    return {list("items", std::move(items))
+    return {listByKey("items", descriptor, &Quor::TLocalTimeOffsetDescriptor::getCountryCodes,
+                      &Quor::TLocalTimeOffsetDescriptor::get, describeItem)
                 .reads(allKept ? "" : fmt::format("of {} sent; of each country the last is kept", sent))};
 }
 
