@@ -89,7 +89,7 @@ template <class Item, class Keep> ItemWalk parseItems(Bytes body, QUOR_U16* erro
 /// Parses a number of items one behind the other into a list, until an item fails.
 template <class Item> ItemWalk parseItems(Bytes body, QUOR_U32 number, QUOR_U16* errorCode, ItemList<Item>& items) {
     ItemWalk walk{true, 0, body.size()};
-    const auto keep = [&](std::unique_ptr<Item> item) { items.push_back(std::move(item)); };
+    const auto keep = appendTo(items);
     for (; walk.complete && number != 0; --number) {
         parseNextItem<Item>(body, walk, errorCode, keep);
     }
