@@ -32,9 +32,9 @@ bool TISDBTDescriptor::parseCommonHeader(QUOR_U8* sectionData, QUOR_U32 dataLeng
     }
     const detail::Bytes descriptor(sectionData, dataLength);
     if (descriptor.u8(0) != expectedDescriptorTag) {
-        QUOR_ISDBT_LOG("%s: TISDBTDescriptor::parseCommonHeader: (3) Unexpected Descriptor Tag. Got 0x%02X, instead of "
-                       "0x%02X. Aborting!",
-                       detail::LOG_TAG, unsigned{descriptor.u8(0)}, unsigned{expectedDescriptorTag});
+        QUOR_ISDBT_LOG(
+            "%s: TISDBTDescriptor::parseCommonHeader: (3) Unexpected Descriptor Tag. Got 0x%02X, instead of 0x%02X. Aborting!",
+            detail::LOG_TAG, unsigned{descriptor.u8(0)}, unsigned{expectedDescriptorTag});
         ISDBTUtils::setErrorCode(errorCode, TISDBTTable::ERROR_INVALID_DESCRIPTOR_TAG);
         return false;
     }
