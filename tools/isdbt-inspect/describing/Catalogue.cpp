@@ -5,7 +5,12 @@
 namespace inspect {
 
 Catalogue::Catalogue() {
+    addApplicationDescriptors(*this);
+    addApplicationTable(*this);
     addCarouselDescriptors(*this);
+    addDownloadDescriptors(*this);
+    addDownloadTables(*this);
+    addGingaDescriptors(*this);
     addNetworkDescriptors(*this);
     addNetworkTables(*this);
     addProgramTables(*this);
@@ -13,6 +18,7 @@ Catalogue::Catalogue() {
     addServiceDescriptors(*this);
     addStreamDescriptors(*this);
     addTimeTables(*this);
+    addTransportDescriptors(*this);
 }
 
 const Catalogue& Catalogue::instance() {
@@ -26,7 +32,9 @@ Fields Catalogue::describe(const Quor::TISDBTTable& table) const {
 
 Field Catalogue::describe(const Quor::TISDBTDescriptor& descriptor) const {
     const DescriptorKind& kind = m_descriptors.at(typeid(descriptor));
-    Fields fields{identifier("descriptor_tag", descriptor.getDescriptorTag(), 2)};
+    Field tag = identifier("descriptor_tag", descriptor.getDescriptorTag(), 2);
+    tag.codeName = kind.variant;
+    Fields fields{std::move(tag)};
     for (Field& field : kind.describe(descriptor)) {
         fields.push_back(std::move(field));
     }

@@ -13,6 +13,9 @@ namespace inspect {
 
 /// How each class of the library is described. A class is described by one function, from the object to its fields.
 class Catalogue {
+    template <class Function> struct Argument;
+    template <class T> struct Argument<Fields (*)(const T&)> { using Type = T; };
+
 public:
     /// The classes that the library has.
     static const Catalogue& instance();
@@ -26,11 +29,12 @@ public:
     }
 
     /// Adds a descriptor class under its name.
-    /// @tparam Describe Fields(const Descriptor&)
-    template <auto Describe> void addDescriptor(std::string_view name) {
-        using Descriptor = typename Argument<decltype(Describe)>::Type;
+    /// @tparam Describe Fields(const Descriptor&), or of a base class of the one that is given beside it
+    /// @param variant tells classes of the same name apart
+    template <auto Describe, class Descriptor = typename Argument<decltype(Describe)>::Type>
+    void addDescriptor(std::string_view name, std::string_view variant = {}) {
         m_descriptors.emplace(typeid(Descriptor),
-                              DescriptorKind{name, [](const Quor::TISDBTDescriptor& descriptor) {
+                              DescriptorKind{name, variant, [](const Quor::TISDBTDescriptor& descriptor) {
                                                  return Describe(static_cast<const Descriptor&>(descriptor));
                                              }});
     }
@@ -41,11 +45,9 @@ public:
 private:
     Catalogue();
 
-    template <class Function> struct Argument;
-    template <class T> struct Argument<Fields (*)(const T&)> { using Type = T; };
-
     struct DescriptorKind {
         std::string_view name;
+        std::string_view variant;
         Fields (*describe)(const Quor::TISDBTDescriptor&);
     };
 
@@ -62,7 +64,12 @@ template <class Holder> void appendDescriptors(Fields& fields, const Holder& hol
 }
 
 // One function per group of classes; each adds its classes.
+void addApplicationDescriptors(Catalogue& catalogue);
+void addApplicationTable(Catalogue& catalogue);
 void addCarouselDescriptors(Catalogue& catalogue);
+void addDownloadDescriptors(Catalogue& catalogue);
+void addDownloadTables(Catalogue& catalogue);
+void addGingaDescriptors(Catalogue& catalogue);
 void addNetworkDescriptors(Catalogue& catalogue);
 void addNetworkTables(Catalogue& catalogue);
 void addProgramTables(Catalogue& catalogue);
@@ -70,5 +77,6 @@ void addRightsDescriptors(Catalogue& catalogue);
 void addServiceDescriptors(Catalogue& catalogue);
 void addStreamDescriptors(Catalogue& catalogue);
 void addTimeTables(Catalogue& catalogue);
+void addTransportDescriptors(Catalogue& catalogue);
 
 } // namespace inspect

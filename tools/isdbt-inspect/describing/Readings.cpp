@@ -40,6 +40,15 @@ std::string isoOffset(bool behindUtc, std::uint32_t seconds) {
     return fmt::format("{}{:02}:{:02}", behindUtc ? '-' : '+', minutes / 60, minutes % 60);
 }
 
+std::string bcdDuration(std::uint32_t digits) {
+    for (unsigned shift = 0; shift < 24; shift += 4) {
+        if ((digits >> shift & 0x0FU) > 9) {
+            return {};
+        }
+    }
+    return fmt::format("{:02X}:{:02X}:{:02X}", digits >> 16U & 0xFFU, digits >> 8U & 0xFFU, digits & 0xFFU);
+}
+
 std::string megahertz(std::uint16_t sevenths) {
     return fmt::format("{:.6f} MHz", sevenths / 7.0);
 }
