@@ -37,6 +37,18 @@ Descriptor* parseDescriptor(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32*
                       errorCode, [&](Descriptor& object) { return decode(object, Bytes(sectionData, dataLength)); });
 }
 
+/// The same for a class whose base decodes the body in its virtual parseData(), which reports the length itself.
+template <class Descriptor>
+Descriptor* parseDescriptorData(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
+                                QUOR_U16* errorCode) {
+    return parseDescriptor<Descriptor>(
+        sectionData, dataLength, parsedLength, errorCode, [=](Descriptor& object, Bytes descriptor) {
+            const Bytes body = descriptor.from(TISDBTDescriptor::COMMON_HEADER_LENGTH);
+            const bool sound = object.parseData(body.data(), body.size(), parsedLength, errorCode);
+            return sound ? Outcome::done() : Outcome::failedBelow();
+        });
+}
+
 /// The shape of every loop item's parse.
 /// @param decode Outcome(Item&, Bytes left); `left` is what is left of the loop.
 template <class Item, class Decode>
@@ -77,7 +89,7 @@ template <class Item, class Keep> ItemWalk parseItems(Bytes body, QUOR_U16* erro
 /// Parses a number of items one behind the other into a list, until an item fails.
 template <class Item> ItemWalk parseItems(Bytes body, QUOR_U32 number, QUOR_U16* errorCode, ItemList<Item>& items) {
     ItemWalk walk{true, 0, body.size()};
-    const auto keep = [&](std::unique_ptr<Item> item) { items.push_back(std::move(item)); };
+    const auto keep = appendTo(items);
     for (; walk.complete && number != 0; --number) {
         parseNextItem<Item>(body, walk, errorCode, keep);
     }

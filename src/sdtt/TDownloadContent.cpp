@@ -109,12 +109,8 @@ detail::Outcome TDownloadContent::parseLoop(detail::Bytes left, QUOR_U32& remain
     return detail::walkLoop(
         Kinds::FAMILY, *this, left, loopLength, errorCode,
         [&](QUOR_U32 bodyLength) {
-            const QUOR_U32 longest = remaining - TISDBTDescriptor::COMMON_HEADER_LENGTH;
-            if (bodyLength > longest) {
-                return tooLong(bodyLength, longest);
-            }
-            remaining = longest - bodyLength;
-            return detail::Outcome::done();
+            return detail::takeStated(remaining, bodyLength, remaining - TISDBTDescriptor::COMMON_HEADER_LENGTH,
+                                      tooLong);
         },
         unknown, tooLong);
 }
