@@ -1,0 +1,57 @@
+#ifndef QUOR_TPREFETCH_DESCRIPTOR_H
+#define QUOR_TPREFETCH_DESCRIPTOR_H
+
+#include "descriptors/TISDBTDescriptor.h"
+#include "descriptors/TPrefetchDescriptorItem.h"
+
+#include <list>
+#include <memory>
+
+namespace Quor {
+
+/// Prefetch descriptor (ABNT NBR 15606, tag 0x0C, in the application information table): the carousel modules that a
+/// receiver may fetch early, so that the application starts sooner.
+class QUOR_ISDBT_API TPrefetchDescriptor : public TISDBTDescriptor {
+public:
+    static constexpr U8 DESCRIPTOR_TAG = 0x0C;
+    static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 4;
+
+    /// An empty descriptor over the caller's bytes, which are not copied.
+    TPrefetchDescriptor(QUOR_U8* data, QUOR_U32 length);
+    /// A deep copy of @p source, which must not be null; without data.
+    explicit TPrefetchDescriptor(TPrefetchDescriptor* source);
+    ~TPrefetchDescriptor() override;
+
+    /// Parses one descriptor.
+    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param dataLength   descriptor_length + 2.
+    /// @param parsedLength receives the bytes of the last item; 0 when there is none. May be null.
+    /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(), or
+    ///                     ERROR_INVALID_DESCRIPTOR_LENGTH for an item that is not valid. May be null.
+    /// @return a new descriptor, which the caller deletes, or null.
+    static TPrefetchDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
+                                      QUOR_U16* errorCode);
+
+    /// transport_protocol_label of the transport protocol descriptor that this one belongs to.
+    QUOR_U8 getTransportProtocolLabel() const { return m_iTransportProtocolLabel; }
+
+    /// Appends an item, which the descriptor owns from now on. Null takes a place as well.
+    void add(TPrefetchDescriptorItem* item);
+
+    /// The item at a position, from 0 in wire order, owned by the descriptor; null past the end.
+    TPrefetchDescriptorItem* get(unsigned int position) const;
+
+    /// Removes and deletes the item at a position. @return 1, or 0 when no item is there.
+    QUOR_BOOL remove(unsigned int position);
+
+    /// The number of items.
+    QUOR_U32 size() const;
+
+private:
+    QUOR_U8 m_iTransportProtocolLabel;
+    std::list<std::unique_ptr<TPrefetchDescriptorItem>> m_pItems;
+};
+
+} // namespace Quor
+
+#endif

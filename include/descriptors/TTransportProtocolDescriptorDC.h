@@ -1,0 +1,44 @@
+#ifndef QUOR_TTRANSPORT_PROTOCOL_DESCRIPTOR_DC_H
+#define QUOR_TTRANSPORT_PROTOCOL_DESCRIPTOR_DC_H
+
+#include "descriptors/TTransportProtocolDescriptor.h"
+
+namespace Quor {
+
+/// Transport protocol descriptor of an application whose files arrive in a data carousel (protocol_id 4).
+class QUOR_ISDBT_API TTransportProtocolDescriptorDC : public TTransportProtocolDescriptor {
+public:
+    /// Fewest bytes from protocol_id on.
+    static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_SPECIFIC_LENGTH = 5;
+
+    /// An empty descriptor over the caller's bytes, which are not copied.
+    TTransportProtocolDescriptorDC(QUOR_U8* data, QUOR_U32 length);
+    /// A copy of @p source, which must not be null; without data, and with label 0, unlike a copy made by clone().
+    explicit TTransportProtocolDescriptorDC(TTransportProtocolDescriptorDC* source);
+    ~TTransportProtocolDescriptorDC() override;
+
+    QUOR_BOOL parseData(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* errorCode) override;
+
+    /// remote_connection: true when another service carries the carousel, which the three identifiers name.
+    QUOR_BOOL isRemoteConnection() const { return m_connection.m_bRemoteConnection; }
+
+    /// original_network_id; 0 unless the connection is remote.
+    QUOR_U16 getOriginalNetworkID() const { return m_connection.m_iOriginalNetworkID; }
+
+    /// transport_stream_id; 0 unless the connection is remote.
+    QUOR_U16 getTransportStreamID() const { return m_connection.m_iTransportStreamID; }
+
+    /// service_id; 0 unless the connection is remote.
+    QUOR_U16 getServiceID() const { return m_connection.m_iServiceID; }
+
+    /// component_tag of the stream that carries the carousel.
+    QUOR_U8 getComponentTag() const { return m_iComponentTag; }
+
+private:
+    Connection m_connection;
+    QUOR_U8 m_iComponentTag;
+};
+
+} // namespace Quor
+
+#endif
