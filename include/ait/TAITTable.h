@@ -22,7 +22,11 @@ public:
     TAITTable(QUOR_U8* data, QUOR_U32 length);
     ~TAITTable() override;
 
+    /// The common descriptor of a tag, or null. The table keeps ownership.
     TISDBTDescriptor* getDescriptor(QUOR_U8 descriptorTag) const override;
+
+    /// The tags of the common descriptors, in the order of TApplication::getDescriptorTags(): a new list, which the
+    /// caller deletes.
     std::list<QUOR_U8>* getDescriptorTags() const override;
 
     /// Parses one section.
@@ -47,16 +51,28 @@ public:
     /// @name The common descriptors
     /// Owned by the table, null when absent.
     /// @{
-    TApplicationDescriptor* getApplicationDescriptor() const;
-    TApplicationNameDescriptor* getApplicationNameDescriptor() const;
-    TApplicationIconDescriptor* getApplicationIconDescriptor() const;
-    TExternalApplicationAuthorizationDescriptor* getExternalApplicationAuthorizationDescriptor() const;
-    TTransportProtocolDescriptor* getTransportProtocolDescriptor() const;
-    TIPSignalingDescriptor* getIPSignalingDescriptor() const;
-    TPrefetchDescriptor* getPrefetchDescriptor() const;
-    TDIILocationDescriptor* getDIILocationDescriptor() const;
-    TGingaApplicationDescriptor* getGingaApplicationDescriptor() const;
-    TGingaApplicationLocationDescriptor* getGingaApplicationLocationDescriptor() const;
+    TApplicationDescriptor* getApplicationDescriptor() const { return m_pDescriptors.m_pApplicationDesc.get(); }
+    TApplicationNameDescriptor* getApplicationNameDescriptor() const {
+        return m_pDescriptors.m_pApplicationNameDesc.get();
+    }
+    TApplicationIconDescriptor* getApplicationIconDescriptor() const {
+        return m_pDescriptors.m_pApplicationIconDesc.get();
+    }
+    TExternalApplicationAuthorizationDescriptor* getExternalApplicationAuthorizationDescriptor() const {
+        return m_pDescriptors.m_pExternalAppAuthDesc.get();
+    }
+    TTransportProtocolDescriptor* getTransportProtocolDescriptor() const {
+        return m_pDescriptors.m_pTransportProtocolDesc.get();
+    }
+    TIPSignalingDescriptor* getIPSignalingDescriptor() const { return m_pDescriptors.m_pIPSignalingDesc.get(); }
+    TPrefetchDescriptor* getPrefetchDescriptor() const { return m_pDescriptors.m_pPrefetchDesc.get(); }
+    TDIILocationDescriptor* getDIILocationDescriptor() const { return m_pDescriptors.m_pDIILocationDesc.get(); }
+    TGingaApplicationDescriptor* getGingaApplicationDescriptor() const {
+        return m_pDescriptors.m_pGingaAppParamsDesc.get();
+    }
+    TGingaApplicationLocationDescriptor* getGingaApplicationLocationDescriptor() const {
+        return m_pDescriptors.m_pGingaAppLocationDesc.get();
+    }
     /// @}
 
     /// The number of applications.

@@ -102,15 +102,19 @@ public:
     /// The application's own descriptor of a tag, or null. The application keeps ownership.
     TISDBTDescriptor* getDescriptor(QUOR_U8 descriptorTag) const;
 
-    /// The tags of the application's own descriptors, in the order of the receiver's list of kinds: a new list, which
-    /// the caller deletes.
+    /// The tags of the application's own descriptors in the order 0x00, 0x01, 0x0B, 0x05, 0x02, 0x11, 0x0C, 0x0D, 0x03
+    /// or 0x06, 0x04 or 0x07: a new list, which the caller deletes.
     std::list<QUOR_U8>* getDescriptorTags() const;
 
 private:
     friend class TAITTable;
 
-    static TApplication* parse(detail::Bytes bytes, QUOR_U32 dataLength, QUOR_U32* itemLength, QUOR_U16* errorCode);
+    /// The parse of an entry that a table offers with a count that may differ from the bytes that there are.
+    static TApplication* parseWithin(detail::Bytes bytes, QUOR_U32 dataLength, QUOR_U32* itemLength,
+                                     QUOR_U16* errorCode);
     detail::Outcome decode(detail::Bytes bytes, QUOR_U32 dataLength, QUOR_U16* errorCode);
+
+    const TAITDescriptors* commonDescriptors() const;
 
     TAITTable* m_pParentAITTable;
     std::string m_sHashId;

@@ -9,7 +9,7 @@
 namespace Quor {
 
 /// What the Ginga-J and the Ginga-NCL application descriptors have in common: the parameters that the application is
-/// started with.
+/// started with. The class is abstract.
 class QUOR_ISDBT_API TGingaApplicationDescriptor : public TISDBTDescriptor {
 public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 0;

@@ -8,7 +8,7 @@
 namespace Quor {
 
 /// What the Ginga-J and the Ginga-NCL application location descriptors have in common: where the application's code
-/// lies in its file system, and what to start.
+/// lies in its file system, and what to start. The class is abstract.
 class QUOR_ISDBT_API TGingaApplicationLocationDescriptor : public TISDBTDescriptor {
 public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 2;

@@ -22,10 +22,7 @@ TParentalRatingDescriptor* TParentalRatingDescriptor::parse(QUOR_U8* sectionData
         sectionData, dataLength, parsedLength, errorCode,
         [errorCode](TParentalRatingDescriptor& object, detail::Bytes descriptor) {
             const detail::ItemWalk walk = detail::parseItems<TParentalRatingDescriptorItem>(
-                descriptor.from(COMMON_HEADER_LENGTH), errorCode,
-                [&](std::unique_ptr<TParentalRatingDescriptorItem> item) {
-                    object.m_pItems.push_back(std::move(item));
-                });
+                descriptor.from(COMMON_HEADER_LENGTH), errorCode, detail::appendTo(object.m_pItems));
             if (!walk.complete) {
                 QUOR_ISDBT_LOG("%s: TParentalRatingDescriptor::parse: Invalid item. Aborting!", detail::LOG_TAG);
                 return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);

@@ -2,11 +2,12 @@
 #define QUOR_DETAIL_ARRAYS_H
 
 #include "detail/Bytes.h"
+#include "utils/ParserUtils.h"
 
 #include <algorithm>
 #include <memory>
 
-/// The owned arrays of descriptors whose last field fills the rest of their body.
+/// The owned arrays of descriptors: fields that fill the rest of a body, and fields behind a length byte.
 namespace Quor::detail {
 
 /// A copy of the bytes; null when there are none.
@@ -36,6 +37,22 @@ inline std::unique_ptr<QUOR_U16[]> copyWords(Bytes bytes) {
         words[i] = bytes.u16(2 * i);
     }
     return words;
+}
+
+/// Reads a length byte and the array behind it, which stays null when the length is 0.
+/// @return false when @p left ends before either of them.
+inline bool readByteArray(Bytes left, QUOR_U8& length, std::unique_ptr<QUOR_U8[]>& target) {
+    constexpr QUOR_U32 lengthByte = 1;
+    length = left.u8(0);
+    if (!left.has(0, lengthByte + length)) {
+        return false;
+    }
+    if (length != 0) {
+        QUOR_U8* copy = nullptr;
+        ParserUtils::parseByteArray(left.from(lengthByte).data(), copy, length);
+        target.reset(copy);
+    }
+    return true;
 }
 
 } // namespace Quor::detail

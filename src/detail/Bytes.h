@@ -25,6 +25,9 @@ public:
         return Bytes(m_pData + skipped, m_iSize - skipped);
     }
 
+    /// The view up to @p count bytes; all of it when it is shorter.
+    Bytes first(QUOR_U32 count) const { return Bytes(m_pData, count < m_iSize ? count : m_iSize); }
+
     QUOR_U8 u8(QUOR_U32 at) const { return at < m_iSize ? m_pData[at] : QUOR_U8{0}; }
     QUOR_U16 u16(QUOR_U32 at) const { return static_cast<QUOR_U16>(u8(at) << 8 | u8(at + 1)); }
     QUOR_U32 u24(QUOR_U32 at) const { return static_cast<QUOR_U32>(u8(at)) << 16 | u16(at + 1); }

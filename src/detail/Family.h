@@ -14,6 +14,7 @@ namespace Quor::detail {
 /// One kind of descriptor that a holder keeps at most one of: how it is parsed, and in which member it lies.
 template <class Holder> struct Kind {
     QUOR_U8 tag;
+    QUOR_U32 minimumLength;
     bool (*parse)(Holder& holder, QUOR_U8* data, QUOR_U32 length, QUOR_U16* errorCode);
     TISDBTDescriptor* (*get)(const Holder& holder);
 };
@@ -28,7 +29,7 @@ template <class H, class D> struct MemberOf<std::unique_ptr<D> H::*> {
 /// kinds.
 template <auto Member, class Descriptor = typename MemberOf<decltype(Member)>::Descriptor> constexpr auto kind() {
     using Holder = typename MemberOf<decltype(Member)>::Holder;
-    return Kind<Holder>{Descriptor::DESCRIPTOR_TAG,
+    return Kind<Holder>{Descriptor::DESCRIPTOR_TAG, Descriptor::MINIMUM_DESCRIPTOR_LENGTH,
                         // What a repeated descriptor displaces is deleted: nobody can hold it yet.
                         [](Holder& holder, QUOR_U8* data, QUOR_U32 length, QUOR_U16* errorCode) {
                             (holder.*Member).reset(Descriptor::parse(data, length, nullptr, errorCode));
@@ -63,7 +64,8 @@ public:
             return Dispatch::Unknown;
         }
         const QUOR_U32 length = TISDBTDescriptor::COMMON_HEADER_LENGTH + left.u8(1);
-        if (!left.has(0, length)) {
+        // A descriptor below its minimum is refused by its header, so that its body need not be there.
+        if (left.u8(1) >= known->minimumLength && !left.has(0, length)) {
             return Dispatch::Overrun;
         }
         return known->parse(holder, left.data(), length, errorCode) ? Dispatch::Stored : Dispatch::Failed;
@@ -137,6 +139,20 @@ Outcome walkLoop(const Family<Holder, N>& family, Holder& holder, Bytes& left, Q
         loopLength = static_cast<QUOR_U16>(loopLength - length);
         left = left.from(length);
     }
+    return Outcome::done();
+}
+
+/// The bound of an entry's loop: the bytes left as the section counts them. Subtracts the descriptor from them.
+/// @param shown   the number that the class's line gives for them.
+/// @param tooLong Outcome(needed, left): logs a descriptor that does not fit.
+template <class TooLong> Outcome takeStated(QUOR_U32& stated, QUOR_U32 bodyLength, QUOR_U32 shown, TooLong tooLong) {
+    if (stated < TISDBTDescriptor::COMMON_HEADER_LENGTH) {
+        return tooLong(TISDBTDescriptor::COMMON_HEADER_LENGTH, stated);
+    }
+    if (bodyLength > stated - TISDBTDescriptor::COMMON_HEADER_LENGTH) {
+        return tooLong(bodyLength, shown);
+    }
+    stated -= TISDBTDescriptor::COMMON_HEADER_LENGTH + bodyLength;
     return Outcome::done();
 }
 

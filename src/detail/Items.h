@@ -7,6 +7,7 @@
 #include <list>
 #include <map>
 #include <memory>
+#include <string>
 
 /// The owned items of tables and descriptors: maps by a natural key, lists by position in wire order.
 namespace Quor::detail {
@@ -66,6 +67,11 @@ template <class Item> void add(ItemList<Item>& items, Item* item) {
     items.back().reset(item);
 }
 
+/// Takes the items that were found on the wire, in their order.
+template <class Item> auto appendTo(ItemList<Item>& items) {
+    return [&items](std::unique_ptr<Item> item) { items.push_back(std::move(item)); };
+}
+
 /// Unlinks and deletes the item at @p index. @return false, with the list unchanged, when no item is there.
 template <class Item> QUOR_BOOL remove(ItemList<Item>& items, QUOR_U32 index) {
     const auto found = position(items, index);
@@ -74,6 +80,48 @@ template <class Item> QUOR_BOOL remove(ItemList<Item>& items, QUOR_U32 index) {
     }
     items.erase(found);
     return true;
+}
+
+/// The string at @p index, or an empty one past the end.
+inline std::string get(const std::list<std::string>& strings, QUOR_U32 index) {
+    const auto found = position(strings, index);
+    return found == strings.end() ? std::string() : *found;
+}
+
+/// Removes the string at @p index. @return false, with the list unchanged, past the end.
+inline QUOR_BOOL remove(std::list<std::string>& strings, QUOR_U32 index) {
+    const auto found = position(strings, index);
+    if (found == strings.end()) {
+        return false;
+    }
+    strings.erase(found);
+    return true;
+}
+
+/// A deep copy, through the constructor from a pointer; null of null.
+template <class T> std::unique_ptr<T> copy(T* source) {
+    if (source == nullptr) {
+        return nullptr;
+    }
+    return std::make_unique<T>(source);
+}
+
+/// Deep copies of all items under their keys.
+template <class Key, class Item> ItemMap<Key, Item> copy(const ItemMap<Key, Item>& items) {
+    ItemMap<Key, Item> result;
+    for (const auto& entry : items) {
+        result.emplace(entry.first, copy(entry.second.get()));
+    }
+    return result;
+}
+
+/// Deep copies of all items in their order.
+template <class Item> ItemList<Item> copy(const ItemList<Item>& items) {
+    ItemList<Item> result;
+    for (const auto& item : items) {
+        result.push_back(copy(item.get()));
+    }
+    return result;
 }
 
 } // namespace Quor::detail

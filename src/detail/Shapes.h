@@ -3,6 +3,7 @@
 
 #include "descriptors/TISDBTDescriptor.h"
 #include "detail/Bytes.h"
+#include "detail/Items.h"
 #include "detail/Outcome.h"
 
 namespace Quor::detail {
@@ -36,6 +37,18 @@ Descriptor* parseDescriptor(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32*
                       errorCode, [&](Descriptor& object) { return decode(object, Bytes(sectionData, dataLength)); });
 }
 
+/// The same for a class whose base decodes the body in its virtual parseData(), which reports the length itself.
+template <class Descriptor>
+Descriptor* parseDescriptorData(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
+                                QUOR_U16* errorCode) {
+    return parseDescriptor<Descriptor>(
+        sectionData, dataLength, parsedLength, errorCode, [=](Descriptor& object, Bytes descriptor) {
+            const Bytes body = descriptor.from(TISDBTDescriptor::COMMON_HEADER_LENGTH);
+            const bool sound = object.parseData(body.data(), body.size(), parsedLength, errorCode);
+            return sound ? Outcome::done() : Outcome::failedBelow();
+        });
+}
+
 /// The shape of every loop item's parse.
 /// @param decode Outcome(Item&, Bytes left); `left` is what is left of the loop.
 template <class Item, class Decode>
@@ -51,21 +64,34 @@ struct ItemWalk {
     QUOR_U32 left; ///< bytes that were left when the walk ended
 };
 
-/// Parses items one behind the other until the body is used up or an item fails. An item that takes no byte, or more
-/// than is left, counts as failed.
+/// Parses the next item of a walk. An item that takes no byte, or more than is left, counts as failed.
+template <class Item, class Keep> void parseNextItem(Bytes body, ItemWalk& walk, QUOR_U16* errorCode, Keep& keep) {
+    QUOR_U32 length = 0;
+    std::unique_ptr<Item> item(Item::parse(body.from(body.size() - walk.left).data(), walk.left, &length, errorCode));
+    walk.complete = item != nullptr && length != 0 && length <= walk.left;
+    if (walk.complete) {
+        keep(std::move(item));
+        walk.last = length;
+        walk.left -= length;
+    }
+}
+
+/// Parses items one behind the other until the body is used up or an item fails.
 /// @param keep takes each item as a std::unique_ptr
 template <class Item, class Keep> ItemWalk parseItems(Bytes body, QUOR_U16* errorCode, Keep keep) {
     ItemWalk walk{true, 0, body.size()};
     while (walk.complete && walk.left != 0) {
-        QUOR_U32 length = 0;
-        std::unique_ptr<Item> item(
-            Item::parse(body.from(body.size() - walk.left).data(), walk.left, &length, errorCode));
-        walk.complete = item != nullptr && length != 0 && length <= walk.left;
-        if (walk.complete) {
-            keep(std::move(item));
-            walk.last = length;
-            walk.left -= length;
-        }
+        parseNextItem<Item>(body, walk, errorCode, keep);
+    }
+    return walk;
+}
+
+/// Parses a number of items one behind the other into a list, until an item fails.
+template <class Item> ItemWalk parseItems(Bytes body, QUOR_U32 number, QUOR_U16* errorCode, ItemList<Item>& items) {
+    ItemWalk walk{true, 0, body.size()};
+    const auto keep = appendTo(items);
+    for (; walk.complete && number != 0; --number) {
+        parseNextItem<Item>(body, walk, errorCode, keep);
     }
     return walk;
 }

@@ -1,10 +1,15 @@
 #include "pat/TPATTable.h"
 
-#include "support/Parse.h"
+#include "support/Header.h"
+#include "support/Lifetime.h"
+#include "support/Survival.h"
 
 #include <gtest/gtest.h>
 
+#include <type_traits>
+
 using Quor::TISDBTTable;
+using Quor::TISDBTVersionedTable;
 using Quor::TPATTable;
 using Quor::TProgramAssociation;
 
@@ -14,26 +19,460 @@ ByteVector pat(const ByteVector& entries, const LongHeader& header = {}) {
     return longSection(0x00, header, entries);
 }
 
+LongHeader version(unsigned number, QUOR_U8 section = 0) {
+    LongHeader header;
+    header.version = number;
+    header.section = section;
+    return header;
+}
+
+/// Entries 1, 2, 3, ... with PIDs of the same numbers from byte 8 on to the end, behind a header with section_length.
+ByteVector longBuffer(std::size_t size, unsigned sectionLength) {
+    ByteVector wire = hex("00 B000 0001 C1 00 00");
+    for (unsigned number = 1; wire.size() < size; ++number) {
+        for (const QUOR_U8 byte : join({u16(number & 0xFFFF), u16(number & 0x1FFF)})) {
+            wire.push_back(byte);
+        }
+    }
+    wire.resize(size);
+    return withSectionLength(wire, sectionLength);
+}
+
+std::unique_ptr<TPATTable> emptyPat() {
+    QUOR_U8 nothing = 0;
+    return std::unique_ptr<TPATTable>(new TPATTable(&nothing, 0));
+}
+
+TProgramAssociation* counted(int& deleted, QUOR_U16 programNumber) {
+    return new Counted<TProgramAssociation>(deleted, programNumber, QUOR_U16{0x100});
+}
+
+const ByteVector THREE_ENTRIES = hex("0000 E010  0001 E100  0002 E101");
+
 } // namespace
 
+TEST(TPATTable, HasItsMinimum) {
+    EXPECT_EQ(TPATTable::MINIMUM_DATA_LENGTH, 10U);
+}
+
+TEST(TPATTable, StartsEmptyOverACopy) {
+    const HeapBytes bytes(pat(THREE_ENTRIES, {0x02E1, 12}));
+    const TPATTable table(bytes.data(), bytes.size());
+    EXPECT_EQ(table.getType(), TISDBTTable::PAT);
+    EXPECT_NE(table.getData(), bytes.data());
+    EXPECT_EQ(table.getDataLength(), 24U);
+    EXPECT_EQ(table.getTransportStreamID(), 0);
+    EXPECT_EQ(table.getNetworkPid(), 0);
+    EXPECT_EQ(table.size(), 0U);
+}
+
 TEST(TPATTable, ListsServicesAndNetworkPid) {
-    const auto parsed = parseSection<TPATTable>(pat(hex("0000 E010  0001 E100  0002 E101"), {0x02E1, 12}));
+    const auto parsed = parseSection<TPATTable>(pat(THREE_ENTRIES, {0x02E1, 12}));
     ASSERT_NE(parsed.object, nullptr);
     EXPECT_EQ(parsed.error, TISDBTTable::ERROR_OK);
     EXPECT_EQ(parsed.lines, Lines{});
-    EXPECT_EQ(parsed->getTransportStreamID(), 0x02E1);
-    EXPECT_EQ(parsed->getVersion(), 12);
+    EXPECT_EQ(parsed->getType(), TISDBTTable::PAT);
     EXPECT_EQ(parsed->getNetworkPid(), 0x0010);
     EXPECT_EQ(parsed->size(), 2U);
     EXPECT_EQ(taken(parsed->getProgramNumbers()), (std::vector<QUOR_U16>{1, 2}));
+    EXPECT_EQ(parsed->get(1)->getProgramNumber(), 1);
+    EXPECT_EQ(parsed->get(1)->getProgramMapPid(), 0x0100);
     EXPECT_EQ(parsed->get(2)->getProgramMapPid(), 0x0101);
+    EXPECT_EQ(parsed->get(0), nullptr);
     EXPECT_EQ(parsed->get(3), nullptr);
 }
 
+TEST(TPATTable, HeaderFieldsAreReadFromTheWire) {
+    const auto parsed = parseSection<TPATTable>(pat({}, {0x02E1, 22, false, 3, 7}));
+    ASSERT_NE(parsed.object, nullptr);
+    EXPECT_EQ(parsed->getTransportStreamID(), 0x02E1);
+    EXPECT_EQ(parsed->getGenericDataField(), 0x02E1);
+    EXPECT_EQ(parsed->getVersion(), 22);
+    EXPECT_FALSE(parsed->getCurrentIndicator());
+    EXPECT_EQ(parsed->getSectionNumber(), 3);
+    EXPECT_EQ(parsed->getLastSectionNumber(), 7);
+}
+
+TEST(TPATTable, SectionWithoutEntriesIsEmpty) {
+    const ByteVector wire = pat({});
+    ASSERT_EQ(wire[2], 9); // section_length
+    const auto parsed = parseSection<TPATTable>(wire);
+    ASSERT_NE(parsed.object, nullptr);
+    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_OK);
+    EXPECT_EQ(parsed->size(), 0U);
+    EXPECT_EQ(taken(parsed->getProgramNumbers()), std::vector<QUOR_U16>{});
+    EXPECT_EQ(parsed->get(0), nullptr);
+    EXPECT_EQ(parsed->get(1), nullptr);
+    EXPECT_EQ(parsed->getNetworkPid(), 0);
+}
+
+TEST(TPATTable, ReservedBitsOfThePidAreMaskedOff) {
+    EXPECT_EQ(parseSection<TPATTable>(pat(hex("0001 E100")))->get(1)->getProgramMapPid(), 0x0100);
+    EXPECT_EQ(parseSection<TPATTable>(pat(hex("0001 0100")))->get(1)->getProgramMapPid(), 0x0100);
+    EXPECT_EQ(parseSection<TPATTable>(pat(hex("0001 FFFF")))->get(1)->getProgramMapPid(), 0x1FFF);
+    EXPECT_EQ(parseSection<TPATTable>(pat(hex("0000 FFFE")))->getNetworkPid(), 0x1FFE);
+}
+
+TEST(TPATTable, LastEntryOfAProgramNumberWins) {
+    const auto parsed = parseSection<TPATTable>(pat(hex("0005 E100  0005 E200")));
+    ASSERT_NE(parsed.object, nullptr);
+    EXPECT_EQ(parsed->size(), 1U);
+    EXPECT_EQ(parsed->get(5)->getProgramMapPid(), 0x0200);
+}
+
+TEST(TPATTable, LastNetworkPidWins) {
+    const auto parsed = parseSection<TPATTable>(pat(hex("0000 E010  0001 E100  0000 E011")));
+    EXPECT_EQ(parsed->getNetworkPid(), 0x0011);
+    EXPECT_EQ(parsed->size(), 1U);
+}
+
+TEST(TPATTable, ProgramNumbersComeInAscendingOrder) {
+    const auto parsed = parseSection<TPATTable>(pat(hex("FFFF E101  0100 E102  00FF E103  0001 E104")));
+    EXPECT_EQ(taken(parsed->getProgramNumbers()), (std::vector<QUOR_U16>{0x0001, 0x00FF, 0x0100, 0xFFFF}));
+    EXPECT_EQ(parsed->get(0xFFFF)->getProgramMapPid(), 0x0101);
+}
+
+TEST(TPATTable, ProgramNumbersAreANewListForTheCaller) {
+    const auto parsed = parseSection<TPATTable>(pat(THREE_ENTRIES));
+    const std::unique_ptr<std::list<QUOR_U16>> first(parsed->getProgramNumbers());
+    const std::unique_ptr<std::list<QUOR_U16>> second(parsed->getProgramNumbers());
+    EXPECT_NE(first, second);
+    EXPECT_EQ(*first, *second);
+}
+
+TEST(TPATTable, SectionOfFullLengthIsRead) {
+    ByteVector entries;
+    for (unsigned number = 1; number <= 1021; ++number) { // 4084 bytes, section_length 4093
+        entries = join({std::move(entries), u16(number), u16(number, 0xE000)});
+    }
+    const auto parsed = parseSection<TPATTable>(pat(entries));
+    ASSERT_NE(parsed.object, nullptr);
+    EXPECT_EQ(parsed->size(), 1021U);
+    EXPECT_EQ(parsed->get(1021)->getProgramMapPid(), 1021);
+}
+
+TEST(TPATTable, HasNoDescriptors) {
+    const auto parsed = parseSection<TPATTable>(pat(THREE_ENTRIES));
+    const TISDBTTable& base = *parsed.object;
+    for (unsigned tag = 0; tag <= 0xFF; ++tag) {
+        EXPECT_EQ(base.getDescriptor(static_cast<QUOR_U8>(tag)), nullptr);
+    }
+    EXPECT_EQ(taken(base.getDescriptorTags()), std::vector<QUOR_U8>{});
+}
+
+TEST(TPATTable, StaysReadableWhenTheCallersBytesAreGone) {
+    std::unique_ptr<TPATTable> table;
+    const ByteVector wire = pat(THREE_ENTRIES, {0x02E1, 12});
+    {
+        const HeapBytes bytes(wire);
+        table.reset(TPATTable::parse(bytes.data(), bytes.size(), 0, 0, nullptr, nullptr));
+    }
+    ASSERT_NE(table, nullptr);
+    EXPECT_EQ(table->getTransportStreamID(), 0x02E1);
+    EXPECT_EQ(table->getVersion(), 12);
+    EXPECT_EQ(table->getNetworkPid(), 0x0010);
+    EXPECT_EQ(table->get(2)->getProgramMapPid(), 0x0101);
+    EXPECT_EQ(ByteVector(table->getData(), table->getData() + table->getDataLength()), wire);
+}
+
+TEST(TPATTable, SwitchesMakeNoDifference) {
+    ByteVector wire = pat(THREE_ENTRIES);
+    wire.back() ^= 0x01U; // a wrong CRC_32
+    const HeapBytes bytes(wire);
+    for (const int parseDescriptors : {0, 1}) {
+        for (const int checkCRC32 : {0, 1}) {
+            QUOR_U16 error = PRESET_ERROR;
+            const std::unique_ptr<TPATTable> table(
+                TPATTable::parse(bytes.data(), bytes.size(), parseDescriptors, checkCRC32, &error, nullptr));
+            ASSERT_NE(table, nullptr);
+            EXPECT_EQ(error, TISDBTTable::ERROR_OK);
+            EXPECT_EQ(table->size(), 2U);
+        }
+    }
+}
+
+TEST(TPATTable, BytesBehindTheSectionAreIgnored) {
+    const auto parsed = parseSection<TPATTable>(join({pat(hex("0001 E100")), hex("0009 E109 FFFF")}));
+    ASSERT_NE(parsed.object, nullptr);
+    EXPECT_EQ(taken(parsed->getProgramNumbers()), std::vector<QUOR_U16>{1});
+    EXPECT_EQ(parsed->getDataLength(), 22U);
+}
+
+TEST(TPATTable, NullDataAreInvalid) {
+    QUOR_U16 error = PRESET_ERROR;
+    const LogCapture log;
+    EXPECT_EQ(TPATTable::parse(nullptr, 24, 1, 1, &error, nullptr), nullptr);
+    EXPECT_EQ(error, TISDBTTable::ERROR_INVALID_DATA);
+    EXPECT_EQ(log.lines(), Lines{"ISDBTUtils: TISDBTTable::parse: Invalid data. Aborting!"});
+    EXPECT_EQ(TPATTable::parse(nullptr, 0, 1, 1, &error, nullptr), nullptr);
+    EXPECT_EQ(error, TISDBTTable::ERROR_INVALID_DATA);
+}
+
+TEST(TPATTable, FewerThanTenBytesFail) {
+    const auto nine = parseSection<TPATTable>(hex("00 B006 0001 C1 00 00 00"));
+    EXPECT_EQ(nine.object, nullptr);
+    EXPECT_EQ(nine.error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+    EXPECT_EQ(nine.lines, Lines{"ISDBTUtils: TISDBTTable::parse: Longer data length is required: 9 < 10. Aborting!"});
+    const auto none = parseSection<TPATTable>({});
+    EXPECT_EQ(none.error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+    EXPECT_EQ(none.lines, Lines{"ISDBTUtils: TISDBTTable::parse: Longer data length is required: 0 < 10. Aborting!"});
+}
+
+TEST(TPATTable, OtherTableIdFails) {
+    ByteVector wire = pat(THREE_ENTRIES);
+    wire[0] = 0x02;
+    const auto parsed = parseSection<TPATTable>(wire);
+    EXPECT_EQ(parsed.object, nullptr);
+    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INVALID_TABLE_ID);
+    EXPECT_EQ(parsed.lines, Lines{"ISDBTUtils: TISDBTTable::parse: Unexpected table ID. Got 0x02, instead of 0x00. "
+                                  "Aborting!"});
+}
+
+TEST(TPATTable, SectionMustFitIntoTheData) {
+    ByteVector wire = pat(THREE_ENTRIES);
+    wire.pop_back();
+    const auto parsed = parseSection<TPATTable>(wire);
+    EXPECT_EQ(parsed.object, nullptr);
+    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INVALID_SECTION_LEN_TOO_BIG);
+    EXPECT_EQ(parsed.lines, Lines{"ISDBTUtils: TISDBTTable::parse: Section length exceeds data length. Aborting!"});
+}
+
+TEST(TPATTable, SameVersionAsPreviousIsNotUpdated) {
+    const auto first = parseSection<TPATTable>(pat(THREE_ENTRIES, version(12)));
+    const auto again = parseSection<TPATTable>(pat(hex("0001 E100"), version(12)), first.object.get());
+    EXPECT_EQ(again.object, nullptr);
+    EXPECT_EQ(again.error, TISDBTTable::ERROR_TABLE_NOT_UPDATED);
+    EXPECT_EQ(again.lines, Lines{});
+    EXPECT_EQ(first->size(), 2U); // the previous table stays as it is
+}
+
+TEST(TPATTable, OtherVersionThanPreviousIsParsed) {
+    const auto first = parseSection<TPATTable>(pat(THREE_ENTRIES, version(12)));
+    const auto next = parseSection<TPATTable>(pat(hex("0007 E107"), version(13)), first.object.get());
+    ASSERT_NE(next.object, nullptr);
+    EXPECT_EQ(next.error, TISDBTTable::ERROR_OK);
+    EXPECT_EQ(next.lines, Lines{});
+    EXPECT_EQ(taken(next->getProgramNumbers()), std::vector<QUOR_U16>{7});
+}
+
+TEST(TPATTable, SecondSectionAfterPreviousFailsWithTheCallersErrorCode) {
+    const auto first = parseSection<TPATTable>(pat(THREE_ENTRIES, version(12)));
+    const auto second = parseSection<TPATTable>(pat(THREE_ENTRIES, version(13, 1)), first.object.get());
+    EXPECT_EQ(second.object, nullptr);
+    EXPECT_EQ(second.error, PRESET_ERROR);
+    EXPECT_EQ(second.lines,
+              Lines{"ISDBTUtils: TISDBTVersionedTable::parse: Multi-section parsing not supported. TODO!"});
+}
+
+TEST(TPATTable, SecondSectionWithoutPreviousIsParsed) {
+    const auto second = parseSection<TPATTable>(pat(THREE_ENTRIES, version(13, 1)));
+    ASSERT_NE(second.object, nullptr);
+    EXPECT_EQ(second.error, TISDBTTable::ERROR_OK);
+    EXPECT_EQ(second->getSectionNumber(), 1);
+}
+
+TEST(TPATTable, PreviousOfAnotherTypeIsIncompatible) {
+    TISDBTVersionedTable sdt = emptyTable<TISDBTVersionedTable>(TISDBTTable::SDT);
+    TISDBTTable tot = emptyTable<TISDBTTable>(TISDBTTable::TOT);
+    for (TISDBTTable* const other : {static_cast<TISDBTTable*>(&sdt), &tot}) {
+        const std::unique_ptr<TPATTable> table = emptyPat();
+        const Header header = parseHeader(*table, pat(THREE_ENTRIES, version(13, 1)), other);
+        EXPECT_FALSE(header.good);
+        EXPECT_EQ(header.error, TISDBTTable::ERROR_INCOMPATIBLE_TABLE_TYPE);
+        EXPECT_EQ(header.lines, Lines{});
+    }
+}
+
+TEST(TPATTable, ErrorCodeMayBeNull) {
+    const HeapBytes good(pat(THREE_ENTRIES));
+    const HeapBytes broken(pat(hex("0001 E100 00")));
+    const std::unique_ptr<TPATTable> table(TPATTable::parse(good.data(), good.size(), 1, 1, nullptr, nullptr));
+    EXPECT_NE(table, nullptr);
+    EXPECT_EQ(TPATTable::parse(good.data(), good.size(), 1, 1, nullptr, table.get()), nullptr);
+    EXPECT_EQ(TPATTable::parse(good.data(), good.size() - 1, 1, 1, nullptr, nullptr), nullptr);
+    EXPECT_EQ(TPATTable::parse(broken.data(), broken.size(), 1, 1, nullptr, nullptr), nullptr);
+    EXPECT_EQ(TPATTable::parse(nullptr, 0, 1, 1, nullptr, nullptr), nullptr);
+}
+
 TEST(TPATTable, EntriesThatDoNotEndAtTheCrcFail) {
-    // Two bytes too many in the loop: the walk goes on through the CRC_32 until the data ends.
-    const auto parsed = parseSection<TPATTable>(pat(hex("0001 E100  0002")));
+    // One to three bytes too many in the loop: the walk goes on through the CRC_32 until the data end.
+    const auto one = parseSection<TPATTable>(pat(hex("0001 E100  00")));
+    EXPECT_EQ(one.object, nullptr);
+    EXPECT_EQ(one.error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+    EXPECT_EQ(one.lines, Lines{"ISDBTUtils: TPATTable::parse: Item length not valid: 4 > 1. Aborting!"});
+    const auto two = parseSection<TPATTable>(pat(hex("0001 E100  0002")));
+    EXPECT_EQ(two.error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+    EXPECT_EQ(two.lines, Lines{"ISDBTUtils: TPATTable::parse: Item length not valid: 4 > 2. Aborting!"});
+    const auto three = parseSection<TPATTable>(pat(hex("0001 E100  0002 E1")));
+    EXPECT_EQ(three.error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+    EXPECT_EQ(three.lines, Lines{"ISDBTUtils: TPATTable::parse: Item length not valid: 4 > 3. Aborting!"});
+}
+
+TEST(TPATTable, EntriesThatDoNotEndAtTheCrcFailInALongBufferToo) {
+    // A count that is no multiple of 4 passes 0 in every round of its 16 bits.
+    const auto parsed = parseSection<TPATTable>(longBuffer(200008, 15));
     EXPECT_EQ(parsed.object, nullptr);
     EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-    EXPECT_EQ(parsed.lines, Lines{"ISDBTUtils: TPATTable::parse: Item length not valid: 4 > 2. Aborting!"});
+    EXPECT_EQ(parsed.lines, Lines{"ISDBTUtils: TPATTable::parse: Item length not valid: 4 > 0. Aborting!"});
+}
+
+TEST(TPATTable, SectionShorterThanItsHeaderFailsWhereTheDataEnd) {
+    // section_length below 9: the count of bytes wraps to nearly 65536.
+    for (unsigned sectionLength = 0; sectionLength < 9; ++sectionLength) {
+        SCOPED_TRACE(sectionLength);
+        const auto parsed = parseSection<TPATTable>(withSectionLength(pat(THREE_ENTRIES), sectionLength));
+        EXPECT_EQ(parsed.object, nullptr);
+        EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+        EXPECT_EQ(parsed.lines, Lines{"ISDBTUtils: TPATTable::parse: Item length not valid: 4 > 0. Aborting!"});
+    }
+}
+
+TEST(TPATTable, WrappedCountIsWalkedInsideALongerBuffer) {
+    // section_length 1 leaves 1 - 9 = 65528 bytes, which with the 8 of the header come to 64 KiB.
+    const auto parsed = parseSection<TPATTable>(longBuffer(65536, 1));
+    ASSERT_NE(parsed.object, nullptr);
+    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_OK);
+    EXPECT_EQ(parsed.lines, Lines{});
+    EXPECT_EQ(parsed->size(), 16382U);
+    EXPECT_EQ(parsed->get(16382)->getProgramMapPid(), 16382 & 0x1FFF);
+}
+
+TEST(TPATTable, WrappedCountStopsAtItsEndInAnEvenLongerBuffer) {
+    const auto parsed = parseSection<TPATTable>(longBuffer(70000, 1));
+    ASSERT_NE(parsed.object, nullptr);
+    EXPECT_EQ(parsed->size(), 16382U);
+    EXPECT_EQ(parsed->get(16383), nullptr);
+    const auto four = parseSection<TPATTable>(longBuffer(70000, 5)); // 65532 bytes
+    ASSERT_NE(four.object, nullptr);
+    EXPECT_EQ(four->size(), 16383U);
+}
+
+TEST(TPATTable, WrappedCountOneByteBeyondTheDataFails) {
+    const auto parsed = parseSection<TPATTable>(longBuffer(65535, 1));
+    EXPECT_EQ(parsed.object, nullptr);
+    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+    EXPECT_EQ(parsed.lines, Lines{"ISDBTUtils: TPATTable::parse: Item length not valid: 4 > 3. Aborting!"});
+    EXPECT_NE(parseSection<TPATTable>(longBuffer(65540, 5)).object, nullptr);
+    EXPECT_EQ(parseSection<TPATTable>(longBuffer(65539, 5)).error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+}
+
+TEST(TPATTable, LinesAreLoggedAtLevelFourUnderTheTagOfTheParsers) {
+    const HeapBytes bytes(pat(hex("0001 E100  0002")));
+    const LogCapture log;
+    EXPECT_EQ(TPATTable::parse(bytes.data(), bytes.size(), 1, 1, nullptr, nullptr), nullptr);
+    ASSERT_EQ(log.records().size(), 1U);
+    EXPECT_EQ(log.records()[0].level, 4);
+    EXPECT_EQ(log.records()[0].tag, "ISDBTUtils");
+}
+
+TEST(TPATTable, ParsePrintsNothing) {
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    parseSection<TPATTable>(pat(THREE_ENTRIES));
+    parseSection<TPATTable>(pat(hex("0001 E100  0002")));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+}
+
+TEST(TPATTable, AddStoresUnderTheProgramNumber) {
+    const std::unique_ptr<TPATTable> table = emptyPat();
+    TProgramAssociation* const entry = new TProgramAssociation(7, 0x0107);
+    table->add(entry);
+    EXPECT_EQ(table->size(), 1U);
+    EXPECT_EQ(table->get(7), entry);
+    EXPECT_EQ(taken(table->getProgramNumbers()), std::vector<QUOR_U16>{7});
+}
+
+TEST(TPATTable, AddKeepsProgramNumberZeroLikeAnyOther) {
+    const std::unique_ptr<TPATTable> table = emptyPat();
+    table->add(new TProgramAssociation(0, 0x0010));
+    EXPECT_EQ(table->size(), 1U);
+    EXPECT_EQ(table->get(0)->getProgramMapPid(), 0x0010);
+    EXPECT_EQ(table->getNetworkPid(), 0);
+}
+
+TEST(TPATTable, AddDisplacesWithoutDeleting) {
+    int deleted = 0;
+    const std::unique_ptr<TPATTable> table = emptyPat();
+    const std::unique_ptr<TProgramAssociation> first(counted(deleted, 5));
+    TProgramAssociation* const second = counted(deleted, 5);
+    table->add(first.get());
+    table->add(second);
+    EXPECT_EQ(deleted, 0);
+    EXPECT_EQ(table->size(), 1U);
+    EXPECT_EQ(table->get(5), second);
+    EXPECT_EQ(first->getProgramNumber(), 5); // still there
+}
+
+TEST(TPATTable, AddIgnoresNull) {
+    const std::unique_ptr<TPATTable> table = emptyPat();
+    table->add(nullptr);
+    EXPECT_EQ(table->size(), 0U);
+}
+
+TEST(TPATTable, RemoveDeletes) {
+    int deleted = 0;
+    const std::unique_ptr<TPATTable> table = emptyPat();
+    table->add(counted(deleted, 1));
+    table->add(counted(deleted, 2));
+    EXPECT_FALSE(table->remove(7));
+    EXPECT_EQ(deleted, 0);
+    EXPECT_TRUE(table->remove(1));
+    EXPECT_EQ(deleted, 1);
+    EXPECT_EQ(table->get(1), nullptr);
+    EXPECT_EQ(table->size(), 1U);
+    EXPECT_FALSE(table->remove(1));
+    EXPECT_EQ(deleted, 1);
+}
+
+TEST(TPATTable, EntriesParsedAreRemovedAndReplaced) {
+    const auto parsed = parseSection<TPATTable>(pat(THREE_ENTRIES));
+    EXPECT_FALSE(parsed->remove(7));
+    EXPECT_EQ(parsed->size(), 2U);
+    EXPECT_TRUE(parsed->remove(1));
+    EXPECT_EQ(parsed->get(1), nullptr);
+    EXPECT_EQ(parsed->size(), 1U);
+    const std::unique_ptr<TProgramAssociation> displaced(parsed->get(2));
+    parsed->add(new TProgramAssociation(2, 0x0202));
+    EXPECT_EQ(parsed->get(2)->getProgramMapPid(), 0x0202);
+    EXPECT_EQ(displaced->getProgramMapPid(), 0x0101);
+}
+
+TEST(TPATTable, DestructorDeletesWhatIsLeft) {
+    int deleted = 0;
+    std::unique_ptr<TISDBTTable> base;
+    {
+        std::unique_ptr<TPATTable> table = emptyPat();
+        table->add(counted(deleted, 1));
+        table->add(counted(deleted, 2));
+        table->add(counted(deleted, 3));
+        table->remove(3);
+        base = std::move(table);
+    }
+    EXPECT_EQ(deleted, 1);
+    base.reset();
+    EXPECT_EQ(deleted, 3);
+}
+
+TEST(TPATTable, EveryPrefixSurvives) {
+    expectEveryPrefixSurvives<TPATTable>(pat(THREE_ENTRIES, {0x02E1, 12}));
+}
+
+TEST(TPATTable, EveryByteChangeSurvives) {
+    expectEveryByteChangeSurvives<TPATTable>(pat(THREE_ENTRIES, {0x02E1, 12}));
+}
+
+TEST(TPATTable, HasTheSignaturesThatReceiversCall) {
+    testing::StaticAssertTypeEq<decltype(&TPATTable::parse),
+                                TPATTable* (*)(QUOR_U8*, QUOR_U32, int, int, QUOR_U16*, TPATTable*)>();
+    testing::StaticAssertTypeEq<decltype(&TPATTable::getTransportStreamID), QUOR_U16 (TPATTable::*)() const>();
+    testing::StaticAssertTypeEq<decltype(&TPATTable::getNetworkPid), QUOR_U16 (TPATTable::*)() const>();
+    testing::StaticAssertTypeEq<decltype(&TPATTable::size), QUOR_U32 (TPATTable::*)() const>();
+    testing::StaticAssertTypeEq<decltype(&TPATTable::get), TProgramAssociation* (TPATTable::*)(QUOR_U16) const>();
+    testing::StaticAssertTypeEq<decltype(&TPATTable::getProgramNumbers), std::list<QUOR_U16>* (TPATTable::*)() const>();
+    testing::StaticAssertTypeEq<decltype(&TPATTable::add), void (TPATTable::*)(TProgramAssociation*)>();
+    testing::StaticAssertTypeEq<decltype(&TPATTable::remove), QUOR_BOOL (TPATTable::*)(QUOR_U16)>();
+    const bool isVersioned = std::is_base_of<TISDBTVersionedTable, TPATTable>::value;
+    EXPECT_TRUE(isVersioned);
+    EXPECT_FALSE(std::is_copy_constructible<TPATTable>::value);
 }

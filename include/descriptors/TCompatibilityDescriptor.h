@@ -1,0 +1,50 @@
+#ifndef QUOR_TCOMPATIBILITY_DESCRIPTOR_H
+#define QUOR_TCOMPATIBILITY_DESCRIPTOR_H
+
+#include "descriptors/TCompatibilityDescriptorItem.h"
+
+#include <list>
+#include <memory>
+
+namespace Quor {
+
+/// Compatibility descriptor (ISO/IEC 13818-6, inside the download content descriptor): the receivers that a download is
+/// made for. It is no descriptor of a section's loop and has no tag.
+class QUOR_ISDBT_API TCompatibilityDescriptor {
+public:
+    /// For callers; parse() itself does not consult it.
+    static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 2;
+
+    /// A descriptor without items.
+    TCompatibilityDescriptor();
+    virtual ~TCompatibilityDescriptor();
+
+    /// Parses one compatibility descriptor.
+    /// @param sectionData  the descriptor, from its 16-bit length on, which is not read.
+    /// @param dataLength   its bytes, the length field included.
+    /// @param parsedLength receives 2 and the bytes of the items, two less than they take on the wire. May be null.
+    /// @param errorCode    ERROR_OK, ERROR_INVALID_DATA_LENGTH below 4 bytes, or ERROR_INVALID_ITEM for a bad item. May
+    ///                     be null.
+    /// @return a new descriptor, which the caller deletes, or null.
+    static TCompatibilityDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
+                                           QUOR_U16* errorCode);
+
+    /// The number of items.
+    QUOR_U32 getCompatibilityDescriptorItemSize() const;
+
+    /// The item at a position in wire order, owned by the descriptor; null past the end.
+    TCompatibilityDescriptorItem* getCompatibilityDescriptorItem(QUOR_U8 index) const;
+
+    /// Appends an item, which the descriptor owns from now on.
+    void addCompatibilityDescriptorItem(TCompatibilityDescriptorItem* item);
+
+    /// Removes and deletes the item at a position. @return whether there was one.
+    QUOR_BOOL removeCompatibilityDescriptorItem(QUOR_U8 index);
+
+private:
+    std::list<std::unique_ptr<TCompatibilityDescriptorItem>> m_pItems;
+};
+
+} // namespace Quor
+
+#endif

@@ -1,0 +1,45 @@
+#ifndef QUOR_TCOMPATIBILITY_DESCRIPTOR_SUB_ITEM_H
+#define QUOR_TCOMPATIBILITY_DESCRIPTOR_SUB_ITEM_H
+
+#include "QuorDefs.h"
+#include "QuorISDBTExport.h"
+
+#include <memory>
+
+namespace Quor {
+
+/// One subdescriptor of a compatibility descriptor's item: additional information of a type of its own.
+class QUOR_ISDBT_API TCompatibilityDescriptorSubItem {
+public:
+    TCompatibilityDescriptorSubItem();
+    virtual ~TCompatibilityDescriptorSubItem();
+
+    /// Parses one subdescriptor.
+    /// @param sectionData  the subdescriptor.
+    /// @param dataLength   bytes left in the item.
+    /// @param parsedLength receives the bytes that the subdescriptor took: 2 and its additional information. May be
+    ///                     null.
+    /// @param errorCode    ERROR_OK, ERROR_INVALID_DATA_LENGTH, or ERROR_INVALID_STRING for additional information that
+    ///                     reaches beyond the bytes left. May be null.
+    /// @return a new subdescriptor, which the caller deletes, or null.
+    static TCompatibilityDescriptorSubItem* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
+                                                  QUOR_U16* errorCode);
+
+    /// subDescriptorType.
+    QUOR_U8 getSubDescriptorType() const { return m_iSubDescriptorType; }
+
+    /// subDescriptorLength: the bytes of getAdditionalInformation().
+    QUOR_U8 getAdditionalInformationLength() const { return m_iAdditionalInformationLength; }
+
+    /// additionalInformation, owned by this object; null when its length is 0.
+    QUOR_U8* getAdditionalInformation() const { return m_iAdditionalInformation.get(); }
+
+private:
+    QUOR_U8 m_iSubDescriptorType;
+    QUOR_U8 m_iAdditionalInformationLength;
+    std::unique_ptr<QUOR_U8[]> m_iAdditionalInformation;
+};
+
+} // namespace Quor
+
+#endif

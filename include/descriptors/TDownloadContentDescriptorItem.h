@@ -1,0 +1,48 @@
+#ifndef QUOR_TDOWNLOAD_CONTENT_DESCRIPTOR_ITEM_H
+#define QUOR_TDOWNLOAD_CONTENT_DESCRIPTOR_ITEM_H
+
+#include "QuorDefs.h"
+#include "QuorISDBTExport.h"
+
+#include <memory>
+
+namespace Quor {
+
+/// One module of the data carousel that carries a download.
+class QUOR_ISDBT_API TDownloadContentDescriptorItem {
+public:
+    TDownloadContentDescriptorItem();
+    virtual ~TDownloadContentDescriptorItem();
+
+    /// Parses one module.
+    /// @param sectionData  the module's entry.
+    /// @param dataLength   bytes left in the descriptor.
+    /// @param parsedLength receives the bytes that the entry took: 7 and its module info. May be null.
+    /// @param errorCode    ERROR_OK, ERROR_INVALID_DATA_LENGTH, or ERROR_INVALID_STRING for module info that reaches
+    ///                     beyond the bytes left. May be null.
+    /// @return a new module, which the caller deletes, or null.
+    static TDownloadContentDescriptorItem* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
+                                                 QUOR_U16* errorCode);
+
+    /// module_id with its two bytes swapped: 12 34 on the wire is 0x3412.
+    QUOR_U16 getModuleID() const { return m_iModuleID; }
+
+    /// module_size in bytes.
+    QUOR_U32 getModuleSize() const { return m_iModuleSize; }
+
+    /// module_info_length: the bytes of getModuleInfo().
+    QUOR_U8 getModuleInfoLength() const { return m_iModuleInfoLength; }
+
+    /// module_info, owned by this object; null when its length is 0.
+    QUOR_U8* getModuleInfo() const { return m_iModuleInfo.get(); }
+
+private:
+    QUOR_U16 m_iModuleID;
+    QUOR_U32 m_iModuleSize;
+    QUOR_U8 m_iModuleInfoLength;
+    std::unique_ptr<QUOR_U8[]> m_iModuleInfo;
+};
+
+} // namespace Quor
+
+#endif

@@ -1,0 +1,50 @@
+#ifndef QUOR_TNVOD_REFERENCE_DESCRIPTOR_H
+#define QUOR_TNVOD_REFERENCE_DESCRIPTOR_H
+
+#include "descriptors/TISDBTDescriptor.h"
+#include "descriptors/TNVODReferenceDescriptorItem.h"
+
+#include <list>
+#include <memory>
+
+namespace Quor {
+
+/// NVOD reference descriptor (ARIB STD-B10, tag 0x4B, in the service description table): the time-shifted services of a
+/// near video on demand group, in wire order.
+class QUOR_ISDBT_API TNVODReferenceDescriptor : public TISDBTDescriptor {
+public:
+    static constexpr U8 DESCRIPTOR_TAG = 0x4B;
+    static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 6;
+
+    /// An empty descriptor over the caller's bytes, which are not copied.
+    TNVODReferenceDescriptor(QUOR_U8* data, QUOR_U32 length);
+    ~TNVODReferenceDescriptor() override;
+
+    /// Parses one descriptor.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2.
+    /// @param parsedLength receives the bytes of the last item, 6. May be null.
+    /// @param err          ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(), or
+    ///                     ERROR_INVALID_DESCRIPTOR_LENGTH for an incomplete item. May be null.
+    /// @return a new descriptor, which the caller deletes, or null.
+    static TNVODReferenceDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* err);
+
+    /// The number of items.
+    QUOR_U32 size() const;
+
+    /// The item at a position, from 0 in wire order, owned by the descriptor; null past the end.
+    TNVODReferenceDescriptorItem* get(QUOR_U8 index) const;
+
+    /// Appends an item, which the descriptor owns from now on. Null takes a place as well.
+    void add(TNVODReferenceDescriptorItem* item);
+
+    /// Removes and deletes the item at a position. @return false when no item is there.
+    QUOR_BOOL remove(QUOR_U8 index);
+
+private:
+    std::list<std::unique_ptr<TNVODReferenceDescriptorItem>> m_pItems;
+};
+
+} // namespace Quor
+
+#endif

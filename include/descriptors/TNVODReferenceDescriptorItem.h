@@ -1,0 +1,35 @@
+#ifndef QUOR_TNVOD_REFERENCE_DESCRIPTOR_ITEM_H
+#define QUOR_TNVOD_REFERENCE_DESCRIPTOR_ITEM_H
+
+#include "QuorDefs.h"
+#include "QuorISDBTExport.h"
+
+namespace Quor {
+
+/// One time-shifted service of a near video on demand group.
+class QUOR_ISDBT_API TNVODReferenceDescriptorItem {
+public:
+    TNVODReferenceDescriptorItem();
+    virtual ~TNVODReferenceDescriptorItem();
+
+    /// Parses one item of 6 bytes.
+    /// @param data         the item.
+    /// @param length       bytes left in the descriptor.
+    /// @param parsedLength receives the bytes that the item took. May be null.
+    /// @param err          ERROR_OK or ERROR_INVALID_DATA_LENGTH. May be null.
+    /// @return a new item, which the caller deletes, or null.
+    static TNVODReferenceDescriptorItem* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* err);
+
+    QUOR_U16 getTransportStreamID() const { return m_iTransportStreamID; }
+    QUOR_U16 getOriginalNetworkID() const { return m_iOriginalNetworkID; }
+    QUOR_U16 getServiceID() const { return m_iServiceID; }
+
+private:
+    QUOR_U16 m_iTransportStreamID;
+    QUOR_U16 m_iOriginalNetworkID;
+    QUOR_U16 m_iServiceID;
+};
+
+} // namespace Quor
+
+#endif

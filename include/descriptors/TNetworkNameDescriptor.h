@@ -1,0 +1,38 @@
+#ifndef QUOR_TNETWORK_NAME_DESCRIPTOR_H
+#define QUOR_TNETWORK_NAME_DESCRIPTOR_H
+
+#include "descriptors/TISDBTDescriptor.h"
+
+#include <string>
+
+namespace Quor {
+
+/// Network name descriptor (ARIB STD-B10, tag 0x40, in the network information table): the name of the network.
+class QUOR_ISDBT_API TNetworkNameDescriptor : public TISDBTDescriptor {
+public:
+    static constexpr U8 DESCRIPTOR_TAG = 0x40;
+    static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 1;
+
+    /// An empty descriptor over the caller's bytes, which are not copied.
+    TNetworkNameDescriptor(QUOR_U8* data, QUOR_U32 length);
+    ~TNetworkNameDescriptor() override;
+
+    /// Parses one descriptor.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2.
+    /// @param parsedLength receives the bytes of the name, `length` - 2. May be null.
+    /// @param err          ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(), or
+    ///                     ERROR_INVALID_STRING for a name of more than 255 bytes. May be null.
+    /// @return a new descriptor, which the caller deletes, or null.
+    static TNetworkNameDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* err);
+
+    /// The name as it is on the wire, in the character coding of the broadcast.
+    std::string getNetworkName() const { return m_sNetworkName; }
+
+private:
+    std::string m_sNetworkName;
+};
+
+} // namespace Quor
+
+#endif

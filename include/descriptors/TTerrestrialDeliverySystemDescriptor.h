@@ -1,0 +1,67 @@
+#ifndef QUOR_TTERRESTRIAL_DELIVERY_SYSTEM_DESCRIPTOR_H
+#define QUOR_TTERRESTRIAL_DELIVERY_SYSTEM_DESCRIPTOR_H
+
+#include "descriptors/TISDBTDescriptor.h"
+
+#include <memory>
+
+namespace Quor {
+
+/// Terrestrial delivery system descriptor (ARIB STD-B10, tag 0xFA, in the network information table): how and on which
+/// frequencies a transport stream is on the air.
+class QUOR_ISDBT_API TTerrestrialDeliverySystemDescriptor : public TISDBTDescriptor {
+public:
+    static constexpr U8 DESCRIPTOR_TAG = 0xFA;
+    static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 4;
+
+    /// Values of guard_interval. Callers use these names, spelling and all.
+    static constexpr QUOR_U8 GUARD_INTERNVAL_1_32 = 0;
+    static constexpr QUOR_U8 GUARD_INTERNVAL_1_16 = 1;
+    static constexpr QUOR_U8 GUARD_INTERNVAL_1_8 = 2;
+    static constexpr QUOR_U8 GUARD_INTERNVAL_1_4 = 3;
+
+    /// Values of transmission_mode.
+    static constexpr QUOR_U8 TRANSMISSION_MODE_1 = 0;
+    static constexpr QUOR_U8 TRANSMISSION_MODE_2 = 1;
+    static constexpr QUOR_U8 TRANSMISSION_MODE_3 = 2;
+
+    /// An empty descriptor over the caller's bytes, which are not copied.
+    TTerrestrialDeliverySystemDescriptor(QUOR_U8* data, QUOR_U32 length);
+    ~TTerrestrialDeliverySystemDescriptor() override;
+
+    /// Parses one descriptor.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2.
+    /// @param parsedLength receives the bytes of the body, `length` - 2. May be null.
+    /// @param err          ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(). May be
+    ///                     null.
+    /// @return a new descriptor, which the caller deletes, or null.
+    static TTerrestrialDeliverySystemDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
+                                                       QUOR_U16* err);
+
+    /// area_code, 12 bits.
+    QUOR_U16 getAreaCode() const { return m_iAreaCode; }
+
+    /// guard_interval, 0 to 3.
+    QUOR_U8 getGuardInterval() const { return m_iGuardInterval; }
+
+    /// transmission_mode, 0 to 3.
+    QUOR_U8 getTransmissionMode() const { return m_iTransmissionMode; }
+
+    /// The number of frequencies, modulo 256. An odd last byte is no frequency.
+    QUOR_U8 getFrequencyCounter() const { return m_iFrequencyCounter; }
+
+    /// The frequencies in units of 1/7 MHz, owned by the descriptor; null when there are none.
+    QUOR_U16* getFrequencies() const { return m_pFrequencies.get(); }
+
+private:
+    QUOR_U16 m_iAreaCode;
+    QUOR_U8 m_iGuardInterval;
+    QUOR_U8 m_iTransmissionMode;
+    QUOR_U8 m_iFrequencyCounter;
+    std::unique_ptr<QUOR_U16[]> m_pFrequencies;
+};
+
+} // namespace Quor
+
+#endif

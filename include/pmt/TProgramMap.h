@@ -1,0 +1,134 @@
+#ifndef QUOR_TPROGRAM_MAP_H
+#define QUOR_TPROGRAM_MAP_H
+
+#include "QuorDefs.h"
+#include "QuorISDBTExport.h"
+#include "pmt/TPMTDescriptors.h"
+
+#include <list>
+
+namespace Quor {
+
+class TISDBTDescriptor;
+class TPMTTable;
+
+namespace detail {
+class Bytes;
+class Outcome;
+} // namespace detail
+
+/// One elementary stream of a service (ISO/IEC 13818-1): its stream_type, its PID and its own descriptors. For a kind
+/// of descriptor that it does not carry it can fall back to the descriptor of the program.
+class QUOR_ISDBT_API TProgramMap {
+public:
+    /// @name Values of stream_type, for callers; the library compares nothing with them.
+    /// @{
+    static constexpr QUOR_U8 STREAM_TYPE_0X01 = 1;
+    /// Not 2: callers depend on this value.
+    static constexpr QUOR_U8 STREAM_TYPE_0X02 = 3;
+    static constexpr QUOR_U8 STREAM_TYPE_0X03 = 3;
+    static constexpr QUOR_U8 STREAM_TYPE_0X04 = 4;
+    static constexpr QUOR_U8 STREAM_TYPE_SECTION = 5;
+    static constexpr QUOR_U8 STREAM_TYPE_PES_PACKAGE = 6;
+    static constexpr QUOR_U8 STREAM_TYPE_0X07 = 7;
+    static constexpr QUOR_U8 STREAM_TYPE_0X08 = 8;
+    static constexpr QUOR_U8 STREAM_TYPE_0X09 = 9;
+    static constexpr QUOR_U8 STREAM_TYPE_0X0A = 10;
+    static constexpr QUOR_U8 STREAM_TYPE_0X0B = 11;
+    static constexpr QUOR_U8 STREAM_TYPE_0X0C = 12;
+    static constexpr QUOR_U8 STREAM_TYPE_0X0D = 13;
+    static constexpr QUOR_U8 STREAM_TYPE_0X0E = 14;
+    static constexpr QUOR_U8 STREAM_TYPE_0X0F = 15;
+    static constexpr QUOR_U8 STREAM_TYPE_0X10 = 16;
+    static constexpr QUOR_U8 STREAM_TYPE_0X11 = 17;
+    static constexpr QUOR_U8 STREAM_TYPE_PKG_STREAM_OR_FLEXMUX_STREAM_PES = 18;
+    static constexpr QUOR_U8 STREAM_TYPE_PKG_STREAM_OR_FLEXMUX_STREAM_14496 = 19;
+    static constexpr QUOR_U8 STREAM_TYPE_DOWN_SYNC_PROTOCOL = 20;
+    static constexpr QUOR_U8 STREAM_TYPE_METADATA_TRANSP_BY_PES_PACKAGE = 21;
+    static constexpr QUOR_U8 STREAM_TYPE_METADATA_TRANSP_BY_METADATA_SECTION = 22;
+    static constexpr QUOR_U8 STREAM_TYPE_METADATA_TRANSP_BY_DATA_CAROUSEL = 23;
+    static constexpr QUOR_U8 STREAM_TYPE_METADATA_TRANSP_BY_OBJECT_CAROUSEL = 24;
+    static constexpr QUOR_U8 STREAM_TYPE_METADATA_TRANSP_DOWNLOAD_SYNC_PROT = 25;
+    static constexpr QUOR_U8 STREAM_TYPE_IPMP_STREAM = 26;
+    static constexpr QUOR_U8 STREAM_TYPE_VIDEO = 27;
+    static constexpr QUOR_U8 STREAM_TYPE_DATA_PIPING = 126;
+    static constexpr QUOR_U8 STREAM_TYPE_IPMP_STREAM_2 = 127;
+    static constexpr QUOR_U8 STREAM_TYPE_AC3 = 0x81;
+    /// @}
+
+    /// A stream of type 0 on PID 0 without descriptors and without a parent.
+    TProgramMap();
+    virtual ~TProgramMap();
+
+    /// Parses one entry of the elementary stream loop.
+    /// @param sectionData      the entry. getData() of the descriptors points into it.
+    /// @param dataLength       bytes left in the section.
+    /// @param parseDescriptors ignored: descriptors are always parsed.
+    /// @param itemLength       receives the bytes that the entry took. May be null.
+    /// @param errorCode        ERROR_OK or the reason of a failure: ERROR_INVALID_DATA_LENGTH, or what a descriptor
+    ///                         failed with. May be null.
+    /// @return a new entry, which the caller deletes, or null.
+    static TProgramMap* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, int parseDescriptors, QUOR_U32* itemLength,
+                              QUOR_U16* errorCode);
+
+    /// Sets the table to inherit from. It is not owned, and must outlive the use of the inheriting getters.
+    /// TPMTTable::parse() does not set it.
+    void setParentPMTTable(TPMTTable* parent) { m_pParentPMTTable = parent; }
+
+    /// stream_type, 0 to 255.
+    QUOR_U8 getStreamType() const { return m_iStreamType; }
+
+    /// elementary_PID, 13 bits.
+    QUOR_U16 getElementaryPID() const { return m_iElementaryPID; }
+
+    /// The stream's own descriptor for a tag, or null. The stream keeps ownership.
+    TISDBTDescriptor* getDescriptor(QUOR_U8 descriptorTag) const;
+
+    /// The tags of the stream's own descriptors: a new list, which the caller deletes.
+    std::list<QUOR_U8>* getDescriptorTags() const;
+
+    /// @name The descriptors of the stream or, with @p inherit not 0 and none of its own, of the program.
+    /// The owner is the stream or the table; null when absent. When the table's is returned and @p inherited is not
+    /// null, 1 is stored through it; 0 never is, so that callers preset it.
+    /// @{
+    TCAIdentifierDescriptor* getCAIdentifierDescriptor(int inherit, int* inherited) const;
+    TCopyrightDescriptor* getCopyrightDescriptor(int inherit, int* inherited) const;
+    TCountryAvailabilityDescriptor* getCountryAvailabilityDescriptor(int inherit, int* inherited) const;
+    TLinkageDescriptor* getLinkageDescriptor(int inherit, int* inherited) const;
+    TComponentDescriptor* getComponentDescriptor(int inherit, int* inherited) const;
+    TMosaicDescriptor* getMosaicDescriptor(int inherit, int* inherited) const;
+    TStreamIdentifierDescriptor* getStreamIdentifierDescriptor(int inherit, int* inherited) const;
+    TParentalRatingDescriptor* getParentalRatingDescriptor(int inherit, int* inherited) const;
+    THierarchicalTransmissionDescriptor* getHierarchicalTransmissionDescriptor(int inherit, int* inherited) const;
+    TDigitalCopyControlDescriptor* getDigitalCopyControlDescriptor(int inherit, int* inherited) const;
+    TEmergencyInformationDescriptor* getEmergencyInformationDescriptor(int inherit, int* inherited) const;
+    TDataComponentDescriptor* getDataComponentDescriptor(int inherit, int* inherited) const;
+    TSystemManagementDescriptor* getSystemManagementDescriptor(int inherit, int* inherited) const;
+    TTargetRegionDescriptor* getTargetRegionDescriptor(int inherit, int* inherited) const;
+    TVideoDecodeControlDescriptor* getVideoDecodeControlDescriptor(int inherit, int* inherited) const;
+    TContentAvailabilityDescriptor* getContentAvailabilityDescriptor(int inherit, int* inherited) const;
+    TCarouselCompatibleCompositeDescriptor* getCarouselCompatibleCompositeDescriptor(int inherit, int* inherited) const;
+    TConditionalPlaybackDescriptor* getConditionalPlaybackDescriptor(int inherit, int* inherited) const;
+    TAVCVideoDescriptor* getAVCVideoDescriptor(int inherit, int* inherited) const;
+    TAVCTimingAndHRDDescriptor* getAVCTimingAndHRDDescriptor(int inherit, int* inherited) const;
+    TAACDescriptor* getAACDescriptor(int inherit, int* inherited) const;
+    TCarouselIdentifierDescriptor* getCarouselIdentifierDescriptor(int inherit, int* inherited) const;
+    /// @}
+
+private:
+    friend class TPMTTable;
+
+    /// @param stated the bytes left as the section counts them, which may be more than there are.
+    static TProgramMap* parse(detail::Bytes left, QUOR_U32 stated, QUOR_U32* itemLength, QUOR_U16* errorCode);
+    detail::Outcome parseBody(detail::Bytes left, QUOR_U32 stated, QUOR_U16* errorCode);
+    const TPMTDescriptors* parentDescriptors() const;
+
+    TPMTTable* m_pParentPMTTable;
+    QUOR_U8 m_iStreamType;
+    QUOR_U16 m_iElementaryPID;
+    TPMTDescriptors m_descriptors;
+};
+
+} // namespace Quor
+
+#endif

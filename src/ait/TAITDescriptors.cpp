@@ -1,0 +1,8 @@
+#include "ait/AITFamily.h"
+
+namespace Quor {
+
+TAITDescriptors::TAITDescriptors() = default;
+TAITDescriptors::~TAITDescriptors() = default;
+
+} // namespace Quor

@@ -1,0 +1,59 @@
+#include "ait/TApplicationIdentifier.h"
+
+#include "detail/Log.h"
+#include "detail/Shapes.h"
+
+#include <cstdio>
+
+namespace Quor {
+
+constexpr QUOR_U32 TApplicationIdentifier::MINIMUM_DESCRIPTOR_LENGTH;
+
+namespace {
+
+// organisation_id (32) | application_id (16)
+constexpr QUOR_U32 ORGANIZATION_ID_AT = 0;
+constexpr QUOR_U32 APPLICATION_ID_AT = 4;
+
+constexpr std::size_t HASH_ID_LENGTH = 12;
+
+} // namespace
+
+TApplicationIdentifier::TApplicationIdentifier() : TApplicationIdentifier(0, 0) {}
+
+TApplicationIdentifier::TApplicationIdentifier(QUOR_U32 organizationId, QUOR_U16 applicationId)
+    : m_iOrganizationID(organizationId), m_iApplicationID(applicationId) {}
+
+TApplicationIdentifier::TApplicationIdentifier(TApplicationIdentifier* source)
+    : TApplicationIdentifier(source->m_iOrganizationID, source->m_iApplicationID) {}
+
+TApplicationIdentifier::~TApplicationIdentifier() = default;
+
+TApplicationIdentifier* TApplicationIdentifier::parse(QUOR_U8* sectionData, QUOR_U32 dataLength,
+                                                      int /*parseDescriptors*/, QUOR_U32* itemLength,
+                                                      QUOR_U16* errorCode) {
+    return detail::parseItem<TApplicationIdentifier>(
+        sectionData, dataLength, itemLength, errorCode, [](TApplicationIdentifier& item, detail::Bytes left) {
+            if (left.size() < MINIMUM_DESCRIPTOR_LENGTH) {
+                QUOR_ISDBT_LOG("%s: TApplicationIdentifier::parse: Item length not valid: %u. Aborting!",
+                               detail::LOG_TAG, left.size());
+                return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+            }
+            item.m_iOrganizationID = left.u32(ORGANIZATION_ID_AT);
+            item.m_iApplicationID = left.u16(APPLICATION_ID_AT);
+            return detail::Outcome::done(MINIMUM_DESCRIPTOR_LENGTH);
+        });
+}
+
+std::string TApplicationIdentifier::calculateHashID(QUOR_U32 organizationId, QUOR_U16 applicationId) {
+    char digits[HASH_ID_LENGTH + 1];
+    std::snprintf(digits, sizeof(digits), "%08X%04X", organizationId, unsigned{applicationId});
+    return digits;
+}
+
+std::string TApplicationIdentifier::calculateHashID(TApplicationIdentifier* identifier) {
+    return identifier == nullptr ? std::string()
+                                 : calculateHashID(identifier->getOrganizationID(), identifier->getApplicationID());
+}
+
+} // namespace Quor

@@ -1,0 +1,31 @@
+#include "descriptors/TGingaNCLApplicationLocationDescriptor.h"
+
+#include "detail/Shapes.h"
+
+namespace Quor {
+
+constexpr U8 TGingaNCLApplicationLocationDescriptor::DESCRIPTOR_TAG;
+constexpr QUOR_U32 TGingaNCLApplicationLocationDescriptor::MINIMUM_DESCRIPTOR_LENGTH;
+
+TGingaNCLApplicationLocationDescriptor::TGingaNCLApplicationLocationDescriptor(QUOR_U8* data, QUOR_U32 length)
+    : TGingaApplicationLocationDescriptor(DESCRIPTOR_TAG, data, length) {}
+
+TGingaNCLApplicationLocationDescriptor::TGingaNCLApplicationLocationDescriptor(std::string baseDirectory,
+                                                                               std::string classpathExtension,
+                                                                               std::string initialClass)
+    : TGingaApplicationLocationDescriptor(DESCRIPTOR_TAG, std::move(baseDirectory), std::move(classpathExtension),
+                                          std::move(initialClass)) {}
+
+TGingaNCLApplicationLocationDescriptor::TGingaNCLApplicationLocationDescriptor(
+    TGingaNCLApplicationLocationDescriptor* source)
+    : TGingaApplicationLocationDescriptor(source) {}
+
+TGingaNCLApplicationLocationDescriptor::~TGingaNCLApplicationLocationDescriptor() = default;
+
+TGingaNCLApplicationLocationDescriptor* TGingaNCLApplicationLocationDescriptor::parse(QUOR_U8* data, QUOR_U32 length,
+                                                                                      QUOR_U32* parsedLength,
+                                                                                      QUOR_U16* errorCode) {
+    return detail::parseDescriptorData<TGingaNCLApplicationLocationDescriptor>(data, length, parsedLength, errorCode);
+}
+
+} // namespace Quor

@@ -1,0 +1,10 @@
+#include "nit/TNITDescriptors.h"
+
+#include "nit/TNITFamily.h"
+
+namespace Quor {
+
+TNITDescriptors::TNITDescriptors() = default;
+TNITDescriptors::~TNITDescriptors() = default;
+
+} // namespace Quor

@@ -1,0 +1,318 @@
+#include "descriptors/TLocalTimeOffsetDescriptor.h"
+
+#include "support/Lifetime.h"
+#include "support/Survival.h"
+
+#include <gtest/gtest.h>
+
+#include <type_traits>
+
+using Quor::TISDBTTable;
+using Descriptor = Quor::TLocalTimeOffsetDescriptor;
+using Item = Quor::TLocalTimeOffsetDescriptorItem;
+
+namespace {
+
+/// An entry: country_code | region and polarity | local_time_offset | time_of_change | next_time_offset
+ByteVector entry(const std::string& country, const std::string& region = "0C", const std::string& offset = "0300") {
+    return join({text(country), hex(region), hex(offset), hex("E35A010000 0200")});
+}
+
+std::unique_ptr<Item> makeItem(const std::string& country, const std::string& region = "0C") {
+    const HeapBytes bytes(entry(country, region));
+    return std::unique_ptr<Item>(Item::parse(bytes.data(), bytes.size(), nullptr, nullptr));
+}
+
+/// An item of the country without a name that counts its destructions.
+Item* countedItem(int& deleted) {
+    return new Counted<Item>(deleted);
+}
+
+} // namespace
+
+TEST(TLocalTimeOffsetDescriptor, HasTagAndMinimum) {
+    testing::StaticAssertTypeEq<decltype(Descriptor::DESCRIPTOR_TAG), const U8>();
+    testing::StaticAssertTypeEq<decltype(Descriptor::MINIMUM_DESCRIPTOR_LENGTH), const QUOR_U32>();
+    EXPECT_EQ(Descriptor::DESCRIPTOR_TAG, 88);
+    EXPECT_EQ(Descriptor::MINIMUM_DESCRIPTOR_LENGTH, 11U);
+}
+
+TEST(TLocalTimeOffsetDescriptor, StartsWithoutItems) {
+    const HeapBytes bytes(descriptor(0x58, entry("BRA")));
+    const Descriptor empty(bytes.data(), bytes.size());
+    EXPECT_EQ(empty.getDescriptorTag(), 0x58);
+    EXPECT_EQ(empty.getData(), bytes.data());
+    EXPECT_EQ(empty.getDataLength(), 15U);
+    EXPECT_EQ(empty.size(), 0U);
+    EXPECT_EQ(taken(empty.getCountryCodes()), Lines{});
+    EXPECT_EQ(empty.get("BRA"), nullptr);
+}
+
+TEST(TLocalTimeOffsetDescriptor, ListsOneCountry) {
+    const auto parsed = parseBytes<Descriptor>(descriptor(0x58, entry("BRA")));
+    ASSERT_NE(parsed.object, nullptr);
+    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_OK);
+    EXPECT_EQ(parsed.length, 13U);
+    EXPECT_EQ(parsed.lines, Lines{});
+    EXPECT_EQ(parsed->getDescriptorTag(), 0x58);
+    EXPECT_EQ(parsed->size(), 1U);
+    ASSERT_NE(parsed->get("BRA"), nullptr);
+    EXPECT_STREQ(parsed->get("BRA")->getCountryCode(), "BRA");
+    EXPECT_EQ(parsed->get("BRA")->getCountryRegionID(), 3);
+    EXPECT_EQ(parsed->get("BRA")->getLocalTimeOffsetPolarity(), 0);
+    EXPECT_EQ(parsed->get("BRA")->getLocalTimeOffset(), 10800);
+}
+
+TEST(TLocalTimeOffsetDescriptor, ParsedLengthIsThatOfTheLastItem) {
+    const auto parsed = parseBytes<Descriptor>(descriptor(0x58, join({entry("BRA"), entry("ARG")})));
+    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_OK);
+    EXPECT_EQ(parsed->size(), 2U);
+    EXPECT_EQ(parsed.length, 13U);
+}
+
+TEST(TLocalTimeOffsetDescriptor, CountriesComeInAscendingOrder) {
+    const auto parsed = parseBytes<Descriptor>(descriptor(0x58, join({entry("URY"), entry("BRA"), entry("ARG")})));
+    EXPECT_EQ(taken(parsed->getCountryCodes()), (Lines{"ARG", "BRA", "URY"}));
+}
+
+TEST(TLocalTimeOffsetDescriptor, CountriesAreOrderedByTheirBytes) {
+    const auto parsed = parseBytes<Descriptor>(
+        descriptor(0x58, join({entry("\xC1RG"), entry("arg"), entry("ZZZ"), entry("BRB"), entry("BRA")})));
+    EXPECT_EQ(taken(parsed->getCountryCodes()), (Lines{"BRA", "BRB", "ZZZ", "arg", "\xC1RG"}));
+}
+
+TEST(TLocalTimeOffsetDescriptor, LastRegionOfACountryWins) {
+    const auto parsed =
+        parseBytes<Descriptor>(descriptor(0x58, join({entry("BRA", "04", "0300"), entry("BRA", "09", "0400")})));
+    ASSERT_NE(parsed.object, nullptr);
+    EXPECT_EQ(parsed->size(), 1U);
+    EXPECT_EQ(parsed->get("BRA")->getCountryRegionID(), 2);
+    EXPECT_EQ(parsed->get("BRA")->getLocalTimeOffsetPolarity(), 1);
+    EXPECT_EQ(parsed->get("BRA")->getLocalTimeOffset(), 14400);
+}
+
+TEST(TLocalTimeOffsetDescriptor, CountryCodeEndsAtAZeroByte) {
+    const auto parsed = parseBytes<Descriptor>(descriptor(0x58, entry(std::string("B\0A", 3))));
+    ASSERT_NE(parsed.object, nullptr);
+    EXPECT_EQ(taken(parsed->getCountryCodes()), Lines{"B"});
+    EXPECT_NE(parsed->get("B"), nullptr);
+    EXPECT_EQ(parsed->get(std::string("B\0A", 3)), nullptr);
+}
+
+TEST(TLocalTimeOffsetDescriptor, CountryCodesAreANewListForTheCaller) {
+    const auto parsed = parseBytes<Descriptor>(descriptor(0x58, entry("BRA")));
+    const std::unique_ptr<std::list<std::string>> first(parsed->getCountryCodes());
+    const std::unique_ptr<std::list<std::string>> second(parsed->getCountryCodes());
+    EXPECT_NE(first, second);
+    EXPECT_EQ(*first, *second);
+}
+
+TEST(TLocalTimeOffsetDescriptor, OtherCountriesAreNotThere) {
+    const auto parsed = parseBytes<Descriptor>(descriptor(0x58, entry("BRA")));
+    EXPECT_EQ(parsed->get("ARG"), nullptr);
+    EXPECT_EQ(parsed->get(""), nullptr);
+    EXPECT_EQ(parsed->get("BR"), nullptr);
+    EXPECT_FALSE(parsed->remove("ARG"));
+    EXPECT_EQ(parsed->size(), 1U);
+}
+
+TEST(TLocalTimeOffsetDescriptor, DataAreTheCallersAndTwoBytesShort) {
+    const auto parsed = parseBytes<Descriptor>(descriptor(0x58, entry("BRA")));
+    EXPECT_EQ(parsed->getData(), parsed.bytes.data());
+    EXPECT_EQ(parsed->getDataLength(), 13U);
+}
+
+TEST(TLocalTimeOffsetDescriptor, WalkTrustsTheLengthOfTheCaller) {
+    // descriptor_length says one entry, the caller gave bytes for two.
+    ByteVector wire = descriptor(0x58, join({entry("BRA"), entry("ARG")}));
+    wire[1] = 13;
+    const auto two = parseBytes<Descriptor>(wire);
+    ASSERT_NE(two.object, nullptr);
+    EXPECT_EQ(two->size(), 2U);
+    EXPECT_EQ(two->getDataLength(), 26U);
+    // Too short for an entry by its descriptor_length.
+    wire = descriptor(0x58, entry("BRA"));
+    wire[1] = 11;
+    const auto one = parseBytes<Descriptor>(wire);
+    ASSERT_NE(one.object, nullptr);
+    EXPECT_EQ(one->size(), 1U);
+}
+
+TEST(TLocalTimeOffsetDescriptor, ByteBehindTheLastEntryOfTheCallerFails) {
+    const auto parsed = parseBytes<Descriptor>(join({descriptor(0x58, entry("BRA")), hex("00")}));
+    EXPECT_EQ(parsed.object, nullptr);
+    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);
+}
+
+TEST(TLocalTimeOffsetDescriptor, PartialEntryFails) {
+    const auto parsed = parseBytes<Descriptor>(descriptor(0x58, join({entry("BRA"), hex("41")})));
+    EXPECT_EQ(parsed.object, nullptr);
+    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);
+    EXPECT_EQ(parsed.length, PRESET_LENGTH);
+    EXPECT_EQ(parsed.lines,
+              (Lines{"ISDBTUtils: TLocalTimeOffsetDescriptorItem::parse: Descriptor length not valid: 1. Aborting!",
+                     "ISDBTUtils: TLocalTimeOffsetDescriptor::parse: Descriptor length not valid: 1. Aborting!"}));
+}
+
+TEST(TLocalTimeOffsetDescriptor, BodyOfElevenOrTwelveBytesPassesTheMinimumAndFails) {
+    ByteVector body = entry("BRA");
+    body.resize(12);
+    const auto twelve = parseBytes<Descriptor>(descriptor(0x58, body));
+    EXPECT_EQ(twelve.object, nullptr);
+    EXPECT_EQ(twelve.error, TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);
+    EXPECT_EQ(twelve.lines,
+              (Lines{"ISDBTUtils: TLocalTimeOffsetDescriptorItem::parse: Descriptor length not valid: 12. Aborting!",
+                     "ISDBTUtils: TLocalTimeOffsetDescriptor::parse: Descriptor length not valid: 12. Aborting!"}));
+    body.resize(11);
+    const auto eleven = parseBytes<Descriptor>(descriptor(0x58, body));
+    EXPECT_EQ(eleven.error, TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);
+    EXPECT_EQ(eleven.lines,
+              (Lines{"ISDBTUtils: TLocalTimeOffsetDescriptorItem::parse: Descriptor length not valid: 11. Aborting!",
+                     "ISDBTUtils: TLocalTimeOffsetDescriptor::parse: Descriptor length not valid: 11. Aborting!"}));
+}
+
+TEST(TLocalTimeOffsetDescriptor, HeaderIsCheckedAgainstTagAndMinimum) {
+    const auto tooShort = parseBytes<Descriptor>(descriptor(0x58, fill(10, 0)));
+    EXPECT_EQ(tooShort.object, nullptr);
+    EXPECT_EQ(tooShort.error, TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);
+    EXPECT_EQ(tooShort.lines, Lines{"ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (2) Longer data length is "
+                                    "required: 12 < 13. Aborting!"});
+
+    const auto otherTag = parseBytes<Descriptor>(descriptor(0x59, entry("BRA")));
+    EXPECT_EQ(otherTag.object, nullptr);
+    EXPECT_EQ(otherTag.error, TISDBTTable::ERROR_INVALID_DESCRIPTOR_TAG);
+    EXPECT_EQ(otherTag.lines, Lines{"ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (3) Unexpected Descriptor Tag. "
+                                    "Got 0x59, instead of 0x58. Aborting!"});
+
+    ByteVector wire = descriptor(0x58, entry("BRA"));
+    wire[1] = 14;
+    const auto tooLong = parseBytes<Descriptor>(wire);
+    EXPECT_EQ(tooLong.error, TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);
+    EXPECT_EQ(tooLong.lines, Lines{"ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (4) Longer data length is "
+                                   "required: 16 < 15. Aborting!"});
+
+    wire[1] = 10;
+    const auto belowMinimum = parseBytes<Descriptor>(wire);
+    EXPECT_EQ(belowMinimum.error, TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);
+    EXPECT_EQ(belowMinimum.lines, Lines{"ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (5) Longer descriptor length "
+                                        "is required: 10 < 11. Aborting!"});
+}
+
+TEST(TLocalTimeOffsetDescriptor, NullDataAreInvalid) {
+    QUOR_U16 error = PRESET_ERROR;
+    QUOR_U32 length = PRESET_LENGTH;
+    const LogCapture log;
+    EXPECT_EQ(Descriptor::parse(nullptr, 15, &length, &error), nullptr);
+    EXPECT_EQ(error, TISDBTTable::ERROR_INVALID_DATA);
+    EXPECT_EQ(length, PRESET_LENGTH);
+    EXPECT_EQ(log.lines(), Lines{"ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (1) Invalid data. Aborting!"});
+}
+
+TEST(TLocalTimeOffsetDescriptor, LengthAndErrorCodeMayBeNull) {
+    const HeapBytes good(descriptor(0x58, entry("BRA")));
+    const HeapBytes bad(descriptor(0x58, fill(14, 0)));
+    const LogCapture log;
+    const std::unique_ptr<Descriptor> parsed(Descriptor::parse(good.data(), good.size(), nullptr, nullptr));
+    ASSERT_NE(parsed, nullptr);
+    EXPECT_EQ(parsed->size(), 1U);
+    EXPECT_EQ(Descriptor::parse(bad.data(), bad.size(), nullptr, nullptr), nullptr);
+    ASSERT_EQ(log.records().size(), 2U);
+    EXPECT_EQ(log.records()[1].level, 4);
+    EXPECT_EQ(log.records()[1].tag, "ISDBTUtils");
+}
+
+TEST(TLocalTimeOffsetDescriptor, MostEntriesThatFitAreRead) {
+    ByteVector body;
+    for (char letter = 'A'; letter <= 'S'; ++letter) { // 19 entries, 247 bytes
+        body = join({body, entry(std::string("XX") + letter)});
+    }
+    const auto parsed = parseBytes<Descriptor>(descriptor(0x58, body));
+    ASSERT_NE(parsed.object, nullptr);
+    EXPECT_EQ(parsed->size(), 19U);
+    EXPECT_NE(parsed->get("XXS"), nullptr);
+    EXPECT_EQ(parsed.length, 13U);
+}
+
+TEST(TLocalTimeOffsetDescriptor, AddStoresUnderTheCountryCode) {
+    Descriptor object(nullptr, 0);
+    Item* const item = makeItem("PRY").release();
+    object.add(item);
+    EXPECT_EQ(object.size(), 1U);
+    EXPECT_EQ(object.get("PRY"), item);
+    EXPECT_EQ(taken(object.getCountryCodes()), Lines{"PRY"});
+}
+
+TEST(TLocalTimeOffsetDescriptor, AddDisplacesWithoutDeleting) {
+    int deleted = 0;
+    Descriptor object(nullptr, 0);
+    const std::unique_ptr<Item> first(countedItem(deleted));
+    Item* const second = countedItem(deleted);
+    object.add(first.get());
+    object.add(second);
+    EXPECT_EQ(deleted, 0);
+    EXPECT_EQ(object.size(), 1U);
+    EXPECT_EQ(object.get(""), second);
+    EXPECT_STREQ(first->getCountryCode(), ""); // still there
+}
+
+TEST(TLocalTimeOffsetDescriptor, AddIgnoresNull) {
+    Descriptor object(nullptr, 0);
+    object.add(nullptr);
+    EXPECT_EQ(object.size(), 0U);
+}
+
+TEST(TLocalTimeOffsetDescriptor, RemoveDeletes) {
+    int deleted = 0;
+    Descriptor object(nullptr, 0);
+    object.add(countedItem(deleted));
+    object.add(makeItem("BRA").release());
+    EXPECT_TRUE(object.remove(""));
+    EXPECT_EQ(deleted, 1);
+    EXPECT_EQ(object.size(), 1U);
+    EXPECT_EQ(object.get(""), nullptr);
+    EXPECT_FALSE(object.remove(""));
+    EXPECT_EQ(deleted, 1);
+}
+
+TEST(TLocalTimeOffsetDescriptor, DestructorDeletesWhatIsLeft) {
+    int deleted = 0;
+    std::unique_ptr<Quor::TISDBTDescriptor> base;
+    {
+        std::unique_ptr<Descriptor> object(new Descriptor(nullptr, 0));
+        object->add(countedItem(deleted));
+        base = std::move(object);
+    }
+    EXPECT_EQ(deleted, 0);
+    base.reset();
+    EXPECT_EQ(deleted, 1);
+}
+
+TEST(TLocalTimeOffsetDescriptor, ItemsParsedAreRemovedAndReplaced) {
+    const auto parsed = parseBytes<Descriptor>(descriptor(0x58, join({entry("BRA"), entry("ARG")})));
+    EXPECT_TRUE(parsed->remove("ARG"));
+    EXPECT_EQ(taken(parsed->getCountryCodes()), Lines{"BRA"});
+    const std::unique_ptr<Item> displaced(parsed->get("BRA"));
+    parsed->add(makeItem("BRA", "FC").release());
+    EXPECT_EQ(parsed->get("BRA")->getCountryRegionID(), 63);
+    EXPECT_EQ(displaced->getCountryRegionID(), 3);
+}
+
+TEST(TLocalTimeOffsetDescriptor, EveryPrefixSurvives) {
+    expectEveryPrefixSurvives<Descriptor>(descriptor(0x58, join({entry("BRA"), entry("ARG")})));
+}
+
+TEST(TLocalTimeOffsetDescriptor, EveryByteChangeSurvives) {
+    expectEveryByteChangeSurvives<Descriptor>(descriptor(0x58, join({entry("BRA"), entry("ARG")})));
+}
+
+TEST(TLocalTimeOffsetDescriptor, HasTheSignaturesThatReceiversCall) {
+    testing::StaticAssertTypeEq<decltype(&Descriptor::parse),
+                                Descriptor* (*)(QUOR_U8*, QUOR_U32, QUOR_U32*, QUOR_U16*)>();
+    testing::StaticAssertTypeEq<decltype(&Descriptor::get), Item* (Descriptor::*)(std::string) const>();
+    testing::StaticAssertTypeEq<decltype(&Descriptor::remove), QUOR_BOOL (Descriptor::*)(std::string)>();
+    testing::StaticAssertTypeEq<decltype(&Descriptor::add), void (Descriptor::*)(Item*)>();
+    testing::StaticAssertTypeEq<decltype(&Descriptor::size), QUOR_U32 (Descriptor::*)() const>();
+    testing::StaticAssertTypeEq<decltype(&Descriptor::getCountryCodes),
+                                std::list<std::string>* (Descriptor::*)() const>();
+    EXPECT_FALSE(std::is_copy_constructible<Descriptor>::value);
+}
