@@ -3,6 +3,7 @@
 #include "descriptors/TApplicationDescriptorProfile.h"
 #include "support/Lifetime.h"
 #include "support/Outcome.h"
+#include "support/Survival.h"
 
 using Profile = Quor::TApplicationDescriptorProfile;
 using Quor::TApplicationDescriptor;
@@ -328,4 +329,10 @@ TEST(TApplicationDescriptor, TheCopyAndItsSourceChangeApart) {
     TApplicationDescriptor copy(parsed.object.get());
     EXPECT_TRUE(copy.removeProfile(1));
     EXPECT_EQ(parsed->getProfilesCount(), 1U);
+}
+
+TEST(TApplicationDescriptor, DamageIsSurvived) {
+    const ByteVector good = descriptor(0x00, body(hex("0001 01 02 03  0002 04 05 06"), hex("E0 07  11 22")));
+    expectEveryPrefixSurvives<TApplicationDescriptor>(good);
+    expectEveryByteChangeSurvives<TApplicationDescriptor>(good);
 }

@@ -1,6 +1,7 @@
 #include "descriptors/TApplicationIconDescriptor.h"
 
 #include "support/Outcome.h"
+#include "support/Survival.h"
 
 using Quor::TApplicationIconDescriptor;
 using Quor::TISDBTTable;
@@ -139,4 +140,10 @@ TEST(TApplicationIconDescriptor, ACopyNeedsNeitherSourceNorBytes) {
     EXPECT_EQ(copy->getDataLength(), 0U);
     EXPECT_EQ(copy->getIconLocator(), "application/icon.png");
     EXPECT_EQ(copy->getIconFlags(), 0x0107);
+}
+
+TEST(TApplicationIconDescriptor, DamageIsSurvived) {
+    const ByteVector good = hex("0B 08  05 69636F6E73  0102");
+    expectEveryPrefixSurvives<TApplicationIconDescriptor>(good);
+    expectEveryByteChangeSurvives<TApplicationIconDescriptor>(good);
 }

@@ -3,6 +3,7 @@
 #include "descriptors/TApplicationNameDescriptorItem.h"
 #include "support/Lifetime.h"
 #include "support/Outcome.h"
+#include "support/Survival.h"
 
 using Item = Quor::TApplicationNameDescriptorItem;
 using Quor::TApplicationNameDescriptor;
@@ -193,4 +194,10 @@ TEST(TApplicationNameDescriptor, ACopyOfAnEmptyOneIsEmpty) {
     TApplicationNameDescriptor source;
     const TApplicationNameDescriptor copy(&source);
     EXPECT_EQ(copy.size(), 0U);
+}
+
+TEST(TApplicationNameDescriptor, DamageIsSurvived) {
+    const ByteVector good = descriptor(0x01, join({named("por", "Jogos"), named("eng", "Games")}));
+    expectEveryPrefixSurvives<TApplicationNameDescriptor>(good);
+    expectEveryByteChangeSurvives<TApplicationNameDescriptor>(good);
 }

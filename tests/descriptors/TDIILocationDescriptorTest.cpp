@@ -3,6 +3,7 @@
 #include "descriptors/TDIILocationDescriptorItem.h"
 #include "support/Lifetime.h"
 #include "support/Outcome.h"
+#include "support/Survival.h"
 
 using Item = Quor::TDIILocationDescriptorItem;
 using Quor::TDIILocationDescriptor;
@@ -136,4 +137,10 @@ TEST(TDIILocationDescriptor, ACopyNeedsNeitherSourceNorBytes) {
     EXPECT_EQ(copy->get(0)->getAssociationTag(), 0x0B);
     EXPECT_EQ(copy->get(1)->getDIIIdentification(), 1);
     EXPECT_EQ(copy->get(1)->getAssociationTag(), 0x0A);
+}
+
+TEST(TDIILocationDescriptor, DamageIsSurvived) {
+    const ByteVector good = hex("0D 09  07  FF02 000B  0001 000A");
+    expectEveryPrefixSurvives<TDIILocationDescriptor>(good);
+    expectEveryByteChangeSurvives<TDIILocationDescriptor>(good);
 }

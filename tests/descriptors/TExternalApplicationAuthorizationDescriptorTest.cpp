@@ -4,6 +4,7 @@
 #include "descriptors/TExternalApplicationAuthorizationDescriptorItem.h"
 #include "support/HeaderChecks.h"
 #include "support/Lifetime.h"
+#include "support/Survival.h"
 
 using Item = Quor::TExternalApplicationAuthorizationDescriptorItem;
 using Quor::TExternalApplicationAuthorizationDescriptor;
@@ -159,4 +160,10 @@ TEST(TExternalApplicationAuthorizationDescriptor, ACopyNeedsNeitherSourceNorByte
     EXPECT_EQ(copy->get("000000010002")->getPriority(), 3);
     EXPECT_EQ(copy->get("000000010003")->getApplicationIdentifier()->getApplicationID(), 3);
     EXPECT_EQ(copy->get("000000010003")->getPriority(), 4);
+}
+
+TEST(TExternalApplicationAuthorizationDescriptor, DamageIsSurvived) {
+    const ByteVector good = hex("05 0E  0000ABCD 0012 01  00000001 0002 03");
+    expectEveryPrefixSurvives<TExternalApplicationAuthorizationDescriptor>(good);
+    expectEveryByteChangeSurvives<TExternalApplicationAuthorizationDescriptor>(good);
 }

@@ -3,6 +3,7 @@
 #include "descriptors/TGingaJavaApplicationDescriptor.h"
 #include "descriptors/TGingaNCLApplicationDescriptor.h"
 #include "support/Outcome.h"
+#include "support/Survival.h"
 
 #include <type_traits>
 
@@ -178,4 +179,10 @@ TYPED_TEST(TGingaApplicationDescriptorForms, ACopyNeedsNeitherSourceNorBytes) {
     EXPECT_EQ(copy->getData(), nullptr);
     EXPECT_EQ(copy->getDataLength(), 0U);
     EXPECT_EQ(parameters(*copy), (std::vector<std::string>{"a parameter of some length", "b"}));
+}
+
+TYPED_TEST(TGingaApplicationDescriptorForms, DamageIsSurvived) {
+    const ByteVector good = this->wire(join({parameter("one"), parameter(""), parameter("three")}));
+    expectEveryPrefixSurvives<TypeParam>(good);
+    expectEveryByteChangeSurvives<TypeParam>(good);
 }

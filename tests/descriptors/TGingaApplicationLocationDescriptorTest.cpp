@@ -3,6 +3,7 @@
 #include "descriptors/TGingaJavaApplicationLocationDescriptor.h"
 #include "descriptors/TGingaNCLApplicationLocationDescriptor.h"
 #include "support/Outcome.h"
+#include "support/Survival.h"
 
 #include <type_traits>
 
@@ -171,4 +172,10 @@ TYPED_TEST(TGingaApplicationLocationDescriptorForms, ACopyNeedsNeitherSourceNorB
     EXPECT_EQ(copy->getData(), nullptr);
     EXPECT_EQ(copy->getDataLength(), 0U);
     expectStrings(*copy, "/a/base/directory", "/a/classpath/extension", "an.initial.Class");
+}
+
+TYPED_TEST(TGingaApplicationLocationDescriptorForms, DamageIsSurvived) {
+    const ByteVector good = this->wire(location("base", "path", "Main"));
+    expectEveryPrefixSurvives<TypeParam>(good);
+    expectEveryByteChangeSurvives<TypeParam>(good);
 }

@@ -1,6 +1,7 @@
 #include "descriptors/TIPSignalingDescriptor.h"
 
 #include "support/Outcome.h"
+#include "support/Survival.h"
 
 using Quor::TIPSignalingDescriptor;
 
@@ -47,4 +48,10 @@ TEST(TIPSignalingDescriptor, ACopyNeedsNeitherSourceNorBytes) {
     EXPECT_EQ(copy->getData(), nullptr);
     EXPECT_EQ(copy->getDataLength(), 0U);
     EXPECT_EQ(copy->getPlatformID(), 0x010203U);
+}
+
+TEST(TIPSignalingDescriptor, DamageIsSurvived) {
+    const ByteVector good = hex("11 03 010203");
+    expectEveryPrefixSurvives<TIPSignalingDescriptor>(good);
+    expectEveryByteChangeSurvives<TIPSignalingDescriptor>(good);
 }

@@ -3,6 +3,7 @@
 #include "descriptors/TPrefetchDescriptorItem.h"
 #include "support/Lifetime.h"
 #include "support/Outcome.h"
+#include "support/Survival.h"
 
 using Item = Quor::TPrefetchDescriptorItem;
 using Quor::TISDBTTable;
@@ -168,4 +169,10 @@ TEST(TPrefetchDescriptor, ACopyNeedsNeitherSourceNorBytes) {
     EXPECT_EQ(labels(*copy), (std::vector<std::string>{"carousel/module/menu", "a"}));
     EXPECT_EQ(copy->get(0)->getPriority(), 9);
     EXPECT_EQ(copy->get(1)->getPriority(), 8);
+}
+
+TEST(TPrefetchDescriptor, DamageIsSurvived) {
+    const ByteVector good = descriptor(0x0C, join({hex("07"), item("menu", 9), item("", 8), item("a", 7)}));
+    expectEveryPrefixSurvives<TPrefetchDescriptor>(good);
+    expectEveryByteChangeSurvives<TPrefetchDescriptor>(good);
 }

@@ -4,6 +4,7 @@
 #include "descriptors/TTransportProtocolDescriptorIP.h"
 #include "descriptors/TTransportProtocolDescriptorOC.h"
 #include "support/Outcome.h"
+#include "support/Survival.h"
 
 #include <type_traits>
 
@@ -176,4 +177,13 @@ TEST(TTransportProtocolDescriptor, UnknownTypesHaveNoClone) {
               (Lines{"ISDBTUtils: TTransportProtocolDescriptor::clone: Unknown protocol ID: 0x0005. Aborting!",
                      "ISDBTUtils: TTransportProtocolDescriptor::clone: Unknown protocol ID: 0x0000. Aborting!"}));
     expectLevelAndTag(log);
+}
+
+TEST(TTransportProtocolDescriptor, DamageIsSurvived) {
+    for (const char* const wire :
+         {"02 05  0001 07 00 33", "02 0B  0001 07 80  0001 0002 0003 33", "02 0A  0002 07 00 80  01 61 02 6263",
+          "02 0F  0002 07 80  0001 0002 0003 00  00 02 6263", "02 0B  0004 07 80  0001 0002 0003 33"}) {
+        expectEveryPrefixSurvives<TTransportProtocolDescriptor>(hex(wire));
+        expectEveryByteChangeSurvives<TTransportProtocolDescriptor>(hex(wire));
+    }
 }
