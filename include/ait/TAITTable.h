@@ -51,27 +51,27 @@ public:
     /// @name The common descriptors
     /// Owned by the table, null when absent.
     /// @{
-    TApplicationDescriptor* getApplicationDescriptor() const { return m_pDescriptors.m_pApplicationDesc.get(); }
+    TApplicationDescriptor* getApplicationDescriptor() const { return m_descriptors.m_pApplicationDesc.get(); }
     TApplicationNameDescriptor* getApplicationNameDescriptor() const {
-        return m_pDescriptors.m_pApplicationNameDesc.get();
+        return m_descriptors.m_pApplicationNameDesc.get();
     }
     TApplicationIconDescriptor* getApplicationIconDescriptor() const {
-        return m_pDescriptors.m_pApplicationIconDesc.get();
+        return m_descriptors.m_pApplicationIconDesc.get();
     }
     TExternalApplicationAuthorizationDescriptor* getExternalApplicationAuthorizationDescriptor() const {
-        return m_pDescriptors.m_pExternalAppAuthDesc.get();
+        return m_descriptors.m_pExternalAppAuthDesc.get();
     }
     TTransportProtocolDescriptor* getTransportProtocolDescriptor() const {
-        return m_pDescriptors.m_pTransportProtocolDesc.get();
+        return m_descriptors.m_pTransportProtocolDesc.get();
     }
-    TIPSignalingDescriptor* getIPSignalingDescriptor() const { return m_pDescriptors.m_pIPSignalingDesc.get(); }
-    TPrefetchDescriptor* getPrefetchDescriptor() const { return m_pDescriptors.m_pPrefetchDesc.get(); }
-    TDIILocationDescriptor* getDIILocationDescriptor() const { return m_pDescriptors.m_pDIILocationDesc.get(); }
+    TIPSignalingDescriptor* getIPSignalingDescriptor() const { return m_descriptors.m_pIPSignalingDesc.get(); }
+    TPrefetchDescriptor* getPrefetchDescriptor() const { return m_descriptors.m_pPrefetchDesc.get(); }
+    TDIILocationDescriptor* getDIILocationDescriptor() const { return m_descriptors.m_pDIILocationDesc.get(); }
     TGingaApplicationDescriptor* getGingaApplicationDescriptor() const {
-        return m_pDescriptors.m_pGingaAppParamsDesc.get();
+        return m_descriptors.m_pGingaAppParamsDesc.get();
     }
     TGingaApplicationLocationDescriptor* getGingaApplicationLocationDescriptor() const {
-        return m_pDescriptors.m_pGingaAppLocationDesc.get();
+        return m_descriptors.m_pGingaAppLocationDesc.get();
     }
     /// @}
 
@@ -101,7 +101,7 @@ private:
     detail::Outcome parseCommonDescriptors(Walk& walk, QUOR_U16* errorCode);
     detail::Outcome parseApplications(Walk& walk, QUOR_U16* errorCode);
 
-    TAITDescriptors m_pDescriptors;
+    TAITDescriptors m_descriptors;
     std::map<std::string, std::unique_ptr<TApplication>> m_pApplications;
 };
 

@@ -121,7 +121,7 @@ private:
     QUOR_U8 m_iControlCode;
     QUOR_U16 m_iApplicationType;
     std::unique_ptr<TApplicationIdentifier> m_pAppIdentifier;
-    TAITDescriptors m_pDescriptors;
+    TAITDescriptors m_descriptors;
 };
 
 } // namespace Quor

@@ -1,4 +1,4 @@
-#include "ait/AITFamily.h"
+#include "ait/TAITFamily.h"
 
 namespace Quor {
 

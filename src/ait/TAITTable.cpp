@@ -1,6 +1,6 @@
 #include "ait/TAITTable.h"
 
-#include "ait/AITFamily.h"
+#include "ait/TAITFamily.h"
 #include "detail/Items.h"
 #include "detail/Log.h"
 #include "detail/Shapes.h"
@@ -82,11 +82,11 @@ TAITTable::TAITTable(QUOR_U8* data, QUOR_U32 length)
 TAITTable::~TAITTable() = default;
 
 TISDBTDescriptor* TAITTable::getDescriptor(QUOR_U8 descriptorTag) const {
-    return detail::AIT_FAMILY.get(m_pDescriptors, descriptorTag);
+    return AIT_FAMILY.get(m_descriptors, descriptorTag);
 }
 
 std::list<QUOR_U8>* TAITTable::getDescriptorTags() const {
-    return detail::AIT_FAMILY.tags(m_pDescriptors);
+    return AIT_FAMILY.tags(m_descriptors);
 }
 
 TAITTable* TAITTable::parse(QUOR_U8* sectionData, QUOR_U32 dataLength, int /*parseDescriptors*/, int checkCRC32,
@@ -106,7 +106,7 @@ detail::Outcome TAITTable::parseCommonDescriptors(Walk& walk, QUOR_U16* errorCod
         return entered;
     }
     return detail::walkLoop(
-        detail::AIT_FAMILY, m_pDescriptors, walk.left, walk.loopLength, errorCode,
+        AIT_FAMILY, m_descriptors, walk.left, walk.loopLength, errorCode,
         [&](QUOR_U32 bodyLength) {
             const QUOR_U32 length = TISDBTDescriptor::COMMON_HEADER_LENGTH + bodyLength;
             if (length > walk.remaining) {

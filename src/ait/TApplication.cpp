@@ -1,6 +1,6 @@
 #include "ait/TApplication.h"
 
-#include "ait/AITFamily.h"
+#include "ait/TAITFamily.h"
 #include "ait/TAITTable.h"
 #include "detail/Items.h"
 #include "detail/Log.h"
@@ -63,7 +63,7 @@ TApplication::TApplication(TApplication* source, int inherit)
     : TISDBTDataHolder(source->getData(), source->getDataLength(), 0), m_pParentAITTable(nullptr),
       m_sHashId(source->m_sHashId), m_iControlCode(source->m_iControlCode),
       m_iApplicationType(source->m_iApplicationType), m_pAppIdentifier(detail::copy(source->m_pAppIdentifier.get())) {
-    TAITDescriptors& own = m_pDescriptors;
+    TAITDescriptors& own = m_descriptors;
     own.m_pApplicationDesc = detail::copy(source->getApplicationDescriptor(inherit, nullptr));
     own.m_pApplicationNameDesc = detail::copy(source->getApplicationNameDescriptor(inherit, nullptr));
     own.m_pApplicationIconDesc = detail::copy(source->getApplicationIconDescriptor(inherit, nullptr));
@@ -115,88 +115,83 @@ detail::Outcome TApplication::decode(detail::Bytes bytes, QUOR_U32 dataLength, Q
     m_sHashId = TApplicationIdentifier::calculateHashID(m_pAppIdentifier.get());
     m_iControlCode = bytes.u8(CONTROL_CODE_AT);
 
-    // Wraps for 6 to 8 bytes, and in the walk with less than a descriptor's header left; the bytes themselves end it.
-    QUOR_U32 available = dataLength - DESCRIPTORS_AT;
+    // Wraps for 6 to 8 bytes; the bytes themselves end the walk then.
+    QUOR_U32 stated = dataLength - DESCRIPTORS_AT;
     const QUOR_U16 loopLength = bytes.length12(LOOP_LENGTH_AT);
-    if (available < loopLength) {
-        return tooLong(loopLength, available);
+    if (stated < loopLength) {
+        return tooLong(loopLength, stated);
     }
     detail::Bytes left = bytes.from(DESCRIPTORS_AT);
-    const detail::Outcome walked = detail::walkLoop(
-        detail::AIT_FAMILY, m_pDescriptors, left, loopLength, errorCode,
+    const detail::Outcome loop = detail::walkLoop(
+        AIT_FAMILY, m_descriptors, left, loopLength, errorCode,
         [&](QUOR_U32 bodyLength) {
-            const QUOR_U32 room = available - TISDBTDescriptor::COMMON_HEADER_LENGTH;
-            if (bodyLength > room) {
-                return tooLong(bodyLength, room);
-            }
-            available = room - bodyLength;
-            return detail::Outcome::done();
+            return detail::takeStated(stated, bodyLength, stated - TISDBTDescriptor::COMMON_HEADER_LENGTH, tooLong);
         },
         unknown, tooLong);
-    return walked.succeeded() ? detail::Outcome::done(dataLength - available) : walked;
+    return loop.succeeded() ? detail::Outcome::done(dataLength - stated) : loop;
 }
 
 const TAITDescriptors* TApplication::commonDescriptors() const {
-    return m_pParentAITTable == nullptr ? nullptr : &m_pParentAITTable->m_pDescriptors;
+    return m_pParentAITTable == nullptr ? nullptr : &m_pParentAITTable->m_descriptors;
 }
 
 TApplicationDescriptor* TApplication::getApplicationDescriptor(int inherit, int* inherited) const {
-    return detail::inherit<&TAITDescriptors::m_pApplicationDesc>(m_pDescriptors, commonDescriptors(), inherit,
+    return detail::inherit<&TAITDescriptors::m_pApplicationDesc>(m_descriptors, commonDescriptors(), inherit,
                                                                  inherited);
 }
 
 TApplicationNameDescriptor* TApplication::getApplicationNameDescriptor(int inherit, int* inherited) const {
-    return detail::inherit<&TAITDescriptors::m_pApplicationNameDesc>(m_pDescriptors, commonDescriptors(), inherit,
+    return detail::inherit<&TAITDescriptors::m_pApplicationNameDesc>(m_descriptors, commonDescriptors(), inherit,
                                                                      inherited);
 }
 
 TApplicationIconDescriptor* TApplication::getApplicationIconDescriptor(int inherit, int* inherited) const {
-    return detail::inherit<&TAITDescriptors::m_pApplicationIconDesc>(m_pDescriptors, commonDescriptors(), inherit,
+    return detail::inherit<&TAITDescriptors::m_pApplicationIconDesc>(m_descriptors, commonDescriptors(), inherit,
                                                                      inherited);
 }
 
 TExternalApplicationAuthorizationDescriptor*
 TApplication::getExternalApplicationAuthorizationDescriptor(int inherit, int* inherited) const {
-    return detail::inherit<&TAITDescriptors::m_pExternalAppAuthDesc>(m_pDescriptors, commonDescriptors(), inherit,
+    return detail::inherit<&TAITDescriptors::m_pExternalAppAuthDesc>(m_descriptors, commonDescriptors(), inherit,
                                                                      inherited);
 }
 
 TTransportProtocolDescriptor* TApplication::getTransportProtocolDescriptor(int inherit, int* inherited) const {
-    return detail::inherit<&TAITDescriptors::m_pTransportProtocolDesc>(m_pDescriptors, commonDescriptors(), inherit,
+    return detail::inherit<&TAITDescriptors::m_pTransportProtocolDesc>(m_descriptors, commonDescriptors(), inherit,
                                                                        inherited);
 }
 
 TIPSignalingDescriptor* TApplication::getIPSignalingDescriptor(int inherit, int* inherited) const {
-    return detail::inherit<&TAITDescriptors::m_pIPSignalingDesc>(m_pDescriptors, commonDescriptors(), inherit,
+    return detail::inherit<&TAITDescriptors::m_pIPSignalingDesc>(m_descriptors, commonDescriptors(), inherit,
                                                                  inherited);
 }
 
 TPrefetchDescriptor* TApplication::getPrefetchDescriptor(int inherit, int* inherited) const {
-    return detail::inherit<&TAITDescriptors::m_pPrefetchDesc>(m_pDescriptors, commonDescriptors(), inherit, inherited);
+    return detail::inherit<&TAITDescriptors::m_pPrefetchDesc>(m_descriptors, commonDescriptors(), inherit, inherited);
 }
 
 TDIILocationDescriptor* TApplication::getDIILocationDescriptor(int inherit, int* inherited) const {
-    return detail::inherit<&TAITDescriptors::m_pDIILocationDesc>(m_pDescriptors, commonDescriptors(), inherit,
+    return detail::inherit<&TAITDescriptors::m_pDIILocationDesc>(m_descriptors, commonDescriptors(), inherit,
                                                                  inherited);
 }
 
 TGingaApplicationDescriptor* TApplication::getGingaApplicationDescriptor(int inherit, int* inherited) const {
-    return detail::inherit<&TAITDescriptors::m_pGingaAppParamsDesc>(m_pDescriptors, commonDescriptors(), inherit,
+    return detail::inherit<&TAITDescriptors::m_pGingaAppParamsDesc>(m_descriptors, commonDescriptors(), inherit,
                                                                     inherited);
 }
 
 TGingaApplicationLocationDescriptor* TApplication::getGingaApplicationLocationDescriptor(int inherit,
                                                                                          int* inherited) const {
-    return detail::inherit<&TAITDescriptors::m_pGingaAppLocationDesc>(m_pDescriptors, commonDescriptors(), inherit,
+    return detail::inherit<&TAITDescriptors::m_pGingaAppLocationDesc>(m_descriptors, commonDescriptors(), inherit,
                                                                       inherited);
 }
 
 TISDBTDescriptor* TApplication::getDescriptor(QUOR_U8 descriptorTag) const {
-    return detail::AIT_FAMILY.get(m_pDescriptors, descriptorTag);
+    return AIT_FAMILY.get(m_descriptors, descriptorTag);
 }
 
 std::list<QUOR_U8>* TApplication::getDescriptorTags() const {
-    return detail::AIT_FAMILY.tags(m_pDescriptors);
+    return AIT_FAMILY.tags(m_descriptors);
 }
 
 } // namespace Quor

@@ -41,8 +41,7 @@ QUOR_U32 TCountryAvailabilityDescriptor::size() const {
 }
 
 QUOR_U32 TCountryAvailabilityDescriptor::get(QUOR_U32 index) const {
-    const auto found = detail::position(m_pItems, index);
-    return found == m_pItems.end() ? 0 : *found;
+    return detail::get(m_pItems, index);
 }
 
 void TCountryAvailabilityDescriptor::add(QUOR_U32 code) {
@@ -50,12 +49,7 @@ void TCountryAvailabilityDescriptor::add(QUOR_U32 code) {
 }
 
 QUOR_BOOL TCountryAvailabilityDescriptor::remove(QUOR_U32 index) {
-    const auto found = detail::position(m_pItems, index);
-    if (found == m_pItems.end()) {
-        return false;
-    }
-    m_pItems.erase(found);
-    return true;
+    return detail::remove(m_pItems, index);
 }
 
 } // namespace Quor

@@ -33,8 +33,7 @@ TDIILocationDescriptor* TDIILocationDescriptor::parse(QUOR_U8* sectionData, QUOR
         [=](TDIILocationDescriptor& object, detail::Bytes descriptor) {
             object.m_iTransportProtocolLabel = descriptor.u8(LABEL_AT);
             const detail::ItemWalk walk = detail::parseItems<TDIILocationDescriptorItem>(
-                descriptor.from(ITEMS_AT), errorCode,
-                [&](std::unique_ptr<TDIILocationDescriptorItem> item) { object.m_pItems.push_back(std::move(item)); });
+                descriptor.from(ITEMS_AT), errorCode, detail::appendTo(object.m_pItems));
             if (!walk.complete) {
                 QUOR_ISDBT_LOG("%s: TDIILocationDescriptor::parse: Invalid item. Aborting!", detail::LOG_TAG);
                 return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);

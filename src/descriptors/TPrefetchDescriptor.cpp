@@ -32,8 +32,7 @@ TPrefetchDescriptor* TPrefetchDescriptor::parse(QUOR_U8* sectionData, QUOR_U32 d
         sectionData, dataLength, parsedLength, errorCode, [=](TPrefetchDescriptor& object, detail::Bytes descriptor) {
             object.m_iTransportProtocolLabel = descriptor.u8(LABEL_AT);
             const detail::ItemWalk walk = detail::parseItems<TPrefetchDescriptorItem>(
-                descriptor.from(ITEMS_AT), errorCode,
-                [&](std::unique_ptr<TPrefetchDescriptorItem> item) { object.m_pItems.push_back(std::move(item)); });
+                descriptor.from(ITEMS_AT), errorCode, detail::appendTo(object.m_pItems));
             if (!walk.complete) {
                 QUOR_ISDBT_LOG("%s: TPrefetchDescriptor::parse: Invalid item. Aborting!", detail::LOG_TAG);
                 return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);

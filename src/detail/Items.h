@@ -82,19 +82,19 @@ template <class Item> QUOR_BOOL remove(ItemList<Item>& items, QUOR_U32 index) {
     return true;
 }
 
-/// The string at @p index, or an empty one past the end.
-inline std::string get(const std::list<std::string>& strings, QUOR_U32 index) {
-    const auto found = position(strings, index);
-    return found == strings.end() ? std::string() : *found;
+/// The value at @p index, or an empty one (0, "") past the end.
+template <class Value> Value get(const std::list<Value>& values, QUOR_U32 index) {
+    const auto found = position(values, index);
+    return found == values.end() ? Value() : *found;
 }
 
-/// Removes the string at @p index. @return false, with the list unchanged, past the end.
-inline QUOR_BOOL remove(std::list<std::string>& strings, QUOR_U32 index) {
-    const auto found = position(strings, index);
-    if (found == strings.end()) {
+/// Removes the value at @p index. @return false, with the list unchanged, past the end.
+template <class Value> QUOR_BOOL remove(std::list<Value>& values, QUOR_U32 index) {
+    const auto found = position(values, index);
+    if (found == values.end()) {
         return false;
     }
-    strings.erase(found);
+    values.erase(found);
     return true;
 }
 

@@ -4,8 +4,11 @@
 #include "support/Lifetime.h"
 #include "support/Survival.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <thread>
 #include <type_traits>
 
 using Quor::TISDBTTable;
@@ -372,6 +375,27 @@ TEST(TPATTable, ParsePrintsNothing) {
     parseSection<TPATTable>(pat(hex("0001 E100  0002")));
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+}
+
+TEST(TPATTable, ThreadsParseWithoutMeeting) {
+    const auto work = [](QUOR_U16 number, bool& sound) {
+        for (int round = 0; round < 200; ++round) {
+            const auto good = parseSection<TPATTable>(pat(join({u16(number), u16(number, 0xE000)}), {number}));
+            const auto broken = parseSection<TPATTable>(pat(hex("0001 E100  0002")));
+            sound = sound && good.object != nullptr && good->getTransportStreamID() == number &&
+                    good->get(number) != nullptr && good->get(number)->getProgramMapPid() == number &&
+                    broken.object == nullptr && broken.lines.size() == 1;
+        }
+    };
+    bool sound[4] = {true, true, true, true};
+    std::vector<std::thread> threads;
+    for (QUOR_U16 number = 0; number < 4; ++number) {
+        threads.emplace_back(work, static_cast<QUOR_U16>(number + 1), std::ref(sound[number]));
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_THAT(sound, testing::Each(true));
 }
 
 TEST(TPATTable, AddStoresUnderTheProgramNumber) {

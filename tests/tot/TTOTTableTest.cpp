@@ -362,6 +362,14 @@ TEST(TTOTTable, KnownDescriptorBeyondTheDataFails) {
     EXPECT_EQ(parsed.lines, Lines{"ISDBTUtils: TTOTTable::parse: Item length not valid: 15 > 14. Aborting!"});
 }
 
+TEST(TTOTTable, KnownDescriptorBelowItsMinimumIsRefusedByItsHeaderAlone) {
+    const auto parsed = parseSection<TTOTTable>(hex("73 7009 C079 124500 F007  58 05"));
+    EXPECT_EQ(parsed.object, nullptr);
+    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);
+    EXPECT_EQ(parsed.lines, Lines{"ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (2) Longer data length is "
+                                  "required: 7 < 13. Aborting!"});
+}
+
 TEST(TTOTTable, BodyOfAnUnknownDescriptorIsNotNeeded) {
     const auto parsed = parseSection<TTOTTable>(hex("73 7009 C079 124500 F012  4A 10"));
     ASSERT_NE(parsed.object, nullptr);

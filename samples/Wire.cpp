@@ -1,0 +1,73 @@
+#include "Wire.h"
+
+#include <bitstream/mpeg/psi.h>
+
+namespace sample {
+
+namespace {
+
+constexpr unsigned BITS_PER_BYTE = 8;
+
+Bytes section(std::uint8_t tableId, bool isLong, const Bytes& behindLength) {
+    Wire wire;
+    wire.bits(8, tableId)
+        .bits(1, isLong ? 1 : 0) // section_syntax_indicator
+        .reserved(3)
+        .bits(12, behindLength.size() + PSI_CRC_SIZE) // section_length
+        .append(behindLength)
+        .append(Bytes(PSI_CRC_SIZE));
+    Bytes whole = wire.bytes();
+    psi_set_crc(whole.data());
+    return whole;
+}
+
+} // namespace
+
+Wire& Wire::bits(unsigned width, std::uint64_t value) {
+    while (width != 0) {
+        --width;
+        if (m_usedBits == 0) {
+            m_bytes.push_back(0);
+        }
+        const auto bit = static_cast<unsigned>(value >> width & 1U);
+        m_bytes.back() = static_cast<std::uint8_t>(m_bytes.back() | bit << (BITS_PER_BYTE - 1 - m_usedBits));
+        m_usedBits = (m_usedBits + 1) % BITS_PER_BYTE;
+    }
+    return *this;
+}
+
+Wire& Wire::reserved(unsigned width) {
+    return bits(width, ~std::uint64_t{0});
+}
+
+Wire& Wire::text(std::string_view characters) {
+    m_bytes.insert(m_bytes.end(), characters.begin(), characters.end());
+    return *this;
+}
+
+Wire& Wire::append(const Bytes& bytes) {
+    m_bytes.insert(m_bytes.end(), bytes.begin(), bytes.end());
+    return *this;
+}
+
+Bytes descriptor(std::uint8_t tag, const Bytes& body) {
+    return Wire().bits(8, tag).bits(8, body.size()).append(body).bytes();
+}
+
+Bytes longSection(std::uint8_t tableId, std::uint16_t extension, const Bytes& body) {
+    Wire wire;
+    wire.bits(16, extension)
+        .reserved(2)
+        .bits(5, 0) // version_number
+        .bits(1, 1) // current_next_indicator
+        .bits(8, 0) // section_number
+        .bits(8, 0) // last_section_number
+        .append(body);
+    return section(tableId, true, wire.bytes());
+}
+
+Bytes shortSection(std::uint8_t tableId, const Bytes& body) {
+    return section(tableId, false, body);
+}
+
+} // namespace sample

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace sample {
+
+using Bytes = std::vector<std::uint8_t>;
+
+/// Writes fields as they follow each other in a section, first bit first.
+class Wire {
+public:
+    /// A number of 1 to 64 bits.
+    Wire& bits(unsigned width, std::uint64_t value);
+
+    /// The reserved bits of a field, all ones.
+    Wire& reserved(unsigned width);
+
+    /// From here on whole bytes only.
+    Wire& text(std::string_view characters);
+    Wire& append(const Bytes& bytes);
+
+    const Bytes& bytes() const { return m_bytes; }
+
+private:
+    Bytes m_bytes;
+    unsigned m_usedBits = 0; ///< of the last byte; 0 when it is full
+};
+
+/// A descriptor: descriptor_tag, descriptor_length, body.
+Bytes descriptor(std::uint8_t tag, const Bytes& body);
+
+/// A section with the long header, section 0 of 0, version 0, applicable now, and its CRC_32.
+Bytes longSection(std::uint8_t tableId, std::uint16_t extension, const Bytes& body);
+
+/// A section with the short header and a CRC_32.
+Bytes shortSection(std::uint8_t tableId, const Bytes& body);
+
+} // namespace sample

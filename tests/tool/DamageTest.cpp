@@ -1,0 +1,282 @@
+#include "Process.h"
+#include "Streams.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::EndsWith;
+using testing::HasSubstr;
+
+namespace {
+
+constexpr unsigned PMT_PID = 0x0100;
+
+ByteVector smallPat() {
+    return longSection(0x00, {}, hex("0001 E100"));
+}
+
+/// A PAT of 8 + 4 * programs + 4 bytes.
+ByteVector largePat(unsigned programs) {
+    ByteVector body;
+    for (unsigned number = 1; number <= programs; ++number) {
+        body = join({body, u16(number), u16(0x0100 + number, 0xE000)});
+    }
+    return longSection(0x00, {}, body);
+}
+
+ByteVector corrupted(ByteVector section, std::size_t at) {
+    section.at(at) ^= 0x01U;
+    return section;
+}
+
+/// The part of the summary that speaks of damage.
+std::string damage(const Finished& finished) {
+    const std::string marker = " rejected, ";
+    return finished.output.substr(finished.output.rfind(marker) + marker.size());
+}
+
+} // namespace
+
+TEST(InspectDamage, CrcErrorIsCountedAndTheSectionNotShown) {
+    StreamBuilder stream;
+    stream.section(PAT_PID, smallPat()).section(PAT_PID, corrupted(smallPat(), 9)).section(PAT_PID, smallPat());
+    const Finished finished = inspectBytes(stream.bytes());
+    EXPECT_EQ(finished.status, 3);
+    EXPECT_EQ(finished.errors, "");
+    EXPECT_THAT(finished.output, EndsWith("\n3 packets of 188 bytes, 3 sections on 1 PID: 1 shown, 0 rejected, "
+                                          "1 CRC error (PID 0x0000), 0 discontinuities\n"));
+}
+
+/// Whichever bit flips: the section is not shown as if it were good.
+TEST(InspectDamage, CrcErrorWhereverTheFault) {
+    for (const std::size_t at : {3U, 4U, 5U, 6U, 7U, 8U, 12U, 15U}) {
+        const Finished finished = inspectBytes(StreamBuilder().section(PAT_PID, corrupted(smallPat(), at)).bytes());
+        EXPECT_EQ(damage(finished), "1 CRC error (PID 0x0000), 0 discontinuities\n") << "byte " << at;
+    }
+    ByteVector withoutSyntaxIndicator = smallPat();
+    withoutSyntaxIndicator[1] &= 0x7FU;
+    const Finished finished = inspectBytes(StreamBuilder().section(PAT_PID, withoutSyntaxIndicator).bytes());
+    EXPECT_EQ(damage(finished), "1 CRC error (PID 0x0000), 0 discontinuities\n");
+}
+
+TEST(InspectDamage, CrcErrorInATot) {
+    const ByteVector tot = shortSection(0x73, hex("C079 124500 F000"));
+    const Finished finished = inspectBytes(StreamBuilder().section(TOT_PID, corrupted(tot, 4)).bytes());
+    EXPECT_EQ(finished.status, 3);
+    EXPECT_EQ(damage(finished), "1 CRC error (PID 0x0014), 0 discontinuities\n");
+}
+
+TEST(InspectDamage, SectionsTooShortForACrc) {
+    for (unsigned length = 0; length < 4; ++length) {
+        const Finished finished =
+            inspectBytes(StreamBuilder().section(PAT_PID, withSectionLength(smallPat(), length)).bytes());
+        EXPECT_EQ(finished.status, 3);
+        EXPECT_THAT(damage(finished), HasSubstr("(PID 0x0000)")) << "section_length " << length;
+        EXPECT_THAT(finished.output, HasSubstr(": 0 shown, 0 rejected"));
+    }
+}
+
+TEST(InspectDamage, DamageIsToldPidByPid) {
+    StreamBuilder stream;
+    stream.section(PAT_PID, smallPat());
+    stream.section(PMT_PID, corrupted(longSection(0x02, {}, hex("E100 F000")), 8));
+    stream.section(TOT_PID, corrupted(shortSection(0x73, hex("C079 124500 F000")), 4));
+    stream.lose(PMT_PID, 3).section(PMT_PID, longSection(0x02, {}, hex("E100 F000")));
+    EXPECT_EQ(damage(inspectBytes(stream.bytes())),
+              "2 CRC errors (PID 0x0014, 0x0100), 1 discontinuity (PID 0x0100)\n");
+}
+
+TEST(InspectDamage, LostPacket) {
+    for (const unsigned lost : {1U, 7U, 14U}) {
+        StreamBuilder stream;
+        stream.section(PAT_PID, smallPat()).lose(PAT_PID, lost).section(PAT_PID, smallPat());
+        const Finished finished = inspectBytes(stream.bytes());
+        EXPECT_EQ(finished.status, 3);
+        EXPECT_EQ(damage(finished), "0 CRC errors, 1 discontinuity (PID 0x0000)\n") << lost << " lost";
+    }
+}
+
+/// Fifteen lost packets bring the same continuity_counter again; only the bytes tell them from a packet sent twice.
+TEST(InspectDamage, FifteenLostPackets) {
+    StreamBuilder stream;
+    stream.section(PAT_PID, smallPat()).lose(PAT_PID, 15).section(PAT_PID, largePat(2));
+    const Finished finished = inspectBytes(stream.bytes());
+    EXPECT_EQ(finished.status, 3);
+    EXPECT_EQ(damage(finished), "0 CRC errors, 1 discontinuity (PID 0x0000)\n");
+}
+
+TEST(InspectDamage, LostPacketOfTheSample) {
+    const ByteVector stream = sampleStream();
+    const std::size_t second = 17 * PACKET_SIZE; // the second PAT
+    const Finished finished =
+        inspectBytes(join({slice(stream, 0, second), slice(stream, second + PACKET_SIZE, stream.size())}));
+    EXPECT_EQ(finished.status, 3);
+    EXPECT_THAT(finished.output, EndsWith("319 packets of 188 bytes, 21 sections on 2 PIDs: 3 shown, 0 rejected, "
+                                          "0 CRC errors, 1 discontinuity (PID 0x0000)\n"));
+}
+
+TEST(InspectDamage, LostPacketInsideASection) {
+    const ByteVector pat = largePat(100); // 412 bytes: three packets
+    StreamBuilder stream;
+    stream.begin(PAT_PID, join({hex("00"), slice(pat, 0, 183)}));
+    stream.lose(PAT_PID, 1);
+    stream.proceed(PAT_PID, slice(pat, 183 + 184, pat.size()));
+    const Finished finished = inspectBytes(stream.bytes());
+    EXPECT_EQ(finished.status, 3);
+    EXPECT_THAT(finished.output, HasSubstr("0 sections on 1 PID: 0 shown"));
+    EXPECT_EQ(damage(finished), "0 CRC errors, 1 discontinuity (PID 0x0000)\n");
+}
+
+TEST(InspectDamage, PacketSentTwiceIsNoDamage) {
+    const ByteVector pat = largePat(60); // 252 bytes: two packets
+    StreamBuilder stream;
+    stream.begin(PAT_PID, join({hex("00"), slice(pat, 0, 183)})).again();
+    stream.proceed(PAT_PID, slice(pat, 183, pat.size())).again();
+    const Finished finished = inspectBytes(stream.bytes());
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_THAT(finished.output, HasSubstr("4 packets of 188 bytes, 1 section on 1 PID: 1 shown"));
+}
+
+TEST(InspectDamage, PacketSentThreeTimesIsADiscontinuity) {
+    const Finished finished = inspectBytes(StreamBuilder().section(PAT_PID, smallPat()).again().again().bytes());
+    EXPECT_EQ(finished.status, 3);
+    EXPECT_EQ(damage(finished), "0 CRC errors, 1 discontinuity (PID 0x0000)\n");
+}
+
+TEST(InspectDamage, AnnouncedDiscontinuityIsNoDamage) {
+    StreamBuilder stream;
+    stream.section(PAT_PID, smallPat()).lose(PAT_PID, 5);
+    // adaptation field of one byte: discontinuity_indicator
+    stream.begin(PAT_PID, join({hex("01 80 00"), smallPat()})).patch(3, 0x36);
+    const Finished finished = inspectBytes(stream.bytes());
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_THAT(finished.output, HasSubstr("2 sections on 1 PID: 1 shown"));
+}
+
+TEST(InspectDamage, PacketsWithoutPayloadDoNotCount) {
+    StreamBuilder stream;
+    stream.section(PAT_PID, smallPat());
+    stream.proceed(PAT_PID, hex("B7 00")).patch(3, 0x20); // adaptation field only, the counter stands still
+    stream.lose(PAT_PID, 15).section(PAT_PID, smallPat());
+    const Finished finished = inspectBytes(stream.bytes());
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(damage(finished), "0 CRC errors, 0 discontinuities\n");
+}
+
+TEST(InspectDamage, ScrambledPacketsAreSkipped) {
+    const Finished finished = inspectBytes(StreamBuilder().section(PAT_PID, smallPat()).patch(3, 0x90).bytes());
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_THAT(finished.output, HasSubstr("0 sections on 1 PID: 0 shown"));
+}
+
+TEST(InspectDamage, PacketMarkedByTheDemodulator) {
+    StreamBuilder stream;
+    stream.section(PAT_PID, smallPat()).patch(1, 0xC0).section(PAT_PID, smallPat());
+    const Finished finished = inspectBytes(stream.bytes());
+    EXPECT_EQ(finished.status, 3);
+    EXPECT_THAT(finished.output, HasSubstr("1 section on 1 PID: 1 shown"));
+    EXPECT_EQ(damage(finished), "0 CRC errors, 0 discontinuities, 1 packet marked as damaged (PID 0x0000)\n");
+}
+
+TEST(InspectDamage, AdaptationFieldBeyondThePacket) {
+    for (const QUOR_U8 length : {QUOR_U8{183}, QUOR_U8{184}, QUOR_U8{255}}) {
+        StreamBuilder stream;
+        stream.section(PAT_PID, smallPat()).patch(3, 0x30).patch(4, length);
+        const Finished finished = inspectBytes(stream.bytes());
+        EXPECT_EQ(finished.status, 3);
+        EXPECT_EQ(damage(finished), "0 CRC errors, 0 discontinuities, 1 malformed packet (PID 0x0000)\n");
+    }
+}
+
+TEST(InspectDamage, PointerBeyondThePacket) {
+    for (const QUOR_U8 pointer : {QUOR_U8{184}, QUOR_U8{255}}) {
+        const Finished finished = inspectBytes(StreamBuilder().section(PAT_PID, smallPat()).patch(4, pointer).bytes());
+        EXPECT_EQ(finished.status, 3);
+        EXPECT_EQ(damage(finished), "0 CRC errors, 0 discontinuities, 1 malformed packet (PID 0x0000)\n");
+    }
+    // A section may begin in the next packet: the pointer then leads to the very end.
+    const Finished finished = inspectBytes(StreamBuilder().section(PAT_PID, smallPat()).patch(4, 183).bytes());
+    EXPECT_EQ(damage(finished), "0 CRC errors, 0 discontinuities\n");
+}
+
+TEST(InspectDamage, SectionInterruptedByTheNext) {
+    const ByteVector pat = largePat(60);
+    StreamBuilder stream;
+    stream.begin(PAT_PID, join({hex("00"), slice(pat, 0, 183)})).section(PAT_PID, smallPat());
+    const Finished finished = inspectBytes(stream.bytes());
+    EXPECT_EQ(finished.status, 3);
+    EXPECT_THAT(finished.output, HasSubstr("1 section on 1 PID: 1 shown"));
+    EXPECT_EQ(damage(finished), "0 CRC errors, 0 discontinuities, 1 section cut short (PID 0x0000)\n");
+}
+
+TEST(InspectDamage, SectionLongerThanAnyMayBe) {
+    const Finished finished =
+        inspectBytes(StreamBuilder().section(PAT_PID, withSectionLength(smallPat(), 4095)).bytes());
+    EXPECT_EQ(finished.status, 3);
+    EXPECT_EQ(damage(finished), "0 CRC errors, 0 discontinuities, 1 section cut short (PID 0x0000)\n");
+}
+
+TEST(InspectDamage, EndInsideASectionIsNoDamage) {
+    const ByteVector pat = largePat(60);
+    const Finished finished =
+        inspectBytes(StreamBuilder().begin(PAT_PID, join({hex("00"), slice(pat, 0, 183)})).bytes());
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(damage(finished), "0 CRC errors, 0 discontinuities\n");
+}
+
+TEST(InspectSections, SeveralInOnePacket) {
+    const ByteVector tots =
+        join({shortSection(0x73, hex("C079 124500 F000")), shortSection(0x73, hex("C079 124501 F000"))});
+    const Finished finished = inspectBytes(StreamBuilder().section(TOT_PID, tots).bytes());
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_THAT(finished.output, HasSubstr("1 packet of 188 bytes, 2 sections on 1 PID: 2 shown"));
+}
+
+TEST(InspectSections, OverSeveralPackets) {
+    const ByteVector pat = largePat(100);
+    StreamBuilder stream;
+    stream.begin(PAT_PID, join({hex("00"), slice(pat, 0, 183)}));
+    stream.proceed(PAT_PID, slice(pat, 183, 183 + 184));
+    stream.proceed(PAT_PID, slice(pat, 183 + 184, pat.size()));
+    const Finished finished = inspectBytes(stream.bytes());
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_THAT(finished.output, HasSubstr("PAT  PID 0x0000  version 0  section 0/0  current  packet 3\n"));
+    EXPECT_THAT(finished.output, HasSubstr("  programs (100)\n"));
+}
+
+/// The second section begins behind the end of the first, its header spread over two packets.
+TEST(InspectSections, BeginInTheLastBytesOfAPacket) {
+    const ByteVector first = largePat(58); // 244 bytes: 61 in the second packet
+    const ByteVector second = longSection(0x00, {}, hex("0001 E100 0002 E200"));
+    for (const std::size_t inSecondPacket : {1U, 2U, 3U, 5U}) {
+        const std::size_t padding = 183 - 61 - inSecondPacket;
+        StreamBuilder stream;
+        stream.begin(PAT_PID, join({hex("00"), slice(first, 0, 183)}));
+        // an adaptation field takes up the room
+        stream
+            .begin(PAT_PID, join({{static_cast<QUOR_U8>(padding - 1)},
+                                  hex("00"),
+                                  fill(padding - 2, 0xFF),
+                                  {61},
+                                  slice(first, 183, first.size()),
+                                  slice(second, 0, inSecondPacket)}))
+            .patch(3, 0x31);
+        stream.proceed(PAT_PID, slice(second, inSecondPacket, second.size()));
+        const Finished finished = inspectBytes(stream.bytes());
+        EXPECT_EQ(damage(finished), "0 CRC errors, 0 discontinuities\n");
+        EXPECT_THAT(finished.output, HasSubstr("3 packets of 188 bytes, 2 sections on 1 PID: 2 shown"))
+            << inSecondPacket << " bytes";
+    }
+}
+
+TEST(InspectSections, TheLongestThereAre) {
+    const ByteVector pat = largePat((1024 - 12) / 4);
+    StreamBuilder stream;
+    stream.begin(PAT_PID, join({hex("00"), slice(pat, 0, 183)}));
+    for (std::size_t at = 183; at < pat.size(); at += 184) {
+        stream.proceed(PAT_PID, slice(pat, at, std::min(at + 184, pat.size())));
+    }
+    const Finished finished = inspectBytes(stream.bytes());
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_THAT(finished.output, HasSubstr("  programs (253)\n"));
+}

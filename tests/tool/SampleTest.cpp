@@ -1,0 +1,53 @@
+#include "Process.h"
+#include "Streams.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::HasSubstr;
+
+TEST(Sample, IsWhatItsProgramWrites) {
+    const TemporaryFile made;
+    const Finished finished = runProgram(MAKE_SAMPLE_PROGRAM, {made.path()});
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.errors, "");
+    EXPECT_TRUE(readFile(made.path()) == sampleStream()) << "run make-sample and commit what it writes";
+}
+
+TEST(Sample, IsSmallAndWhole) {
+    const std::size_t size = sampleStream().size();
+    EXPECT_LT(size, 300U * 1024U);
+    EXPECT_EQ(size % PACKET_SIZE, 0U);
+}
+
+/// A constant rate of 160 packets a second: each clock says where it stands.
+TEST(Sample, ClocksAgreeWithTheRate) {
+    const ByteVector stream = sampleStream();
+    std::size_t clocks = 0;
+    for (std::size_t at = 0; at < stream.size(); at += PACKET_SIZE) {
+        const QUOR_U8* const packet = &stream[at];
+        const bool hasClock = (packet[3] & 0x20U) != 0 && packet[4] > 0 && (packet[5] & 0x10U) != 0;
+        if (!hasClock) {
+            continue;
+        }
+        ++clocks;
+        const std::uint64_t base = std::uint64_t{packet[6]} << 25U | std::uint64_t{packet[7]} << 17U |
+                                   std::uint64_t{packet[8]} << 9U | std::uint64_t{packet[9]} << 1U | packet[10] >> 7U;
+        const std::uint64_t extension = std::uint64_t{packet[10] & 1U} << 8U | packet[11];
+        const std::uint64_t slot = at / PACKET_SIZE;
+        EXPECT_EQ(base * 300 + extension, 270000000 + slot * 168750) << "packet " << slot;
+    }
+    EXPECT_EQ(clocks, 80U);
+}
+
+TEST(Sample, ProgramSaysHowItIsUsed) {
+    const Finished finished = runProgram(MAKE_SAMPLE_PROGRAM, {});
+    EXPECT_EQ(finished.status, 2);
+    EXPECT_EQ(finished.errors, "Usage: make-sample FILE\n");
+}
+
+TEST(Sample, ProgramSaysWhereItCannotWrite) {
+    const Finished finished = runProgram(MAKE_SAMPLE_PROGRAM, {"/no-such-folder/sample.ts"});
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_EQ(finished.errors, "make-sample: /no-such-folder/sample.ts: cannot be written\n");
+}

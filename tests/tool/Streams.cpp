@@ -1,0 +1,90 @@
+#include "Streams.h"
+
+#include "Process.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace {
+
+constexpr QUOR_U8 STUFFING = 0xFF;
+constexpr unsigned NULL_PID = 0x1FFF;
+
+template <class Change> ByteVector eachPacket(const ByteVector& stream, Change change) {
+    ByteVector changed;
+    for (std::size_t at = 0; at < stream.size(); at += PACKET_SIZE) {
+        const ByteVector packet = change(slice(stream, at, at + PACKET_SIZE));
+        changed.insert(changed.end(), packet.begin(), packet.end());
+    }
+    return changed;
+}
+
+} // namespace
+
+ByteVector sampleStream() {
+    return readFile(SAMPLE_FILE);
+}
+
+ByteVector packetOfSample(std::size_t position) {
+    return slice(sampleStream(), position * PACKET_SIZE, (position + 1) * PACKET_SIZE);
+}
+
+ByteVector slice(const ByteVector& bytes, std::size_t begin, std::size_t end) {
+    return ByteVector(bytes.begin() + static_cast<std::ptrdiff_t>(begin),
+                      bytes.begin() + static_cast<std::ptrdiff_t>(end));
+}
+
+ByteVector withTimeStamps(const ByteVector& stream, const ByteVector& stamp) {
+    return eachPacket(stream, [&stamp](const ByteVector& packet) { return join({stamp, packet}); });
+}
+
+ByteVector withParity(const ByteVector& stream) {
+    return eachPacket(stream, [](const ByteVector& packet) { return join({packet, fill(16, 0x5A)}); });
+}
+
+StreamBuilder& StreamBuilder::section(unsigned pid, const ByteVector& section) {
+    return begin(pid, join({hex("00"), section}));
+}
+
+StreamBuilder& StreamBuilder::begin(unsigned pid, const ByteVector& payloadWithPointer) {
+    return packet(pid, true, payloadWithPointer);
+}
+
+StreamBuilder& StreamBuilder::proceed(unsigned pid, const ByteVector& payload) {
+    return packet(pid, false, payload);
+}
+
+StreamBuilder& StreamBuilder::packet(unsigned pid, bool unitStart, const ByteVector& payload) {
+    unsigned& continuity = m_continuity[pid];
+    ByteVector packet =
+        join({hex("47"), u16(pid, unitStart ? 0x4000 : 0), {static_cast<QUOR_U8>(0x10 | continuity)}, payload});
+    if (packet.size() > PACKET_SIZE) {
+        throw std::length_error("more than a packet");
+    }
+    packet.resize(PACKET_SIZE, STUFFING);
+    continuity = (continuity + 1) % 16;
+    m_bytes = join({m_bytes, packet});
+    return *this;
+}
+
+StreamBuilder& StreamBuilder::again() {
+    m_bytes = join({m_bytes, slice(m_bytes, m_bytes.size() - PACKET_SIZE, m_bytes.size())});
+    return *this;
+}
+
+StreamBuilder& StreamBuilder::lose(unsigned pid, unsigned packets) {
+    m_continuity[pid] = (m_continuity[pid] + packets) % 16;
+    return *this;
+}
+
+StreamBuilder& StreamBuilder::null(std::size_t packets) {
+    for (std::size_t count = 0; count < packets; ++count) {
+        packet(NULL_PID, false, {});
+    }
+    return *this;
+}
+
+StreamBuilder& StreamBuilder::patch(std::size_t at, QUOR_U8 value) {
+    m_bytes.at(m_bytes.size() - PACKET_SIZE + at) = value;
+    return *this;
+}

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "support/Bytes.h"
+
+#include <map>
+
+constexpr std::size_t PACKET_SIZE = 188;
+constexpr unsigned PAT_PID = 0x0000;
+constexpr unsigned TOT_PID = 0x0014;
+
+/// The stream that comes with the project.
+ByteVector sampleStream();
+
+/// The packet of the sample at a position, counted from 0.
+ByteVector packetOfSample(std::size_t position);
+
+/// Packets, or parts of them: `slice(stream, 2 * PACKET_SIZE, 3 * PACKET_SIZE)` is the third one.
+ByteVector slice(const ByteVector& bytes, std::size_t begin, std::size_t end);
+
+/// A time stamp of four bytes in front of each packet of 188.
+ByteVector withTimeStamps(const ByteVector& stream, const ByteVector& stamp);
+
+/// Sixteen bytes of parity behind each packet of 188.
+ByteVector withParity(const ByteVector& stream);
+
+/// Writes packets by hand.
+class StreamBuilder {
+public:
+    /// A packet whose payload begins at a section; the rest is stuffing.
+    StreamBuilder& section(unsigned pid, const ByteVector& section);
+
+    /// A packet with this payload, stuffing behind it.
+    StreamBuilder& begin(unsigned pid, const ByteVector& payloadWithPointer);
+    StreamBuilder& proceed(unsigned pid, const ByteVector& payload);
+
+    /// The last packet once more, byte for byte.
+    StreamBuilder& again();
+
+    /// The next packet of this PID counts as if packets before it were lost.
+    StreamBuilder& lose(unsigned pid, unsigned packets);
+
+    /// Null packets.
+    StreamBuilder& null(std::size_t packets);
+
+    /// Overwrites a byte of the last packet.
+    StreamBuilder& patch(std::size_t at, QUOR_U8 value);
+
+    const ByteVector& bytes() const { return m_bytes; }
+
+private:
+    StreamBuilder& packet(unsigned pid, bool unitStart, const ByteVector& payload);
+
+    ByteVector m_bytes;
+    std::map<unsigned, unsigned> m_continuity;
+};

@@ -1,0 +1,239 @@
+#include "Process.h"
+#include "Streams.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+namespace {
+
+constexpr QUOR_U8 PAT = 0x00;
+constexpr QUOR_U8 TOT = 0x73;
+
+ByteVector pat(const LongHeader& header, const std::string& programs) {
+    return longSection(PAT, header, hex(programs));
+}
+
+LongHeader version(unsigned number) {
+    LongHeader header;
+    header.version = number;
+    return header;
+}
+
+std::size_t occurrences(const std::string& text, const std::string& part) {
+    std::size_t count = 0;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+        ++count;
+    }
+    return count;
+}
+
+} // namespace
+
+TEST(InspectTables, PatIsShownOncePerVersion) {
+    StreamBuilder stream;
+    for (const unsigned number : {5U, 5U, 6U, 6U, 6U}) {
+        stream.section(PAT_PID, pat(version(number), "0001 E100"));
+    }
+    const Finished finished = inspectBytes(stream.bytes());
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.output, "PAT  PID 0x0000  version 5  section 0/0  current  packet 1\n"
+                               "  transport_stream_id  0x0001 (1)\n"
+                               "  network_pid          0x0000 (0)\n"
+                               "  programs (1)\n"
+                               "    program_number  program_map_pid\n"
+                               "    0x0001 (1)      0x0100 (256)\n"
+                               "\n"
+                               "PAT  PID 0x0000  version 6  section 0/0  current  packet 3\n"
+                               "  transport_stream_id  0x0001 (1)\n"
+                               "  network_pid          0x0000 (0)\n"
+                               "  programs (1)\n"
+                               "    program_number  program_map_pid\n"
+                               "    0x0001 (1)      0x0100 (256)\n"
+                               "\n"
+                               "5 packets of 188 bytes, 5 sections on 1 PID: 2 shown, 0 rejected, 0 CRC errors, "
+                               "0 discontinuities\n");
+}
+
+TEST(InspectTables, VersionThatComesBackIsShownAgain) {
+    StreamBuilder stream;
+    for (const unsigned number : {30U, 31U, 30U}) {
+        stream.section(PAT_PID, pat(version(number), ""));
+    }
+    EXPECT_EQ(occurrences(inspectBytes(stream.bytes()).output, "PAT  PID"), 3U);
+}
+
+TEST(InspectTables, PatWithoutProgramsHasAnEmptyList) {
+    const Finished finished = inspectBytes(StreamBuilder().section(PAT_PID, pat({}, "")).bytes());
+    EXPECT_THAT(finished.output, HasSubstr("  programs (0)\n\n"));
+}
+
+TEST(InspectTables, ChangeUnderTheSameVersionIsMarked) {
+    StreamBuilder stream;
+    stream.section(PAT_PID, pat(version(5), "0001 E100"));
+    stream.section(PAT_PID, pat(version(5), "0001 E101"));
+    const Finished finished = inspectBytes(stream.bytes());
+    EXPECT_THAT(finished.output, StartsWith("PAT  PID 0x0000  version 5  section 0/0  current  packet 1\n"));
+    EXPECT_THAT(finished.output, HasSubstr("\nPAT  PID 0x0000  version 5  section 0/0  current  packet 2  "
+                                           "CHANGED WITHOUT A NEW VERSION\n"));
+    EXPECT_THAT(finished.output, HasSubstr("    0x0001 (1)      0x0101 (257)\n"));
+}
+
+TEST(InspectTables, NextVersionStandsBesideTheCurrentOne) {
+    LongHeader next = version(6);
+    next.current = false;
+    StreamBuilder stream;
+    stream.section(PAT_PID, pat(version(5), "0001 E100"));
+    stream.section(PAT_PID, pat(next, "0001 E101"));
+    stream.section(PAT_PID, pat(version(5), "0001 E100"));
+    stream.section(PAT_PID, pat(next, "0001 E101"));
+    const Finished finished = inspectBytes(stream.bytes());
+    EXPECT_EQ(occurrences(finished.output, "PAT  PID"), 2U);
+    EXPECT_THAT(finished.output, HasSubstr("\nPAT  PID 0x0000  version 6  section 0/0  not yet current  packet 2\n"));
+}
+
+TEST(InspectTables, EachSectionOfATableIsShown) {
+    LongHeader first = version(5);
+    first.last = 1;
+    LongHeader second = first;
+    second.section = 1;
+    StreamBuilder stream;
+    for (int round = 0; round < 2; ++round) {
+        stream.section(PAT_PID, pat(first, "0001 E100")).section(PAT_PID, pat(second, "0002 E101"));
+    }
+    const Finished finished = inspectBytes(stream.bytes());
+    EXPECT_EQ(occurrences(finished.output, "PAT  PID"), 2U);
+    EXPECT_THAT(finished.output, HasSubstr("version 5  section 0/1  current  packet 1\n"));
+    EXPECT_THAT(finished.output, HasSubstr("version 5  section 1/1  current  packet 2\n"));
+}
+
+TEST(InspectTables, TotIsShownWheneverItDiffers) {
+    StreamBuilder stream;
+    for (const char* const time : {"C079 124500", "C079 124500", "C079 124505"}) {
+        stream.section(TOT_PID, shortSection(TOT, join({hex(time), hex("F000")})));
+    }
+    const Finished finished = inspectBytes(stream.bytes());
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.output, "TOT  PID 0x0014  packet 1\n"
+                               "  unix_time  750516300 = 1993-10-13T12:45:00Z\n"
+                               "\n"
+                               "TOT  PID 0x0014  packet 3\n"
+                               "  unix_time  750516305 = 1993-10-13T12:45:05Z\n"
+                               "\n"
+                               "3 packets of 188 bytes, 3 sections on 1 PID: 2 shown, 0 rejected, 0 CRC errors, "
+                               "0 discontinuities\n");
+}
+
+/// The library counts in 32 bits with a sign; the time is right all the same.
+TEST(InspectTables, TimeBeyond2038) {
+    const Finished finished =
+        inspectBytes(StreamBuilder().section(TOT_PID, shortSection(TOT, hex("FFFF 000000 F000"))).bytes());
+    EXPECT_THAT(finished.output, HasSubstr("  unix_time  -2139460096 = 2038-04-22T00:00:00Z\n"));
+}
+
+TEST(InspectTables, LocalTimeOffsets) {
+    const ByteVector argentina = hex("415247 FF 0300 C079 030000 0300");
+    const ByteVector brazil = hex("425241 0C 0300 C079 030000 0300");
+    const ByteVector offsets = descriptor(0x58, join({brazil, argentina}));
+    const Finished finished = inspectBytes(
+        StreamBuilder().section(TOT_PID, shortSection(TOT, join({hex("C079 124500 F01C"), offsets}))).bytes());
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_THAT(finished.output,
+                HasSubstr("  local_time_offset_descriptor\n"
+                          "    descriptor_tag  0x58 (88)\n"
+                          "    items (2)\n"
+                          "      country_code  country_region_id  local_time_offset_polarity  local_time_offset\n"
+                          "      \"ARG\"         63                 1 behind UTC                10800 s = -03:00\n"
+                          "      \"BRA\"         3                  0 ahead of UTC              10800 s = +03:00\n"));
+}
+
+/// What is broadcast must not steer the terminal.
+TEST(InspectTables, ControlCharactersAreEscaped) {
+    const ByteVector offsets = descriptor(0x58, hex("1B225C 0D 0300 C079 030000 0300"));
+    const Finished finished = inspectBytes(
+        StreamBuilder().section(TOT_PID, shortSection(TOT, join({hex("C079 124500 F00F"), offsets}))).bytes());
+    EXPECT_THAT(finished.output, HasSubstr("      \"\\x1B\\\"\\\\\"  "));
+}
+
+TEST(InspectTables, OthersOnTheSamePidAreSkipped) {
+    StreamBuilder stream;
+    stream.section(TOT_PID, hex("70 7005 C079 124500")); // TDT: no CRC_32
+    stream.section(TOT_PID, shortSection(TOT, hex("C079 124501 F000")));
+    const Finished finished = inspectBytes(stream.bytes());
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(occurrences(finished.output, "PID 0x"), 1U);
+    EXPECT_THAT(finished.output,
+                EndsWith("2 sections on 1 PID: 1 shown, 0 rejected, 0 CRC errors, 0 discontinuities\n"));
+}
+
+TEST(InspectTables, StreamWithoutTables) {
+    const Finished finished = inspectBytes(StreamBuilder().null(10).bytes());
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.output, "10 packets of 188 bytes, 0 sections on 0 PIDs: 0 shown, 0 rejected, 0 CRC errors, "
+                               "0 discontinuities\n");
+}
+
+TEST(InspectTables, PidsOfThePatAreFollowed) {
+    const ByteVector pmt = longSection(0x02, {}, hex("E100 F000"));
+    StreamBuilder before;
+    before.section(0x0100, pmt).section(PAT_PID, pat({}, "0001 E100")).section(0x0100, pmt);
+    EXPECT_THAT(inspectBytes(before.bytes()).output, HasSubstr("2 sections on 2 PIDs"));
+
+    StreamBuilder moved;
+    moved.section(PAT_PID, pat(version(1), "0001 E100")).section(0x0100, pmt);
+    moved.section(PAT_PID, pat(version(2), "0001 E200")).section(0x0100, pmt).section(0x0200, pmt);
+    EXPECT_THAT(inspectBytes(moved.bytes()).output, HasSubstr("4 sections on 3 PIDs"));
+}
+
+TEST(InspectTables, RejectedSectionSaysWhy) {
+    const Finished finished = inspectBytes(StreamBuilder().section(PAT_PID, pat(version(5), "0001 E100 0002")).bytes());
+    EXPECT_EQ(finished.status, 3);
+    EXPECT_EQ(finished.errors, "");
+    EXPECT_THAT(finished.output,
+                StartsWith("PAT  PID 0x0000  version 5  section 0/0  current  packet 1  REJECTED\n"
+                           "  error  ERROR_INVALID_DATA_LENGTH (0x0A03)\n"
+                           "  log    ISDBTUtils: TPATTable::parse: Item length not valid: 4 > 2. Aborting!\n"
+                           "  bytes (18)\n"
+                           "    0000  00 B0 0F 00 01 CB 00 00 00 01 E1 00 00 02 "));
+    EXPECT_THAT(finished.output, HasSubstr("\n    0010  "));
+    EXPECT_THAT(finished.output, EndsWith("\n\n1 packet of 188 bytes, 1 section on 1 PID: 0 shown, 1 rejected, "
+                                          "0 CRC errors, 0 discontinuities\n"));
+}
+
+TEST(InspectTables, RejectedSectionShowsAllLogLines) {
+    const ByteVector offsets = descriptor(0x58, hex("425241 0C 0300 C079 030000 03"));
+    const Finished finished = inspectBytes(
+        StreamBuilder().section(TOT_PID, shortSection(TOT, join({hex("C079 124500 F00E"), offsets}))).bytes());
+    EXPECT_EQ(finished.status, 3);
+    EXPECT_THAT(finished.output,
+                StartsWith("TOT  PID 0x0014  packet 1  REJECTED\n"
+                           "  error  ERROR_INVALID_DESCRIPTOR_LENGTH (0x0A08)\n"
+                           "  log    ISDBTUtils: TLocalTimeOffsetDescriptorItem::parse: Descriptor length not valid: "
+                           "12. Aborting!\n"
+                           "  log    ISDBTUtils: TLocalTimeOffsetDescriptor::parse: Descriptor length not valid: 12. "
+                           "Aborting!\n"
+                           "  bytes (28)\n"));
+}
+
+TEST(InspectTables, RejectedSectionIsShownOnce) {
+    StreamBuilder stream;
+    for (int round = 0; round < 3; ++round) {
+        stream.section(PAT_PID, pat(version(5), "0001 E100 0002"));
+    }
+    const Finished finished = inspectBytes(stream.bytes());
+    EXPECT_EQ(occurrences(finished.output, "REJECTED"), 1U);
+    EXPECT_THAT(finished.output, HasSubstr("3 sections on 1 PID: 0 shown, 1 rejected"));
+}
+
+/// Neither standard error nor the tables carry log lines of sections that were taken.
+TEST(InspectTables, LogLinesOfTakenSectionsAreNotShown) {
+    const Finished finished =
+        inspectBytes(StreamBuilder().section(TOT_PID, shortSection(TOT, hex("C079 124500 F002 4A00"))).bytes());
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.errors, "");
+    EXPECT_THAT(finished.output, Not(HasSubstr("Ignored!")));
+}

@@ -1,0 +1,57 @@
+#include "Process.h"
+#include "Streams.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+TEST(InspectUsage, HelpNamesArgumentsOptionsAndExitStatus) {
+    for (const char* const option : {"--help", "-h"}) {
+        const Finished finished = inspect({option});
+        EXPECT_EQ(finished.status, 0);
+        EXPECT_EQ(finished.errors, "");
+        EXPECT_THAT(finished.output,
+                    AllOf(HasSubstr("Usage: isdbt-inspect [OPTIONS] FILE"), HasSubstr("188, 192 or 204 bytes"),
+                          HasSubstr("- is standard input"), HasSubstr("--version"), HasSubstr("2 wrong usage")));
+    }
+}
+
+TEST(InspectUsage, Version) {
+    const Finished finished = inspect({"--version"});
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.output, "isdbt-inspect " INSPECT_VERSION "\n");
+    EXPECT_EQ(finished.errors, "");
+}
+
+TEST(InspectUsage, WithoutFile) {
+    const Finished finished = inspect({});
+    EXPECT_EQ(finished.status, 2);
+    EXPECT_EQ(finished.output, "");
+    EXPECT_EQ(finished.errors, "isdbt-inspect: FILE is required\nRun with --help for more information.\n");
+}
+
+TEST(InspectUsage, UnknownOption) {
+    const Finished finished = inspect({"--colour-of-the-sky", SAMPLE_FILE});
+    EXPECT_EQ(finished.status, 2);
+    EXPECT_EQ(finished.output, "");
+    EXPECT_THAT(finished.errors, AllOf(StartsWith("isdbt-inspect: "), HasSubstr("--colour-of-the-sky")));
+}
+
+TEST(InspectUsage, ReaderThatGoesAwayIsNoError) {
+    Start start;
+    start.outputIsClosed = true;
+    const Finished finished = inspect({SAMPLE_FILE}, start);
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.errors, "");
+}
+
+TEST(InspectUsage, OutputThatCannotBeWritten) {
+    Start start;
+    start.outputFile = "/dev/full";
+    const Finished finished = inspect({SAMPLE_FILE}, start);
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_EQ(finished.errors, "isdbt-inspect: standard output: No space left on device\n");
+}

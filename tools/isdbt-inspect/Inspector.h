@@ -1,0 +1,37 @@
+#pragma once
+
+#include "following/Following.h"
+#include "packets/PacketReader.h"
+#include "parsing/SectionParser.h"
+#include "rendering/Renderer.h"
+#include "sections/SectionGatherer.h"
+#include "sections/SeenSections.h"
+
+namespace inspect {
+
+/// Leads a stream through the rooms: packets, sections, parsing, following, describing, rendering.
+class Inspector {
+public:
+    explicit Inspector(Renderer& renderer);
+
+    /// Shows what the stream carries, and a summary at its end.
+    /// @throws InputError
+    void run(Input& input);
+
+    /// Whether something was rejected or damaged.
+    bool foundFault() const { return m_foundFault; }
+
+private:
+    void take(const Section& section);
+    Summary summary(const PacketReader& packets) const;
+
+    Renderer& m_renderer;
+    SectionGatherer m_gatherer;
+    SeenSections m_seen;
+    Following m_following;
+    std::uint64_t m_shown = 0;
+    std::uint64_t m_rejected = 0;
+    bool m_foundFault = false;
+};
+
+} // namespace inspect

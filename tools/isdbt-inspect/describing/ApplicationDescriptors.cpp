@@ -1,0 +1,124 @@
+#include "describing/ApplicationIdentifier.h"
+#include "describing/Catalogue.h"
+#include "describing/Lists.h"
+#include "describing/Readings.h"
+#include "descriptors/TApplicationDescriptor.h"
+#include "descriptors/TApplicationIconDescriptor.h"
+#include "descriptors/TApplicationNameDescriptor.h"
+#include "descriptors/TDIILocationDescriptor.h"
+#include "descriptors/TExternalApplicationAuthorizationDescriptor.h"
+#include "descriptors/TIPSignalingDescriptor.h"
+#include "descriptors/TPrefetchDescriptor.h"
+
+#include <fmt/format.h>
+
+namespace inspect {
+
+namespace {
+
+Field describeProfile(const Quor::TApplicationDescriptorProfile& profile) {
+    const unsigned major = profile.getVersionMajor();
+    const unsigned minor = profile.getVersionMinor();
+    const unsigned micro = profile.getVersionMicro();
+    return object("", {identifier("application_profile", profile.getApplicationProfile(), 4)
+                           .reads(fmt::format("version {}.{}.{}", major, minor, micro)),
+                       number("version_major", major), number("version_minor", minor), number("version_micro", micro)});
+}
+
+constexpr CodeName VISIBILITIES[] = {
+    {0, "to nobody"},
+    {1, "to applications"},
+    {2, "to users"},
+    {3, "to users and applications"},
+};
+
+Fields describeApplication(const Quor::TApplicationDescriptor& descriptor) {
+    const std::unique_ptr<QUOR_U8[]> labels(descriptor.getTransportProtocols());
+    return {listByKey("profiles", descriptor, &Quor::TApplicationDescriptor::getProfiles,
+                      &Quor::TApplicationDescriptor::getProfile, describeProfile),
+            flag("service_bound", descriptor.isServiceBound()),
+            code("visibility", descriptor.getVisibility(), VISIBILITIES),
+            flag("visibile_for_users", descriptor.isVisibileForUsers()),
+            flag("visibile_for_applications", descriptor.isVisibileForApplications()),
+            number("application_priority", descriptor.getApplicationPriority()),
+            number("transport_protocols_count", descriptor.getTransportProtocolsCount()),
+            numbers("transport_protocols", labels.get(), descriptor.getTransportProtocolsCount(), 2)};
+}
+
+Field describeName(const Quor::TApplicationNameDescriptorItem& item) {
+    return object("", {text("language_code", item.getLanguageCode()), text("name", item.getName())});
+}
+
+Fields describeApplicationName(const Quor::TApplicationNameDescriptor& descriptor) {
+    return {listByKey("items", descriptor, &Quor::TApplicationNameDescriptor::getLanguageCodes,
+                      &Quor::TApplicationNameDescriptor::get, describeName)};
+}
+
+using Quor::TApplicationIconDescriptor;
+
+constexpr CodeName ICON_FLAGS[] = {
+    {TApplicationIconDescriptor::FLAG_32x32_SQUARE, "32x32 square"},
+    {TApplicationIconDescriptor::FLAG_32x32_4x3, "32x32 4:3"},
+    {TApplicationIconDescriptor::FLAG_32x32_16x9, "32x32 16:9"},
+    {TApplicationIconDescriptor::FLAG_64x64_SQUARE, "64x64 square"},
+    {TApplicationIconDescriptor::FLAG_64x64_4x3, "64x64 4:3"},
+    {TApplicationIconDescriptor::FLAG_64x64_16x9, "64x64 16:9"},
+    {TApplicationIconDescriptor::FLAG_128x128_SQUARE, "128x128 square"},
+    {TApplicationIconDescriptor::FLAG_128x128_4x3, "128x128 4:3"},
+    {TApplicationIconDescriptor::FLAG_128x128_16x9, "128x128 16:9"},
+};
+
+Fields describeApplicationIcon(const TApplicationIconDescriptor& descriptor) {
+    return {
+        text("icon_locator", descriptor.getIconLocator()),
+        identifier("icon_flags", descriptor.getIconFlags(), 4).reads(setFlags(descriptor.getIconFlags(), ICON_FLAGS))};
+}
+
+Field describeAuthorization(const Quor::TExternalApplicationAuthorizationDescriptorItem& item) {
+    return object("",
+                  {applicationIdentifier(*item.getApplicationIdentifier()), number("priority", item.getPriority())});
+}
+
+Fields describeExternalApplicationAuthorization(const Quor::TExternalApplicationAuthorizationDescriptor& descriptor) {
+    using Descriptor = Quor::TExternalApplicationAuthorizationDescriptor;
+    return {listByKey("items", descriptor, &Descriptor::getApplicationIdentifierHashIDs, &Descriptor::get,
+                      describeAuthorization)};
+}
+
+Fields describeIpSignaling(const Quor::TIPSignalingDescriptor& descriptor) {
+    return {identifier("platform_id", descriptor.getPlatformID(), 6)};
+}
+
+Field describePrefetched(const Quor::TPrefetchDescriptorItem& item) {
+    return object("", {text("label", item.getLabel()), number("priority", item.getPriority())});
+}
+
+Fields describePrefetch(const Quor::TPrefetchDescriptor& descriptor) {
+    return {
+        identifier("transport_protocol_label", descriptor.getTransportProtocolLabel(), 2),
+        listByPosition("items", descriptor, descriptor.size(), &Quor::TPrefetchDescriptor::get, describePrefetched)};
+}
+
+Field describeDii(const Quor::TDIILocationDescriptorItem& item) {
+    return object("", {identifier("dii_identification", item.getDIIIdentification(), 4),
+                       identifier("association_tag", item.getAssociationTag(), 4)});
+}
+
+Fields describeDiiLocation(const Quor::TDIILocationDescriptor& descriptor) {
+    return {identifier("transport_protocol_label", descriptor.getTransportProtocolLabel(), 2),
+            listByPosition("items", descriptor, descriptor.size(), &Quor::TDIILocationDescriptor::get, describeDii)};
+}
+
+} // namespace
+
+void addApplicationDescriptors(Catalogue& catalogue) {
+    catalogue.addDescriptor<describeApplication>("application_descriptor");
+    catalogue.addDescriptor<describeApplicationName>("application_name_descriptor");
+    catalogue.addDescriptor<describeApplicationIcon>("application_icon_descriptor");
+    catalogue.addDescriptor<describeExternalApplicationAuthorization>("external_application_authorization_descriptor");
+    catalogue.addDescriptor<describeIpSignaling>("ip_signaling_descriptor");
+    catalogue.addDescriptor<describePrefetch>("prefetch_descriptor");
+    catalogue.addDescriptor<describeDiiLocation>("dii_location_descriptor");
+}
+
+} // namespace inspect

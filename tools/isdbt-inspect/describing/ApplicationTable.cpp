@@ -1,0 +1,86 @@
+#include "ait/TAITTable.h"
+
+#include "describing/ApplicationIdentifier.h"
+#include "describing/Catalogue.h"
+#include "descriptors/TApplicationDescriptor.h"
+#include "descriptors/TApplicationIconDescriptor.h"
+#include "descriptors/TApplicationNameDescriptor.h"
+#include "descriptors/TDIILocationDescriptor.h"
+#include "descriptors/TExternalApplicationAuthorizationDescriptor.h"
+#include "descriptors/TGingaApplicationDescriptor.h"
+#include "descriptors/TGingaApplicationLocationDescriptor.h"
+#include "descriptors/TIPSignalingDescriptor.h"
+#include "descriptors/TPrefetchDescriptor.h"
+#include "descriptors/TTransportProtocolDescriptor.h"
+
+namespace inspect {
+
+namespace {
+
+using Quor::TApplication;
+
+constexpr CodeName APPLICATION_TYPES[] = {
+    {TApplication::TYPE_JAVA, "Ginga-J"},
+    {TApplication::TYPE_NCL, "Ginga-NCL"},
+};
+
+constexpr CodeName CONTROL_CODES[] = {
+    {TApplication::CONTROLCODE_AUTOSTART, "AUTOSTART"}, {TApplication::CONTROLCODE_PRESENT, "PRESENT"},
+    {TApplication::CONTROLCODE_DESTROY, "DESTROY"},     {TApplication::CONTROLCODE_KILL, "KILL"},
+    {TApplication::CONTROLCODE_REMOTE, "REMOTE"},       {TApplication::CONTROLCODE_UNBOUND, "UNBOUND"},
+};
+
+/// The application's descriptor of a kind, or the one that it inherits from its table, marked as such.
+template <class Descriptor>
+void appendOwnOrInherited(Fields& fields, const TApplication& application,
+                          Descriptor* (TApplication::*get)(int, int*) const) {
+    int inherited = 0;
+    const Descriptor* const descriptor = (application.*get)(1, &inherited);
+    if (descriptor == nullptr) {
+        return;
+    }
+    Field field = Catalogue::instance().describe(*descriptor);
+    if (inherited != 0) {
+        Fields& inner = std::get<Object>(field.value).fields;
+        inner.insert(inner.begin(), flag("inherited", true));
+    }
+    fields.push_back(std::move(field));
+}
+
+Field describeApplication(const TApplication& application) {
+    Fields fields{text("hash_id", application.getHashID()),
+                  applicationIdentifier(*application.getApplicationIdentifier()),
+                  code("control_code", application.getControlCode(), CONTROL_CODES),
+                  identifier("application_type", application.getApplicationType(), 4).named(APPLICATION_TYPES)};
+    appendOwnOrInherited(fields, application, &TApplication::getApplicationDescriptor);
+    appendOwnOrInherited(fields, application, &TApplication::getApplicationNameDescriptor);
+    appendOwnOrInherited(fields, application, &TApplication::getApplicationIconDescriptor);
+    appendOwnOrInherited(fields, application, &TApplication::getExternalApplicationAuthorizationDescriptor);
+    appendOwnOrInherited(fields, application, &TApplication::getTransportProtocolDescriptor);
+    appendOwnOrInherited(fields, application, &TApplication::getIPSignalingDescriptor);
+    appendOwnOrInherited(fields, application, &TApplication::getPrefetchDescriptor);
+    appendOwnOrInherited(fields, application, &TApplication::getDIILocationDescriptor);
+    appendOwnOrInherited(fields, application, &TApplication::getGingaApplicationDescriptor);
+    appendOwnOrInherited(fields, application, &TApplication::getGingaApplicationLocationDescriptor);
+    return object("", std::move(fields));
+}
+
+Fields describeAit(const Quor::TAITTable& ait) {
+    Fields fields{identifier("application_type", ait.getApplicationType(), 4).named(APPLICATION_TYPES)};
+    appendDescriptors(fields, ait);
+    Fields applications;
+    const std::unique_ptr<const std::list<std::string>> ids(&ait.getApplicationsIDs());
+    for (const std::string& id : *ids) {
+        applications.push_back(describeApplication(*ait.getApplication(id)));
+    }
+    fields.push_back(list("applications", std::move(applications)));
+    return fields;
+}
+
+} // namespace
+
+void addApplicationTable(Catalogue& catalogue) {
+    catalogue.addTable<describeAit>();
+}
+
+} // namespace inspect

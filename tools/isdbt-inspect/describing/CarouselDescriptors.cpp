@@ -1,0 +1,119 @@
+#include "describing/Catalogue.h"
+#include "describing/Readings.h"
+#include "descriptors/TCarouselCompatibleCompositeDescriptor.h"
+#include "descriptors/TCarouselIdentifierDescriptor.h"
+#include "descriptors/TGeneralEventDescriptor.h"
+#include "descriptors/TNPTReferenceDescriptor.h"
+#include "descriptors/TStreamEventDescriptor.h"
+#include "descriptors/TStreamModeDescriptor.h"
+
+namespace inspect {
+
+namespace {
+
+using Quor::TCarouselIdentifierDescriptor;
+
+constexpr CodeName FORMATS[] = {
+    {TCarouselIdentifierDescriptor::FORMAT_TYPE_NOT_AVAILABLE, "not available"},
+    {TCarouselIdentifierDescriptor::FORMAT_TYPE_SERVIC_GATEWAY, "service gateway"},
+};
+
+Fields describeCarouselIdentifier(const TCarouselIdentifierDescriptor& descriptor) {
+    return {identifier("carousel_id", descriptor.getCarouselID(), 8),
+            code("format_id", descriptor.getFormatID(), FORMATS),
+            number("module_version", descriptor.getModuleVersion()),
+            identifier("module_id", descriptor.getModuleID(), 4),
+            number("block_size", descriptor.getBlockSize()).in("bytes"),
+            number("module_size", descriptor.getModuleSize()).in("bytes"),
+            number("compression_method", descriptor.getCompressionMethod()),
+            number("original_size", descriptor.getOriginalSize()).in("bytes"),
+            number("time_out", descriptor.getTimeOut()).in("s"),
+            number("object_key_length", descriptor.getObjectKeyLength()).in("bytes"),
+            bytes("object_key_data", descriptor.getObjectKeyData(), descriptor.getObjectKeyLength()),
+            number("private_data_size", descriptor.getPrivateDataSize()).in("bytes"),
+            bytes("private_data", descriptor.getPrivateData(), descriptor.getPrivateDataSize())};
+}
+
+/// The library decodes nothing of it, so that its bytes are all there is to see.
+Fields describeCarouselCompatibleComposite(const Quor::TCarouselCompatibleCompositeDescriptor& descriptor) {
+    return {bytes("data", descriptor.getData(), descriptor.getDataLength())};
+}
+
+Fields describeNptReference(const Quor::TNPTReferenceDescriptor& descriptor) {
+    return {flag("post_discontinuity", descriptor.isPostDiscontinuity()),
+            identifier("dsmcc_content_id", descriptor.getDSMCCContentID(), 2),
+            number("stc_reference_h", descriptor.getSTCReferenceH()),
+            number("stc_reference_l", descriptor.getSTCReferenceL())
+                .reads(ticks(descriptor.getSTCReferenceH(), descriptor.getSTCReferenceL())),
+            number("npt_reference_h", descriptor.getNPTReferenceH()),
+            number("npt_reference_l", descriptor.getNPTReferenceL())
+                .reads(ticks(descriptor.getNPTReferenceH(), descriptor.getNPTReferenceL())),
+            number("scale_numerator", descriptor.getScaleNumerator()),
+            number("scale_denominator", descriptor.getScaleDenominator())};
+}
+
+using Quor::TStreamModeDescriptor;
+
+constexpr CodeName STREAM_MODES[] = {
+    {TStreamModeDescriptor::STREAM_MODE_OPEN, "open"},
+    {TStreamModeDescriptor::STREAM_MODE_PAUSE, "pause"},
+    {TStreamModeDescriptor::STREAM_MODE_TRANSPORT, "transport"},
+    {TStreamModeDescriptor::STREAM_MODE_TRANSPORT_PAUSE, "transport pause"},
+    {TStreamModeDescriptor::STREAM_MODE_SEARCH_TRANSPORT, "search transport"},
+    {TStreamModeDescriptor::STREAM_MODE_SEARCH_TRANSPORT_PAUSE, "search transport pause"},
+    {TStreamModeDescriptor::STREAM_MODE_PAUSE_SEARCH_TRANSPORT, "pause search transport"},
+    {TStreamModeDescriptor::STREAM_MODE_END_OF_STREAM, "end of stream"},
+    {TStreamModeDescriptor::STREAM_MODE_PRE_SEARCH_TRANSPORT, "pre search transport"},
+    {TStreamModeDescriptor::STREAM_MODE_PRE_SEARCH_TRANSPORT_PAUSE, "pre search transport pause"},
+};
+
+Fields describeStreamMode(const TStreamModeDescriptor& descriptor) {
+    return {code("stream_mode", descriptor.getStreamMode(), STREAM_MODES)};
+}
+
+Fields describeStreamEvent(const Quor::TStreamEventDescriptor& descriptor) {
+    return {identifier("event_id", descriptor.getEventID(), 4), number("event_npt_h", descriptor.getEventNPTH()),
+            number("event_npt_l", descriptor.getEventNPTL())
+                .reads(ticks(descriptor.getEventNPTH(), descriptor.getEventNPTL())),
+            number("private_data_size", descriptor.getPrivateDataSize()).in("bytes"),
+            bytes("private_data", descriptor.getPrivateData(), descriptor.getPrivateDataSize())};
+}
+
+using Quor::TGeneralEventDescriptor;
+
+constexpr CodeName TIME_MODES[] = {
+    {TGeneralEventDescriptor::TIME_MODE_NONE, "none"},
+    {TGeneralEventDescriptor::TIME_MODE_MJD_UTC, "date and time"},
+    {TGeneralEventDescriptor::TIME_MODE_NPT, "normal play time"},
+    {TGeneralEventDescriptor::TIME_MODE_EVENT_RELATIVE, "relative to the event"},
+    {TGeneralEventDescriptor::TIME_MODE_MJD_UTC_2, "date and time"},
+};
+
+Fields describeGeneralEvent(const TGeneralEventDescriptor& descriptor) {
+    const auto time = static_cast<QUOR_S32>(descriptor.getEventMsgJSTTime());
+    return {identifier("event_msg_group_id", descriptor.getEventMsgGroupID(), 3),
+            code("time_mode", descriptor.getTimeMode(), TIME_MODES),
+            number("event_msg_jst_time", descriptor.getEventMsgJSTTime()).reads(isoTime(time)),
+            number("event_msg_npt_h", descriptor.getEventMsgNPTH()),
+            number("event_msg_npt_l", descriptor.getEventMsgNPTL())
+                .reads(ticks(descriptor.getEventMsgNPTH(), descriptor.getEventMsgNPTL())),
+            number("event_msg_relative_time_h", descriptor.getEventMsgRelativeTimeH()),
+            number("event_msg_relative_time_l", descriptor.getEventMsgRelativeTimeL()),
+            number("event_msg_type", descriptor.getEventMsgType()),
+            identifier("event_msg_id", descriptor.getEventMsgID(), 4),
+            number("private_data_size", descriptor.getPrivateDataSize()).in("bytes"),
+            bytes("private_data", descriptor.getPrivateData(), descriptor.getPrivateDataSize())};
+}
+
+} // namespace
+
+void addCarouselDescriptors(Catalogue& catalogue) {
+    catalogue.addDescriptor<describeCarouselIdentifier>("carousel_identifier_descriptor");
+    catalogue.addDescriptor<describeCarouselCompatibleComposite>("carousel_compatible_composite_descriptor");
+    catalogue.addDescriptor<describeNptReference>("npt_reference_descriptor");
+    catalogue.addDescriptor<describeStreamMode>("stream_mode_descriptor");
+    catalogue.addDescriptor<describeStreamEvent>("stream_event_descriptor");
+    catalogue.addDescriptor<describeGeneralEvent>("general_event_descriptor");
+}
+
+} // namespace inspect

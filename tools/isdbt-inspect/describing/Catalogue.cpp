@@ -1,0 +1,48 @@
+#include "describing/Catalogue.h"
+
+#include "describing/Describing.h"
+
+namespace inspect {
+
+Catalogue::Catalogue() {
+    addApplicationDescriptors(*this);
+    addApplicationTable(*this);
+    addCarouselDescriptors(*this);
+    addDownloadDescriptors(*this);
+    addDownloadTables(*this);
+    addGingaDescriptors(*this);
+    addNetworkDescriptors(*this);
+    addNetworkTables(*this);
+    addProgramTables(*this);
+    addRightsDescriptors(*this);
+    addServiceDescriptors(*this);
+    addStreamDescriptors(*this);
+    addTimeTables(*this);
+    addTransportDescriptors(*this);
+}
+
+const Catalogue& Catalogue::instance() {
+    static const Catalogue catalogue;
+    return catalogue;
+}
+
+Fields Catalogue::describe(const Quor::TISDBTTable& table) const {
+    return m_tables.at(typeid(table))(table);
+}
+
+Field Catalogue::describe(const Quor::TISDBTDescriptor& descriptor) const {
+    const DescriptorKind& kind = m_descriptors.at(typeid(descriptor));
+    Field tag = identifier("descriptor_tag", descriptor.getDescriptorTag(), 2);
+    tag.codeName = kind.variant;
+    Fields fields{std::move(tag)};
+    for (Field& field : kind.describe(descriptor)) {
+        fields.push_back(std::move(field));
+    }
+    return object(kind.name, std::move(fields));
+}
+
+Fields describe(const Quor::TISDBTTable& table) {
+    return Catalogue::instance().describe(table);
+}
+
+} // namespace inspect

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "TISDBTTable.h"
+#include "describing/Field.h"
+#include "descriptors/TISDBTDescriptor.h"
+
+#include <list>
+#include <map>
+#include <memory>
+#include <typeindex>
+
+namespace inspect {
+
+/// How each class of the library is described. A class is described by one function, from the object to its fields.
+class Catalogue {
+    template <class Function> struct Argument;
+    template <class T> struct Argument<Fields (*)(const T&)> { using Type = T; };
+
+public:
+    /// The classes that the library has.
+    static const Catalogue& instance();
+
+    /// Adds a table class.
+    /// @tparam Describe Fields(const Table&)
+    template <auto Describe> void addTable() {
+        using Table = typename Argument<decltype(Describe)>::Type;
+        m_tables.emplace(typeid(Table),
+                         [](const Quor::TISDBTTable& table) { return Describe(static_cast<const Table&>(table)); });
+    }
+
+    /// Adds a descriptor class under its name.
+    /// @tparam Describe Fields(const Descriptor&), or of a base class of the one that is given beside it
+    /// @param variant tells classes of the same name apart
+    template <auto Describe, class Descriptor = typename Argument<decltype(Describe)>::Type>
+    void addDescriptor(std::string_view name, std::string_view variant = {}) {
+        m_descriptors.emplace(typeid(Descriptor),
+                              DescriptorKind{name, variant, [](const Quor::TISDBTDescriptor& descriptor) {
+                                                 return Describe(static_cast<const Descriptor&>(descriptor));
+                                             }});
+    }
+
+    Fields describe(const Quor::TISDBTTable& table) const;
+    Field describe(const Quor::TISDBTDescriptor& descriptor) const;
+
+private:
+    Catalogue();
+
+    struct DescriptorKind {
+        std::string_view name;
+        std::string_view variant;
+        Fields (*describe)(const Quor::TISDBTDescriptor&);
+    };
+
+    std::map<std::type_index, Fields (*)(const Quor::TISDBTTable&)> m_tables;
+    std::map<std::type_index, DescriptorKind> m_descriptors;
+};
+
+/// The descriptors of a table or of an entry of one, in the library's order.
+template <class Holder> void appendDescriptors(Fields& fields, const Holder& holder) {
+    const std::unique_ptr<std::list<QUOR_U8>> tags(holder.getDescriptorTags());
+    for (const QUOR_U8 tag : *tags) {
+        fields.push_back(Catalogue::instance().describe(*holder.getDescriptor(tag)));
+    }
+}
+
+// One function per group of classes; each adds its classes.
+void addApplicationDescriptors(Catalogue& catalogue);
+void addApplicationTable(Catalogue& catalogue);
+void addCarouselDescriptors(Catalogue& catalogue);
+void addDownloadDescriptors(Catalogue& catalogue);
+void addDownloadTables(Catalogue& catalogue);
+void addGingaDescriptors(Catalogue& catalogue);
+void addNetworkDescriptors(Catalogue& catalogue);
+void addNetworkTables(Catalogue& catalogue);
+void addProgramTables(Catalogue& catalogue);
+void addRightsDescriptors(Catalogue& catalogue);
+void addServiceDescriptors(Catalogue& catalogue);
+void addStreamDescriptors(Catalogue& catalogue);
+void addTimeTables(Catalogue& catalogue);
+void addTransportDescriptors(Catalogue& catalogue);
+
+} // namespace inspect

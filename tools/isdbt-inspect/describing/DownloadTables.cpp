@@ -1,0 +1,67 @@
+#include "DSMCCSection/TDSMCCSectionTable.h"
+#include "describing/Catalogue.h"
+#include "describing/Lists.h"
+#include "describing/Readings.h"
+#include "descriptors/TDownloadContentDescriptor.h"
+#include "sdtt/TSDTTTable.h"
+
+namespace inspect {
+
+namespace {
+
+Field describeSchedule(const Quor::TScheduleInfo& schedule) {
+    return object("", {number("start_time", schedule.getStartTime()).reads(isoTime(schedule.getStartTime())),
+                       number("duration", schedule.getDuration()).reads(bcdDuration(schedule.getDuration()))});
+}
+
+constexpr CodeName DOWNLOAD_LEVELS[] = {
+    {0, "optional"},
+    {1, "compulsory"},
+};
+
+constexpr CodeName VERSION_INDICATORS[] = {
+    {0, "for all versions"},
+    {1, "from target_version on"},
+    {2, "up to target_version"},
+    {3, "for target_version only"},
+};
+
+Field describeContent(const Quor::TDownloadContent& content) {
+    Fields fields{number("group", content.getGroup()),
+                  number("target_version", content.getTargetVersion()),
+                  number("new_version", content.getNewVersion()),
+                  code("download_level", content.getDownloadLevel(), DOWNLOAD_LEVELS),
+                  code("version_indicator", content.getVersionIndicator(), VERSION_INDICATORS),
+                  number("schedule_time_shift_info", content.getScheduleTimeShiftInfo()),
+                  listByPosition("schedule_infos", content, content.getScheduleInfoSize(),
+                                 &Quor::TDownloadContent::getScheduleInfo, describeSchedule)};
+    appendDescriptors(fields, content);
+    return object("", std::move(fields));
+}
+
+Fields describeSdtt(const Quor::TSDTTTable& sdtt) {
+    return {identifier("table_id_extension", sdtt.getTableIDExtension(), 4),
+            identifier("maker_id", sdtt.getMakerID(), 2),
+            identifier("model_id", sdtt.getModelID(), 2),
+            identifier("transport_stream_id", sdtt.getTransportStreamID(), 4),
+            identifier("original_network_id", sdtt.getOriginalNetworkID(), 4),
+            identifier("service_id", sdtt.getServiceID(), 4),
+            listByPosition("download_contents", sdtt, sdtt.getDownloadContentSize(),
+                           &Quor::TSDTTTable::getDownloadContent, describeContent)};
+}
+
+Fields describeDsmccSection(const Quor::TDSMCCSectionTable& section) {
+    Fields fields{identifier("data_event_id", section.getDataEventID(), 1),
+                  identifier("event_msg_group_id", section.getEventMsgGroupID(), 3)};
+    appendDescriptors(fields, section);
+    return fields;
+}
+
+} // namespace
+
+void addDownloadTables(Catalogue& catalogue) {
+    catalogue.addTable<describeSdtt>();
+    catalogue.addTable<describeDsmccSection>();
+}
+
+} // namespace inspect

@@ -1,0 +1,55 @@
+#include "describing/Field.h"
+
+namespace inspect {
+
+namespace {
+
+template <class Value> Field field(std::string_view name, Value value) {
+    return Field{std::string(name), std::move(value), {}, {}, {}};
+}
+
+} // namespace
+
+Field Field::in(std::string_view unitName) && {
+    unit = unitName;
+    return std::move(*this);
+}
+
+Field Field::reads(std::string_view text) && {
+    reading = text;
+    return std::move(*this);
+}
+
+Field absent(std::string_view name) {
+    return field(name, Absent{});
+}
+
+Field flag(std::string_view name, bool value) {
+    return field(name, value);
+}
+
+Field number(std::string_view name, std::int64_t value) {
+    return field(name, Number{value, 0});
+}
+
+Field identifier(std::string_view name, std::uint32_t value, int hexDigits) {
+    return field(name, Number{value, hexDigits});
+}
+
+Field text(std::string_view name, std::string_view raw) {
+    return field(name, Text{std::string(raw)});
+}
+
+Field bytes(std::string_view name, const std::uint8_t* data, std::size_t size) {
+    return field(name, Bytes{data == nullptr ? std::vector<std::uint8_t>{} : std::vector(data, data + size)});
+}
+
+Field list(std::string_view name, Fields elements) {
+    return field(name, List{std::move(elements)});
+}
+
+Field object(std::string_view name, Fields fields) {
+    return field(name, Object{std::move(fields)});
+}
+
+} // namespace inspect

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace inspect {
+
+struct Field;
+using Fields = std::vector<Field>;
+
+/// The name of one value of a code.
+struct CodeName {
+    std::int64_t value;
+    std::string_view name;
+};
+
+/// Nothing where something could be, such as a pointer that is null.
+struct Absent {};
+
+struct Number {
+    std::int64_t value;
+    int hexDigits; ///< 0 for quantities; for identifiers the digits to show
+};
+
+/// Text as it is broadcast, in the character set of the broadcast.
+struct Text {
+    std::string raw;
+};
+
+struct Bytes {
+    std::vector<std::uint8_t> bytes;
+};
+
+/// Elements without a name of their own.
+struct List {
+    Fields elements;
+};
+
+struct Object {
+    Fields fields;
+};
+
+/// A named value, as every view and every output shows it. The name is the one of the library's getter, without its
+/// prefix, in snake_case.
+struct Field {
+    std::string name;
+    std::variant<Absent, bool, Number, Text, Bytes, List, Object> value;
+    std::string codeName; ///< what the value stands for, when it is a code
+    std::string unit;
+    std::string reading; ///< the value, or a remark on it, in a form that suits a person
+
+    Field in(std::string_view unitName) &&;
+    Field reads(std::string_view text) &&;
+
+    /// Names the number. A value without a name is left as it is.
+    template <std::size_t N> Field named(const CodeName (&names)[N]) &&;
+};
+
+Field absent(std::string_view name);
+Field flag(std::string_view name, bool value);
+Field number(std::string_view name, std::int64_t value);
+Field text(std::string_view name, std::string_view raw);
+Field bytes(std::string_view name, const std::uint8_t* data, std::size_t size);
+Field list(std::string_view name, Fields elements);
+Field object(std::string_view name, Fields fields);
+
+/// An identifier: a number that people know in hexadecimal.
+Field identifier(std::string_view name, std::uint32_t value, int hexDigits);
+
+/// A number that stands for something.
+/// @param names an array of CodeName. A value without a name is shown as a number.
+template <std::size_t N> Field code(std::string_view name, std::int64_t value, const CodeName (&names)[N]) {
+    return number(name, value).named(names);
+}
+
+template <std::size_t N> Field Field::named(const CodeName (&names)[N]) && {
+    const std::int64_t number = std::get<Number>(value).value;
+    for (const CodeName& each : names) {
+        if (each.value == number) {
+            codeName = each.name;
+        }
+    }
+    return std::move(*this);
+}
+
+} // namespace inspect

@@ -1,0 +1,155 @@
+#include "describing/Catalogue.h"
+#include "describing/Lists.h"
+#include "describing/Readings.h"
+#include "describing/ServiceTypes.h"
+#include "descriptors/TEmergencyInformationDescriptor.h"
+#include "descriptors/TLinkageDescriptor.h"
+#include "descriptors/TNetworkNameDescriptor.h"
+#include "descriptors/TPartialReceptionDescriptor.h"
+#include "descriptors/TServiceListDescriptor.h"
+#include "descriptors/TSystemManagementDescriptor.h"
+#include "descriptors/TTSInformationDescriptor.h"
+#include "descriptors/TTerrestrialDeliverySystemDescriptor.h"
+
+#include <fmt/format.h>
+
+namespace inspect {
+
+namespace {
+
+Fields describeNetworkName(const Quor::TNetworkNameDescriptor& descriptor) {
+    return {text("network_name", descriptor.getNetworkName())};
+}
+
+Fields describeSystemManagement(const Quor::TSystemManagementDescriptor& descriptor) {
+    return {identifier("system_management_id", descriptor.getSystemManagementID(), 4)
+                .reads(systemManagement(descriptor.getSystemManagementID())),
+            number("additional_identification_info_size", descriptor.getAdditionalIdentificationInfoSize()).in("bytes"),
+            bytes("additional_identification_info", descriptor.getAdditionalIdentificationInfo(),
+                  descriptor.getAdditionalIdentificationInfoSize())};
+}
+
+Field describeListedService(const Quor::TServiceListDescriptorItem& item) {
+    return object("", {identifier("service_id", item.getServiceID(), 2), serviceType(item.getServiceType())});
+}
+
+Fields describeServiceList(const Quor::TServiceListDescriptor& descriptor) {
+    return {listByKey("items", descriptor, &Quor::TServiceListDescriptor::getServiceIDs,
+                      &Quor::TServiceListDescriptor::get, describeListedService)};
+}
+
+using Quor::TLinkageDescriptor;
+
+constexpr CodeName LINKAGE_TYPES[] = {
+    {TLinkageDescriptor::SERVICE_INFORMATION, "information service"},
+    {TLinkageDescriptor::SERVICE_EPG, "EPG service"},
+    {TLinkageDescriptor::SERVICE_CA_SUBSTITUTION, "CA replacement service"},
+    {TLinkageDescriptor::SERVICE_TS_NETWORK_OR_BOUQUET, "stream with the complete network or bouquet information"},
+    {TLinkageDescriptor::SERVICE_SUBSTITUTION, "replacement service"},
+    {TLinkageDescriptor::SERVICE_DATA_BROADCAST, "data broadcast service"},
+    {TLinkageDescriptor::SERVICE_RETRANSMISSION, "retransmission"},
+};
+
+Fields describeLinkage(const TLinkageDescriptor& descriptor) {
+    return {identifier("transport_stream_id", descriptor.getTransportStreamID(), 4),
+            identifier("original_network_id", descriptor.getOriginalNetworkID(), 4),
+            identifier("service_id", descriptor.getServiceID(), 4),
+            identifier("linkage_type", descriptor.getLinkageType(), 2).named(LINKAGE_TYPES),
+            number("private_data_size", descriptor.getPrivateDataSize()).in("bytes"),
+            bytes("private_data", descriptor.getPrivateData(), descriptor.getPrivateDataSize())};
+}
+
+using Quor::TTerrestrialDeliverySystemDescriptor;
+
+constexpr CodeName GUARD_INTERVALS[] = {
+    {TTerrestrialDeliverySystemDescriptor::GUARD_INTERNVAL_1_32, "1/32"},
+    {TTerrestrialDeliverySystemDescriptor::GUARD_INTERNVAL_1_16, "1/16"},
+    {TTerrestrialDeliverySystemDescriptor::GUARD_INTERNVAL_1_8, "1/8"},
+    {TTerrestrialDeliverySystemDescriptor::GUARD_INTERNVAL_1_4, "1/4"},
+};
+
+constexpr CodeName TRANSMISSION_MODES[] = {
+    {TTerrestrialDeliverySystemDescriptor::TRANSMISSION_MODE_1, "mode 1 (2K)"},
+    {TTerrestrialDeliverySystemDescriptor::TRANSMISSION_MODE_2, "mode 2 (4K)"},
+    {TTerrestrialDeliverySystemDescriptor::TRANSMISSION_MODE_3, "mode 3 (8K)"},
+};
+
+Fields describeTerrestrialDeliverySystem(const TTerrestrialDeliverySystemDescriptor& descriptor) {
+    Fields frequencies;
+    for (unsigned at = 0; at < descriptor.getFrequencyCounter(); ++at) {
+        const QUOR_U16 frequency = descriptor.getFrequencies()[at];
+        frequencies.push_back(number("", frequency).in("x 1/7 MHz").reads(megahertz(frequency)));
+    }
+    return {identifier("area_code", descriptor.getAreaCode(), 3),
+            code("guard_interval", descriptor.getGuardInterval(), GUARD_INTERVALS),
+            code("transmission_mode", descriptor.getTransmissionMode(), TRANSMISSION_MODES),
+            number("frequency_counter", descriptor.getFrequencyCounter()), list("frequencies", std::move(frequencies))};
+}
+
+constexpr CodeName SIGNAL_LEVELS[] = {
+    {0, "class 1"},
+    {1, "class 2"},
+};
+
+Field describeEmergency(const Quor::TEmergencyInformationDescriptorItem& item) {
+    const unsigned areaCodeBytes = item.getAreaCodeCounter();
+    return object("", {identifier("service_id", item.getServiceID(), 4), flag("start", item.isStart()),
+                       code("signal_level", item.getSignalLevel(), SIGNAL_LEVELS),
+                       number("area_code_counter", areaCodeBytes).in("bytes"),
+                       numbers("area_codes", item.getAreaCodes(), areaCodeBytes / sizeof(QUOR_U16), 3)});
+}
+
+Fields describeEmergencyInformation(const Quor::TEmergencyInformationDescriptor& descriptor) {
+    return {listByPosition("items", descriptor, descriptor.size(), &Quor::TEmergencyInformationDescriptor::get,
+                           describeEmergency)};
+}
+
+Fields describePartialReception(const Quor::TPartialReceptionDescriptor& descriptor) {
+    return {number("service_id_count", descriptor.getServiceIDCount()),
+            numbers("service_ids", descriptor.getServiceIDs(), descriptor.getServiceIDCount(), 4)};
+}
+
+using Quor::TTSInformationDescriptorItem;
+
+constexpr CodeName TRANSMISSION_PARAMETER_TYPES[] = {
+    {TTSInformationDescriptorItem::TRANSMISSION_PARAMETER_TYPE_A, "type A"},
+    {TTSInformationDescriptorItem::TRANSMISSION_PARAMETER_TYPE_B, "type B"},
+    {TTSInformationDescriptorItem::TRANSMISSION_PARAMETER_TYPE_C, "type C"},
+};
+
+constexpr CodeName MODULATION_SYSTEMS[] = {
+    {TTSInformationDescriptorItem::MODULATION_SYSTEM_64QAM, "64QAM"},
+    {TTSInformationDescriptorItem::MODULATION_SYSTEM_16QAM, "16QAM"},
+    {TTSInformationDescriptorItem::MODULATION_SYSTEM_QPSK, "QPSK"},
+};
+
+Field describeTransmissionType(const TTSInformationDescriptorItem& item) {
+    return object(
+        "", {identifier("transmission_type_info", item.getTransmissionTypeInfo(), 2),
+             code("transmission_parameter_type", item.getTransmissionParameterType(), TRANSMISSION_PARAMETER_TYPES),
+             code("modulation_system", item.getModulationSystem(), MODULATION_SYSTEMS),
+             number("number_of_services", item.getNumberOfServices()),
+             numbers("services", item.getServices(), item.getNumberOfServices(), 4)});
+}
+
+Fields describeTsInformation(const Quor::TTSInformationDescriptor& descriptor) {
+    return {number("remote_control_key_id", descriptor.getRemoteControlKeyID()),
+            text("transport_stream_name", descriptor.getTransportStreamName()),
+            listByPosition("transmission_types", descriptor, descriptor.getTransmissionTypeCount(),
+                           &Quor::TTSInformationDescriptor::getTransmissionType, describeTransmissionType)};
+}
+
+} // namespace
+
+void addNetworkDescriptors(Catalogue& catalogue) {
+    catalogue.addDescriptor<describeNetworkName>("network_name_descriptor");
+    catalogue.addDescriptor<describeSystemManagement>("system_management_descriptor");
+    catalogue.addDescriptor<describeServiceList>("service_list_descriptor");
+    catalogue.addDescriptor<describeLinkage>("linkage_descriptor");
+    catalogue.addDescriptor<describeTerrestrialDeliverySystem>("terrestrial_delivery_system_descriptor");
+    catalogue.addDescriptor<describeEmergencyInformation>("emergency_information_descriptor");
+    catalogue.addDescriptor<describePartialReception>("partial_reception_descriptor");
+    catalogue.addDescriptor<describeTsInformation>("ts_information_descriptor");
+}
+
+} // namespace inspect

@@ -1,0 +1,63 @@
+#include "describing/Catalogue.h"
+#include "describing/Lists.h"
+#include "nit/TNITTable.h"
+#include "sdt/TSDTTable.h"
+
+namespace inspect {
+
+namespace {
+
+Field describeTransportStream(const Quor::TTransportStreamInfo& stream) {
+    Fields fields{identifier("transport_stream_id", stream.getTransportStreamID(), 4),
+                  identifier("original_network_id", stream.getOriginalNetworkID(), 4)};
+    appendDescriptors(fields, stream);
+    return object("", std::move(fields));
+}
+
+Fields describeNit(const Quor::TNITTable& nit) {
+    Fields fields{identifier("network_id", nit.getNetworkID(), 4)};
+    appendDescriptors(fields, nit);
+    fields.push_back(listByKey("transport_streams", nit, &Quor::TNITTable::getTransportStreamIDs,
+                               &Quor::TNITTable::getTransportStreamInfo, describeTransportStream));
+    return fields;
+}
+
+using Quor::TServiceDescription;
+
+constexpr CodeName RUNNING_STATUSES[] = {
+    {0, "undefined"},
+    {TServiceDescription::RUNNING_STATUS_NOT_RUNNING, "not running"},
+    {TServiceDescription::RUNNING_STATUS_STARTS_IN_A_FEW_MINUTES, "starts shortly"},
+    {TServiceDescription::RUNNING_STATUS_PAUSING, "pausing"},
+    {TServiceDescription::RUNNING_STATUS_RUNNING, "running"},
+};
+
+constexpr CodeName FREE_CA_MODES[] = {
+    {TServiceDescription::FREE_CA_MODE_NOT_SCRAMBLED, "not scrambled"},
+    {TServiceDescription::FREE_CA_MODE_CA_SYSTEM, "controlled by a CA system"},
+};
+
+Field describeService(const TServiceDescription& service) {
+    Fields fields{identifier("service_id", service.getServiceID(), 4), flag("eit_schedule", service.hasEITSchedule()),
+                  flag("eit_present_following", service.hasEITPresentFollowing()),
+                  code("running_status", service.getRunningStatus(), RUNNING_STATUSES),
+                  code("free_ca_mode", service.getFreeCAMode(), FREE_CA_MODES)};
+    appendDescriptors(fields, service);
+    return object("", std::move(fields));
+}
+
+Fields describeSdt(const Quor::TSDTTable& sdt) {
+    return {identifier("transport_stream_id", sdt.getTransportStreamID(), 4),
+            identifier("original_network_id", sdt.getOriginalNetworkID(), 4),
+            listByKey("services", sdt, &Quor::TSDTTable::getServiceIDs, &Quor::TSDTTable::getServiceDescription,
+                      describeService)};
+}
+
+} // namespace
+
+void addNetworkTables(Catalogue& catalogue) {
+    catalogue.addTable<describeNit>();
+    catalogue.addTable<describeSdt>();
+}
+
+} // namespace inspect

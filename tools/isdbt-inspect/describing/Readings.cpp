@@ -1,0 +1,89 @@
+#include "describing/Readings.h"
+
+#include "descriptors/TSystemManagementDescriptor.h"
+
+#include <ctime>
+#include <fmt/chrono.h>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+#include <vector>
+
+namespace inspect {
+
+namespace {
+
+/// The classification of ABNT NBR 15603: contents in the upper four bits, the age in the lower ones.
+std::string brazilianRating(std::uint8_t rating) {
+    constexpr std::string_view AGES[] = {"", "all ages", "10", "12", "14", "16", "18"};
+    constexpr std::string_view CONTENTS[] = {"drugs", "violence", "sex"};
+    const unsigned age = rating & 0x0FU;
+    if (age == 0 || age >= std::size(AGES)) {
+        return {};
+    }
+    std::string text(AGES[age]);
+    for (unsigned content = 0; content < std::size(CONTENTS); ++content) {
+        if ((rating >> (4 + content) & 1U) != 0) {
+            text += fmt::format(", {}", CONTENTS[content]);
+        }
+    }
+    return text;
+}
+
+} // namespace
+
+std::string isoTime(std::int32_t unixTime) {
+    return fmt::format("{:%Y-%m-%dT%H:%M:%SZ}", fmt::gmtime(std::time_t{static_cast<std::uint32_t>(unixTime)}));
+}
+
+std::string isoOffset(bool behindUtc, std::uint32_t seconds) {
+    const std::uint32_t minutes = seconds / 60;
+    return fmt::format("{}{:02}:{:02}", behindUtc ? '-' : '+', minutes / 60, minutes % 60);
+}
+
+std::string bcdDuration(std::uint32_t digits) {
+    for (unsigned shift = 0; shift < 24; shift += 4) {
+        if ((digits >> shift & 0x0FU) > 9) {
+            return {};
+        }
+    }
+    return fmt::format("{:02X}:{:02X}:{:02X}", digits >> 16U & 0xFFU, digits >> 8U & 0xFFU, digits & 0xFFU);
+}
+
+std::string megahertz(std::uint16_t sevenths) {
+    return fmt::format("{:.6f} MHz", sevenths / 7.0);
+}
+
+std::string ticks(std::uint32_t high, std::uint32_t low) {
+    constexpr unsigned PER_SECOND = 90000;
+    const std::uint64_t count = std::uint64_t{high} << 32U | low;
+    return fmt::format("{}.{:06} s", count / PER_SECOND, count % PER_SECOND * 1000000 / PER_SECOND);
+}
+
+std::string countryCode(std::uint32_t packed) {
+    std::string text;
+    for (const unsigned shift : {16U, 8U, 0U}) {
+        const auto byte = static_cast<std::uint8_t>(packed >> shift);
+        const bool letter = (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
+        text += letter ? std::string(1, static_cast<char>(byte)) : fmt::format("\\x{:02X}", byte);
+    }
+    return text;
+}
+
+std::string systemManagement(std::uint16_t id) {
+    constexpr std::string_view FLAGS[] = {"broadcast", "no broadcast", "no broadcast", "undefined"};
+    const unsigned system = id >> 8U & 0x3FU;
+    return fmt::format("{}, {}, 0x{:02X}", FLAGS[id >> 14U],
+                       system == Quor::TSystemManagementDescriptor::IDENTIFIER_ISDB ? "terrestrial television"
+                                                                                    : fmt::format("system {}", system),
+                       id & 0xFFU);
+}
+
+std::string parentalRating(std::string_view country, std::uint8_t rating) {
+    constexpr std::uint8_t LAST_AGE = 0x0F;
+    if (country == "BRA") {
+        return brazilianRating(rating);
+    }
+    return rating >= 1 && rating <= LAST_AGE ? fmt::format("from {} years", rating + 3) : "";
+}
+
+} // namespace inspect

@@ -1,0 +1,53 @@
+#include "describing/Catalogue.h"
+#include "describing/Lists.h"
+#include "describing/Readings.h"
+#include "descriptors/TLocalTimeOffsetDescriptor.h"
+#include "tot/TTOTTable.h"
+
+#include <fmt/format.h>
+
+namespace inspect {
+
+namespace {
+
+constexpr std::int64_t BEHIND_UTC = 1;
+
+constexpr CodeName POLARITIES[] = {
+    {0, "ahead of UTC"},
+    {BEHIND_UTC, "behind UTC"},
+};
+
+/// Bytes of one item on the wire.
+constexpr unsigned ITEM_SIZE = 13;
+
+Field describeItem(const Quor::TLocalTimeOffsetDescriptorItem& item) {
+    const auto polarity = item.getLocalTimeOffsetPolarity();
+    const auto offset = item.getLocalTimeOffset();
+    return object("",
+                  {text("country_code", item.getCountryCode()), number("country_region_id", item.getCountryRegionID()),
+                   code("local_time_offset_polarity", polarity, POLARITIES),
+                   number("local_time_offset", offset).in("s").reads(isoOffset(polarity == BEHIND_UTC, offset))});
+}
+
+Fields describeLocalTimeOffset(const Quor::TLocalTimeOffsetDescriptor& descriptor) {
+    const unsigned sent = descriptor.getData()[1] / ITEM_SIZE;
+    const bool allKept = sent == descriptor.size();
+    return {listByKey("items", descriptor, &Quor::TLocalTimeOffsetDescriptor::getCountryCodes,
+                      &Quor::TLocalTimeOffsetDescriptor::get, describeItem)
+                .reads(allKept ? "" : fmt::format("of {} sent; of each country the last is kept", sent))};
+}
+
+Fields describeTot(const Quor::TTOTTable& tot) {
+    Fields fields{number("unix_time", tot.getUnixTime()).reads(isoTime(tot.getUnixTime()))};
+    appendDescriptors(fields, tot);
+    return fields;
+}
+
+} // namespace
+
+void addTimeTables(Catalogue& catalogue) {
+    catalogue.addTable<describeTot>();
+    catalogue.addDescriptor<describeLocalTimeOffset>("local_time_offset_descriptor");
+}
+
+} // namespace inspect

@@ -1,0 +1,58 @@
+#include "describing/Catalogue.h"
+#include "describing/Lists.h"
+#include "descriptors/TTransportProtocolDescriptorDC.h"
+#include "descriptors/TTransportProtocolDescriptorIP.h"
+#include "descriptors/TTransportProtocolDescriptorOC.h"
+
+namespace inspect {
+
+namespace {
+
+using Quor::TTransportProtocolDescriptor;
+
+constexpr CodeName PROTOCOLS[] = {
+    {TTransportProtocolDescriptor::ObjectCarousel, "object carousel"},
+    {TTransportProtocolDescriptor::IP, "IP"},
+    {TTransportProtocolDescriptor::DataPiping, "data piping"},
+    {TTransportProtocolDescriptor::DataCarousel, "data carousel"},
+};
+
+/// What all variants begin with.
+template <class Descriptor> Fields describeTransport(const Descriptor& descriptor) {
+    return {code("type", descriptor.getType(), PROTOCOLS),
+            identifier("protocol_id", descriptor.getProtocolID(), 4),
+            identifier("transport_protocol_label", descriptor.getTransportProtocolLabel(), 2),
+            flag("remote_connection", descriptor.isRemoteConnection()),
+            identifier("original_network_id", descriptor.getOriginalNetworkID(), 4),
+            identifier("transport_stream_id", descriptor.getTransportStreamID(), 4),
+            identifier("service_id", descriptor.getServiceID(), 4)};
+}
+
+template <class Descriptor> Fields describeCarousel(const Descriptor& descriptor) {
+    Fields fields = describeTransport(descriptor);
+    fields.push_back(identifier("component_tag", descriptor.getComponentTag(), 2));
+    return fields;
+}
+
+Field describeUrl(const std::string& url) {
+    return text("", url);
+}
+
+Fields describeIp(const Quor::TTransportProtocolDescriptorIP& descriptor) {
+    Fields fields = describeTransport(descriptor);
+    fields.push_back(flag("aligned", descriptor.isAligned()));
+    fields.push_back(listByPosition("urls", descriptor, descriptor.getURLCount(),
+                                    &Quor::TTransportProtocolDescriptorIP::getURL, describeUrl));
+    return fields;
+}
+
+} // namespace
+
+void addTransportDescriptors(Catalogue& catalogue) {
+    constexpr std::string_view NAME = "transport_protocol_descriptor";
+    catalogue.addDescriptor<describeCarousel<Quor::TTransportProtocolDescriptorOC>>(NAME);
+    catalogue.addDescriptor<describeIp>(NAME);
+    catalogue.addDescriptor<describeCarousel<Quor::TTransportProtocolDescriptorDC>>(NAME);
+}
+
+} // namespace inspect

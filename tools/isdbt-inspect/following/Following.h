@@ -1,0 +1,50 @@
+#pragma once
+
+#include "sections/Section.h"
+
+#include <map>
+#include <set>
+#include <utility>
+
+namespace Quor {
+class TISDBTTable;
+class TPATTable;
+} // namespace Quor
+
+namespace inspect {
+
+/// Knows which PIDs carry which tables: some always do, the others are signalled by tables.
+class Following {
+public:
+    Following();
+
+    /// The PIDs that carry tables.
+    PidSet pids() const;
+
+    /// Learns from a parsed section what it signals. What an earlier version of the section signalled is forgotten.
+    /// @return whether anything changed.
+    bool follow(const Section& section, const Quor::TISDBTTable& table);
+
+private:
+    /// A table on a PID.
+    using Carried = std::pair<Pid, std::uint8_t>;
+    using CarriedSet = std::set<Carried>;
+
+    /// A section of a table on a PID, which signals others.
+    struct Source {
+        Carried carried;
+        std::uint16_t extension;
+        std::uint8_t sectionNumber;
+        bool operator<(const Source& other) const;
+    };
+
+    void forgetBeyond(const Source& last);
+    static CarriedSet signalledBy(const Quor::TISDBTTable& table);
+    static CarriedSet signalledByPat(const Quor::TPATTable& pat);
+    void gather();
+
+    std::map<Source, CarriedSet> m_signalled;
+    CarriedSet m_carried;
+};
+
+} // namespace inspect

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "packets/Input.h"
+#include "packets/Pid.h"
+
+#include <vector>
+
+namespace inspect {
+
+/// Cuts a byte stream into transport packets. Their spacing of 188, 192 (with time stamps) or 204 bytes (with parity)
+/// is found from the stream itself, and found again behind bytes that are no packets.
+class PacketReader {
+public:
+    explicit PacketReader(Input& input);
+
+    /// The next packet of one of the wanted PIDs: 188 bytes, valid until the next call. Null at the end.
+    /// @throws InputError when the input cannot be read, is empty, or holds no packets.
+    const std::uint8_t* next(const PidSet& wanted);
+
+    /// 188, 192 or 204; 0 before the first packet.
+    std::size_t spacing() const { return m_spacing; }
+
+    /// Packets so far, of whatever PID. The packet that next() returned is the last of them.
+    std::uint64_t packets() const { return m_packets; }
+
+    /// Bytes so far that were no packets.
+    std::uint64_t skippedBytes() const { return m_skipped; }
+
+    /// After the end: what is there of a last packet that is not complete.
+    std::size_t cutOffBytes() const { return m_cutOff; }
+
+private:
+    std::size_t available() const { return m_at < m_end ? m_end - m_at : 0; }
+    bool refill();
+    bool synchronise();
+    std::size_t findSpacing(std::size_t at) const;
+    std::size_t runLength(std::size_t at, std::size_t spacing) const;
+    bool mayBeShort(std::size_t at, std::size_t spacing, std::size_t run) const;
+    void synchroniseAt(std::size_t at, std::size_t spacing);
+    void skipTo(std::size_t at);
+    void finish();
+
+    Input& m_input;
+    std::vector<std::uint8_t> m_buffer;
+    std::size_t m_at = 0;  ///< where the next packet should begin; beyond m_end when not all before it is read
+    std::size_t m_end = 0; ///< end of the bytes in the buffer
+    bool m_inputEnded = false;
+    bool m_synchronised = false;
+    std::size_t m_spacing = 0;
+    std::uint64_t m_packets = 0;
+    std::uint64_t m_skipped = 0;
+    std::size_t m_cutOff = 0;
+};
+
+} // namespace inspect

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <bitset>
+#include <cstdint>
+
+namespace inspect {
+
+/// PIDs have 13 bits.
+constexpr std::size_t PID_COUNT = 8192;
+
+using Pid = std::uint16_t;
+using PidSet = std::bitset<PID_COUNT>;
+
+} // namespace inspect

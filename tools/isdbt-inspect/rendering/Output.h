@@ -1,0 +1,23 @@
+#pragma once
+
+#include <stdexcept>
+#include <string_view>
+
+namespace inspect {
+
+/// The reader of the output went away.
+struct OutputClosed : std::exception {};
+
+/// Writes to a file descriptor, at once: the output may be a pipe that is read as the stream comes in.
+class Output {
+public:
+    explicit Output(int descriptor) : m_descriptor(descriptor) {}
+
+    /// @throws OutputClosed, or std::runtime_error when it cannot be written otherwise.
+    void write(std::string_view text) const;
+
+private:
+    int m_descriptor;
+};
+
+} // namespace inspect

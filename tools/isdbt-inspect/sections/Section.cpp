@@ -1,0 +1,56 @@
+#include "sections/Section.h"
+
+#include <algorithm>
+#include <array>
+#include <bitstream/mpeg/psi.h>
+
+namespace inspect {
+
+namespace {
+
+/// PAT, PMT, NIT, SDT, AIT and SDTT have the long header whatever their section_syntax_indicator says.
+constexpr std::array<std::uint8_t, 6> ALWAYS_LONG{0x00, 0x02, 0x40, 0x42, 0x74, 0xC3};
+
+/// The one section with the short header that ends with a CRC_32.
+constexpr std::uint8_t TIME_OFFSET_TABLE = 0x73;
+
+} // namespace
+
+Section::Section(Pid pid, std::unique_ptr<std::uint8_t[], FreeMemory> bytes, std::uint64_t packet)
+    : m_pid(pid), m_bytes(std::move(bytes)), m_packet(packet) {}
+
+std::size_t Section::size() const {
+    return std::size_t{psi_get_length(m_bytes.get())} + PSI_HEADER_SIZE;
+}
+
+bool Section::isLong() const {
+    return psi_get_syntax(m_bytes.get()) ||
+           std::find(ALWAYS_LONG.begin(), ALWAYS_LONG.end(), tableId()) != ALWAYS_LONG.end();
+}
+
+bool Section::hasCrc() const {
+    return isLong() || tableId() == TIME_OFFSET_TABLE;
+}
+
+std::optional<LongHeader> Section::longHeader() const {
+    if (!isLong() || size() < PSI_HEADER_SIZE_SYNTAX1) {
+        return std::nullopt;
+    }
+    const std::uint8_t* const header = m_bytes.get();
+    return LongHeader{psi_get_tableidext(header), psi_get_version(header), psi_get_current(header),
+                      psi_get_section(header), psi_get_lastsection(header)};
+}
+
+bool Section::sound() const {
+    // A CRC_32 that does not fit into section_length would be looked for in front of the section.
+    return !hasCrc() || (psi_get_length(m_bytes.get()) >= PSI_CRC_SIZE && psi_check_crc(m_bytes.get()));
+}
+
+std::uint32_t Section::fingerprint() const {
+    // FNV-1a; over a good section a CRC that includes the CRC_32 would always come to the same.
+    std::uint32_t hash = 2166136261U;
+    std::for_each(data(), data() + size(), [&hash](std::uint8_t byte) { hash = (hash ^ byte) * 16777619U; });
+    return hash;
+}
+
+} // namespace inspect

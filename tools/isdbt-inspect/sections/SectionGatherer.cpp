@@ -1,0 +1,158 @@
+#include "sections/SectionGatherer.h"
+
+#include <algorithm>
+#include <bitstream/mpeg/psi.h>
+
+namespace inspect {
+
+namespace {
+
+constexpr std::uint8_t STUFFING = 0xFF;
+
+/// Whether adaptation_field_length and pointer_field of a packet with payload stay inside it. biTStream trusts them.
+bool wellFormed(const std::uint8_t* packet) {
+    std::size_t used = TS_HEADER_SIZE;
+    if (ts_has_adaptation(packet)) {
+        used += std::size_t{1} + ts_get_adaptation(packet);
+    }
+    return used < TS_SIZE && (!ts_get_unitstart(packet) || used + 1 + packet[used] <= TS_SIZE);
+}
+
+std::uint8_t payloadOffset(const std::uint8_t* packet) {
+    const int adaptation = ts_has_adaptation(packet) ? 1 + ts_get_adaptation(packet) : 0;
+    return static_cast<std::uint8_t>(TS_HEADER_SIZE + adaptation);
+}
+
+/// The stream announces that its continuity_counter starts anew.
+bool announcesDiscontinuity(const std::uint8_t* packet) {
+    return ts_has_adaptation(packet) && ts_get_adaptation(packet) > 0 && tsaf_has_discontinuity(packet);
+}
+
+} // namespace
+
+PidCounts& PidCounts::operator+=(const PidCounts& other) {
+    packets += other.packets;
+    sections += other.sections;
+    crcErrors += other.crcErrors;
+    discontinuities += other.discontinuities;
+    transportErrors += other.transportErrors;
+    malformedPackets += other.malformedPackets;
+    cutShort += other.cutShort;
+    return *this;
+}
+
+bool PidCounts::damaged() const {
+    return crcErrors + discontinuities + transportErrors + malformedPackets + cutShort != 0;
+}
+
+SectionGatherer::Assembly::Assembly() : m_buffer(nullptr), m_used(0) {
+    psi_assemble_init(&m_buffer, &m_used);
+}
+
+SectionGatherer::Assembly::~Assembly() {
+    reset();
+}
+
+void SectionGatherer::Assembly::reset() {
+    psi_assemble_reset(&m_buffer, &m_used);
+}
+
+std::unique_ptr<std::uint8_t[], FreeMemory> SectionGatherer::Assembly::feed(const std::uint8_t*& payload,
+                                                                            std::uint8_t& length) {
+    return std::unique_ptr<std::uint8_t[], FreeMemory>(psi_assemble_payload(&m_buffer, &m_used, &payload, &length));
+}
+
+void SectionGatherer::setPids(const PidSet& pids) {
+    m_pids = pids;
+    for (auto stream = m_streams.begin(); stream != m_streams.end();) {
+        stream = pids[stream->first] ? std::next(stream) : m_streams.erase(stream);
+    }
+}
+
+std::vector<Section>& SectionGatherer::push(const std::uint8_t* packet, std::uint64_t number) {
+    m_found.clear();
+    const Pid pid = ts_get_pid(packet);
+    Stream& stream = m_streams[pid];
+    PidCounts& counts = m_counts[pid];
+    ++counts.packets;
+    if (ts_get_transporterror(packet)) {
+        ++counts.transportErrors;
+        return m_found;
+    }
+    if (!ts_has_payload(packet) || ts_get_scrambling(packet) != 0 || !continues(stream, counts, packet)) {
+        return m_found;
+    }
+    if (!wellFormed(packet)) {
+        ++counts.malformedPackets;
+        stream.assembly.reset();
+        return m_found;
+    }
+
+    const std::uint8_t offset = payloadOffset(packet);
+    const Payload payload{packet + offset, static_cast<std::uint8_t>(TS_SIZE - offset)};
+    if (!ts_get_unitstart(packet)) {
+        finishSection(stream, counts, payload, number);
+        return m_found;
+    }
+    const std::uint8_t pointer = payload.data[0];
+    finishSection(stream, counts, {payload.data + 1, pointer}, number);
+    if (stream.assembly.begun()) {
+        ++counts.cutShort;
+        stream.assembly.reset();
+    }
+    beginSections(stream, counts, {payload.data + 1 + pointer, static_cast<std::uint8_t>(payload.length - 1 - pointer)},
+                  number);
+    return m_found;
+}
+
+/// Follows the continuity_counter. A section that misses a packet is dropped. @return false for a repeated packet.
+bool SectionGatherer::continues(Stream& stream, PidCounts& counts, const std::uint8_t* packet) {
+    std::vector<std::uint8_t>& last = stream.lastPacket;
+    const bool first = last.empty();
+    // A packet may be sent twice, to be safe, but not more often.
+    const bool repeated = !first && !stream.lastWasRepeated && std::equal(last.begin(), last.end(), packet);
+    if (!repeated && !first && ts_check_discontinuity(ts_get_cc(packet), ts_get_cc(last.data()))) {
+        stream.assembly.reset();
+        if (!announcesDiscontinuity(packet)) {
+            ++counts.discontinuities;
+        }
+    }
+    stream.lastWasRepeated = repeated;
+    last.assign(packet, packet + TS_SIZE);
+    return !repeated;
+}
+
+/// Takes the bytes of the section that an earlier packet began. No other section may begin among them.
+void SectionGatherer::finishSection(Stream& stream, PidCounts& counts, Payload payload, std::uint64_t number) {
+    if (!stream.assembly.begun() || payload.length == 0) {
+        return;
+    }
+    const Pid pid = ts_get_pid(stream.lastPacket.data());
+    if (auto bytes = stream.assembly.feed(payload.data, payload.length)) {
+        found(counts, Section(pid, std::move(bytes), number));
+    } else if (!stream.assembly.begun()) {
+        ++counts.cutShort;
+    }
+}
+
+void SectionGatherer::beginSections(Stream& stream, PidCounts& counts, Payload payload, std::uint64_t number) {
+    const Pid pid = ts_get_pid(stream.lastPacket.data());
+    while (payload.length != 0 && *payload.data != STUFFING) {
+        if (auto bytes = stream.assembly.feed(payload.data, payload.length)) {
+            found(counts, Section(pid, std::move(bytes), number));
+        } else if (!stream.assembly.begun()) {
+            ++counts.cutShort;
+        }
+    }
+}
+
+void SectionGatherer::found(PidCounts& counts, Section section) {
+    ++counts.sections;
+    if (section.sound()) {
+        m_found.push_back(std::move(section));
+    } else {
+        ++counts.crcErrors;
+    }
+}
+
+} // namespace inspect

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "sections/Section.h"
+
+#include <map>
+#include <vector>
+
+namespace inspect {
+
+/// What came in on a PID, and what of it was damaged.
+struct PidCounts {
+    std::uint64_t packets = 0;
+    std::uint64_t sections = 0; ///< complete ones, sound or not
+    std::uint64_t crcErrors = 0;
+    std::uint64_t discontinuities = 0;
+    std::uint64_t transportErrors = 0;  ///< packets that the demodulator marked as damaged
+    std::uint64_t malformedPackets = 0; ///< adaptation field or pointer_field beyond the packet
+    std::uint64_t cutShort = 0;         ///< sections that another one interrupted, or that are too long
+
+    PidCounts& operator+=(const PidCounts& other);
+    bool damaged() const;
+};
+
+/// Gathers the sections of a set of PIDs from transport packets.
+class SectionGatherer {
+public:
+    /// From now on gathers these PIDs. What is begun on others is dropped; their counts stay.
+    void setPids(const PidSet& pids);
+    const PidSet& pids() const { return m_pids; }
+
+    /// Takes one packet of one of the PIDs.
+    /// @param packet 188 bytes.
+    /// @param number of the packet in the stream, from 1.
+    /// @return the sound sections that it completes; valid until the next call.
+    std::vector<Section>& push(const std::uint8_t* packet, std::uint64_t number);
+
+    const std::map<Pid, PidCounts>& counts() const { return m_counts; }
+
+private:
+    /// A section in the making. biTStream allocates it.
+    class Assembly {
+    public:
+        Assembly();
+        ~Assembly();
+        Assembly(const Assembly&) = delete;
+        Assembly& operator=(const Assembly&) = delete;
+
+        bool begun() const { return m_buffer != nullptr; }
+        void reset();
+
+        /// Takes bytes of the section, and begins one if none is begun.
+        /// @return the section, once it is complete. @p payload then stands behind it, else at its end.
+        std::unique_ptr<std::uint8_t[], FreeMemory> feed(const std::uint8_t*& payload, std::uint8_t& length);
+
+    private:
+        std::uint8_t* m_buffer;
+        std::uint16_t m_used;
+    };
+
+    /// What is remembered of a PID from packet to packet.
+    struct Stream {
+        Assembly assembly;
+        std::vector<std::uint8_t> lastPacket; ///< with payload; empty before the first
+        bool lastWasRepeated = false;
+    };
+
+    /// Bytes of a packet.
+    struct Payload {
+        const std::uint8_t* data;
+        std::uint8_t length;
+    };
+
+    static bool continues(Stream& stream, PidCounts& counts, const std::uint8_t* packet);
+    void finishSection(Stream& stream, PidCounts& counts, Payload payload, std::uint64_t number);
+    void beginSections(Stream& stream, PidCounts& counts, Payload payload, std::uint64_t number);
+    void found(PidCounts& counts, Section section);
+
+    PidSet m_pids;
+    std::map<Pid, Stream> m_streams;
+    std::map<Pid, PidCounts> m_counts;
+    std::vector<Section> m_found;
+};
+
+} // namespace inspect
