@@ -1,7 +1,5 @@
 #include "describing/Catalogue.h"
 
-#include "describing/Describing.h"
-
 namespace inspect {
 
 Catalogue::Catalogue() {
@@ -39,10 +37,6 @@ Field Catalogue::describe(const Quor::TISDBTDescriptor& descriptor) const {
         fields.push_back(std::move(field));
     }
     return object(kind.name, std::move(fields));
-}
-
-Fields describe(const Quor::TISDBTTable& table) {
-    return Catalogue::instance().describe(table);
 }
 
 } // namespace inspect

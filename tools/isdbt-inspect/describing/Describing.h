@@ -1,12 +1,14 @@
 #pragma once
 
 #include "TISDBTTable.h"
+#include "describing/Charset.h"
 #include "describing/Field.h"
 
 namespace inspect {
 
 /// The fields of a parsed table, descriptors included, without those of the section header.
-Fields describe(const Quor::TISDBTTable& table);
+/// @param charset what its texts are in
+Fields describe(const Quor::TISDBTTable& table, const Charset& charset = Charset());
 
 /// The descriptors of a section that the library rejects: a list for each loop, with tag, length and bytes of each
 /// descriptor, whether it fits in its loop, and the error with which the library refuses it.

@@ -37,7 +37,7 @@ Field identifier(std::string_view name, std::uint32_t value, int hexDigits) {
 }
 
 Field text(std::string_view name, std::string_view raw) {
-    return field(name, Text{std::string(raw)});
+    return field(name, Text{std::string(raw), {}});
 }
 
 Field bytes(std::string_view name, const std::uint8_t* data, std::size_t size) {

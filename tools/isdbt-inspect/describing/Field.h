@@ -26,9 +26,9 @@ struct Number {
     int hexDigits; ///< 0 for quantities; for identifiers the digits to show
 };
 
-/// Text as it is broadcast, in the character set of the broadcast.
 struct Text {
-    std::string raw;
+    std::string raw;     ///< as it is broadcast, in the character set of the broadcast
+    std::string decoded; ///< as Charset::decode() gives it
 };
 
 struct Bytes {

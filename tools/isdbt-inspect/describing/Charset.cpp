@@ -1,0 +1,76 @@
+#include "describing/Charset.h"
+
+#include <cerrno>
+#include <fmt/format.h>
+
+namespace inspect {
+
+namespace {
+
+// NOLINTNEXTLINE(performance-no-int-to-ptr): the value is prescribed by iconv_open()
+const auto NO_CONVERSION = reinterpret_cast<iconv_t>(-1);
+constexpr auto FAILED = static_cast<std::size_t>(-1);
+
+std::string escaped(char byte) {
+    return fmt::format("\\x{:02X}", static_cast<unsigned char>(byte));
+}
+
+bool isControl(unsigned char byte) {
+    return byte < 0x20 || byte == 0x7F;
+}
+
+/// Appends whole characters of UTF-8.
+void appendShown(std::string& shown, std::string_view utf8) {
+    constexpr unsigned char BEFORE_C1_CONTROL = 0xC2;
+    for (std::size_t at = 0; at < utf8.size(); ++at) {
+        const auto byte = static_cast<unsigned char>(utf8[at]);
+        if (byte == BEFORE_C1_CONTROL && static_cast<unsigned char>(utf8[at + 1]) < 0xA0) {
+            shown += escaped(utf8[++at]);
+        } else if (isControl(byte)) {
+            shown += escaped(utf8[at]);
+        } else {
+            shown.append(byte == '\\' ? 2 : 1, utf8[at]);
+        }
+    }
+}
+
+} // namespace
+
+Charset::Charset(const std::string& name) : m_conversion(NO_CONVERSION) {
+    // iconv would take the empty name for the locale's, and what follows a slash for an order to drop characters.
+    if (!name.empty() && name.find('/') == std::string::npos) {
+        m_conversion = iconv_open("UTF-8", name.c_str());
+    }
+    if (m_conversion == NO_CONVERSION) {
+        throw UnknownCharset(name);
+    }
+}
+
+Charset::~Charset() {
+    iconv_close(m_conversion);
+}
+
+std::string Charset::decode(std::string_view raw) const {
+    std::string shown;
+    char* input = const_cast<char*>(raw.data()); // iconv() only reads
+    std::size_t inputLeft = raw.size();
+    iconv(m_conversion, nullptr, nullptr, nullptr, nullptr);
+    bool flushed = false;
+    while (!flushed) {
+        flushed = inputLeft == 0;
+        char buffer[256];
+        char* output = buffer;
+        std::size_t outputLeft = sizeof buffer;
+        const std::size_t result =
+            iconv(m_conversion, flushed ? nullptr : &input, flushed ? nullptr : &inputLeft, &output, &outputLeft);
+        const bool undecodable = result == FAILED && errno != E2BIG;
+        appendShown(shown, {buffer, sizeof buffer - outputLeft});
+        if (undecodable && inputLeft != 0) {
+            shown += escaped(*input++);
+            --inputLeft;
+        }
+    }
+    return shown;
+}
+
+} // namespace inspect

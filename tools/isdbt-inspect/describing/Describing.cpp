@@ -1,0 +1,29 @@
+#include "describing/Describing.h"
+
+#include "describing/Catalogue.h"
+
+namespace inspect {
+
+namespace {
+
+void decodeTexts(Fields& fields, const Charset& charset) {
+    for (Field& field : fields) {
+        if (auto* const text = std::get_if<Text>(&field.value)) {
+            text->decoded = charset.decode(text->raw);
+        } else if (auto* const object = std::get_if<Object>(&field.value)) {
+            decodeTexts(object->fields, charset);
+        } else if (auto* const list = std::get_if<List>(&field.value)) {
+            decodeTexts(list->elements, charset);
+        }
+    }
+}
+
+} // namespace
+
+Fields describe(const Quor::TISDBTTable& table, const Charset& charset) {
+    Fields fields = Catalogue::instance().describe(table);
+    decodeTexts(fields, charset);
+    return fields;
+}
+
+} // namespace inspect
