@@ -1,0 +1,81 @@
+#include "describing/Readings.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace inspect;
+
+TEST(Readings, OfTimesAreIso8601) {
+    EXPECT_EQ(isoTime(0), "1970-01-01T00:00:00Z");
+    EXPECT_EQ(isoTime(1749990896), "2025-06-15T12:34:56Z");
+}
+
+TEST(Readings, OfTimesThatTheLibraryWrapsAreTheTimesThatWereMeant) {
+    EXPECT_EQ(isoTime(-2139460096), "2038-04-22T00:00:00Z"); // Modified Julian Date 65535
+}
+
+TEST(Readings, OfOffsetsHaveASign) {
+    EXPECT_EQ(isoOffset(true, 10800), "-03:00");
+    EXPECT_EQ(isoOffset(false, 19800), "+05:30");
+}
+
+TEST(Readings, OfDurationsAreTheirDigitsOrNothing) {
+    EXPECT_EQ(bcdDuration(0x013000), "01:30:00");
+    EXPECT_EQ(bcdDuration(0x995959), "99:59:59");
+    EXPECT_EQ(bcdDuration(0x01300A), "");
+    EXPECT_EQ(bcdDuration(0xFFFFFF), "");
+}
+
+TEST(Readings, OfFrequenciesAreInMegahertz) {
+    EXPECT_EQ(megahertz(3312), "473.142857 MHz"); // channel 14
+    EXPECT_EQ(megahertz(5328), "761.142857 MHz"); // channel 62
+    EXPECT_EQ(megahertz(7), "1.000000 MHz");
+}
+
+TEST(Readings, OfTicksAreInSeconds) {
+    EXPECT_EQ(ticks(0, 0), "0.000000 s");
+    EXPECT_EQ(ticks(0, 89999), "0.999988 s");
+    EXPECT_EQ(ticks(1, 0xFFFFFFFF), "95443.717677 s");
+}
+
+TEST(Readings, OfCountriesAreTheirLetters) {
+    EXPECT_EQ(countryCode(0x425241), "BRA");
+    EXPECT_EQ(countryCode(0x627261), "bra");
+    EXPECT_EQ(countryCode(0x425B81), "B\\x5B\\x81");
+}
+
+TEST(Readings, OfSystemManagementAreItsThreeParts) {
+    EXPECT_EQ(systemManagement(0x0301), "broadcast, terrestrial television, 0x01");
+    EXPECT_EQ(systemManagement(0x4301), "no broadcast, terrestrial television, 0x01");
+    EXPECT_EQ(systemManagement(0x8201), "no broadcast, system 2, 0x01");
+    EXPECT_EQ(systemManagement(0xFFFF), "undefined, system 63, 0xFF");
+}
+
+TEST(Readings, OfRatingsDependOnTheCountry) {
+    EXPECT_EQ(parentalRating("BRA", 0x01), "all ages");
+    EXPECT_EQ(parentalRating("BRA", 0x12), "10, drugs");
+    EXPECT_EQ(parentalRating("BRA", 0x76), "18, drugs, violence, sex");
+    EXPECT_EQ(parentalRating("BRA", 0x07), "");
+    EXPECT_EQ(parentalRating("BRA", 0x20), "");
+    EXPECT_EQ(parentalRating("ARG", 0x01), "from 4 years");
+    EXPECT_EQ(parentalRating("ARG", 0x0F), "from 18 years");
+    EXPECT_EQ(parentalRating("ARG", 0x00), "");
+    EXPECT_EQ(parentalRating("ARG", 0x10), "");
+}
+
+TEST(Readings, OfFlagsAreTheNamesOfThoseThatAreSet) {
+    constexpr CodeName NAMES[] = {{1, "one"}, {2, "two"}, {4, "four"}};
+    EXPECT_EQ(setFlags(0, NAMES), "");
+    EXPECT_EQ(setFlags(2, NAMES), "two");
+    EXPECT_EQ(setFlags(0xF5, NAMES), "one, four");
+}
+
+TEST(Field, NamesCodesThatItKnows) {
+    constexpr CodeName NAMES[] = {{1, "one"}, {2, "two"}};
+    EXPECT_EQ(code("field", 2, NAMES).codeName, "two");
+    EXPECT_EQ(code("field", 3, NAMES).codeName, "");
+    EXPECT_EQ(identifier("field", 1, 2).named(NAMES).codeName, "one");
+}
+
+} // namespace
