@@ -11,7 +11,7 @@ namespace sample {
 /// Puts packets one behind the other at a constant rate: one packet a slot, null packets where nothing is to be sent.
 class Multiplexer {
 public:
-    static constexpr unsigned SLOTS_PER_SECOND = 160;
+    static constexpr unsigned SLOTS_PER_SECOND = 240;
 
     /// Sends a section again and again.
     /// @param period  slots from one sending to the next.

@@ -1,9 +1,18 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 /// A station that does not exist: one service for the living room, one for the phone.
 namespace sample {
+
+/// In ISO 8859-15, as all text of the multiplex.
+constexpr std::string_view STATION_NAME = "TV Mar\xE9-A\xE7u";
+
+constexpr unsigned REMOTE_CONTROL_KEY = 33;
+
+/// 2025-06-15 as a Modified Julian Date.
+constexpr unsigned BROADCAST_DAY = 60841;
 
 constexpr std::uint16_t NETWORK_ID = 0x0735;
 constexpr std::uint16_t TRANSPORT_STREAM_ID = NETWORK_ID;
@@ -19,7 +28,9 @@ constexpr std::uint16_t ONE_SEG_SERVICE_ID = serviceId(3, 0);
 // PIDs with a fixed meaning
 constexpr std::uint16_t PAT_PID = 0x0000;
 constexpr std::uint16_t NIT_PID = 0x0010;
+constexpr std::uint16_t SDT_PID = 0x0011;
 constexpr std::uint16_t TOT_PID = 0x0014;
+constexpr std::uint16_t SDTT_PID = 0x0023;
 constexpr std::uint16_t ONE_SEG_PMT_PID = 0x1FC8;
 
 // PIDs of the station's own choice
@@ -27,8 +38,24 @@ constexpr std::uint16_t HD_PCR_PID = 0x0100;
 constexpr std::uint16_t HD_PMT_PID = 0x0101;
 constexpr std::uint16_t HD_VIDEO_PID = 0x0111;
 constexpr std::uint16_t HD_AUDIO_PID = 0x0112;
+constexpr std::uint16_t HD_CAPTIONS_PID = 0x0116;
+constexpr std::uint16_t AIT_PID = 0x0130;
+constexpr std::uint16_t CAROUSEL_PID = 0x0140;
+constexpr std::uint16_t EVENTS_PID = 0x0150;
 constexpr std::uint16_t ONE_SEG_PCR_PID = 0x0200;
 constexpr std::uint16_t ONE_SEG_VIDEO_PID = 0x0211;
 constexpr std::uint16_t ONE_SEG_AUDIO_PID = 0x0212;
+constexpr std::uint16_t ONE_SEG_CAPTIONS_PID = 0x0216;
+
+// component_tags, by which other tables name a stream
+constexpr std::uint8_t HD_VIDEO_TAG = 0x00;
+constexpr std::uint8_t HD_AUDIO_TAG = 0x10;
+constexpr std::uint8_t HD_CAPTIONS_TAG = 0x30;
+constexpr std::uint8_t CAROUSEL_TAG = 0x40;
+constexpr std::uint8_t EVENTS_TAG = 0x50;
+constexpr std::uint8_t DOWNLOAD_TAG = 0x79;
+constexpr std::uint8_t ONE_SEG_VIDEO_TAG = 0x81;
+constexpr std::uint8_t ONE_SEG_AUDIO_TAG = 0x83;
+constexpr std::uint8_t ONE_SEG_CAPTIONS_TAG = 0x87;
 
 } // namespace sample

@@ -50,11 +50,27 @@ Wire& Wire::append(const Bytes& bytes) {
     return *this;
 }
 
-Bytes descriptor(std::uint8_t tag, const Bytes& body) {
-    return Wire().bits(8, tag).bits(8, body.size()).append(body).bytes();
+Wire& Wire::countedText(std::string_view characters) {
+    return bits(8, characters.size()).text(characters);
 }
 
-Bytes longSection(std::uint8_t tableId, std::uint16_t extension, const Bytes& body) {
+Wire& Wire::loop(const Bytes& bytes) {
+    return reserved(4).bits(12, bytes.size()).append(bytes);
+}
+
+Bytes descriptor(std::uint8_t tag, const Wire& body) {
+    return Wire().bits(8, tag).bits(8, body.bytes().size()).append(body.bytes()).bytes();
+}
+
+std::uint64_t bcd(unsigned number) {
+    return number / 10 << 4U | number % 10;
+}
+
+Bytes utcTime(unsigned day, unsigned hour, unsigned minute, unsigned second) {
+    return Wire().bits(16, day).bits(8, bcd(hour)).bits(8, bcd(minute)).bits(8, bcd(second)).bytes();
+}
+
+Bytes longSection(std::uint8_t tableId, std::uint16_t extension, const Wire& body) {
     Wire wire;
     wire.bits(16, extension)
         .reserved(2)
@@ -62,12 +78,12 @@ Bytes longSection(std::uint8_t tableId, std::uint16_t extension, const Bytes& bo
         .bits(1, 1) // current_next_indicator
         .bits(8, 0) // section_number
         .bits(8, 0) // last_section_number
-        .append(body);
+        .append(body.bytes());
     return section(tableId, true, wire.bytes());
 }
 
-Bytes shortSection(std::uint8_t tableId, const Bytes& body) {
-    return section(tableId, false, body);
+Bytes shortSection(std::uint8_t tableId, const Wire& body) {
+    return section(tableId, false, body.bytes());
 }
 
 } // namespace sample

@@ -21,6 +21,12 @@ public:
     Wire& text(std::string_view characters);
     Wire& append(const Bytes& bytes);
 
+    /// Text behind its length of 8 bits.
+    Wire& countedText(std::string_view characters);
+
+    /// What is counted by a length of 12 bits behind 4 reserved ones: a loop of descriptors or of entries.
+    Wire& loop(const Bytes& bytes);
+
     const Bytes& bytes() const { return m_bytes; }
 
 private:
@@ -29,12 +35,18 @@ private:
 };
 
 /// A descriptor: descriptor_tag, descriptor_length, body.
-Bytes descriptor(std::uint8_t tag, const Bytes& body);
+Bytes descriptor(std::uint8_t tag, const Wire& body);
+
+/// A time: Modified Julian Date, then hours, minutes and seconds in BCD.
+Bytes utcTime(unsigned day, unsigned hour, unsigned minute, unsigned second);
+
+/// Two BCD digits.
+std::uint64_t bcd(unsigned number);
 
 /// A section with the long header, section 0 of 0, version 0, applicable now, and its CRC_32.
-Bytes longSection(std::uint8_t tableId, std::uint16_t extension, const Bytes& body);
+Bytes longSection(std::uint8_t tableId, std::uint16_t extension, const Wire& body);
 
 /// A section with the short header and a CRC_32.
-Bytes shortSection(std::uint8_t tableId, const Bytes& body);
+Bytes shortSection(std::uint8_t tableId, const Wire& body);
 
 } // namespace sample

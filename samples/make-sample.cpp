@@ -15,15 +15,32 @@ constexpr unsigned DURATION = 2 * SECOND;
 constexpr std::uint8_t VIDEO = 0xE0;
 constexpr std::uint8_t AUDIO = 0xC0;
 
+/// Sends a table as it is, again and again.
+void repeat(Multiplexer& multiplexer, std::uint16_t pid, unsigned period, unsigned first,
+            const sample::Bytes& section) {
+    multiplexer.repeatSection(pid, period, first, [section](unsigned) { return section; });
+}
+
+/// The more a receiver waits for a table, the more often it comes.
+void addTables(Multiplexer& multiplexer) {
+    repeat(multiplexer, sample::PAT_PID, SECOND / 10, 1, sample::pat());
+    repeat(multiplexer, sample::HD_PMT_PID, SECOND / 10, 8, sample::hdPmt());
+    repeat(multiplexer, sample::ONE_SEG_PMT_PID, SECOND / 5, 11, sample::oneSegPmt());
+    repeat(multiplexer, sample::NIT_PID, SECOND, 14, sample::nit());
+    repeat(multiplexer, sample::SDT_PID, SECOND, 20, sample::sdt());
+    repeat(multiplexer, sample::AIT_PID, SECOND / 2, 26, sample::nclAit());
+    repeat(multiplexer, sample::AIT_PID, SECOND / 2, 32, sample::javaAit());
+    repeat(multiplexer, sample::EVENTS_PID, SECOND / 4, 39, sample::streamEvents());
+    repeat(multiplexer, sample::SDTT_PID, 2 * SECOND, 44, sample::sdtt());
+    multiplexer.repeatSection(sample::TOT_PID, SECOND, 2, [](unsigned slot) { return sample::tot(slot / SECOND); });
+}
+
 /// Two seconds of the multiplex. Periods and first slots spread the load.
 sample::Bytes makeSample() {
     Multiplexer multiplexer;
     multiplexer.repeatClock(sample::HD_PCR_PID, SECOND / 20, 0);
     multiplexer.repeatClock(sample::ONE_SEG_PCR_PID, SECOND / 20, 4);
-
-    multiplexer.repeatSection(sample::PAT_PID, SECOND / 10, 1, [](unsigned) { return sample::pat(); });
-    multiplexer.repeatSection(sample::TOT_PID, SECOND, 2, [](unsigned slot) { return sample::tot(slot / SECOND); });
-
+    addTables(multiplexer);
     multiplexer.repeatFiller(sample::HD_VIDEO_PID, SECOND / 40, 3, VIDEO);
     multiplexer.repeatFiller(sample::HD_AUDIO_PID, SECOND / 20, 5, AUDIO);
     multiplexer.repeatFiller(sample::ONE_SEG_VIDEO_PID, SECOND / 20, 6, VIDEO);

@@ -107,11 +107,11 @@ TEST(InspectDamage, FifteenLostPackets) {
 
 TEST(InspectDamage, LostPacketOfTheSample) {
     const ByteVector stream = sampleStream();
-    const std::size_t second = 17 * PACKET_SIZE; // the second PAT
+    const std::size_t second = 25 * PACKET_SIZE; // the second PAT
     const Finished finished =
         inspectBytes(join({slice(stream, 0, second), slice(stream, second + PACKET_SIZE, stream.size())}));
     EXPECT_EQ(finished.status, 3);
-    EXPECT_THAT(finished.output, EndsWith("319 packets of 188 bytes, 21 sections on 2 PIDs: 3 shown, 0 rejected, "
+    EXPECT_THAT(finished.output, EndsWith("479 packets of 188 bytes, 72 sections on 9 PIDs: 11 shown, 0 rejected, "
                                           "0 CRC errors, 1 discontinuity (PID 0x0000)\n"));
 }
 

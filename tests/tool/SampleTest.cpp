@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <map>
 
 using testing::HasSubstr;
 
@@ -20,7 +21,7 @@ TEST(Sample, IsSmallAndWhole) {
     EXPECT_EQ(size % PACKET_SIZE, 0U);
 }
 
-/// A constant rate of 160 packets a second: each clock says where it stands.
+/// A constant rate of 240 packets a second: each clock says where it stands.
 TEST(Sample, ClocksAgreeWithTheRate) {
     const ByteVector stream = sampleStream();
     std::size_t clocks = 0;
@@ -35,9 +36,28 @@ TEST(Sample, ClocksAgreeWithTheRate) {
                                    std::uint64_t{packet[8]} << 9U | std::uint64_t{packet[9]} << 1U | packet[10] >> 7U;
         const std::uint64_t extension = std::uint64_t{packet[10] & 1U} << 8U | packet[11];
         const std::uint64_t slot = at / PACKET_SIZE;
-        EXPECT_EQ(base * 300 + extension, 270000000 + slot * 168750) << "packet " << slot;
+        EXPECT_EQ(base * 300 + extension, 270000000 + slot * 112500) << "packet " << slot;
     }
     EXPECT_EQ(clocks, 80U);
+}
+
+/// The more a receiver waits for a table, the more often it comes.
+TEST(Sample, TablesComeAtTheirOwnRates) {
+    const ByteVector stream = sampleStream();
+    std::map<unsigned, unsigned> sections; // of two seconds; no packet begins more than one
+    for (std::size_t at = 0; at < stream.size(); at += PACKET_SIZE) {
+        const bool beginsSection = (stream[at + 1] & 0x40U) != 0 && stream[at + 4] == 0 && stream[at + 5] != 0xFF;
+        sections[(stream[at + 1] & 0x1FU) << 8U | stream[at + 2]] += beginsSection ? 1 : 0;
+    }
+    EXPECT_EQ(sections[0x0000], 20U); // PAT
+    EXPECT_EQ(sections[0x0101], 20U); // PMT
+    EXPECT_EQ(sections[0x1FC8], 10U); // PMT of the one-seg service
+    EXPECT_EQ(sections[0x0130], 8U);  // two AITs
+    EXPECT_EQ(sections[0x0150], 8U);  // DSM-CC stream descriptors
+    EXPECT_EQ(sections[0x0010], 2U);  // NIT
+    EXPECT_EQ(sections[0x0011], 2U);  // SDT
+    EXPECT_EQ(sections[0x0014], 2U);  // TOT
+    EXPECT_EQ(sections[0x0023], 1U);  // SDTT
 }
 
 TEST(Sample, ProgramSaysHowItIsUsed) {

@@ -55,7 +55,7 @@ std::vector<Finding> damagesIn(const std::map<Pid, PidCounts>& counts) {
 
 } // namespace
 
-Inspector::Inspector(Renderer& renderer) : m_renderer(renderer) {
+Inspector::Inspector(Renderer& renderer, const PidSet& byHand) : m_renderer(renderer), m_following(byHand) {
     m_gatherer.setPids(m_following.pids());
 }
 

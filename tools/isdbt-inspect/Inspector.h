@@ -12,7 +12,8 @@ namespace inspect {
 /// Leads a stream through the rooms: packets, sections, parsing, following, describing, rendering.
 class Inspector {
 public:
-    explicit Inspector(Renderer& renderer);
+    /// @param byHand PIDs to look at beside those that are signalled
+    Inspector(Renderer& renderer, const PidSet& byHand);
 
     /// Shows what the stream carries, and a summary at its end.
     /// @throws InputError

@@ -2,8 +2,10 @@
 #include "rendering/TextRenderer.h"
 
 #include <CLI/CLI.hpp>
+#include <charconv>
 #include <csignal>
 #include <cstdio>
+#include <optional>
 #include <unistd.h>
 
 namespace {
@@ -16,11 +18,33 @@ int fail(Status status, const std::string& message) {
     return status;
 }
 
-int inspectFile(const std::string& path) {
+struct Options {
+    std::string path;
+    inspect::PidSet pids;
+};
+
+/// A PID as people write it: decimal, or hexadecimal behind 0x. A leading zero has no meaning.
+std::optional<inspect::Pid> readPid(const std::string& text) {
+    const bool hexadecimal = text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X');
+    const char* const begin = text.data() + (hexadecimal ? 2 : 0);
+    const char* const end = text.data() + text.size();
+    inspect::Pid pid = 0;
+    const auto [behind, error] = std::from_chars(begin, end, pid, hexadecimal ? 16 : 10);
+    if (error != std::errc() || behind != end || pid >= inspect::NULL_PID) {
+        return std::nullopt;
+    }
+    return pid;
+}
+
+std::string checkPid(const std::string& text) {
+    return readPid(text) ? "" : text + " is no PID (0 to 8190, or 0x0000 to 0x1FFE)";
+}
+
+int inspectFile(const Options& options) {
     inspect::Output output(STDOUT_FILENO);
     inspect::TextRenderer renderer(output);
-    inspect::FileInput input(path);
-    inspect::Inspector inspector(renderer);
+    inspect::FileInput input(options.path);
+    inspect::Inspector inspector(renderer, options.pids);
     inspector.run(input);
     return inspector.foundFault() ? FaultFound : AllWell;
 }
@@ -29,9 +53,20 @@ int run(int argc, char** argv) {
     CLI::App app("Shows the tables that an ISDB-T transport stream carries, as a receiver with the Ginga middleware "
                  "understands them.",
                  "isdbt-inspect");
-    std::string path;
-    app.add_option("FILE", path, "transport stream with packets of 188, 192 or 204 bytes; - is standard input")
+    Options options;
+    app.add_option("FILE", options.path, "transport stream with packets of 188, 192 or 204 bytes; - is standard input")
         ->required();
+    app.add_option_function<std::vector<std::string>>(
+           "--pid",
+           [&options](const std::vector<std::string>& pids) {
+               for (const std::string& pid : pids) {
+                   options.pids.set(*readPid(pid));
+               }
+           },
+           "also look at this PID, decimal or 0x hexadecimal; may be given several times")
+        ->type_name("PID")
+        ->allow_extra_args(false)
+        ->check(checkPid);
     app.set_version_flag("--version", std::string("isdbt-inspect ") + ISDBT_INSPECT_VERSION);
     app.footer("Exit status: 0 all well, 1 the input could not be read to its end, 2 wrong usage, "
                "3 something was rejected or damaged.");
@@ -42,7 +77,7 @@ int run(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return fail(WrongUsage, std::string(error.what()) + "\nRun with --help for more information.");
     }
-    return inspectFile(path);
+    return inspectFile(options);
 }
 
 } // namespace

@@ -1,7 +1,10 @@
 #include "following/Following.h"
 
 #include "TISDBTTable.h"
+#include "descriptors/TDataComponentDescriptor.h"
 #include "pat/TPATTable.h"
+#include "pmt/TPMTTable.h"
+#include "sections/TableIds.h"
 
 #include <limits>
 #include <memory>
@@ -11,23 +14,19 @@ namespace inspect {
 
 namespace {
 
-constexpr std::uint8_t PAT = 0x00;
-constexpr std::uint8_t PMT = 0x02;
-constexpr std::uint8_t TOT = 0x73;
-
+/// SDTTs have two PIDs: one for fixed receivers, one for portable ones.
 constexpr std::pair<Pid, std::uint8_t> ALWAYS_CARRIED[] = {
-    {0x0000, PAT},
-    {0x0014, TOT},
+    {0x0000, PAT}, {0x0010, NIT}, {0x0011, SDT}, {0x0014, TOT}, {0x0023, SDTT}, {0x0028, SDTT},
 };
 
 } // namespace
 
-Following::Following() {
+Following::Following(const PidSet& byHand) : m_byHand(byHand) {
     gather();
 }
 
 PidSet Following::pids() const {
-    PidSet pids;
+    PidSet pids = m_byHand;
     for (const auto& [pid, tableId] : m_carried) {
         pids.set(pid);
     }
@@ -63,6 +62,8 @@ Following::CarriedSet Following::signalledBy(const Quor::TISDBTTable& table) {
     switch (table.getType()) {
     case Quor::TISDBTTable::PAT:
         return signalledByPat(static_cast<const Quor::TPATTable&>(table));
+    case Quor::TISDBTTable::PMT:
+        return signalledByPmt(static_cast<const Quor::TPMTTable&>(table));
     default:
         return {};
     }
@@ -74,7 +75,36 @@ Following::CarriedSet Following::signalledByPat(const Quor::TPATTable& pat) {
     for (const QUOR_U16 program : *programs) {
         signalled.insert({pat.get(program)->getProgramMapPid(), PMT});
     }
+    if (pat.getNetworkPid() != 0) {
+        signalled.insert({pat.getNetworkPid(), NIT});
+    }
     return signalled;
+}
+
+Following::CarriedSet Following::signalledByPmt(const Quor::TPMTTable& pmt) {
+    CarriedSet signalled;
+    for (unsigned at = 0; at < pmt.size() && at <= std::numeric_limits<QUOR_U8>::max(); ++at) {
+        signalled.merge(carriedIn(*pmt.getProgramMap(static_cast<QUOR_U8>(at))));
+    }
+    return signalled;
+}
+
+/// An AIT is announced by its data component; many stations leave that out, and any private sections may be one.
+Following::CarriedSet Following::carriedIn(const Quor::TProgramMap& stream) {
+    using Quor::TDataComponentDescriptor;
+    using Quor::TProgramMap;
+    const TDataComponentDescriptor* const component = stream.getDataComponentDescriptor(0, nullptr);
+    CarriedSet carried;
+    if (stream.getStreamType() == TProgramMap::STREAM_TYPE_SECTION ||
+        (component != nullptr &&
+         component->getDataComponentID() == TDataComponentDescriptor::COMPONENT_ID_GINGA_APP_INFORMATION_TABLE)) {
+        carried.insert({stream.getElementaryPID(), AIT});
+    }
+    if (stream.getStreamType() == TProgramMap::STREAM_TYPE_0X0C ||
+        stream.getStreamType() == TProgramMap::STREAM_TYPE_0X0D) {
+        carried.insert({stream.getElementaryPID(), DSMCC_STREAM_DESCRIPTORS});
+    }
+    return carried;
 }
 
 /// Puts together what is carried. A source that is no longer carried itself signals nothing any more, which may end
@@ -84,6 +114,11 @@ void Following::gather() {
     do {
         sources = m_signalled.size();
         m_carried = CarriedSet(std::begin(ALWAYS_CARRIED), std::end(ALWAYS_CARRIED));
+        for (Pid pid = 0; pid < m_byHand.size(); ++pid) {
+            if (m_byHand[pid]) {
+                m_carried.insert({pid, PMT});
+            }
+        }
         for (const auto& [source, signalled] : m_signalled) {
             m_carried.insert(signalled.begin(), signalled.end());
         }

@@ -9,6 +9,8 @@
 namespace Quor {
 class TISDBTTable;
 class TPATTable;
+class TPMTTable;
+class TProgramMap;
 } // namespace Quor
 
 namespace inspect {
@@ -16,7 +18,8 @@ namespace inspect {
 /// Knows which PIDs carry which tables: some always do, the others are signalled by tables.
 class Following {
 public:
-    Following();
+    /// @param byHand PIDs to look at, whatever is signalled. Program maps on them are followed, too.
+    explicit Following(const PidSet& byHand);
 
     /// The PIDs that carry tables.
     PidSet pids() const;
@@ -41,8 +44,11 @@ private:
     void forgetBeyond(const Source& last);
     static CarriedSet signalledBy(const Quor::TISDBTTable& table);
     static CarriedSet signalledByPat(const Quor::TPATTable& pat);
+    static CarriedSet signalledByPmt(const Quor::TPMTTable& pmt);
+    static CarriedSet carriedIn(const Quor::TProgramMap& stream);
     void gather();
 
+    PidSet m_byHand;
     std::map<Source, CarriedSet> m_signalled;
     CarriedSet m_carried;
 };

@@ -1,7 +1,14 @@
 #include "parsing/SectionParser.h"
 
+#include "DSMCCSection/TDSMCCSectionTable.h"
+#include "ait/TAITTable.h"
+#include "nit/TNITTable.h"
 #include "parsing/LogLines.h"
 #include "pat/TPATTable.h"
+#include "pmt/TPMTTable.h"
+#include "sdt/TSDTTable.h"
+#include "sdtt/TSDTTTable.h"
+#include "sections/TableIds.h"
 #include "tot/TTOTTable.h"
 
 #include <algorithm>
@@ -26,8 +33,14 @@ template <class Table> TISDBTTable* parseAs(QUOR_U8* data, QUOR_U32 size, QUOR_U
 }
 
 constexpr Kind KINDS[] = {
-    {0x00, "PAT", parseAs<Quor::TPATTable>},
-    {0x73, "TOT", parseAs<Quor::TTOTTable>},
+    {PAT, "PAT", parseAs<Quor::TPATTable>},
+    {PMT, "PMT", parseAs<Quor::TPMTTable>},
+    {DSMCC_STREAM_DESCRIPTORS, "DSM-CC", parseAs<Quor::TDSMCCSectionTable>},
+    {NIT, "NIT", parseAs<Quor::TNITTable>},
+    {SDT, "SDT", parseAs<Quor::TSDTTable>},
+    {TOT, "TOT", parseAs<Quor::TTOTTable>},
+    {AIT, "AIT", parseAs<Quor::TAITTable>},
+    {SDTT, "SDTT", parseAs<Quor::TSDTTTable>},
 };
 
 const Kind* find(std::uint8_t tableId) {

@@ -1,5 +1,7 @@
 #include "sections/Section.h"
 
+#include "sections/TableIds.h"
+
 #include <algorithm>
 #include <array>
 #include <bitstream/mpeg/psi.h>
@@ -8,11 +10,8 @@ namespace inspect {
 
 namespace {
 
-/// PAT, PMT, NIT, SDT, AIT and SDTT have the long header whatever their section_syntax_indicator says.
-constexpr std::array<std::uint8_t, 6> ALWAYS_LONG{0x00, 0x02, 0x40, 0x42, 0x74, 0xC3};
-
-/// The one section with the short header that ends with a CRC_32.
-constexpr std::uint8_t TIME_OFFSET_TABLE = 0x73;
+/// These have the long header whatever their section_syntax_indicator says.
+constexpr std::array ALWAYS_LONG{PAT, PMT, NIT, SDT, AIT, SDTT};
 
 } // namespace
 
@@ -29,7 +28,7 @@ bool Section::isLong() const {
 }
 
 bool Section::hasCrc() const {
-    return isLong() || tableId() == TIME_OFFSET_TABLE;
+    return isLong() || tableId() == TOT; // the one with the short header that ends with a CRC_32
 }
 
 std::optional<LongHeader> Section::longHeader() const {

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "support/Bytes.h"
+
+// One section of each table, which holds every entry, descriptor and item that the library knows in it.
+ByteVector fullPat();
+ByteVector fullPmt();
+ByteVector fullTot();
+ByteVector fullNit();
+ByteVector fullSdt();
+ByteVector fullAit();
+ByteVector fullSdtt();
+ByteVector fullDsmccSection();

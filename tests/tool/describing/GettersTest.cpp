@@ -1,0 +1,289 @@
+#include "describing/Describing.h"
+#include "tool/describing/FullSections.h"
+#include "tool/describing/PublicHeaders.h"
+#include "tool/describing/Taken.h"
+
+#include "DSMCCSection/TDSMCCSectionTable.h"
+#include "ait/TAITTable.h"
+#include "describing/Catalogue.h"
+#include "descriptors/TGeneralEventDescriptor.h"
+#include "descriptors/TTransportProtocolDescriptor.h"
+#include "nit/TNITTable.h"
+#include "pat/TPATTable.h"
+#include "pmt/TPMTTable.h"
+#include "sdt/TSDTTable.h"
+#include "sdtt/TSDTTTable.h"
+#include "tot/TTOTTable.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+
+namespace {
+
+using inspect::Fields;
+using Names = std::set<std::string>;
+
+/// The names of the fields of every object, under the name of the object, and once more with the name of what holds it
+/// in front of it: "aac_descriptor", "applications/application_identifier". An element goes by the name of its list.
+class NamesOfObjects {
+public:
+    void add(const std::string& holder, const std::string& name, const Fields& fields) {
+        for (const std::string& key : {name, holder + '/' + name}) {
+            for (const inspect::Field& field : fields) {
+                m_names[key].insert(field.name);
+            }
+        }
+        for (const inspect::Field& field : fields) {
+            addField(name, field.name, field);
+        }
+    }
+
+    const Names& of(const std::string& key) const {
+        static const Names none;
+        const auto found = m_names.find(key);
+        return found == m_names.end() ? none : found->second;
+    }
+
+private:
+    void addField(const std::string& holder, const std::string& name, const inspect::Field& field) {
+        if (const auto* const object = std::get_if<inspect::Object>(&field.value)) {
+            add(holder, name, object->fields);
+        } else if (const auto* const list = std::get_if<inspect::List>(&field.value)) {
+            for (const inspect::Field& element : list->elements) {
+                addField(holder, name, element);
+            }
+        }
+    }
+
+    std::map<std::string, Names> m_names;
+};
+
+template <class Table> void addTable(NamesOfObjects& names, const std::string& className, const ByteVector& section) {
+    const auto taken = takenSection<Table>(section);
+    ASSERT_NE(taken.object, nullptr) << className;
+    names.add("", className, inspect::describe(*taken.object));
+}
+
+template <class Descriptor>
+void addDescriptor(NamesOfObjects& names, const std::string& className, const std::string& wire) {
+    const auto taken = takenDescriptor<Descriptor>(hex(wire));
+    ASSERT_NE(taken.object, nullptr) << className;
+    const inspect::Field described = inspect::Catalogue::instance().describe(*taken.object);
+    names.add("", className, std::get<inspect::Object>(described.value).fields);
+}
+
+NamesOfObjects everything() {
+    NamesOfObjects names;
+    addTable<Quor::TPATTable>(names, "TPATTable", fullPat());
+    addTable<Quor::TPMTTable>(names, "TPMTTable", fullPmt());
+    addTable<Quor::TTOTTable>(names, "TTOTTable", fullTot());
+    addTable<Quor::TNITTable>(names, "TNITTable", fullNit());
+    addTable<Quor::TSDTTable>(names, "TSDTTable", fullSdt());
+    addTable<Quor::TAITTable>(names, "TAITTable", fullAit());
+    addTable<Quor::TSDTTTable>(names, "TSDTTTable", fullSdtt());
+    addTable<Quor::TDSMCCSectionTable>(names, "TDSMCCSectionTable", fullDsmccSection());
+    using Transport = Quor::TTransportProtocolDescriptor;
+    addDescriptor<Transport>(names, "TTransportProtocolDescriptorOC", "02 05 0001 01 00 0B");
+    addDescriptor<Transport>(names, "TTransportProtocolDescriptorIP", "02 07 0002 01 00 80 01 61");
+    addDescriptor<Transport>(names, "TTransportProtocolDescriptorDC", "02 05 0004 01 00 0B");
+    addDescriptor<Quor::TGeneralEventDescriptor>(names, "TGeneralEventDescriptor",
+                                                 "04 10 0AF0 00 0000000000 01 0002 0000000000");
+    return names;
+}
+
+/// Classes that are never seen but as a base of another one; what they give beyond the header of the section is not
+/// described.
+bool isBase(const std::string& className) {
+    static const Names bases{"TISDBTDataHolder",
+                             "TISDBTTable",
+                             "TISDBTVersionedTable",
+                             "TISDBTDescriptor",
+                             "TTransportProtocolDescriptor",
+                             "TGingaApplicationDescriptor",
+                             "TGingaApplicationLocationDescriptor"};
+    return bases.count(className) != 0;
+}
+
+/// Where the objects of a class are described that is neither a table nor a descriptor of its own name.
+const std::map<std::string, std::string> PLACES{
+    {"TProgramAssociation", "TPATTable/programs"},
+    {"TProgramMap", "TPMTTable/elementary_streams"},
+    {"TTransportStreamInfo", "TNITTable/transport_streams"},
+    {"TServiceDescription", "TSDTTable/services"},
+    {"TApplication", "TAITTable/applications"},
+    {"TApplicationIdentifier", "applications/application_identifier"},
+    {"TDownloadContent", "TSDTTTable/download_contents"},
+    {"TScheduleInfo", "download_contents/schedule_infos"},
+    {"TApplicationDescriptorProfile", "application_descriptor/profiles"},
+    {"TApplicationNameDescriptorItem", "application_name_descriptor/items"},
+    {"TCompatibilityDescriptorItem", "compatibility_descriptor/items"},
+    {"TCompatibilityDescriptorSubItem", "items/sub_items"},
+    {"TDIILocationDescriptorItem", "dii_location_descriptor/items"},
+    {"TDigitalCopyControlDescriptorItem", "digital_copy_control_descriptor/items"},
+    {"TDownloadContentDescriptorItem", "download_content_descriptor/modules"},
+    {"TEmergencyInformationDescriptorItem", "emergency_information_descriptor/items"},
+    {"TExternalApplicationAuthorizationDescriptorItem", "external_application_authorization_descriptor/items"},
+    {"TGingaJavaApplicationDescriptor", "ginga_application_descriptor"},
+    {"TGingaJavaApplicationLocationDescriptor", "ginga_application_location_descriptor"},
+    {"TGingaNCLApplicationDescriptor", "ginga_application_descriptor"},
+    {"TGingaNCLApplicationLocationDescriptor", "ginga_application_location_descriptor"},
+    {"TLocalTimeOffsetDescriptorItem", "local_time_offset_descriptor/items"},
+    {"TMosaicDescriptorCell", "mosaic_descriptor/cells"},
+    {"TNVODReferenceDescriptorItem", "nvod_reference_descriptor/items"},
+    {"TParentalRatingDescriptorItem", "parental_rating_descriptor/items"},
+    {"TPrefetchDescriptorItem", "prefetch_descriptor/items"},
+    {"TServiceListDescriptorItem", "service_list_descriptor/items"},
+    {"TTSInformationDescriptorItem", "ts_information_descriptor/transmission_types"},
+};
+
+/// The fields that hold what these getters give one by one, count or list the keys of.
+struct ListGetters {
+    const char* className;
+    const char* field;
+    Names getters;
+};
+
+const ListGetters LISTS[] = {
+    {"TPATTable", "programs", {"get", "getProgramNumbers", "size"}},
+    {"TPMTTable",
+     "elementary_streams",
+     {"getProgramMap", "getProgramMapByComponentTag", "getProgramMapByStreamType", "getProgramMapsByStreamType",
+      "size"}},
+    {"TNITTable",
+     "transport_streams",
+     {"getTransportStreamIDs", "getTransportStreamInfo", "getTransportStreamLoopSize"}},
+    {"TSDTTable", "services", {"getServiceDescription", "getServiceIDs", "size"}},
+    {"TAITTable", "applications", {"getApplication", "getApplicationsCount", "getApplicationsIDs"}},
+    {"TSDTTTable", "download_contents", {"getDownloadContent", "getDownloadContentSize"}},
+    {"TDownloadContent", "schedule_infos", {"getScheduleInfo", "getScheduleInfoSize"}},
+    {"TApplicationDescriptor", "profiles", {"getProfile", "getProfilesCount"}},
+    {"TApplicationNameDescriptor", "items", {"getLanguageCodes"}},
+    {"TCompatibilityDescriptor", "items", {"getCompatibilityDescriptorItem", "getCompatibilityDescriptorItemSize"}},
+    {"TCompatibilityDescriptorItem",
+     "sub_items",
+     {"getCompatibilityDescriptorSubItem", "getCompatibilityDescriptorSubItemSize"}},
+    {"TCountryAvailabilityDescriptor", "country_codes", {"get", "size"}},
+    {"TDownloadContentDescriptor",
+     "modules",
+     {"getDownloadContentDescriptorItem", "getDownloadContentDescriptorItemSize"}},
+    {"TExternalApplicationAuthorizationDescriptor", "items", {"getApplicationIdentifierHashIDs"}},
+    {"TGingaApplicationDescriptor", "parameters", {"get", "size"}},
+    {"TLocalTimeOffsetDescriptor", "items", {"getCountryCodes"}},
+    {"TMosaicDescriptor", "cells", {"getCell", "size"}},
+    {"TServiceListDescriptor", "items", {"getServiceIDs"}},
+    {"TTSInformationDescriptor", "transmission_types", {"getTransmissionType", "getTransmissionTypeCount"}},
+    {"TTransportProtocolDescriptorIP", "urls", {"getURL", "getURLCount"}},
+};
+
+/// The field where a getter's value must be found; empty for the descriptors by tag, which have fields by name.
+std::string fieldOf(const std::string& className, const std::string& getter) {
+    for (const ListGetters& each : LISTS) {
+        if (className == each.className && each.getters.count(getter) != 0) {
+            return each.field;
+        }
+    }
+    if (getter == "getDescriptor" || getter == "getDescriptorTags") {
+        return {};
+    }
+    return getter == "get" || getter == "size" ? "items" : fieldName(getter);
+}
+
+using Classes = std::map<std::string, PublicClass>;
+
+Classes classesByName() {
+    Classes classes;
+    for (PublicClass& each : publicClasses()) {
+        classes.emplace(each.name, std::move(each));
+    }
+    return classes;
+}
+
+/// The fields that the getters of a class and of its bases ask for.
+Names fieldsAskedFor(const Classes& classes, const std::string& className) {
+    static const Names sectionHeader{"TISDBTDataHolder", "TISDBTTable", "TISDBTVersionedTable"};
+    Names fields;
+    for (auto found = classes.find(className); found != classes.end() && sectionHeader.count(found->first) == 0;
+         found = classes.find(found->second.base)) {
+        for (const std::string& getter : found->second.getters) {
+            fields.insert(fieldOf(found->first, getter));
+        }
+    }
+    fields.erase("");
+    return fields;
+}
+
+std::string placeOf(const NamesOfObjects& names, const std::string& className) {
+    const auto found = PLACES.find(className);
+    if (found != PLACES.end()) {
+        return found->second;
+    }
+    return names.of(className).empty() ? descriptorName(className) : className;
+}
+
+Names without(Names names, const Names& others) {
+    for (const std::string& other : others) {
+        names.erase(other);
+    }
+    return names;
+}
+
+TEST(PublicHeaders, AreReadWithTheirGetters) {
+    const Classes classes = classesByName();
+    EXPECT_GT(classes.size(), 80U);
+    const auto& pmt = classes.at("TPMTTable");
+    EXPECT_EQ(pmt.base, "TISDBTVersionedTable");
+    EXPECT_THAT(pmt.getters, testing::IsSupersetOf({"getPCRPID", "getAACDescriptor", "getProgramMap", "size"}));
+    EXPECT_THAT(classes.at("TApplication").getters,
+                testing::Contains("getExternalApplicationAuthorizationDescriptor")); // declared on two lines
+    EXPECT_THAT(classes.at("TAVCTimingAndHRDDescriptor").getters, testing::Contains("is90kHzFlag"));
+    EXPECT_THAT(classes.at("TProgramAssociation").getters,
+                testing::ElementsAre("getProgramMapPid", "getProgramNumber"));
+}
+
+TEST(PublicHeaders, FieldsAreCalledAsTheGettersInSnakeCase) {
+    EXPECT_EQ(fieldName("getStreamType"), "stream_type");
+    EXPECT_EQ(fieldName("hasEITSchedule"), "eit_schedule");
+    EXPECT_EQ(fieldName("isStart"), "start");
+    EXPECT_EQ(fieldName("getDIIIdentification"), "dii_identification");
+    EXPECT_EQ(fieldName("getConstraintSet0Flag"), "constraint_set0_flag");
+    EXPECT_EQ(fieldName("getCASystemIDs"), "ca_system_ids");
+    EXPECT_EQ(fieldName("getPCRPID"), "pcr_pid");
+    EXPECT_EQ(fieldName("getEventMsgNPTH"), "event_msg_npt_h");
+    EXPECT_EQ(fieldName("is90kHzFlag"), "90khz_flag");
+    EXPECT_EQ(fieldName("getN"), "n");
+    EXPECT_EQ(descriptorName("TNVODReferenceDescriptor"), "nvod_reference_descriptor");
+}
+
+TEST(Description, HasEveryGetterOfEveryClass) {
+    const NamesOfObjects names = everything();
+    const Classes classes = classesByName();
+    for (const auto& [className, each] : classes) {
+        const Names expected = fieldsAskedFor(classes, className);
+        if (isBase(className) || expected.empty()) {
+            continue;
+        }
+        const std::string place = placeOf(names, className);
+        EXPECT_FALSE(names.of(place).empty()) << className << " is not described at " << place;
+        EXPECT_THAT(without(expected, names.of(place)), testing::IsEmpty()) << "of " << className << " at " << place;
+    }
+}
+
+/// No getter gives them.
+const Names OF_THE_TOOL{"inherited", "data"};
+
+TEST(Description, HasNoFieldsThatNoGetterGives) {
+    const NamesOfObjects names = everything();
+    const Classes classes = classesByName();
+    for (const auto& [className, each] : classes) {
+        if (isBase(className)) {
+            continue;
+        }
+        const std::string place = placeOf(names, className);
+        const Names surplus = without(without(names.of(place), fieldsAskedFor(classes, className)), OF_THE_TOOL);
+        EXPECT_THAT(surplus, testing::IsEmpty()) << "of " << className << " at " << place;
+    }
+}
+
+} // namespace
