@@ -19,6 +19,9 @@ public:
     TCompatibilityDescriptor();
     virtual ~TCompatibilityDescriptor();
 
+    TCompatibilityDescriptor(const TCompatibilityDescriptor&) = delete;
+    TCompatibilityDescriptor& operator=(const TCompatibilityDescriptor&) = delete;
+
     /// Parses one compatibility descriptor.
     /// @param sectionData  the descriptor, from its 16-bit length on, which is not read.
     /// @param dataLength   its bytes, the length field included.

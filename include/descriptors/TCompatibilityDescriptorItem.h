@@ -14,6 +14,9 @@ public:
     TCompatibilityDescriptorItem();
     virtual ~TCompatibilityDescriptorItem();
 
+    TCompatibilityDescriptorItem(const TCompatibilityDescriptorItem&) = delete;
+    TCompatibilityDescriptorItem& operator=(const TCompatibilityDescriptorItem&) = delete;
+
     /// Parses one item.
     /// @param sectionData  the item.
     /// @param dataLength   bytes left in the compatibility descriptor.

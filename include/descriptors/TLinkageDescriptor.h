@@ -14,7 +14,8 @@ public:
     static constexpr U8 DESCRIPTOR_TAG = 0x4A;
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 7;
 
-    /// Values of linkage_type.
+    /// @name Values of linkage_type
+    /// @{
     static constexpr QUOR_U8 SERVICE_INFORMATION = 1;
     static constexpr QUOR_U8 SERVICE_EPG = 2;
     static constexpr QUOR_U8 SERVICE_CA_SUBSTITUTION = 3;
@@ -22,6 +23,7 @@ public:
     static constexpr QUOR_U8 SERVICE_SUBSTITUTION = 5;
     static constexpr QUOR_U8 SERVICE_DATA_BROADCAST = 6;
     static constexpr QUOR_U8 SERVICE_RETRANSMISSION = 0xFE;
+    /// @}
 
     /// An empty descriptor over the caller's bytes, which are not copied.
     TLinkageDescriptor(QUOR_U8* data, QUOR_U32 length);

@@ -14,11 +14,15 @@ public:
     static constexpr U8 DESCRIPTOR_TAG = 0xCF;
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 1;
 
-    /// Values of logo_transmission_type: a logo in the common data table with its version and download data; such a
-    /// logo by its identifier alone; a text.
+    /// @name Values of logo_transmission_type
+    /// @{
+    /// A logo in the common data table, with its version and its download data.
     static constexpr QUOR_U8 TYPE_CDT1 = 1;
+    /// A logo in the common data table, by its identifier alone.
     static constexpr QUOR_U8 TYPE_CDT2 = 2;
+    /// A text in place of a logo.
     static constexpr QUOR_U8 TYPE_SIMPLE = 3;
+    /// @}
 
     /// An empty descriptor over the caller's bytes, which are not copied.
     TLogoTransmissionDescriptor(QUOR_U8* data, QUOR_U32 length);

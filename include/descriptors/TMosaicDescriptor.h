@@ -16,8 +16,9 @@ public:
     static constexpr U8 DESCRIPTOR_TAG = 0x51;
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 1;
 
-    /// Values of number_of_horizontal_elementary_cells and number_of_vertical_elementary_cells: one less than the
-    /// number.
+    /// @name Values of number_of_horizontal_elementary_cells and number_of_vertical_elementary_cells
+    /// One less than the number.
+    /// @{
     static constexpr QUOR_U8 NUMBER_OF_CELLS_1 = 0;
     static constexpr QUOR_U8 NUMBER_OF_CELLS_2 = 1;
     static constexpr QUOR_U8 NUMBER_OF_CELLS_3 = 2;
@@ -26,6 +27,7 @@ public:
     static constexpr QUOR_U8 NUMBER_OF_CELLS_6 = 5;
     static constexpr QUOR_U8 NUMBER_OF_CELLS_7 = 6;
     static constexpr QUOR_U8 NUMBER_OF_CELLS_8 = 7;
+    /// @}
 
     /// An empty descriptor over the caller's bytes, which are not copied.
     TMosaicDescriptor(QUOR_U8* data, QUOR_U32 length);

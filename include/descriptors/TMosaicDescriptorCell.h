@@ -11,18 +11,22 @@ namespace Quor {
 /// One logical cell of a mosaic: the elementary cells that it covers, and what it leads to.
 class QUOR_ISDBT_API TMosaicDescriptorCell {
 public:
-    /// Values of logical_cell_presentation_info.
+    /// @name Values of logical_cell_presentation_info
+    /// @{
     static constexpr QUOR_U8 PRESENTATION_TYPE_UNDEFINED = 0;
     static constexpr QUOR_U8 PRESENTATION_TYPE_VIDEO = 1;
     static constexpr QUOR_U8 PRESENTATION_TYPE_STILL_PICTURE = 2;
     static constexpr QUOR_U8 PRESENTATION_TYPE_GRAPHICS_OR_TEXT = 3;
+    /// @}
 
-    /// Values of cell_linkage_info.
+    /// @name Values of cell_linkage_info
+    /// @{
     static constexpr QUOR_U8 LINKAGE_TYPE_UNDEFINED = 0;
     static constexpr QUOR_U8 LINKAGE_TYPE_BOUQUET_RELATED = 1;
     static constexpr QUOR_U8 LINKAGE_TYPE_SERVICE_RELATED = 2;
     static constexpr QUOR_U8 LINKAGE_TYPE_OTHER_MOSAIC_RELATED = 3;
     static constexpr QUOR_U8 LINKAGE_TYPE_EVENT_RELATED = 4;
+    /// @}
 
     TMosaicDescriptorCell();
     virtual ~TMosaicDescriptorCell();

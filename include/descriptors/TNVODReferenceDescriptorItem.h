@@ -20,8 +20,13 @@ public:
     /// @return a new item, which the caller deletes, or null.
     static TNVODReferenceDescriptorItem* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* err);
 
+    /// transport_stream_id of the time-shifted service.
     QUOR_U16 getTransportStreamID() const { return m_iTransportStreamID; }
+
+    /// original_network_id of the time-shifted service.
     QUOR_U16 getOriginalNetworkID() const { return m_iOriginalNetworkID; }
+
+    /// service_id of the time-shifted service.
     QUOR_U16 getServiceID() const { return m_iServiceID; }
 
 private:

@@ -14,7 +14,8 @@ public:
     static constexpr U8 DESCRIPTOR_TAG = 0x48;
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 3;
 
-    /// Values of service_type.
+    /// @name Values of service_type
+    /// @{
     static constexpr QUOR_U8 SERVICE_DIGITAL_TV = 0x01;
     static constexpr QUOR_U8 SERVICE_DIGITAL_AUDIO = 0x02;
     static constexpr QUOR_U8 SERVICE_TELETEXT = 0x03;
@@ -49,6 +50,7 @@ public:
     static constexpr QUOR_U8 SERVICE_SIMULTANEOUS_SERVER_TYPE = 0xAB;
     static constexpr QUOR_U8 SERVICE_INDEPENDENT_FILE_SERVICE = 0xAC;
     static constexpr QUOR_U8 SERVICE_DATA = 0xC0;
+    /// @}
 
     /// An empty descriptor over the caller's bytes, which are not copied.
     TServiceDescriptor(QUOR_U8* data, QUOR_U32 length);

@@ -13,11 +13,13 @@ public:
     static constexpr U8 DESCRIPTOR_TAG = 0xFE;
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 2;
 
-    /// Values of broadcasting_flag, the two upper bits of system_management_id.
+    /// @name Values of broadcasting_flag, the two upper bits of system_management_id
+    /// @{
     static constexpr QUOR_U8 FLAG_OPEN = 0;
     static constexpr QUOR_U8 FLAG_CLOSE_1 = 1;
     static constexpr QUOR_U8 FLAG_CLOSE_2 = 2;
     static constexpr QUOR_U8 FLAG_UNDEFINED = 3;
+    /// @}
 
     /// The value of broadcasting_identifier, the six bits below it, for terrestrial television.
     static constexpr QUOR_U8 IDENTIFIER_ISDB = 3;

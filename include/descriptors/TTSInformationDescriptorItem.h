@@ -11,15 +11,19 @@ namespace Quor {
 /// One transmission type of a transport stream: how its hierarchical layer is transmitted, and the services in it.
 class QUOR_ISDBT_API TTSInformationDescriptorItem {
 public:
-    /// Values of getTransmissionParameterType().
+    /// @name Values of getTransmissionParameterType()
+    /// @{
     static constexpr QUOR_U8 TRANSMISSION_PARAMETER_TYPE_A = 0;
     static constexpr QUOR_U8 TRANSMISSION_PARAMETER_TYPE_B = 1;
     static constexpr QUOR_U8 TRANSMISSION_PARAMETER_TYPE_C = 2;
+    /// @}
 
-    /// Values of getModulationSystem().
+    /// @name Values of getModulationSystem()
+    /// @{
     static constexpr QUOR_U8 MODULATION_SYSTEM_64QAM = 0;
     static constexpr QUOR_U8 MODULATION_SYSTEM_16QAM = 1;
     static constexpr QUOR_U8 MODULATION_SYSTEM_QPSK = 2;
+    /// @}
 
     TTSInformationDescriptorItem();
     virtual ~TTSInformationDescriptorItem();

@@ -14,16 +14,21 @@ public:
     static constexpr U8 DESCRIPTOR_TAG = 0xFA;
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 4;
 
-    /// Values of guard_interval. Callers use these names, spelling and all.
+    /// @name Values of guard_interval
+    /// Callers use these names, spelling and all.
+    /// @{
     static constexpr QUOR_U8 GUARD_INTERNVAL_1_32 = 0;
     static constexpr QUOR_U8 GUARD_INTERNVAL_1_16 = 1;
     static constexpr QUOR_U8 GUARD_INTERNVAL_1_8 = 2;
     static constexpr QUOR_U8 GUARD_INTERNVAL_1_4 = 3;
+    /// @}
 
-    /// Values of transmission_mode.
+    /// @name Values of transmission_mode
+    /// @{
     static constexpr QUOR_U8 TRANSMISSION_MODE_1 = 0;
     static constexpr QUOR_U8 TRANSMISSION_MODE_2 = 1;
     static constexpr QUOR_U8 TRANSMISSION_MODE_3 = 2;
+    /// @}
 
     /// An empty descriptor over the caller's bytes, which are not copied.
     TTerrestrialDeliverySystemDescriptor(QUOR_U8* data, QUOR_U32 length);

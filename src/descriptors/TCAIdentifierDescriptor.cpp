@@ -21,9 +21,8 @@ TCAIdentifierDescriptor* TCAIdentifierDescriptor::parse(QUOR_U8* sectionData, QU
         sectionData, dataLength, parsedLength, errorCode,
         [](TCAIdentifierDescriptor& object, detail::Bytes descriptor) {
             const detail::Bytes identifiers = descriptor.from(COMMON_HEADER_LENGTH);
-            object.m_iCASystemIDCount = static_cast<QUOR_U8>(identifiers.size() / 2);
-            object.m_pCASystemIDs = detail::copyWords(identifiers);
-            return detail::Outcome::done(descriptor.size() - COMMON_HEADER_LENGTH);
+            object.m_pCASystemIDs = detail::copyWords(identifiers, object.m_iCASystemIDCount);
+            return detail::Outcome::done(identifiers.size());
         });
 }
 

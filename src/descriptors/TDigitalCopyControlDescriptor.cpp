@@ -22,22 +22,17 @@ detail::Outcome tooShort(QUOR_U32 available) {
     return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);
 }
 
-/// Takes the items off the front of @p left. Their length is counted down in 8 bits that wrap: an item that overruns it
-/// is followed by more while there are bytes.
-bool takeItems(detail::ItemList<TDigitalCopyControlDescriptorItem>& items, detail::Bytes& left, QUOR_U8 length,
-               QUOR_U16* errorCode) {
-    while (length != 0) {
-        QUOR_U32 taken = 0;
-        std::unique_ptr<TDigitalCopyControlDescriptorItem> item(
-            TDigitalCopyControlDescriptorItem::parse(left.data(), left.size(), &taken, errorCode));
-        if (item == nullptr) {
-            return false;
-        }
-        items.push_back(std::move(item));
-        length = static_cast<QUOR_U8>(length - taken);
-        left = left.from(taken);
+/// Takes items off the front of @p left. Their length is counted down in 8 bits that wrap: an item that overruns it is
+/// followed by more while there are bytes.
+detail::ItemWalk takeItems(detail::ItemList<TDigitalCopyControlDescriptorItem>& items, detail::Bytes left,
+                           QUOR_U8 length, QUOR_U16* errorCode) {
+    detail::ItemWalk walk{true, 0, left.size()};
+    const auto append = detail::appendTo(items);
+    while (walk.complete && length != 0) {
+        detail::parseNextItem<TDigitalCopyControlDescriptorItem>(left, walk, errorCode, append);
+        length = static_cast<QUOR_U8>(length - walk.last);
     }
-    return true;
+    return walk;
 }
 
 } // namespace
@@ -83,11 +78,13 @@ TDigitalCopyControlDescriptor* TDigitalCopyControlDescriptor::parse(QUOR_U8* sec
                 if (left.size() < componentControlLength) {
                     return tooShort(left.size());
                 }
-                if (!takeItems(object.m_pItems, left, componentControlLength, errorCode)) {
+                const detail::ItemWalk walk = takeItems(object.m_pItems, left, componentControlLength, errorCode);
+                if (!walk.complete) {
                     QUOR_ISDBT_LOG("%s: TDigitalCopyControlDescriptor::parse: Invalid item. Aborting!",
                                    detail::LOG_TAG);
                     return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);
                 }
+                left = left.from(left.size() - walk.left);
             }
             return detail::Outcome::done(descriptor.size() - left.size() - COMMON_HEADER_LENGTH);
         });

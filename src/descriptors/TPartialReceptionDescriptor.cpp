@@ -20,8 +20,7 @@ TPartialReceptionDescriptor* TPartialReceptionDescriptor::parse(QUOR_U8* data, Q
     return detail::parseDescriptor<TPartialReceptionDescriptor>(
         data, length, parsedLength, err, [](TPartialReceptionDescriptor& object, detail::Bytes descriptor) {
             const detail::Bytes services = descriptor.from(COMMON_HEADER_LENGTH);
-            object.m_iServiceIDCount = static_cast<QUOR_U8>(services.size() / 2);
-            object.m_pServiceIDs = detail::copyWords(services);
+            object.m_pServiceIDs = detail::copyWords(services, object.m_iServiceIDCount);
             return detail::Outcome::done(services.size());
         });
 }

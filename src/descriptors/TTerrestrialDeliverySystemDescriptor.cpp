@@ -31,9 +31,7 @@ TTerrestrialDeliverySystemDescriptor::parse(QUOR_U8* data, QUOR_U32 length, QUOR
             object.m_iAreaCode = descriptor.u16(2) >> 4;
             object.m_iGuardInterval = descriptor.u8(3) >> 2 & 3U;
             object.m_iTransmissionMode = descriptor.u8(3) & 3U;
-            const detail::Bytes frequencies = descriptor.from(4);
-            object.m_iFrequencyCounter = static_cast<QUOR_U8>(frequencies.size() / 2);
-            object.m_pFrequencies = detail::copyWords(frequencies);
+            object.m_pFrequencies = detail::copyWords(descriptor.from(4), object.m_iFrequencyCounter);
             return detail::Outcome::done(descriptor.size() - COMMON_HEADER_LENGTH);
         });
 }

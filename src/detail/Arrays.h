@@ -39,6 +39,12 @@ inline std::unique_ptr<QUOR_U16[]> copyWords(Bytes bytes) {
     return words;
 }
 
+/// The same, with the number of words in the 8 bits that descriptors keep it in.
+inline std::unique_ptr<QUOR_U16[]> copyWords(Bytes bytes, QUOR_U8& count) {
+    count = static_cast<QUOR_U8>(bytes.size() / 2);
+    return copyWords(bytes);
+}
+
 /// Reads a length byte and the array behind it, which stays null when the length is 0.
 /// @return false when @p left ends before either of them.
 inline bool readByteArray(Bytes left, QUOR_U8& length, std::unique_ptr<QUOR_U8[]>& target) {

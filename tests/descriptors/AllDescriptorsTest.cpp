@@ -3,6 +3,7 @@
 #include "descriptors/TAACDescriptor.h"
 #include "descriptors/TAVCTimingAndHRDDescriptor.h"
 #include "descriptors/TAVCVideoDescriptor.h"
+#include "descriptors/TBouquetNameDescriptor.h"
 #include "descriptors/TCAIdentifierDescriptor.h"
 #include "descriptors/TCarouselCompatibleCompositeDescriptor.h"
 #include "descriptors/TCarouselIdentifierDescriptor.h"
@@ -10,17 +11,31 @@
 #include "descriptors/TConditionalPlaybackDescriptor.h"
 #include "descriptors/TContentAvailabilityDescriptor.h"
 #include "descriptors/TCopyrightDescriptor.h"
+#include "descriptors/TCountryAvailabilityDescriptor.h"
 #include "descriptors/TDataComponentDescriptor.h"
 #include "descriptors/TDigitalCopyControlDescriptor.h"
+#include "descriptors/TEmergencyInformationDescriptor.h"
 #include "descriptors/TGeneralEventDescriptor.h"
 #include "descriptors/THierarchicalTransmissionDescriptor.h"
+#include "descriptors/TLinkageDescriptor.h"
 #include "descriptors/TLocalTimeOffsetDescriptor.h"
+#include "descriptors/TLogoTransmissionDescriptor.h"
+#include "descriptors/TMosaicDescriptor.h"
 #include "descriptors/TNPTReferenceDescriptor.h"
+#include "descriptors/TNVODReferenceDescriptor.h"
+#include "descriptors/TNetworkNameDescriptor.h"
 #include "descriptors/TParentalRatingDescriptor.h"
+#include "descriptors/TPartialReceptionDescriptor.h"
+#include "descriptors/TServiceDescriptor.h"
+#include "descriptors/TServiceListDescriptor.h"
 #include "descriptors/TStreamEventDescriptor.h"
 #include "descriptors/TStreamIdentifierDescriptor.h"
 #include "descriptors/TStreamModeDescriptor.h"
+#include "descriptors/TSystemManagementDescriptor.h"
+#include "descriptors/TTSInformationDescriptor.h"
 #include "descriptors/TTargetRegionDescriptor.h"
+#include "descriptors/TTerrestrialDeliverySystemDescriptor.h"
+#include "descriptors/TTimeShiftedServiceDescriptor.h"
 #include "descriptors/TVideoDecodeControlDescriptor.h"
 #include "support/Outcome.h"
 #include "support/Survival.h"
@@ -100,6 +115,24 @@ std::vector<DescriptorClass> descriptorClasses() {
         DESCRIPTOR(TParentalRatingDescriptor, 0x55, 0, "425241 05 415247 07"),
         DESCRIPTOR(TTargetRegionDescriptor, 0xC6, 1, "01 11223344"),
         DESCRIPTOR(TConditionalPlaybackDescriptor, 0xF8, 4, "0005 E100 1122"),
+
+        DESCRIPTOR(TNetworkNameDescriptor, 0x40, 1, "474C4F424F"),
+        DESCRIPTOR(TServiceListDescriptor, 0x41, 2, "20 01 38 C0"),
+        DESCRIPTOR(TLinkageDescriptor, 0x4A, 7, "02E1 7ED4 5C20 06 1122"),
+        DESCRIPTOR(TTSInformationDescriptor, 0xCD, 8, "07 0E 474C42 AF 01 5C38 0F 02 5C20 5C21"),
+        DESCRIPTOR(TTerrestrialDeliverySystemDescriptor, 0xFA, 4, "8916 0F90 0E27"),
+        DESCRIPTOR(TPartialReceptionDescriptor, 0xFB, 2, "5C38 5C20"),
+        DESCRIPTOR(TEmergencyInformationDescriptor, 0xFC, 4, "5C20 80 02 1230 5C38 40 04 4560 7890"),
+        DESCRIPTOR(TSystemManagementDescriptor, 0xFE, 2, "0301 1122"),
+
+        DESCRIPTOR(TBouquetNameDescriptor, 0x47, 1, "474C42"),
+        DESCRIPTOR(TServiceDescriptor, 0x48, 3, "01 03 474C42 05 474C4F424F"),
+        DESCRIPTOR(TCountryAvailabilityDescriptor, 0x49, 4, "80 425241 415247"),
+        DESCRIPTOR(TNVODReferenceDescriptor, 0x4B, 6, "0001 0002 0003 0004 0005 0006"),
+        DESCRIPTOR(TTimeShiftedServiceDescriptor, 0x4C, 2, "5C20"),
+        DESCRIPTOR(TMosaicDescriptor, 0x51, 1,
+                   "12  04 01 01 05 01 0001  08 02 00 02 0001 0002 0003  0C 03 00 04 0001 0002 0003 0004"),
+        DESCRIPTOR(TLogoTransmissionDescriptor, 0xCF, 1, "01 0123 0456 FEDC"),
 
         DESCRIPTOR(TCarouselIdentifierDescriptor, 0x13, 4, "0000002A 01 0500"),
         DESCRIPTOR(TCarouselCompatibleCompositeDescriptor, 0xF7, 4, "01020304 05"),

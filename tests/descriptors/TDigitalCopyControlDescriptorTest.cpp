@@ -50,9 +50,16 @@ TEST(TDigitalCopyControlDescriptor, GettersHaveTheTypesOfTheFields) {
     EXPECT_GETTER(QUOR_U8, TDigitalCopyControlDescriptor, getCopyControlType);
     EXPECT_GETTER(QUOR_U8, TDigitalCopyControlDescriptor, getAPSControlData);
     EXPECT_GETTER(QUOR_U8, TDigitalCopyControlDescriptor, getMaximumBitrate);
+    EXPECT_GETTER(QUOR_U32, TDigitalCopyControlDescriptor, size);
     static_assert(std::is_same_v<decltype(&TDigitalCopyControlDescriptor::get),
                                  TDigitalCopyControlDescriptorItem* (TDigitalCopyControlDescriptor::*)(QUOR_U32) const>,
                   "get");
+    static_assert(std::is_same_v<decltype(&TDigitalCopyControlDescriptor::remove),
+                                 QUOR_BOOL (TDigitalCopyControlDescriptor::*)(QUOR_U32)>,
+                  "remove");
+    static_assert(std::is_same_v<decltype(&TDigitalCopyControlDescriptor::add),
+                                 void (TDigitalCopyControlDescriptor::*)(TDigitalCopyControlDescriptorItem*)>,
+                  "add");
     EXPECT_NE(expectDescriptor<TDigitalCopyControlDescriptor>(hex("C1 01  00"), 1).object, nullptr);
 }
 

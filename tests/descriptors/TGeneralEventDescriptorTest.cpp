@@ -263,7 +263,9 @@ TEST(TGeneralEventDescriptor, TheSizeIsCountedInEightBits) {
     ASSERT_EQ(most->getPrivateDataSize(), 255);
     EXPECT_EQ(elements(most->getPrivateData(), 255), fill(255, 0x5A));
 
-    EXPECT_EQ(expectDescriptor<TGeneralEventDescriptor>(join({plain, fill(256, 0x5A)}), 267)->getPrivateDataSize(), 0);
+    const auto none = expectDescriptor<TGeneralEventDescriptor>(join({plain, fill(256, 0x5A)}), 267);
+    EXPECT_EQ(none->getPrivateDataSize(), 0);
+    EXPECT_NE(none->getPrivateData(), nullptr);
 
     const auto some = expectDescriptor<TGeneralEventDescriptor>(join({plain, fill(287, 0x5A)}), 298);
     ASSERT_EQ(some->getPrivateDataSize(), 31);

@@ -1,6 +1,7 @@
 #include "descriptors/TParentalRatingDescriptor.h"
 
 #include "support/DirtyMemory.h"
+#include "support/Fields.h"
 #include "support/Lifetime.h"
 #include "support/Outcome.h"
 
@@ -49,6 +50,13 @@ TEST(TParentalRatingDescriptor, PositionsHaveEightBits) {
     static_assert(std::is_same_v<decltype(&TParentalRatingDescriptor::get),
                                  TParentalRatingDescriptorItem* (TParentalRatingDescriptor::*)(QUOR_U8) const>,
                   "get");
+    static_assert(
+        std::is_same_v<decltype(&TParentalRatingDescriptor::remove), QUOR_BOOL (TParentalRatingDescriptor::*)(QUOR_U8)>,
+        "remove");
+    static_assert(std::is_same_v<decltype(&TParentalRatingDescriptor::add),
+                                 void (TParentalRatingDescriptor::*)(TParentalRatingDescriptorItem*)>,
+                  "add");
+    EXPECT_GETTER(QUOR_U32, TParentalRatingDescriptor, size);
     const auto parsed = expectDescriptor<TParentalRatingDescriptor>(descriptor(0x55, rating("BRA", 5)), 4);
     EXPECT_NE(parsed->get(0), nullptr);
 }

@@ -85,7 +85,9 @@ TEST(TStreamEventDescriptor, TheSizeIsCountedInEightBits) {
     ASSERT_EQ(most->getPrivateDataSize(), 255);
     EXPECT_EQ(elements(most->getPrivateData(), 255), fill(255, 0x5A));
 
-    EXPECT_EQ(expectDescriptor<TStreamEventDescriptor>(join({fields, fill(256, 0x5A)}), 266)->getPrivateDataSize(), 0);
+    const auto none = expectDescriptor<TStreamEventDescriptor>(join({fields, fill(256, 0x5A)}), 266);
+    EXPECT_EQ(none->getPrivateDataSize(), 0);
+    EXPECT_NE(none->getPrivateData(), nullptr);
 
     const auto some = expectDescriptor<TStreamEventDescriptor>(join({fields, fill(288, 0x5A)}), 298);
     ASSERT_EQ(some->getPrivateDataSize(), 32);

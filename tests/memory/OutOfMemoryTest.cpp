@@ -1,6 +1,8 @@
 #include "OutOfMemory.h"
 
+#include "DSMCCSection/TDSMCCSectionTable.h"
 #include "pat/TPATTable.h"
+#include "sdtt/TSDTTTable.h"
 #include "support/Bytes.h"
 #include "tot/TTOTTable.h"
 
@@ -9,7 +11,9 @@
 #include <memory>
 #include <new>
 
+using Quor::TDSMCCSectionTable;
 using Quor::TPATTable;
+using Quor::TSDTTTable;
 using Quor::TTOTTable;
 
 namespace {
@@ -71,6 +75,29 @@ TEST(OutOfMemory, TotLeavesNothingBehind) {
     const int needed = expectNothingIsLeftBehind<TTOTTable>(
         shortSection(0x73, join({hex("C079 124500 F02B"), BRAZIL, TWO_COUNTRIES})));
     EXPECT_GE(needed, 8);
+}
+
+TEST(OutOfMemory, SdttLeavesNothingBehind) {
+    const ByteVector download = descriptor(0xC9, hex("38 00000000 00000000 00000000 000000 00"
+                                                     "0011 0001  01 0D 01 000000 0000 0000 01  04 02 AABB"
+                                                     "0001  0100 00000064 02 AABB"
+                                                     "02 AABB  706F72 14 4120746578742074686174206973206C6F6E672E"));
+    const ByteVector schedule = hex("C079 123456 013000");
+    const auto contentLength = static_cast<unsigned>(schedule.size() + 2 * download.size());
+    const int needed = expectNothingIsLeftBehind<TSDTTTable>(
+        longSection(0xC3, {},
+                    join({hex("5678 9ABC DEF0 01  12 00 20 81"), u16(contentLength << 4), hex("0080"), schedule,
+                          download, download})));
+    // The table, its copy, a content and its place, a slot and its place, and twice all that a descriptor holds.
+    EXPECT_GE(needed, 6 + 2 * 12);
+}
+
+TEST(OutOfMemory, DsmccSectionLeavesNothingBehind) {
+    const ByteVector event = hex("04 0C  1234 000000 01 89ABCDEF AABB");
+    const int needed =
+        expectNothingIsLeftBehind<TDSMCCSectionTable>(longSection(0x3D, {}, join({event, hex("03 02 02FF"), event})));
+    // The table, its copy, the mode, and two events with their private data.
+    EXPECT_GE(needed, 7);
 }
 
 TEST(OutOfMemory, ListsForTheCallerLeaveNothingBehind) {

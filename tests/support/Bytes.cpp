@@ -88,3 +88,16 @@ ByteVector withSectionLength(ByteVector section, unsigned sectionLength) {
 ByteVector descriptor(QUOR_U8 tag, const ByteVector& body) {
     return join({{tag, static_cast<QUOR_U8>(body.size())}, body});
 }
+
+ByteVector descriptorRun(QUOR_U8 tag, std::size_t size) {
+    constexpr std::size_t HEADER = 2;
+    constexpr std::size_t LONGEST = HEADER + 0xFF;
+    ByteVector run;
+    while (run.size() < size) {
+        const std::size_t left = size - run.size();
+        // Never leaves a single byte, which is too few for a header.
+        const std::size_t next = left == LONGEST + 1 ? LONGEST - 1 : std::min(left, LONGEST);
+        run = join({std::move(run), descriptor(tag, fill(next - HEADER, 0))});
+    }
+    return run;
+}

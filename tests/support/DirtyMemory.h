@@ -15,6 +15,7 @@ public:
     InDirtyMemory& operator=(const InDirtyMemory&) = delete;
 
     const T* operator->() const { return m_object; }
+    const T& operator*() const { return *m_object; }
 
 private:
     alignas(T) unsigned char m_memory[sizeof(T)];

@@ -2,6 +2,7 @@
 
 #include "describing/ApplicationIdentifier.h"
 #include "describing/Catalogue.h"
+#include "describing/Loops.h"
 #include "descriptors/TApplicationDescriptor.h"
 #include "descriptors/TApplicationIconDescriptor.h"
 #include "descriptors/TApplicationNameDescriptor.h"
@@ -65,15 +66,23 @@ Field describeApplication(const TApplication& application) {
     return object("", std::move(fields));
 }
 
-Fields describeAit(const Quor::TAITTable& ait) {
-    Fields fields{identifier("application_type", ait.getApplicationType(), 4).named(APPLICATION_TYPES)};
-    appendDescriptors(fields, ait);
+Field describeApplications(const Quor::TAITTable& ait) {
     Fields applications;
     const std::unique_ptr<const std::list<std::string>> ids(&ait.getApplicationsIDs());
     for (const std::string& id : *ids) {
         applications.push_back(describeApplication(*ait.getApplication(id)));
     }
-    fields.push_back(list("applications", std::move(applications)));
+    return list("applications", std::move(applications));
+}
+
+Fields describeAit(const Quor::TAITTable& ait) {
+    const Loops loops(ait);
+    Fields fields{identifier("application_type", ait.getApplicationType(), 4).named(APPLICATION_TYPES)};
+    appendDescriptors(fields, ait);
+    loops.appendUnknown(fields);
+    Field applications = describeApplications(ait);
+    loops.appendUnknownByKey(applications);
+    fields.push_back(std::move(applications));
     return fields;
 }
 

@@ -1,6 +1,7 @@
 #include "DSMCCSection/TDSMCCSectionTable.h"
 #include "describing/Catalogue.h"
 #include "describing/Lists.h"
+#include "describing/Loops.h"
 #include "describing/Readings.h"
 #include "descriptors/TDownloadContentDescriptor.h"
 #include "sdtt/TSDTTTable.h"
@@ -40,20 +41,23 @@ Field describeContent(const Quor::TDownloadContent& content) {
 }
 
 Fields describeSdtt(const Quor::TSDTTTable& sdtt) {
+    Field contents = listByPosition("download_contents", sdtt, sdtt.getDownloadContentSize(),
+                                    &Quor::TSDTTTable::getDownloadContent, describeContent);
+    Loops(sdtt).appendUnknownInOrder(contents);
     return {identifier("table_id_extension", sdtt.getTableIDExtension(), 4),
             identifier("maker_id", sdtt.getMakerID(), 2),
             identifier("model_id", sdtt.getModelID(), 2),
             identifier("transport_stream_id", sdtt.getTransportStreamID(), 4),
             identifier("original_network_id", sdtt.getOriginalNetworkID(), 4),
             identifier("service_id", sdtt.getServiceID(), 4),
-            listByPosition("download_contents", sdtt, sdtt.getDownloadContentSize(),
-                           &Quor::TSDTTTable::getDownloadContent, describeContent)};
+            std::move(contents)};
 }
 
 Fields describeDsmccSection(const Quor::TDSMCCSectionTable& section) {
     Fields fields{identifier("data_event_id", section.getDataEventID(), 1),
                   identifier("event_msg_group_id", section.getEventMsgGroupID(), 3)};
     appendDescriptors(fields, section);
+    Loops(section).appendUnknown(fields);
     return fields;
 }
 

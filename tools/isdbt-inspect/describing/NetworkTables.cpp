@@ -1,5 +1,6 @@
 #include "describing/Catalogue.h"
 #include "describing/Lists.h"
+#include "describing/Loops.h"
 #include "nit/TNITTable.h"
 #include "sdt/TSDTTable.h"
 
@@ -15,10 +16,14 @@ Field describeTransportStream(const Quor::TTransportStreamInfo& stream) {
 }
 
 Fields describeNit(const Quor::TNITTable& nit) {
+    const Loops loops(nit);
     Fields fields{identifier("network_id", nit.getNetworkID(), 4)};
     appendDescriptors(fields, nit);
-    fields.push_back(listByKey("transport_streams", nit, &Quor::TNITTable::getTransportStreamIDs,
-                               &Quor::TNITTable::getTransportStreamInfo, describeTransportStream));
+    loops.appendUnknown(fields);
+    Field streams = listByKey("transport_streams", nit, &Quor::TNITTable::getTransportStreamIDs,
+                              &Quor::TNITTable::getTransportStreamInfo, describeTransportStream);
+    loops.appendUnknownByKey(streams);
+    fields.push_back(std::move(streams));
     return fields;
 }
 
@@ -47,10 +52,11 @@ Field describeService(const TServiceDescription& service) {
 }
 
 Fields describeSdt(const Quor::TSDTTable& sdt) {
+    Field services = listByKey("services", sdt, &Quor::TSDTTable::getServiceIDs,
+                               &Quor::TSDTTable::getServiceDescription, describeService);
+    Loops(sdt).appendUnknownByKey(services);
     return {identifier("transport_stream_id", sdt.getTransportStreamID(), 4),
-            identifier("original_network_id", sdt.getOriginalNetworkID(), 4),
-            listByKey("services", sdt, &Quor::TSDTTable::getServiceIDs, &Quor::TSDTTable::getServiceDescription,
-                      describeService)};
+            identifier("original_network_id", sdt.getOriginalNetworkID(), 4), std::move(services)};
 }
 
 } // namespace

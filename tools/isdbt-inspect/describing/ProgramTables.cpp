@@ -1,5 +1,6 @@
 #include "describing/Catalogue.h"
 #include "describing/Lists.h"
+#include "describing/Loops.h"
 #include "pat/TPATTable.h"
 #include "pmt/TPMTTable.h"
 
@@ -61,10 +62,14 @@ Field describeElementaryStream(const TProgramMap& stream) {
 }
 
 Fields describePmt(const Quor::TPMTTable& pmt) {
+    const Loops loops(pmt);
     Fields fields{identifier("program_number", pmt.getProgramNumber(), 4), identifier("pcr_pid", pmt.getPCRPID(), 4)};
     appendDescriptors(fields, pmt);
-    fields.push_back(listByPosition<Quor::TPMTTable, TProgramMap*, QUOR_U8>(
-        "elementary_streams", pmt, pmt.size(), &Quor::TPMTTable::getProgramMap, describeElementaryStream));
+    loops.appendUnknown(fields);
+    Field streams = listByPosition<Quor::TPMTTable, TProgramMap*, QUOR_U8>(
+        "elementary_streams", pmt, pmt.size(), &Quor::TPMTTable::getProgramMap, describeElementaryStream);
+    loops.appendUnknownInOrder(streams);
+    fields.push_back(std::move(streams));
     return fields;
 }
 

@@ -1,5 +1,6 @@
 #include "describing/Catalogue.h"
 #include "describing/Lists.h"
+#include "describing/Loops.h"
 #include "describing/Readings.h"
 #include "descriptors/TLocalTimeOffsetDescriptor.h"
 #include "tot/TTOTTable.h"
@@ -40,6 +41,7 @@ Fields describeLocalTimeOffset(const Quor::TLocalTimeOffsetDescriptor& descripto
 Fields describeTot(const Quor::TTOTTable& tot) {
     Fields fields{number("unix_time", tot.getUnixTime()).reads(isoTime(tot.getUnixTime()))};
     appendDescriptors(fields, tot);
+    Loops(tot).appendUnknown(fields);
     return fields;
 }
 

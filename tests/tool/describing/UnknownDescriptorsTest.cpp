@@ -1,0 +1,245 @@
+#include "DSMCCSection/TDSMCCSectionTable.h"
+#include "ait/TAITTable.h"
+#include "nit/TNITTable.h"
+#include "pmt/TPMTTable.h"
+#include "sdt/TSDTTable.h"
+#include "sdtt/TSDTTTable.h"
+#include "tool/describing/FieldLines.h"
+#include "tot/TTOTTable.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(UnknownDescriptors, OfAProgramAndOfEachStreamStandUnderThem) {
+    EXPECT_EQ(describedTable<Quor::TPMTTable>(longSection(
+                  0x02, {0xE6A0}, hex("E100 F006 09 02 AABB 0A 00  1B E111 F003 520181  1B E111 F003 090101"))),
+              (Lines{
+                  "program_number 0xE6A0",
+                  "pcr_pid 0x0100",
+                  "unknown_descriptors [2]",
+                  "  -",
+                  "    descriptor_tag 0x09",
+                  "    length 2 bytes",
+                  "    bytes <AA BB>",
+                  "  -",
+                  "    descriptor_tag 0x0A",
+                  "    length 0 bytes",
+                  "    bytes <>",
+                  "elementary_streams [2]",
+                  "  -",
+                  "    stream_type 0x1B (H.264 video)",
+                  "    elementary_pid 0x0111",
+                  "    stream_identifier_descriptor",
+                  "      descriptor_tag 0x52",
+                  "      component_tag 0x81",
+                  "  -",
+                  "    stream_type 0x1B (H.264 video)",
+                  "    elementary_pid 0x0111",
+                  "    unknown_descriptors [1]",
+                  "      -",
+                  "        descriptor_tag 0x09",
+                  "        length 1 bytes",
+                  "        bytes <01>",
+              }));
+}
+
+TEST(UnknownDescriptors, OfANetworkStandUnderTheStreamWhoseEntryIsKept) {
+    EXPECT_EQ(
+        describedTable<Quor::TNITTable>(longSection(
+            0x40, {0x0735}, hex("F002 4200  F018  0736 0001 F002 5000  0735 0001 F002 5100  0736 0001 F002 5200"))),
+        (Lines{
+            "network_id 0x0735",
+            "unknown_descriptors [1]",
+            "  -",
+            "    descriptor_tag 0x42 (stuffing)",
+            "    length 0 bytes",
+            "    bytes <>",
+            "transport_streams [2]",
+            "  -",
+            "    transport_stream_id 0x0735",
+            "    original_network_id 0x0001",
+            "    unknown_descriptors [1]",
+            "      -",
+            "        descriptor_tag 0x51",
+            "        length 0 bytes",
+            "        bytes <>",
+            "  -",
+            "    transport_stream_id 0x0736",
+            "    original_network_id 0x0001",
+            "    unknown_descriptors [1]",
+            "      -",
+            "        descriptor_tag 0x52",
+            "        length 0 bytes",
+            "        bytes <>",
+        }));
+}
+
+TEST(UnknownDescriptors, OfAServiceStandUnderIt) {
+    EXPECT_EQ(
+        describedTable<Quor::TSDTTable>(longSection(0x42, {0x0735}, hex("0001 FF  E6B8 FF 8002 5000  E6A0 FC 0000"))),
+        (Lines{
+            "transport_stream_id 0x0735",
+            "original_network_id 0x0001",
+            "services [2]",
+            "  -",
+            "    service_id 0xE6A0",
+            "    eit_schedule no",
+            "    eit_present_following no",
+            "    running_status 0 (undefined)",
+            "    free_ca_mode 0 (not scrambled)",
+            "  -",
+            "    service_id 0xE6B8",
+            "    eit_schedule yes",
+            "    eit_present_following yes",
+            "    running_status 4 (running)",
+            "    free_ca_mode 0 (not scrambled)",
+            "    unknown_descriptors [1]",
+            "      -",
+            "        descriptor_tag 0x50",
+            "        length 0 bytes",
+            "        bytes <>",
+        }));
+}
+
+TEST(UnknownDescriptors, OfATimeOffsetStandInIt) {
+    EXPECT_EQ(describedTable<Quor::TTOTTable>(shortSection(0x73, hex("EDA9 123456 F002 4200"))),
+              (Lines{
+                  "unix_time 1749990896 = 2025-06-15T12:34:56Z",
+                  "unknown_descriptors [1]",
+                  "  -",
+                  "    descriptor_tag 0x42 (stuffing)",
+                  "    length 0 bytes",
+                  "    bytes <>",
+              }));
+}
+
+TEST(UnknownDescriptors, OfAnApplicationStandUnderIt) {
+    EXPECT_EQ(describedTable<Quor::TAITTable>(
+                  longSection(0x74, {9}, hex("F002 5F00  F015  0000000A 0002 02 F003 6001FF 0000000A 0001 05 F000"))),
+              (Lines{
+                  "application_type 0x0009 (Ginga-NCL)",
+                  "unknown_descriptors [1]",
+                  "  -",
+                  "    descriptor_tag 0x5F",
+                  "    length 0 bytes",
+                  "    bytes <>",
+                  "applications [2]",
+                  "  -",
+                  "    hash_id \"0000000A0001\"",
+                  "    application_identifier",
+                  "      organization_id 0x0000000A",
+                  "      application_id 0x0001",
+                  "    control_code 5",
+                  "    application_type 0x0009 (Ginga-NCL)",
+                  "  -",
+                  "    hash_id \"0000000A0002\"",
+                  "    application_identifier",
+                  "      organization_id 0x0000000A",
+                  "      application_id 0x0002",
+                  "    control_code 2 (PRESENT)",
+                  "    application_type 0x0009 (Ginga-NCL)",
+                  "    unknown_descriptors [1]",
+                  "      -",
+                  "        descriptor_tag 0x60",
+                  "        length 1 bytes",
+                  "        bytes <FF>",
+              }));
+}
+
+TEST(UnknownDescriptors, OfADownloadStandUnderItsContent) {
+    EXPECT_EQ(describedTable<Quor::TSDTTTable>(
+                  longSection(0xC3, {0x1234}, hex("0735 0001 E6A0 01  1001 0027 0020 0005 9900"))),
+              (Lines{
+                  "table_id_extension 0x1234",
+                  "maker_id 0x12",
+                  "model_id 0x34",
+                  "transport_stream_id 0x0735",
+                  "original_network_id 0x0001",
+                  "service_id 0xE6A0",
+                  "download_contents [1]",
+                  "  -",
+                  "    group 1",
+                  "    target_version 1",
+                  "    new_version 2",
+                  "    download_level 1 (compulsory)",
+                  "    version_indicator 3 (for target_version only)",
+                  "    schedule_time_shift_info 5",
+                  "    schedule_infos [0]",
+                  "    unknown_descriptors [1]",
+                  "      -",
+                  "        descriptor_tag 0x99",
+                  "        length 0 bytes",
+                  "        bytes <>",
+              }));
+}
+
+TEST(UnknownDescriptors, OfADsmccSectionStandInIt) {
+    EXPECT_EQ(describedTable<Quor::TDSMCCSectionTable>(longSection(0x3D, {0x3123}, hex("17 01 AA"))),
+              (Lines{
+                  "data_event_id 0x3",
+                  "event_msg_group_id 0x123",
+                  "unknown_descriptors [1]",
+                  "  -",
+                  "    descriptor_tag 0x17",
+                  "    length 1 bytes",
+                  "    bytes <AA>",
+              }));
+}
+
+Lines describedDescriptors(const ByteVector& section) {
+    return linesOf(inspect::describeDescriptors(section.data(), section.size()));
+}
+
+TEST(RejectedSections, ShowWhatTheLibrarySaysToEachDescriptor) {
+    EXPECT_EQ(describedDescriptors(longSection(0x02, {}, hex("E100 F007 520181 0902AABB  1B E111 F003 5504AA"))),
+              (Lines{
+                  "program [2]",
+                  "  -",
+                  "    offset 0x000C",
+                  "    descriptor_tag 0x52 (stream_identifier_descriptor)",
+                  "    known yes",
+                  "    length 1 bytes",
+                  "    fits yes",
+                  "    error_code none",
+                  "    bytes <81>",
+                  "  -",
+                  "    offset 0x000F",
+                  "    descriptor_tag 0x09",
+                  "    known no",
+                  "    length 2 bytes",
+                  "    fits yes",
+                  "    error_code none",
+                  "    bytes <AA BB>",
+                  "elementary_stream 0x0111 [1]",
+                  "  -",
+                  "    offset 0x0018",
+                  "    descriptor_tag 0x55 (parental_rating_descriptor)",
+                  "    known yes",
+                  "    length 4 bytes",
+                  "    fits no",
+                  "    error_code none",
+                  "    bytes <AA>",
+              }));
+}
+
+TEST(RejectedSections, NameTheErrorOfARefusedDescriptor) {
+    EXPECT_THAT(describedDescriptors(longSection(0x02, {}, hex("E100 F002 5200"))),
+                testing::Contains("    error_code 0x0A08 (ERROR_INVALID_DESCRIPTOR_LENGTH)"));
+}
+
+TEST(RejectedSections, SayWhenALoopIsLongerThanTheSection) {
+    EXPECT_EQ(describedDescriptors(longSection(0x02, {}, hex("E100 F0FF 09"))), (Lines{
+                                                                                    "program [1] = in 1 of 255 bytes",
+                                                                                    "  -",
+                                                                                    "    offset 0x000C",
+                                                                                    "    descriptor_tag 0x09",
+                                                                                    "    known no",
+                                                                                    "    length none",
+                                                                                    "    fits no",
+                                                                                    "    error_code none",
+                                                                                    "    bytes <>",
+                                                                                }));
+}
+
+} // namespace
