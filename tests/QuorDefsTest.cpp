@@ -32,6 +32,7 @@ TEST(QuorDefs, ShortFormsAreTheSameTypes) {
     testing::StaticAssertTypeEq<U16, QUOR_U16>();
     testing::StaticAssertTypeEq<U32, QUOR_U32>();
     testing::StaticAssertTypeEq<S32, QUOR_S32>();
+    testing::StaticAssertTypeEq<BOOL, QUOR_BOOL>();
     EXPECT_EQ(U8{0xFF} + 0, 255);
     EXPECT_LT(S32{-1}, 0);
 }

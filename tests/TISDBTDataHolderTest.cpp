@@ -46,6 +46,12 @@ TEST(TISDBTDataHolder, KeepsTheLengthAsGiven) {
     EXPECT_EQ(TISDBTDataHolder(nullptr, 5, 0).getData(), nullptr);
 }
 
+TEST(TISDBTDataHolder, NullIsNotCopied) {
+    const TISDBTDataHolder holder(nullptr, 5, 1);
+    EXPECT_EQ(holder.getData(), nullptr);
+    EXPECT_EQ(holder.getDataLength(), 5U);
+}
+
 TEST(TISDBTDataHolder, EmptyCopyIsPossible) {
     const HeapBytes bytes({});
     const TISDBTDataHolder holder(bytes.data(), 0, 1);

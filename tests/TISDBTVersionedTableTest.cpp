@@ -1,5 +1,6 @@
 #include "TISDBTVersionedTable.h"
 
+#include "support/DirtyMemory.h"
 #include "support/Header.h"
 #include "support/Lifetime.h"
 
@@ -52,15 +53,15 @@ TEST(TISDBTVersionedTable, HeaderHasItsLength) {
 
 TEST(TISDBTVersionedTable, FieldsAreZeroAtFirst) {
     const HeapBytes bytes(hex("42 F009 ABCD FF 11 22 00000000"));
-    const TISDBTVersionedTable table(TISDBTTable::SDT, 3, 0x42, bytes.data(), bytes.size());
-    EXPECT_EQ(table.getGenericDataField(), 0);
-    EXPECT_EQ(table.getVersion(), 0);
-    EXPECT_EQ(table.getCurrentIndicator(), 0);
-    EXPECT_EQ(table.getSectionNumber(), 0);
-    EXPECT_EQ(table.getLastSectionNumber(), 0);
-    EXPECT_EQ(table.getType(), TISDBTTable::SDT);
-    EXPECT_EQ(table.getDataLength(), 12U);
-    EXPECT_NE(table.getData(), bytes.data());
+    const InDirtyMemory<TISDBTVersionedTable> table(TISDBTTable::SDT, 3U, QUOR_U16{0x42}, bytes.data(), bytes.size());
+    EXPECT_EQ(table->getGenericDataField(), 0);
+    EXPECT_EQ(table->getVersion(), 0);
+    EXPECT_EQ(table->getCurrentIndicator(), 0);
+    EXPECT_EQ(table->getSectionNumber(), 0);
+    EXPECT_EQ(table->getLastSectionNumber(), 0);
+    EXPECT_EQ(table->getType(), TISDBTTable::SDT);
+    EXPECT_EQ(table->getDataLength(), 12U);
+    EXPECT_NE(table->getData(), bytes.data());
 }
 
 TEST(TISDBTVersionedTable, FieldsAreReadFromTheWire) {

@@ -30,6 +30,11 @@ TApplicationNameDescriptor* TApplicationNameDescriptor::parse(QUOR_U8* data, QUO
                     const std::string languageCode = item->getLanguageCode();
                     detail::store(object.m_pItems, languageCode, std::move(item));
                 });
+            if (walk.stuck) {
+                // A name of 252 bytes counts as none in 8 bits, and could never be passed.
+                QUOR_ISDBT_LOG("%s: TApplicationNameDescriptorItem:: parse: ERROR: parsing Name. Aborting!",
+                               detail::LOG_TAG);
+            }
             if (!walk.complete) {
                 QUOR_ISDBT_LOG("%s: TApplicationNameDescriptor::parse: Invalid item. Aborting!", detail::LOG_TAG);
                 return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);

@@ -41,14 +41,12 @@ TApplicationNameDescriptorItem* TApplicationNameDescriptorItem::parse(QUOR_U8* d
             }
             const detail::Bytes name = left.from(LANGUAGE_CODE_LENGTH);
             const QUOR_S32 taken = ParserUtils::parseStr(name.data(), item.m_sName, 0, name.size());
-            const QUOR_U32 count = (static_cast<QUOR_U32>(taken) + LANGUAGE_CODE_LENGTH) & 0xFFU;
-            // The count has 8 bits: a name of 252 bytes would take none, and never be passed.
-            if (taken < 0 || count == 0) {
+            if (taken < 0) {
                 QUOR_ISDBT_LOG("%s: TApplicationNameDescriptorItem:: parse: ERROR: parsing Name. Aborting!",
                                detail::LOG_TAG);
                 return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_STRING);
             }
-            return detail::Outcome::done(count);
+            return detail::Outcome::done((static_cast<QUOR_U32>(taken) + LANGUAGE_CODE_LENGTH) & 0xFFU);
         });
 }
 

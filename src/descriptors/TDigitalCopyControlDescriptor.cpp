@@ -26,7 +26,7 @@ detail::Outcome tooShort(QUOR_U32 available) {
 /// followed by more while there are bytes.
 detail::ItemWalk takeItems(detail::ItemList<TDigitalCopyControlDescriptorItem>& items, detail::Bytes left,
                            QUOR_U8 length, QUOR_U16* errorCode) {
-    detail::ItemWalk walk{true, 0, left.size()};
+    detail::ItemWalk walk(left);
     const auto append = detail::appendTo(items);
     while (walk.complete && length != 0) {
         detail::parseNextItem<TDigitalCopyControlDescriptorItem>(left, walk, errorCode, append);

@@ -42,7 +42,7 @@ TMosaicDescriptor* TMosaicDescriptor::parse(QUOR_U8* data, QUOR_U32 length, QUOR
                 (object.m_iNumberOfHorizontalCells + 1U) * (object.m_iNumberOfVerticalCells + 1U);
             const detail::Bytes cells = descriptor.from(COMMON_HEADER_LENGTH + GRID_LENGTH);
             const auto append = detail::appendTo(object.m_pItems);
-            detail::ItemWalk walk{true, 0, cells.size()};
+            detail::ItemWalk walk(cells);
             while (walk.complete && walk.left != 0 && object.size() < cellCount) {
                 detail::parseNextItem<TMosaicDescriptorCell>(cells, walk, err, append);
             }

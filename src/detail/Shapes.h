@@ -59,16 +59,20 @@ Item* parseItem(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* itemLength,
 
 /// Where a walk over items ended.
 struct ItemWalk {
-    bool complete;
-    QUOR_U32 last; ///< bytes of the last item; 0 when there was none
-    QUOR_U32 left; ///< bytes that were left when the walk ended
+    explicit ItemWalk(Bytes body) : left(body.size()) {}
+
+    bool complete = true;
+    bool stuck = false; ///< the last item was sound but took no byte
+    QUOR_U32 last = 0;  ///< bytes of the last item; 0 when there was none
+    QUOR_U32 left;      ///< bytes that were left when the walk ended
 };
 
 /// Parses the next item of a walk. An item that takes no byte, or more than is left, counts as failed.
 template <class Item, class Keep> void parseNextItem(Bytes body, ItemWalk& walk, QUOR_U16* errorCode, Keep& keep) {
     QUOR_U32 length = 0;
     std::unique_ptr<Item> item(Item::parse(body.from(body.size() - walk.left).data(), walk.left, &length, errorCode));
-    walk.complete = item != nullptr && length != 0 && length <= walk.left;
+    walk.stuck = item != nullptr && length == 0;
+    walk.complete = item != nullptr && !walk.stuck && length <= walk.left;
     if (walk.complete) {
         keep(std::move(item));
         walk.last = length;
@@ -79,7 +83,7 @@ template <class Item, class Keep> void parseNextItem(Bytes body, ItemWalk& walk,
 /// Parses items one behind the other until the body is used up or an item fails.
 /// @param keep takes each item as a std::unique_ptr
 template <class Item, class Keep> ItemWalk parseItems(Bytes body, QUOR_U16* errorCode, Keep keep) {
-    ItemWalk walk{true, 0, body.size()};
+    ItemWalk walk(body);
     while (walk.complete && walk.left != 0) {
         parseNextItem<Item>(body, walk, errorCode, keep);
     }
@@ -88,7 +92,7 @@ template <class Item, class Keep> ItemWalk parseItems(Bytes body, QUOR_U16* erro
 
 /// Parses a number of items one behind the other into a list, until an item fails.
 template <class Item> ItemWalk parseItems(Bytes body, QUOR_U32 number, QUOR_U16* errorCode, ItemList<Item>& items) {
-    ItemWalk walk{true, 0, body.size()};
+    ItemWalk walk(body);
     const auto keep = appendTo(items);
     for (; walk.complete && number != 0; --number) {
         parseNextItem<Item>(body, walk, errorCode, keep);

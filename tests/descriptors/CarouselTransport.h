@@ -1,6 +1,7 @@
 #pragma once
 
 #include "descriptors/TTransportProtocolDescriptor.h"
+#include "support/DirtyMemory.h"
 #include "support/Outcome.h"
 
 #include <type_traits>
@@ -44,7 +45,8 @@ TYPED_TEST_P(CarouselTransport, Constants) {
 
 TYPED_TEST_P(CarouselTransport, StartsEmptyOverTheCallersBytes) {
     const HeapBytes bytes(fill(7, 0xFF));
-    const typename TypeParam::Variant carousel(bytes.data(), bytes.size());
+    const InDirtyMemory<typename TypeParam::Variant> memory(bytes.data(), bytes.size());
+    const auto& carousel = *memory;
     EXPECT_EQ(carousel.getDescriptorTag(), 0x02);
     EXPECT_EQ(carousel.getData(), bytes.data());
     EXPECT_EQ(carousel.getDataLength(), 7U);

@@ -1,5 +1,7 @@
 #include "descriptors/TApplicationDescriptorProfile.h"
 
+#include "support/DirtyMemory.h"
+#include "support/Fields.h"
 #include "support/Outcome.h"
 
 #include <type_traits>
@@ -9,8 +11,14 @@ using Quor::TISDBTTable;
 
 static_assert(std::has_virtual_destructor<Profile>::value, "receivers delete profiles through their own subclasses");
 
+EXPECT_GETTER(QUOR_U16, Profile, getApplicationProfile);
+EXPECT_GETTER(QUOR_U8, Profile, getVersionMajor);
+EXPECT_GETTER(QUOR_U8, Profile, getVersionMinor);
+EXPECT_GETTER(QUOR_U8, Profile, getVersionMicro);
+
 TEST(TApplicationDescriptorProfile, StartsEmpty) {
-    const Profile profile;
+    const InDirtyMemory<Profile> memory;
+    const Profile& profile = *memory;
     EXPECT_EQ(profile.getApplicationProfile(), 0);
     EXPECT_EQ(profile.getVersionMajor(), 0);
     EXPECT_EQ(profile.getVersionMinor(), 0);

@@ -1,6 +1,8 @@
 #include "descriptors/TApplicationDescriptor.h"
 
 #include "descriptors/TApplicationDescriptorProfile.h"
+#include "support/DirtyMemory.h"
+#include "support/Fields.h"
 #include "support/Lifetime.h"
 #include "support/Outcome.h"
 #include "support/Survival.h"
@@ -8,6 +10,15 @@
 using Profile = Quor::TApplicationDescriptorProfile;
 using Quor::TApplicationDescriptor;
 using Quor::TISDBTTable;
+
+EXPECT_GETTER(QUOR_BOOL, TApplicationDescriptor, isServiceBound);
+EXPECT_GETTER(QUOR_U8, TApplicationDescriptor, getVisibility);
+EXPECT_GETTER(QUOR_BOOL, TApplicationDescriptor, isVisibileForUsers);
+EXPECT_GETTER(QUOR_BOOL, TApplicationDescriptor, isVisibileForApplications);
+EXPECT_GETTER(QUOR_U8, TApplicationDescriptor, getApplicationPriority);
+EXPECT_GETTER(QUOR_U8, TApplicationDescriptor, getTransportProtocolsCount);
+EXPECT_GETTER(QUOR_U8*, TApplicationDescriptor, getTransportProtocols);
+EXPECT_GETTER(std::list<QUOR_U16>*, TApplicationDescriptor, getProfiles);
 
 namespace {
 
@@ -40,7 +51,8 @@ TEST(TApplicationDescriptor, HeaderIsChecked) {
 
 TEST(TApplicationDescriptor, StartsEmptyOverTheCallersBytes) {
     const HeapBytes bytes(hex("00 03 00 FF FF"));
-    const TApplicationDescriptor descriptor(bytes.data(), bytes.size());
+    const InDirtyMemory<TApplicationDescriptor> memory(bytes.data(), bytes.size());
+    const TApplicationDescriptor& descriptor = *memory;
     EXPECT_EQ(descriptor.getDescriptorTag(), 0x00);
     EXPECT_EQ(descriptor.getData(), bytes.data());
     EXPECT_EQ(descriptor.getDataLength(), 5U);

@@ -1,10 +1,15 @@
 #include "descriptors/TApplicationIconDescriptor.h"
 
+#include "support/DirtyMemory.h"
+#include "support/Fields.h"
 #include "support/Outcome.h"
 #include "support/Survival.h"
 
 using Quor::TApplicationIconDescriptor;
 using Quor::TISDBTTable;
+
+EXPECT_GETTER(std::string, TApplicationIconDescriptor, getIconLocator);
+EXPECT_GETTER(QUOR_U16, TApplicationIconDescriptor, getIconFlags);
 
 TEST(TApplicationIconDescriptor, HeaderIsChecked) {
     expectHeaderChecks<TApplicationIconDescriptor>(0x0B, 2);
@@ -25,7 +30,8 @@ TEST(TApplicationIconDescriptor, FlagsNameSizeAndShape) {
 
 TEST(TApplicationIconDescriptor, StartsEmptyOverTheCallersBytes) {
     const HeapBytes bytes(hex("0B 04 01 41 FFFF"));
-    const TApplicationIconDescriptor icon(bytes.data(), bytes.size());
+    const InDirtyMemory<TApplicationIconDescriptor> memory(bytes.data(), bytes.size());
+    const TApplicationIconDescriptor& icon = *memory;
     EXPECT_EQ(icon.getDescriptorTag(), 0x0B);
     EXPECT_EQ(icon.getData(), bytes.data());
     EXPECT_EQ(icon.getDataLength(), 6U);

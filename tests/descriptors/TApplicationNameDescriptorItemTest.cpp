@@ -1,5 +1,6 @@
 #include "descriptors/TApplicationNameDescriptorItem.h"
 
+#include "support/Fields.h"
 #include "support/Outcome.h"
 
 #include <type_traits>
@@ -8,6 +9,9 @@ using Item = Quor::TApplicationNameDescriptorItem;
 using Quor::TISDBTTable;
 
 static_assert(std::has_virtual_destructor<Item>::value, "receivers delete items through their own subclasses");
+
+EXPECT_GETTER(std::string, Item, getLanguageCode);
+EXPECT_GETTER(std::string, Item, getName);
 
 namespace {
 
@@ -80,11 +84,20 @@ TEST(TApplicationNameDescriptorItem, ParsedLengthIsKeptInEightBits) {
         std::size_t name;
         QUOR_U32 parsedLength;
     };
-    for (const Case& each : {Case{251, 255}, Case{252, 0}, Case{253, 1}, Case{254, 2}, Case{255, 3}}) {
+    for (const Case& each : {Case{251, 255}, Case{253, 1}, Case{254, 2}, Case{255, 3}}) {
         SCOPED_TRACE(each.name);
         const auto parsed = expectSuccess<Item>(named("por", std::string(each.name, 'n')), each.parsedLength);
         EXPECT_EQ(parsed->getName(), std::string(each.name, 'n'));
     }
+}
+
+TEST(TApplicationNameDescriptorItem, ByItselfANameWhoseLengthComesToNothingIsAnItem) {
+    const auto parsed = parseBytes<Item>(named("por", std::string(252, 'n')));
+    ASSERT_NE(parsed.object, nullptr);
+    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_OK);
+    EXPECT_EQ(parsed.length, 0U);
+    EXPECT_EQ(parsed.lines, Lines{});
+    EXPECT_EQ(parsed->getName(), std::string(252, 'n'));
 }
 
 TEST(TApplicationNameDescriptorItem, ACopyHoldsTheSameStrings) {

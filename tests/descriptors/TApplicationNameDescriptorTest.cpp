@@ -1,6 +1,7 @@
 #include "descriptors/TApplicationNameDescriptor.h"
 
 #include "descriptors/TApplicationNameDescriptorItem.h"
+#include "support/Fields.h"
 #include "support/Lifetime.h"
 #include "support/Outcome.h"
 #include "support/Survival.h"
@@ -8,6 +9,8 @@
 using Item = Quor::TApplicationNameDescriptorItem;
 using Quor::TApplicationNameDescriptor;
 using Quor::TISDBTTable;
+
+EXPECT_GETTER(std::list<std::string>*, TApplicationNameDescriptor, getLanguageCodes);
 
 namespace {
 

@@ -1,5 +1,7 @@
 #include "descriptors/TDIILocationDescriptorItem.h"
 
+#include "support/DirtyMemory.h"
+#include "support/Fields.h"
 #include "support/Outcome.h"
 
 #include <type_traits>
@@ -9,8 +11,12 @@ using Quor::TISDBTTable;
 
 static_assert(std::has_virtual_destructor<Item>::value, "receivers delete items through their own subclasses");
 
+EXPECT_GETTER(QUOR_U16, Item, getDIIIdentification);
+EXPECT_GETTER(QUOR_U16, Item, getAssociationTag);
+
 TEST(TDIILocationDescriptorItem, StartsEmpty) {
-    const Item item;
+    const InDirtyMemory<Item> memory;
+    const Item& item = *memory;
     EXPECT_EQ(item.getDIIIdentification(), 0);
     EXPECT_EQ(item.getAssociationTag(), 0);
 }

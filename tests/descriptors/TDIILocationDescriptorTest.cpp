@@ -1,6 +1,8 @@
 #include "descriptors/TDIILocationDescriptor.h"
 
 #include "descriptors/TDIILocationDescriptorItem.h"
+#include "support/DirtyMemory.h"
+#include "support/Fields.h"
 #include "support/Lifetime.h"
 #include "support/Outcome.h"
 #include "support/Survival.h"
@@ -9,13 +11,16 @@ using Item = Quor::TDIILocationDescriptorItem;
 using Quor::TDIILocationDescriptor;
 using Quor::TISDBTTable;
 
+EXPECT_GETTER(QUOR_U8, TDIILocationDescriptor, getTransportProtocolLabel);
+
 TEST(TDIILocationDescriptor, HeaderIsChecked) {
     expectHeaderChecks<TDIILocationDescriptor>(0x0D, 4);
 }
 
 TEST(TDIILocationDescriptor, StartsEmptyOverTheCallersBytes) {
     const HeapBytes bytes(hex("0D 05 07 0001 0002"));
-    const TDIILocationDescriptor descriptor(bytes.data(), bytes.size());
+    const InDirtyMemory<TDIILocationDescriptor> memory(bytes.data(), bytes.size());
+    const TDIILocationDescriptor& descriptor = *memory;
     EXPECT_EQ(descriptor.getDescriptorTag(), 0x0D);
     EXPECT_EQ(descriptor.getData(), bytes.data());
     EXPECT_EQ(descriptor.getDataLength(), 7U);

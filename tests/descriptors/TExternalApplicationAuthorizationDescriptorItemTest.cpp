@@ -1,6 +1,8 @@
 #include "descriptors/TExternalApplicationAuthorizationDescriptorItem.h"
 
 #include "ait/TApplicationIdentifier.h"
+#include "support/DirtyMemory.h"
+#include "support/Fields.h"
 #include "support/Outcome.h"
 
 #include <type_traits>
@@ -10,13 +12,17 @@ using Quor::TISDBTTable;
 
 static_assert(std::has_virtual_destructor<Item>::value, "receivers delete items through their own subclasses");
 
+EXPECT_GETTER(Quor::TApplicationIdentifier*, Item, getApplicationIdentifier);
+EXPECT_GETTER(QUOR_U8, Item, getPriority);
+
 TEST(TExternalApplicationAuthorizationDescriptorItem, DeclaresAMinimumThatItDoesNotUse) {
     const auto& minimum = Item::MINIMUM_DESCRIPTOR_LENGTH;
     EXPECT_EQ(minimum, 1U);
 }
 
 TEST(TExternalApplicationAuthorizationDescriptorItem, StartsEmpty) {
-    const Item item;
+    const InDirtyMemory<Item> memory;
+    const Item& item = *memory;
     EXPECT_EQ(item.getApplicationIdentifier(), nullptr);
     EXPECT_EQ(item.getPriority(), 0);
 }

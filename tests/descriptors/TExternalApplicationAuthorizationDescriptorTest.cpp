@@ -2,6 +2,7 @@
 
 #include "ait/TApplicationIdentifier.h"
 #include "descriptors/TExternalApplicationAuthorizationDescriptorItem.h"
+#include "support/Fields.h"
 #include "support/HeaderChecks.h"
 #include "support/Lifetime.h"
 #include "support/Survival.h"
@@ -9,6 +10,8 @@
 using Item = Quor::TExternalApplicationAuthorizationDescriptorItem;
 using Quor::TExternalApplicationAuthorizationDescriptor;
 using Quor::TISDBTTable;
+
+EXPECT_GETTER(std::list<std::string>*, TExternalApplicationAuthorizationDescriptor, getApplicationIdentifierHashIDs);
 
 namespace {
 

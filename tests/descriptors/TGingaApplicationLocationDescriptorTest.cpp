@@ -2,6 +2,7 @@
 
 #include "descriptors/TGingaJavaApplicationLocationDescriptor.h"
 #include "descriptors/TGingaNCLApplicationLocationDescriptor.h"
+#include "support/Fields.h"
 #include "support/Outcome.h"
 #include "support/Survival.h"
 
@@ -13,6 +14,10 @@ using Quor::TISDBTTable;
 
 static_assert(std::is_abstract<TGingaApplicationLocationDescriptor>::value, "there are only the Java and the NCL form");
 static_assert(std::is_base_of<TISDBTDescriptor, TGingaApplicationLocationDescriptor>::value, "a descriptor");
+
+EXPECT_GETTER(std::string, TGingaApplicationLocationDescriptor, getBaseDirectory);
+EXPECT_GETTER(std::string, TGingaApplicationLocationDescriptor, getClasspathExtension);
+EXPECT_GETTER(std::string, TGingaApplicationLocationDescriptor, getInitialClass);
 
 namespace {
 

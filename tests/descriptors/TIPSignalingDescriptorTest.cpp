@@ -1,9 +1,13 @@
 #include "descriptors/TIPSignalingDescriptor.h"
 
+#include "support/DirtyMemory.h"
+#include "support/Fields.h"
 #include "support/Outcome.h"
 #include "support/Survival.h"
 
 using Quor::TIPSignalingDescriptor;
+
+EXPECT_GETTER(QUOR_U32, TIPSignalingDescriptor, getPlatformID);
 
 TEST(TIPSignalingDescriptor, HeaderIsChecked) {
     expectHeaderChecks<TIPSignalingDescriptor>(0x11, 3);
@@ -11,7 +15,8 @@ TEST(TIPSignalingDescriptor, HeaderIsChecked) {
 
 TEST(TIPSignalingDescriptor, StartsEmptyOverTheCallersBytes) {
     const HeapBytes bytes(hex("11 03 FFFFFF"));
-    const TIPSignalingDescriptor descriptor(bytes.data(), bytes.size());
+    const InDirtyMemory<TIPSignalingDescriptor> memory(bytes.data(), bytes.size());
+    const TIPSignalingDescriptor& descriptor = *memory;
     EXPECT_EQ(descriptor.getDescriptorTag(), 0x11);
     EXPECT_EQ(descriptor.getData(), bytes.data());
     EXPECT_EQ(descriptor.getDataLength(), 5U);

@@ -1,5 +1,6 @@
 #include "descriptors/TLocalTimeOffsetDescriptorItem.h"
 
+#include "support/DirtyMemory.h"
 #include "support/Lifetime.h"
 #include "support/Parse.h"
 
@@ -22,18 +23,19 @@ Parsed<Item> parseOffset(const std::string& bcd) {
 } // namespace
 
 TEST(TLocalTimeOffsetDescriptorItem, StartsEmptyAndBehindUtc) {
-    const Item item;
-    EXPECT_EQ(std::string(item.getCountryCode(), 4), std::string(4, '\0'));
-    EXPECT_EQ(item.getCountryRegionID(), 0);
-    EXPECT_EQ(item.getLocalTimeOffsetPolarity(), 1);
-    EXPECT_EQ(item.getLocalTimeOffset(), 0);
+    const InDirtyMemory<Item> item;
+    EXPECT_EQ(std::string(item->getCountryCode(), 4), std::string(4, '\0'));
+    EXPECT_EQ(item->getCountryRegionID(), 0);
+    EXPECT_EQ(item->getLocalTimeOffsetPolarity(), 1);
+    EXPECT_EQ(item->getLocalTimeOffset(), 0);
 }
 
 TEST(TLocalTimeOffsetDescriptorItem, NextTimeOffsetStartsAtZero) {
     struct Opened : Item {
         QUOR_U16 nextTimeOffset() const { return m_iNextTimeOffset; }
     };
-    EXPECT_EQ(Opened().nextTimeOffset(), 0);
+    const InDirtyMemory<Opened> item;
+    EXPECT_EQ(item->nextTimeOffset(), 0);
 }
 
 TEST(TLocalTimeOffsetDescriptorItem, FieldsAreReadFromTheWire) {

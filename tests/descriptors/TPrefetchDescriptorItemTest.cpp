@@ -1,5 +1,7 @@
 #include "descriptors/TPrefetchDescriptorItem.h"
 
+#include "support/DirtyMemory.h"
+#include "support/Fields.h"
 #include "support/Outcome.h"
 
 #include <type_traits>
@@ -8,6 +10,9 @@ using Item = Quor::TPrefetchDescriptorItem;
 using Quor::TISDBTTable;
 
 static_assert(std::has_virtual_destructor<Item>::value, "receivers delete items through their own subclasses");
+
+EXPECT_GETTER(std::string, Item, getLabel);
+EXPECT_GETTER(QUOR_U8, Item, getPriority);
 
 namespace {
 
@@ -19,7 +24,8 @@ Lines invalidLength(unsigned length) {
 } // namespace
 
 TEST(TPrefetchDescriptorItem, StartsEmpty) {
-    const Item item;
+    const InDirtyMemory<Item> memory;
+    const Item& item = *memory;
     EXPECT_EQ(item.getLabel(), "");
     EXPECT_EQ(item.getPriority(), 0);
 }

@@ -1,6 +1,8 @@
 #include "descriptors/TPrefetchDescriptor.h"
 
 #include "descriptors/TPrefetchDescriptorItem.h"
+#include "support/DirtyMemory.h"
+#include "support/Fields.h"
 #include "support/Lifetime.h"
 #include "support/Outcome.h"
 #include "support/Survival.h"
@@ -8,6 +10,8 @@
 using Item = Quor::TPrefetchDescriptorItem;
 using Quor::TISDBTTable;
 using Quor::TPrefetchDescriptor;
+
+EXPECT_GETTER(QUOR_U8, TPrefetchDescriptor, getTransportProtocolLabel);
 
 namespace {
 
@@ -34,7 +38,8 @@ TEST(TPrefetchDescriptor, HeaderIsChecked) {
 
 TEST(TPrefetchDescriptor, StartsEmptyOverTheCallersBytes) {
     const HeapBytes bytes(hex("0C 04 07 01 41 05"));
-    const TPrefetchDescriptor descriptor(bytes.data(), bytes.size());
+    const InDirtyMemory<TPrefetchDescriptor> memory(bytes.data(), bytes.size());
+    const TPrefetchDescriptor& descriptor = *memory;
     EXPECT_EQ(descriptor.getDescriptorTag(), 0x0C);
     EXPECT_EQ(descriptor.getData(), bytes.data());
     EXPECT_EQ(descriptor.getDataLength(), 6U);

@@ -1,5 +1,7 @@
 #include "descriptors/TTransportProtocolDescriptorIP.h"
 
+#include "support/DirtyMemory.h"
+#include "support/Fields.h"
 #include "support/Outcome.h"
 
 #include <type_traits>
@@ -9,6 +11,12 @@ using Quor::TTransportProtocolDescriptor;
 using Quor::TTransportProtocolDescriptorIP;
 
 static_assert(std::is_base_of<TTransportProtocolDescriptor, TTransportProtocolDescriptorIP>::value, "a variant");
+
+EXPECT_GETTER(QUOR_BOOL, TTransportProtocolDescriptorIP, isRemoteConnection);
+EXPECT_GETTER(QUOR_U16, TTransportProtocolDescriptorIP, getOriginalNetworkID);
+EXPECT_GETTER(QUOR_U16, TTransportProtocolDescriptorIP, getTransportStreamID);
+EXPECT_GETTER(QUOR_U16, TTransportProtocolDescriptorIP, getServiceID);
+EXPECT_GETTER(QUOR_BOOL, TTransportProtocolDescriptorIP, isAligned);
 
 namespace {
 
@@ -61,7 +69,8 @@ TEST(TTransportProtocolDescriptorIP, Constants) {
 
 TEST(TTransportProtocolDescriptorIP, StartsEmptyOverTheCallersBytes) {
     const HeapBytes bytes(fill(7, 0xFF));
-    const TTransportProtocolDescriptorIP ip(bytes.data(), bytes.size());
+    const InDirtyMemory<TTransportProtocolDescriptorIP> memory(bytes.data(), bytes.size());
+    const TTransportProtocolDescriptorIP& ip = *memory;
     EXPECT_EQ(ip.getDescriptorTag(), 0x02);
     EXPECT_EQ(ip.getData(), bytes.data());
     EXPECT_EQ(ip.getDataLength(), 7U);
@@ -75,7 +84,8 @@ TEST(TTransportProtocolDescriptorIP, StartsEmptyOverTheCallersBytes) {
 }
 
 TEST(TTransportProtocolDescriptorIP, IsMadeOfOneUrl) {
-    const TTransportProtocolDescriptorIP ip(std::string("http://tv.example/app"));
+    const InDirtyMemory<TTransportProtocolDescriptorIP> memory(std::string("http://tv.example/app"));
+    const TTransportProtocolDescriptorIP& ip = *memory;
     EXPECT_EQ(ip.getDescriptorTag(), 0x02);
     EXPECT_EQ(ip.getData(), nullptr);
     EXPECT_EQ(ip.getDataLength(), 0U);

@@ -3,6 +3,8 @@
 #include "descriptors/TTransportProtocolDescriptorDC.h"
 #include "descriptors/TTransportProtocolDescriptorIP.h"
 #include "descriptors/TTransportProtocolDescriptorOC.h"
+#include "support/DirtyMemory.h"
+#include "support/Fields.h"
 #include "support/Outcome.h"
 #include "support/Survival.h"
 
@@ -17,6 +19,10 @@ using Quor::TTransportProtocolDescriptorOC;
 
 static_assert(std::is_abstract<TTransportProtocolDescriptor>::value, "there are only its variants");
 static_assert(std::is_base_of<TISDBTDescriptor, TTransportProtocolDescriptor>::value, "a descriptor");
+
+EXPECT_GETTER(TTransportProtocolDescriptor::Type, TTransportProtocolDescriptor, getType);
+EXPECT_GETTER(QUOR_U16, TTransportProtocolDescriptor, getProtocolID);
+EXPECT_GETTER(QUOR_U8, TTransportProtocolDescriptor, getTransportProtocolLabel);
 
 namespace {
 
@@ -47,7 +53,9 @@ TEST(TTransportProtocolDescriptor, TypesEqualTheProtocolIds) {
 
 TEST(TTransportProtocolDescriptor, StartsWithWhatItIsTold) {
     const HeapBytes bytes(hex("02 03 0009 07"));
-    const OwnTransport transport(TTransportProtocolDescriptor::DataPiping, 0x1234, bytes.data(), bytes.size());
+    const InDirtyMemory<OwnTransport> memory(TTransportProtocolDescriptor::DataPiping, QUOR_U16{0x1234}, bytes.data(),
+                                             bytes.size());
+    const OwnTransport& transport = *memory;
     EXPECT_EQ(transport.getDescriptorTag(), 0x02);
     EXPECT_EQ(transport.getData(), bytes.data());
     EXPECT_EQ(transport.getDataLength(), 5U);

@@ -1,7 +1,10 @@
 #include "OutOfMemory.h"
 
 #include "DSMCCSection/TDSMCCSectionTable.h"
+#include "nit/TNITTable.h"
 #include "pat/TPATTable.h"
+#include "pmt/TPMTTable.h"
+#include "sdt/TSDTTable.h"
 #include "sdtt/TSDTTTable.h"
 #include "support/Bytes.h"
 #include "tot/TTOTTable.h"
@@ -12,7 +15,10 @@
 #include <new>
 
 using Quor::TDSMCCSectionTable;
+using Quor::TNITTable;
 using Quor::TPATTable;
+using Quor::TPMTTable;
+using Quor::TSDTTable;
 using Quor::TSDTTTable;
 using Quor::TTOTTable;
 
@@ -43,6 +49,24 @@ template <class Table> int expectNothingIsLeftBehind(const ByteVector& wire) {
 
 const ByteVector BRAZIL = hex("58 0D 425241 0C 0300 E35A010000 0200");
 const ByteVector TWO_COUNTRIES = hex("58 1A 415247 0C 0300 E35A010000 0200  425241 0C 0300 E35A010000 0200");
+
+/// Too long to lie in the string itself.
+const ByteVector NAME = text("A name that is long.");
+
+/// Descriptors that more than one table carries, with everything that they can hold.
+const ByteVector LINKAGE = hex("4A 09 02E1 7ED4 5C20 06 1122");
+const ByteVector EMERGENCY = hex("FC 0E 5C20 80 02 1230 5C38 40 04 4560 7890");
+const ByteVector SYSTEM_MANAGEMENT = hex("FE 04 0301 1122");
+const ByteVector COUNTRIES = hex("49 07 80 425241 415247");
+const ByteVector COPY_CONTROL = hex("C1 06 70 7F 03 25 40 C0");
+const ByteVector MOSAIC =
+    hex("51 1E 12  04 01 01 05 01 0001  08 02 00 02 0001 0002 0003  0C 03 00 04 0001 0002 0003 0004");
+const ByteVector CA_IDENTIFIERS = hex("53 05 0005 8001 02");
+
+/// A loop behind its 12-bit length under four reserved bits.
+ByteVector loop(const ByteVector& content) {
+    return join({u16(static_cast<unsigned>(content.size()), 0xF000), content});
+}
 
 } // namespace
 
@@ -75,6 +99,42 @@ TEST(OutOfMemory, TotLeavesNothingBehind) {
     const int needed = expectNothingIsLeftBehind<TTOTTable>(
         shortSection(0x73, join({hex("C079 124500 F02B"), BRAZIL, TWO_COUNTRIES})));
     EXPECT_GE(needed, 8);
+}
+
+TEST(OutOfMemory, PmtLeavesNothingBehind) {
+    const ByteVector descriptors =
+        join({CA_IDENTIFIERS, hex("0D 05 01E12345 AA"), COUNTRIES, LINKAGE,
+              descriptor(0x50, join({hex("F1 B3 10 706F72"), NAME})), MOSAIC, hex("52 01 10"),
+              hex("55 08 425241 05 415247 07"), hex("C0 03 01E111"), COPY_CONTROL, EMERGENCY, hex("FD 05 00A0 112233"),
+              SYSTEM_MANAGEMENT, hex("C6 05 01 11223344  C8 01 47  DE 01 31  F7 05 01020304 05"),
+              hex("F8 06 0005 E100 1122  28 04 64 00 28 3F  2A 0F 81 80 00000001 0000012C A0000BB8 1F"),
+              hex("7C 05 2C 80 11 AABB  13 07 0000002A 01 0500")});
+    const ByteVector stream = join({hex("1B E111"), loop(join({descriptors, descriptors}))});
+    const int needed = expectNothingIsLeftBehind<TPMTTable>(
+        longSection(0x02, {}, join({hex("E100"), loop(join({descriptors, descriptors})), stream, stream})));
+    EXPECT_GE(needed, 2 + 6 * 22 + 4);
+}
+
+TEST(OutOfMemory, NitLeavesNothingBehind) {
+    const ByteVector descriptors =
+        join({descriptor(0x40, NAME), SYSTEM_MANAGEMENT, hex("41 06 2001 38C0 2002"), LINKAGE,
+              hex("FA 06 8916 0F90 0E27"), EMERGENCY, hex("FB 04 5C38 5C20"),
+              descriptor(0xCD, join({hex("07 52"), NAME, hex("AF 01 5C38 0F 02 5C20 5C21")}))});
+    const ByteVector stream = join({hex("02E1 7ED4"), loop(join({descriptors, descriptors}))});
+    const int needed = expectNothingIsLeftBehind<TNITTable>(
+        longSection(0x40, {}, join({loop(join({descriptors, descriptors})), loop(join({stream, stream}))})));
+    EXPECT_GE(needed, 2 + 6 * 8 + 4);
+}
+
+TEST(OutOfMemory, SdtLeavesNothingBehind) {
+    const ByteVector descriptors =
+        join({descriptor(0x48, join({hex("01 14"), NAME, hex("14"), NAME})), descriptor(0x47, NAME), COUNTRIES, LINKAGE,
+              COPY_CONTROL, hex("CF 07 01 0123 0456 FEDC  DE 01 31"),
+              hex("4B 0C 0001 0002 0003 0004 0005 0006  4C 02 5C20"), MOSAIC, CA_IDENTIFIERS});
+    const ByteVector service = join({hex("5C20 FD"), loop(join({descriptors, descriptors}))});
+    const int needed =
+        expectNothingIsLeftBehind<TSDTTable>(longSection(0x42, {}, join({hex("7ED4 FF"), service, service})));
+    EXPECT_GE(needed, 2 + 4 * 11 + 4);
 }
 
 TEST(OutOfMemory, SdttLeavesNothingBehind) {

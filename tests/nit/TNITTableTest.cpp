@@ -375,6 +375,16 @@ TEST(TNITTable, NetworkDescriptorsAreRefusedWhereTheBytesEnd) {
                                    "required: 2 < 4. Aborting!"});
 }
 
+TEST(TNITTable, DescriptorBelowItsMinimumFailsThoughItsBodyIsNotThere) {
+    // Its class looks at its header alone.
+    const std::string tooShort = "ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (2) Longer data length is required: "
+                                 "8 < 9. Aborting!";
+    expectNoTable<TNITTable>(rawSection(0x40, 5, hex("F008  4A 06 0001")), TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH,
+                             Lines{tooShort});
+    expectNoTable<TNITTable>(rawSection(0x40, 5, hex("F000  F00E  0001 0002 F008  4A 06 0001")),
+                             TISDBTTable::ERROR_INVALID_ITEM, Lines{tooShort, invalidItem});
+}
+
 TEST(TNITTable, TransportStreamsAreRefusedWhereTheBytesEnd) {
     const auto refused = lengthLine("TNITTransportStreamInfo");
     expectNoTable<TNITTable>(rawSection(0x40, 5, hex("F000  F00C  0001 0002 F000")), TISDBTTable::ERROR_INVALID_ITEM,

@@ -1,5 +1,7 @@
 #include "pat/TPATTable.h"
 
+#include "sdt/TSDTTable.h"
+#include "support/DirtyMemory.h"
 #include "support/Header.h"
 #include "support/Lifetime.h"
 #include "support/Survival.h"
@@ -60,13 +62,13 @@ TEST(TPATTable, HasItsMinimum) {
 
 TEST(TPATTable, StartsEmptyOverACopy) {
     const HeapBytes bytes(pat(THREE_ENTRIES, {0x02E1, 12}));
-    const TPATTable table(bytes.data(), bytes.size());
-    EXPECT_EQ(table.getType(), TISDBTTable::PAT);
-    EXPECT_NE(table.getData(), bytes.data());
-    EXPECT_EQ(table.getDataLength(), 24U);
-    EXPECT_EQ(table.getTransportStreamID(), 0);
-    EXPECT_EQ(table.getNetworkPid(), 0);
-    EXPECT_EQ(table.size(), 0U);
+    const InDirtyMemory<TPATTable> table(bytes.data(), bytes.size());
+    EXPECT_EQ(table->getType(), TISDBTTable::PAT);
+    EXPECT_NE(table->getData(), bytes.data());
+    EXPECT_EQ(table->getDataLength(), 24U);
+    EXPECT_EQ(table->getTransportStreamID(), 0);
+    EXPECT_EQ(table->getNetworkPid(), 0);
+    EXPECT_EQ(table->size(), 0U);
 }
 
 TEST(TPATTable, ListsServicesAndNetworkPid) {
@@ -283,6 +285,19 @@ TEST(TPATTable, PreviousOfAnotherTypeIsIncompatible) {
         EXPECT_FALSE(header.good);
         EXPECT_EQ(header.error, TISDBTTable::ERROR_INCOMPATIBLE_TABLE_TYPE);
         EXPECT_EQ(header.lines, Lines{});
+    }
+}
+
+TEST(TPATTable, ParseAfterATableOfAnotherTypeGivesNone) {
+    // A receiver that keeps its tables by PID may hand over the wrong one, whatever its cast says.
+    const auto sdt = parseSection<Quor::TSDTTable>(longSection(0x42, version(12), hex("7ED4 FF")));
+    ASSERT_NE(sdt.object, nullptr);
+    for (const unsigned number : {12U, 13U}) {
+        const auto parsed = parseSection<TPATTable>(pat(THREE_ENTRIES, version(number)),
+                                                    reinterpret_cast<TPATTable*>(sdt.object.get()));
+        EXPECT_EQ(parsed.object, nullptr);
+        EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INCOMPATIBLE_TABLE_TYPE);
+        EXPECT_EQ(parsed.lines, Lines{});
     }
 }
 

@@ -32,6 +32,10 @@ struct ProgramKind : DescriptorKind<Quor::TPMTTable, Quor::TProgramMap> {
     std::function<Quor::TISDBTDescriptor*(const Quor::TProgramMap&, int inherit, int* inherited)> ofStream;
 };
 
+inline void PrintTo(const ProgramKind& kind, std::ostream* out) {
+    *out << kind.name;
+}
+
 template <class D>
 ProgramKind programKind(const std::string& name, const std::string& good, QUOR_U32 minimum,
                         D* (Quor::TPMTTable::*ofTable)() const, D* (Quor::TProgramMap::*ofStream)(int, int*) const) {

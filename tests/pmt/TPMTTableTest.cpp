@@ -372,6 +372,16 @@ TEST(TPMTTable, ProgramDescriptorsAreRefusedWhereTheBytesEnd) {
                                    "required: 2 < 3. Aborting!"});
 }
 
+TEST(TPMTTable, DescriptorBelowItsMinimumFailsThoughItsBodyIsNotThere) {
+    // Its class looks at its header alone.
+    const std::string tooShort = "ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (2) Longer data length is required: "
+                                 "8 < 9. Aborting!";
+    expectNoTable<TPMTTable>(rawSection(0x02, 9, hex("E100 F008  4A 06 0001")),
+                             TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH, Lines{tooShort});
+    expectNoTable<TPMTTable>(rawSection(0x02, 9, hex("E100 F000  1B E111 F008  4A 06 0001")),
+                             TISDBTTable::ERROR_INVALID_ITEM, Lines{tooShort, invalidItem});
+}
+
 TEST(TPMTTable, StreamsAreRefusedWhereTheBytesEnd) {
     const auto refused = lengthLine("TProgramMap");
     expectNoTable<TPMTTable>(rawSection(0x02, 9, hex("E100 F000")), TISDBTTable::ERROR_INVALID_ITEM,

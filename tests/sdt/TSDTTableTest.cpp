@@ -240,6 +240,15 @@ TEST(TSDTTable, ServicesAreRefusedWhereTheBytesEnd) {
                                    invalidItem});
 }
 
+TEST(TSDTTable, DescriptorBelowItsMinimumFailsThoughItsBodyIsNotThere) {
+    // Its class looks at its header alone.
+    expectNoTable<TSDTTable>(rawSection(0x42, 8, hex("7ED4 FF  0001 FD 8008  4A 06 0001")),
+                             TISDBTTable::ERROR_INVALID_ITEM,
+                             Lines{"ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (2) Longer data length is "
+                                   "required: 8 < 9. Aborting!",
+                                   invalidItem});
+}
+
 TEST(TSDTTable, KeepsACopyOfTheSection) {
     const ByteVector section = sdt(serviceEntry(7, hex("48 05 01 01 41 01 42")));
     std::unique_ptr<TSDTTable> table;

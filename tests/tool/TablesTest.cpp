@@ -143,8 +143,7 @@ TEST(InspectTables, LocalTimeOffsets) {
         StreamBuilder().section(TOT_PID, shortSection(TOT, join({hex("C079 124500 F01C"), offsets}))).bytes());
     EXPECT_EQ(finished.status, 0);
     EXPECT_THAT(finished.output,
-                HasSubstr("  local_time_offset_descriptor\n"
-                          "    descriptor_tag  0x58 (88)\n"
+                HasSubstr("  local_time_offset_descriptor (0x58)\n"
                           "    items (2)\n"
                           "      country_code  country_region_id  local_time_offset_polarity  local_time_offset\n"
                           "      \"ARG\"         63                 1 behind UTC                10800 s = -03:00\n"

@@ -1,6 +1,7 @@
 #include "tot/TTOTTable.h"
 
 #include "descriptors/TLocalTimeOffsetDescriptor.h"
+#include "support/DirtyMemory.h"
 #include "support/Header.h"
 #include "support/Lifetime.h"
 #include "support/Survival.h"
@@ -53,14 +54,14 @@ TEST(TTOTTable, HasItsMinimum) {
 
 TEST(TTOTTable, StartsIn1970OverACopy) {
     const HeapBytes bytes(tot(localTime("BRA")));
-    const TTOTTable table(bytes.data(), bytes.size());
-    EXPECT_EQ(table.getType(), TISDBTTable::TOT);
-    EXPECT_NE(table.getData(), bytes.data());
-    EXPECT_EQ(table.getDataLength(), 29U);
-    EXPECT_EQ(table.getUnixTime(), 0);
-    EXPECT_EQ(table.getLocalTimeOffsetDescriptor(), nullptr);
-    EXPECT_EQ(table.getDescriptor(0x58), nullptr);
-    EXPECT_EQ(taken(table.getDescriptorTags()), std::vector<QUOR_U8>{});
+    const InDirtyMemory<TTOTTable> table(bytes.data(), bytes.size());
+    EXPECT_EQ(table->getType(), TISDBTTable::TOT);
+    EXPECT_NE(table->getData(), bytes.data());
+    EXPECT_EQ(table->getDataLength(), 29U);
+    EXPECT_EQ(table->getUnixTime(), 0);
+    EXPECT_EQ(table->getLocalTimeOffsetDescriptor(), nullptr);
+    EXPECT_EQ(table->getDescriptor(0x58), nullptr);
+    EXPECT_EQ(taken(table->getDescriptorTags()), std::vector<QUOR_U8>{});
 }
 
 TEST(TTOTTable, ShowsTimeAndLocalTimeOffset) {

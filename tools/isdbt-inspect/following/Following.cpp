@@ -46,7 +46,13 @@ bool Following::follow(const Section& section, const Quor::TISDBTTable& table) {
     const std::uint16_t extension = section.tableId() == PAT ? std::uint16_t{0} : header->extension;
     const Carried carried{section.pid(), section.tableId()};
     forgetBeyond({carried, extension, header->lastSectionNumber});
-    m_signalled[{carried, extension, header->sectionNumber}] = signalledBy(table);
+    CarriedSet signalled = signalledBy(table);
+    const Source source{carried, extension, header->sectionNumber};
+    if (signalled.empty()) {
+        m_signalled.erase(source);
+    } else if (m_signalled.size() < CAPACITY || m_signalled.count(source) != 0) {
+        m_signalled[source] = std::move(signalled);
+    }
     const CarriedSet before = m_carried;
     gather();
     return m_carried != before;

@@ -18,6 +18,9 @@ namespace inspect {
 /// Knows which PIDs carry which tables: some always do, the others are signalled by tables.
 class Following {
 public:
+    /// How many sections may signal others. No multiplex comes near; a broken stream must not fill the memory.
+    static constexpr std::size_t CAPACITY = 1024;
+
     /// @param byHand PIDs to look at, whatever is signalled. Program maps on them are followed, too.
     explicit Following(const PidSet& byHand);
 

@@ -1,5 +1,8 @@
 #include "rendering/FieldText.h"
 
+#include "rendering/TableText.h"
+#include "rendering/ValueText.h"
+
 #include <algorithm>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -9,165 +12,148 @@ namespace inspect {
 namespace {
 
 constexpr std::size_t INDENT = 2;
-constexpr std::size_t GAP = 2;
-constexpr std::size_t WIDTH = 100;
+constexpr std::string_view GAP = "  ";
 constexpr std::size_t BYTES_PER_LINE = 16;
 
-using Row = std::vector<std::string>;
+/// An object of so few fields stands in one line.
+constexpr std::size_t FEW = 2;
 
-template <class Type> bool holds(const Field& field) {
-    return std::holds_alternative<Type>(field.value);
+/// What stands in parentheses behind the name of a descriptor rather than among its fields.
+constexpr std::string_view TAG = "descriptor_tag";
+constexpr std::string_view INHERITED = "inherited";
+
+bool isInHeading(const Field& field) {
+    return field.name == TAG || field.name == INHERITED;
 }
 
-bool isNested(const Field& field) {
-    return holds<List>(field) || holds<Object>(field);
-}
-
-/// Keeps the terminal safe from what is broadcast.
-std::string quoted(const std::string& raw) {
-    std::string text = "\"";
-    for (const char character : raw) {
-        const auto byte = static_cast<unsigned char>(character);
-        if (character == '"' || character == '\\') {
-            text += '\\';
-            text += character;
-        } else if (byte >= 0x20 && byte < 0x7F) {
-            text += character;
-        } else {
-            text += fmt::format("\\x{:02X}", byte);
+/// "transport_protocol_descriptor (0x02, inherited)"
+std::string headingOf(const Field& field) {
+    std::vector<std::string> remarks;
+    for (const Field& each : std::get<Object>(field.value).fields) {
+        if (each.name == TAG) {
+            remarks.insert(remarks.begin(), fmt::format("0x{:02X}", std::get<Number>(each.value).value));
+            if (!each.codeName.empty()) {
+                remarks.push_back(each.codeName);
+            }
+        } else if (each.name == INHERITED) {
+            remarks.emplace_back(INHERITED);
         }
     }
-    return text + '"';
+    return remarks.empty() ? field.name : fmt::format("{} ({})", field.name, fmt::join(remarks, ", "));
 }
 
-struct ValueText {
-    std::string operator()(Absent /*value*/) const { return "none"; }
-    std::string operator()(bool value) const { return value ? "yes" : "no"; }
-    std::string operator()(const Text& value) const { return quoted(value.raw); }
-    std::string operator()(const List& /*value*/) const { return {}; }
-    std::string operator()(const Object& /*value*/) const { return {}; }
-
-    std::string operator()(const Number& number) const {
-        return number.hexDigits == 0 ? std::to_string(number.value)
-                                     : fmt::format("0x{:0{}X} ({})", static_cast<std::uint64_t>(number.value),
-                                                   number.hexDigits, number.value);
-    }
-
-    std::string operator()(const Bytes& value) const {
-        return value.bytes.empty() ? "none" : fmt::format("{:02X}", fmt::join(value.bytes, " "));
-    }
-};
-
-/// "1 behind UTC", "10800 s = -03:00"
-std::string valueText(const Field& field) {
-    std::string text = std::visit(ValueText{}, field.value);
-    if (!field.unit.empty()) {
-        text += ' ' + field.unit;
-    }
-    if (!field.codeName.empty()) {
-        text += ' ' + field.codeName;
-    }
-    if (!field.reading.empty()) {
-        text += " = " + field.reading;
-    }
-    return text;
+std::string named(const Field& field) {
+    return field.name.empty() ? valueText(field) : field.name + ' ' + valueText(field);
 }
 
-/// Whether the elements are objects of the same simple fields.
-bool isTable(const List& list) {
-    const auto* const first = std::get_if<Object>(&list.elements.front().value);
-    return first != nullptr && std::all_of(list.elements.begin(), list.elements.end(), [first](const Field& element) {
-               const auto* const other = std::get_if<Object>(&element.value);
-               return other != nullptr && std::equal(first->fields.begin(), first->fields.end(), other->fields.begin(),
-                                                     other->fields.end(), [](const Field& one, const Field& another) {
-                                                         return one.name == another.name && !isNested(another);
-                                                     });
-           });
+/// "organization_id 0x0000000A (10)  application_id 0x0001 (1)"
+std::string inOneLine(Fields::const_iterator begin, Fields::const_iterator end) {
+    std::vector<std::string> texts;
+    std::transform(begin, end, std::back_inserter(texts), named);
+    return fmt::format("{}", fmt::join(texts, GAP));
 }
 
-std::vector<Row> tableRows(const List& list) {
-    std::vector<Row> rows(1);
-    for (const Field& field : std::get<Object>(list.elements.front().value).fields) {
-        rows.front().push_back(field.name);
-    }
-    for (const Field& element : list.elements) {
-        Row row;
-        for (const Field& field : std::get<Object>(element.value).fields) {
-            row.push_back(valueText(field));
-        }
-        rows.push_back(std::move(row));
-    }
-    return rows;
+/// The same behind a heading.
+std::string behindHeading(const Fields& fields) {
+    return fields.empty() ? "" : std::string(GAP) + inOneLine(fields.begin(), fields.end());
 }
 
-std::vector<std::size_t> columnWidths(const std::vector<Row>& rows) {
-    std::vector<std::size_t> widths(rows.front().size());
-    for (const Row& row : rows) {
-        for (std::size_t column = 0; column < row.size(); ++column) {
-            widths[column] = std::max(widths[column], row[column].size());
-        }
-    }
-    return widths;
+bool anyNested(const Fields& fields) {
+    return std::any_of(fields.begin(), fields.end(), isNested);
 }
 
-/// Appends a table, unless it is too wide. @return whether it was appended.
-bool appendTable(std::string& text, const List& list, std::size_t indent) {
-    const std::vector<Row> rows = tableRows(list);
-    const std::vector<std::size_t> widths = columnWidths(rows);
-    std::size_t width = indent;
-    for (const std::size_t column : widths) {
-        width += column + GAP;
-    }
-    if (width - GAP > WIDTH) {
+/// Appends a heading with something behind it, if that fits in a line. @return whether it did.
+bool appendInOneLine(std::string& text, const std::string& heading, const std::string& line) {
+    if (columns(heading) + columns(line) > LINE_WIDTH) {
         return false;
     }
-    for (const Row& row : rows) {
-        std::string line(indent, ' ');
-        for (std::size_t column = 0; column < row.size(); ++column) {
-            line += fmt::format("{:{}}", row[column], widths[column] + GAP);
-        }
-        text += line.substr(0, line.find_last_not_of(' ') + 1) + '\n';
-    }
+    text += heading + line + '\n';
     return true;
 }
 
-void appendElements(std::string& text, const List& list, std::size_t indent) {
-    if (list.elements.empty() || (isTable(list) && appendTable(text, list, indent))) {
+/// An element of a list. Its number stands in the margin of its first line.
+void appendElement(std::string& text, const Field& element, std::size_t position, std::size_t indent) {
+    const std::string number = fmt::format("{:{}}[{}] ", "", indent, position);
+    const auto* const inner = std::get_if<Object>(&element.value);
+    if (inner == nullptr || inner->fields.empty()) {
+        text += number + valueText(element) + '\n';
         return;
     }
-    std::size_t position = 0;
-    for (const Field& element : list.elements) {
-        Field numbered = element;
-        numbered.name = fmt::format("[{}]", position++);
-        appendFields(text, {numbered}, indent);
+    const Fields& fields = inner->fields;
+    const auto firstNested = std::find_if(fields.begin(), fields.end(), isNested);
+    if (std::all_of(firstNested, fields.end(), isNested) &&
+        appendInOneLine(text, number, inOneLine(fields.begin(), firstNested))) {
+        appendFields(text, Fields(firstNested, fields.end()), number.size());
+        return;
+    }
+    std::string lines;
+    appendFields(lines, fields, number.size());
+    text += number + lines.substr(number.size());
+}
+
+void appendList(std::string& text, const Field& field, std::size_t indent) {
+    const Fields& elements = std::get<List>(field.value).elements;
+    const std::string remark = field.reading.empty() ? "" : ' ' + field.reading;
+    const std::string heading = fmt::format("{:{}}{} ({}{})", "", indent, field.name, elements.size(), remark);
+    if (!anyNested(elements) && appendInOneLine(text, heading, behindHeading(elements))) {
+        return;
+    }
+    text += heading + '\n';
+    if (appendTable(text, std::get<List>(field.value), indent + INDENT)) {
+        return;
+    }
+    for (std::size_t position = 0; position < elements.size(); ++position) {
+        appendElement(text, elements[position], position, indent + INDENT);
     }
 }
 
-void appendNested(std::string& text, const Field& field, std::size_t indent) {
-    const std::string margin(indent, ' ');
-    if (const auto* const inner = std::get_if<Object>(&field.value)) {
-        text += margin + field.name + '\n';
-        appendFields(text, inner->fields, indent + INDENT);
+void appendObject(std::string& text, const Field& field, std::size_t indent) {
+    Fields fields;
+    std::remove_copy_if(std::get<Object>(field.value).fields.begin(), std::get<Object>(field.value).fields.end(),
+                        std::back_inserter(fields), isInHeading);
+    const std::string heading = std::string(indent, ' ') + headingOf(field);
+    if (fields.size() <= FEW && !anyNested(fields) && appendInOneLine(text, heading, behindHeading(fields))) {
         return;
     }
-    const auto& elements = std::get<List>(field.value);
-    const std::string remark = field.reading.empty() ? "" : ' ' + field.reading;
-    text += fmt::format("{}{} ({}{})\n", margin, field.name, elements.elements.size(), remark);
-    appendElements(text, elements, indent + INDENT);
+    text += heading + '\n';
+    appendFields(text, fields, indent + INDENT);
+}
+
+/// Bytes that do not fit behind their name go on below each other.
+void appendBytes(std::string& text, const Bytes& value, std::size_t indent) {
+    for (std::size_t at = 0; at < value.bytes.size(); at += BYTES_PER_LINE) {
+        const auto* const begin = value.bytes.data() + at;
+        const auto* const end = begin + std::min(BYTES_PER_LINE, value.bytes.size() - at);
+        text += fmt::format("{:{}}{:02X}\n", "", at == 0 ? 0 : indent, fmt::join(begin, end, " "));
+    }
+}
+
+void appendSimple(std::string& text, const Field& field, std::size_t nameWidth, std::size_t indent) {
+    const std::size_t valueAt = indent + nameWidth + GAP.size();
+    text += std::string(indent, ' ') + padded(field.name, nameWidth + GAP.size());
+    const std::string value = valueText(field);
+    const auto* const bytes = std::get_if<Bytes>(&field.value);
+    if (bytes != nullptr && valueAt + columns(value) > LINE_WIDTH) {
+        appendBytes(text, *bytes, valueAt);
+    } else {
+        text += value + '\n';
+    }
 }
 
 } // namespace
 
-void appendFields(std::string& text, const std::vector<Field>& fields, std::size_t indent) {
+void appendFields(std::string& text, const Fields& fields, std::size_t indent) {
     std::size_t nameWidth = 0;
     for (const Field& field : fields) {
         nameWidth = std::max(nameWidth, isNested(field) ? 0 : field.name.size());
     }
     for (const Field& field : fields) {
-        if (isNested(field)) {
-            appendNested(text, field, indent);
+        if (std::holds_alternative<Object>(field.value)) {
+            appendObject(text, field, indent);
+        } else if (std::holds_alternative<List>(field.value)) {
+            appendList(text, field, indent);
         } else {
-            text += fmt::format("{:{}}{:{}}{}\n", "", indent, field.name, nameWidth + GAP, valueText(field));
+            appendSimple(text, field, nameWidth, indent);
         }
     }
 }

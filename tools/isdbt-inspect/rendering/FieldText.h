@@ -6,8 +6,8 @@
 
 namespace inspect {
 
-/// Appends fields as indented lines, one field a line; lists of like objects become tables.
-void appendFields(std::string& text, const std::vector<Field>& fields, std::size_t indent);
+/// Appends fields as indented lines. Lists of like objects become tables; what is short stands in one line.
+void appendFields(std::string& text, const Fields& fields, std::size_t indent);
 
 /// Appends bytes in hexadecimal, sixteen a line, with the offset of each line.
 void appendDump(std::string& text, const std::vector<std::uint8_t>& bytes, std::size_t indent);

@@ -1,5 +1,7 @@
 #include "sections/SeenSections.h"
 
+#include <utility>
+
 namespace inspect {
 
 namespace {
@@ -15,16 +17,26 @@ SeenSections::News SeenSections::look(const Section& section) {
         place = {section.pid(), section.tableId(), header->extension, header->sectionNumber, header->current};
         now.version = header->version;
     }
-    const auto [entry, isFirst] = m_last.try_emplace(place, now);
-    const Last before = entry->second;
-    entry->second = now;
-    if (isFirst) {
+    const auto found = m_byPlace.find(place);
+    if (found == m_byPlace.end()) {
+        remember(place, now);
         return News::New;
     }
+    m_entries.splice(m_entries.begin(), m_entries, found->second);
+    const Last before = std::exchange(m_entries.front().last, now);
     if (before.fingerprint == now.fingerprint) {
         return News::Repetition;
     }
     return before.version == now.version && now.version != NO_VERSION ? News::SameVersion : News::New;
+}
+
+void SeenSections::remember(const Place& place, Last last) {
+    if (m_entries.size() == CAPACITY) {
+        m_byPlace.erase(m_entries.back().place);
+        m_entries.pop_back();
+    }
+    m_entries.push_front({place, last});
+    m_byPlace.emplace(place, m_entries.begin());
 }
 
 } // namespace inspect

@@ -2,14 +2,19 @@
 
 #include "sections/Section.h"
 
+#include <list>
 #include <map>
 #include <tuple>
 
 namespace inspect {
 
-/// Tells sections that carry something new from repetitions.
+/// Tells sections that carry something new from repetitions. Of more places in tables than a multiplex has, it forgets
+/// those that it has not seen for longest, so that it can watch a stream for ever.
 class SeenSections {
 public:
+    /// How many places it remembers.
+    static constexpr std::size_t CAPACITY = 16384;
+
     enum class News {
         Repetition,
         New,        ///< the first of its place in its table, or another version; without versions: other bytes
@@ -17,6 +22,8 @@ public:
     };
 
     News look(const Section& section);
+
+    std::size_t size() const { return m_entries.size(); }
 
 private:
     /// PID, table_id, table_id_extension, section_number, current_next_indicator. The next version of a table is
@@ -28,7 +35,15 @@ private:
         std::uint32_t fingerprint;
     };
 
-    std::map<Place, Last> m_last;
+    struct Entry {
+        Place place;
+        Last last;
+    };
+
+    void remember(const Place& place, Last last);
+
+    std::list<Entry> m_entries; ///< the one that was seen last comes first
+    std::map<Place, std::list<Entry>::iterator> m_byPlace;
 };
 
 } // namespace inspect

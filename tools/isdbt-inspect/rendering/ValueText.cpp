@@ -1,0 +1,82 @@
+#include "rendering/ValueText.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+namespace inspect {
+
+namespace {
+
+/// Keeps the terminal safe from what is broadcast.
+std::string quoted(const std::string& raw) {
+    std::string text = "\"";
+    for (const char character : raw) {
+        const auto byte = static_cast<unsigned char>(character);
+        if (character == '"' || character == '\\') {
+            text += '\\';
+            text += character;
+        } else if (byte >= 0x20 && byte < 0x7F) {
+            text += character;
+        } else {
+            text += fmt::format("\\x{:02X}", byte);
+        }
+    }
+    return text + '"';
+}
+
+struct ValueText {
+    std::string operator()(Absent /*value*/) const { return "none"; }
+    std::string operator()(bool value) const { return value ? "yes" : "no"; }
+    std::string operator()(const Text& value) const { return quoted(value.raw); }
+    std::string operator()(const List& /*value*/) const { return {}; }
+    std::string operator()(const Object& /*value*/) const { return {}; }
+
+    std::string operator()(const Number& number) const {
+        return number.hexDigits == 0 ? std::to_string(number.value)
+                                     : fmt::format("0x{:0{}X} ({})", static_cast<std::uint64_t>(number.value),
+                                                   number.hexDigits, number.value);
+    }
+
+    std::string operator()(const Bytes& value) const {
+        return value.bytes.empty() ? "none" : fmt::format("{:02X}", fmt::join(value.bytes, " "));
+    }
+};
+
+bool isOne(const Field& field) {
+    const auto* const number = std::get_if<Number>(&field.value);
+    return number != nullptr && number->value == 1;
+}
+
+} // namespace
+
+bool isNested(const Field& field) {
+    return std::holds_alternative<List>(field.value) || std::holds_alternative<Object>(field.value);
+}
+
+std::string valueText(const Field& field) {
+    std::string text = std::visit(ValueText{}, field.value);
+    if (!field.unit.empty()) {
+        text += ' ' + (field.unit == "bytes" && isOne(field) ? "byte" : field.unit);
+    }
+    if (!field.codeName.empty()) {
+        text += ' ' + field.codeName;
+    }
+    if (!field.reading.empty()) {
+        text += " = " + field.reading;
+    }
+    return text;
+}
+
+std::size_t columns(const std::string& text) {
+    // of a character in UTF-8, all bytes but the first begin with the bits 10
+    return static_cast<std::size_t>(std::count_if(
+        text.begin(), text.end(), [](char each) { return (static_cast<unsigned char>(each) & 0xC0U) != 0x80; }));
+}
+
+std::string padded(const std::string& text, std::size_t width) {
+    const std::size_t used = columns(text);
+    return used < width ? text + std::string(width - used, ' ') : text;
+}
+
+} // namespace inspect
