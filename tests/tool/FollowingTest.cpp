@@ -179,6 +179,20 @@ TEST(InspectFollowing, MoreStreamsThanTheLibraryReaches) {
     EXPECT_THAT(inspectBytes(stream.bytes()).output, HasSubstr("AIT  PID 0x04C7"));
 }
 
+/// A broken stream that announces ever more programs must not fill the memory. What was known before stays known.
+TEST(InspectFollowing, SourcesAreBounded) {
+    StreamBuilder stream;
+    for (unsigned program = 0; program < 1025; ++program) {
+        stream.section(PMT_PID, longSection(PMT, named(static_cast<QUOR_U16>(program)),
+                                            join({hex("E100 F000 05"), u16(0x0400 + program, 0xE000), hex("F000")})));
+    }
+    stream.section(0x0400, emptyAit()).section(0x0400 + 1023, emptyAit()).section(0x0400 + 1024, emptyAit());
+    const TemporaryFile file(stream.bytes());
+    const std::string output = inspect({"--pid", "0x100", file.path()}).output;
+    EXPECT_THAT(output, AllOf(HasSubstr("AIT  PID 0x0400"), HasSubstr("AIT  PID 0x07FF")));
+    EXPECT_THAT(output, Not(HasSubstr("AIT  PID 0x0800")));
+}
+
 TEST(InspectPids, GivenByHand) {
     const TemporaryFile file(StreamBuilder().section(0x0194, emptyDsmcc()).section(0x0195, emptyAit()).bytes());
     EXPECT_THAT(inspect({file.path()}).output, HasSubstr("0 sections on 0 PIDs"));

@@ -215,6 +215,10 @@ TEST(InspectTables, RejectedSectionShowsAllLogLines) {
                            "12. Aborting!\n"
                            "  log    ISDBTUtils: TLocalTimeOffsetDescriptor::parse: Descriptor length not valid: 12. "
                            "Aborting!\n"
+                           "  descriptors of time_offset (1)\n"
+                           "    > 000A  0x58  local_time_offset_descriptor, 12 bytes  refused with "
+                           "ERROR_INVALID_DESCRIPTOR_LENGTH\n"
+                           "                  42 52 41 0C 03 00 C0 79 03 00 00 03\n"
                            "  bytes (28)\n"));
 }
 
@@ -235,4 +239,37 @@ TEST(InspectTables, LogLinesOfTakenSectionsAreNotShown) {
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.errors, "");
     EXPECT_THAT(finished.output, Not(HasSubstr("Ignored!")));
+}
+
+/// They stand where they were sent, so that nobody looks for them in vain.
+TEST(InspectTables, DescriptorsThatTheLibrarySkips) {
+    const ByteVector pmt = longSection(0x02, {}, hex("E100 F004 09 02 AABB  1B E111 F00A 0A 00 52 01 00 0E 03 C04650"));
+    const TemporaryFile file(StreamBuilder().section(0x0100, pmt).bytes());
+    const Finished finished = inspect({"--pid", "0x100", file.path()});
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_THAT(finished.output, HasSubstr("  unknown_descriptors (1)\n"
+                                           "    descriptor_tag  length   bytes\n"
+                                           "    0x09 (9)        2 bytes  AA BB\n"
+                                           "  elementary_streams (1)\n"
+                                           "    [0] stream_type 0x1B (27) H.264 video  elementary_pid 0x0111 (273)\n"
+                                           "        stream_identifier_descriptor (0x52)  component_tag 0x00 (0)\n"
+                                           "        unknown_descriptors (2)\n"
+                                           "          descriptor_tag  length   bytes\n"
+                                           "          0x0A (10)       0 bytes  none\n"
+                                           "          0x0E (14)       3 bytes  C0 46 50\n"));
+}
+
+/// A table would be too wide: each entry then has its own lines, and its bytes go on below each other.
+TEST(InspectTables, LongBytesGoOnInTheNextLine) {
+    const ByteVector unknown = descriptor(0x0A, join({fill(32, 0x11), fill(3, 0x22)}));
+    const ByteVector pmt = longSection(0x02, {}, join({hex("E100 F025"), unknown}));
+    const TemporaryFile file(StreamBuilder().section(0x0100, pmt).bytes());
+    EXPECT_THAT(inspect({"--pid", "0x100", file.path()}).output,
+                HasSubstr("  unknown_descriptors (1)\n"
+                          "    [0] descriptor_tag  0x0A (10)\n"
+                          "        length          35 bytes\n"
+                          "        bytes           11 11 11 11 11 11 11 11 11 11 11 11 11 11 11 11\n"
+                          "                        11 11 11 11 11 11 11 11 11 11 11 11 11 11 11 11\n"
+                          "                        22 22 22\n"
+                          "  elementary_streams (0)\n"));
 }

@@ -18,6 +18,7 @@ std::optional<Place> placeOf(const Section& section) {
 
 Rejection rejectionOf(const Section& section, ParsedSection& parsed) {
     return {parsed.errorCode, std::string(errorName(parsed.errorCode)), std::move(parsed.logLines),
+            describeDescriptors(section.data(), section.size()),
             std::vector(section.data(), section.data() + section.size())};
 }
 

@@ -72,8 +72,8 @@ bool appendInOneLine(std::string& text, const std::string& heading, const std::s
 }
 
 /// An element of a list. Its number stands in the margin of its first line.
-void appendElement(std::string& text, const Field& element, std::size_t position, std::size_t indent) {
-    const std::string number = fmt::format("{:{}}[{}] ", "", indent, position);
+/// @param number with the margin
+void appendElement(std::string& text, const Field& element, const std::string& number) {
     const auto* const inner = std::get_if<Object>(&element.value);
     if (inner == nullptr || inner->fields.empty()) {
         text += number + valueText(element) + '\n';
@@ -99,11 +99,13 @@ void appendList(std::string& text, const Field& field, std::size_t indent) {
         return;
     }
     text += heading + '\n';
-    if (appendTable(text, std::get<List>(field.value), indent + INDENT)) {
+    if (elements.empty() || appendTable(text, std::get<List>(field.value), indent + INDENT)) {
         return;
     }
+    const std::size_t margin = indent + INDENT + fmt::formatted_size("[{}] ", elements.size() - 1);
     for (std::size_t position = 0; position < elements.size(); ++position) {
-        appendElement(text, elements[position], position, indent + INDENT);
+        const std::string number = fmt::format("{:{}}[{}]", "", indent + INDENT, position);
+        appendElement(text, elements[position], padded(number, margin));
     }
 }
 
@@ -119,25 +121,19 @@ void appendObject(std::string& text, const Field& field, std::size_t indent) {
     appendFields(text, fields, indent + INDENT);
 }
 
-/// Bytes that do not fit behind their name go on below each other.
-void appendBytes(std::string& text, const Bytes& value, std::size_t indent) {
-    for (std::size_t at = 0; at < value.bytes.size(); at += BYTES_PER_LINE) {
-        const auto* const begin = value.bytes.data() + at;
-        const auto* const end = begin + std::min(BYTES_PER_LINE, value.bytes.size() - at);
-        text += fmt::format("{:{}}{:02X}\n", "", at == 0 ? 0 : indent, fmt::join(begin, end, " "));
-    }
-}
-
 void appendSimple(std::string& text, const Field& field, std::size_t nameWidth, std::size_t indent) {
     const std::size_t valueAt = indent + nameWidth + GAP.size();
-    text += std::string(indent, ' ') + padded(field.name, nameWidth + GAP.size());
+    const std::string name = std::string(indent, ' ') + padded(field.name, nameWidth + GAP.size());
     const std::string value = valueText(field);
     const auto* const bytes = std::get_if<Bytes>(&field.value);
-    if (bytes != nullptr && valueAt + columns(value) > LINE_WIDTH) {
-        appendBytes(text, *bytes, valueAt);
-    } else {
-        text += value + '\n';
+    if (bytes == nullptr || valueAt + columns(value) <= LINE_WIDTH) {
+        text += name + value + '\n';
+        return;
     }
+    // Bytes that do not fit behind their name go on below each other.
+    std::string lines;
+    appendBytes(lines, bytes->bytes, valueAt);
+    text += name + lines.substr(valueAt);
 }
 
 } // namespace
@@ -155,6 +151,14 @@ void appendFields(std::string& text, const Fields& fields, std::size_t indent) {
         } else {
             appendSimple(text, field, nameWidth, indent);
         }
+    }
+}
+
+void appendBytes(std::string& text, const std::vector<std::uint8_t>& bytes, std::size_t indent) {
+    for (std::size_t at = 0; at < bytes.size(); at += BYTES_PER_LINE) {
+        const auto* const begin = bytes.data() + at;
+        const auto* const end = begin + std::min(BYTES_PER_LINE, bytes.size() - at);
+        text += fmt::format("{:{}}{:02X}\n", "", indent, fmt::join(begin, end, " "));
     }
 }
 

@@ -14,6 +14,7 @@ struct Rejection {
     std::uint16_t errorCode;
     std::string errorName;
     std::vector<std::string> logLines;
+    Fields descriptors; ///< as describeDescriptors() gives them
     std::vector<std::uint8_t> section;
 };
 
@@ -33,7 +34,7 @@ struct SectionReport {
     std::uint64_t packet;       ///< number of the packet that completed it, from 1
     std::optional<Place> place; ///< for sections with the long header
     bool sameVersion;           ///< other bytes than before under the same version
-    std::vector<Field> fields;  ///< when it was taken
+    Fields fields;              ///< when it was taken
     std::optional<Rejection> rejection;
 };
 

@@ -1,5 +1,6 @@
 #include "rendering/TextRenderer.h"
 
+#include "rendering/DescriptorLines.h"
 #include "rendering/FieldText.h"
 
 #include <fmt/format.h>
@@ -38,6 +39,7 @@ void appendRejection(std::string& text, const Rejection& rejection) {
     for (const std::string& line : rejection.logLines) {
         text += fmt::format("{}log    {}\n", margin, line);
     }
+    appendDescriptorLines(text, rejection.descriptors, INDENT);
     text += fmt::format("{}bytes ({})\n", margin, rejection.section.size());
     appendDump(text, rejection.section, 2 * INDENT);
 }

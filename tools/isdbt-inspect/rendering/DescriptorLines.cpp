@@ -1,0 +1,61 @@
+#include "rendering/DescriptorLines.h"
+
+#include "rendering/FieldText.h"
+#include "rendering/ValueText.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+
+namespace inspect {
+
+namespace {
+
+constexpr std::size_t INDENT = 2;
+
+/// "> 001F  0x52  " or, for a descriptor that is not at fault, without the mark.
+constexpr std::size_t MARGIN = 14;
+
+const Field& find(const Field& descriptor, std::string_view name) {
+    const Fields& fields = std::get<Object>(descriptor.value).fields;
+    return *std::find_if(fields.begin(), fields.end(), [name](const Field& each) { return each.name == name; });
+}
+
+std::int64_t numberOf(const Field& descriptor, std::string_view name) {
+    return std::get<Number>(find(descriptor, name).value).value;
+}
+
+/// What is wrong with a descriptor; empty when nothing is.
+std::string faultOf(const Field& descriptor) {
+    if (!std::get<bool>(find(descriptor, "fits").value)) {
+        return fmt::format("does not fit: {} left", std::get<Bytes>(find(descriptor, "bytes").value).bytes.size());
+    }
+    const Field& error = find(descriptor, "error_code");
+    return std::holds_alternative<Absent>(error.value) ? "" : "refused with " + error.codeName;
+}
+
+void appendDescriptor(std::string& text, const Field& descriptor, std::size_t indent) {
+    const std::string fault = faultOf(descriptor);
+    const std::string& name = find(descriptor, "descriptor_tag").codeName;
+    const Field& length = find(descriptor, "length");
+    text += fmt::format("{:{}}{} {:04X}  0x{:02X}  {}, {}{}\n", "", indent, fault.empty() ? ' ' : '>',
+                        numberOf(descriptor, "offset"), numberOf(descriptor, "descriptor_tag"),
+                        name.empty() ? "unknown, skipped" : name,
+                        std::holds_alternative<Absent>(length.value) ? "no length" : valueText(length),
+                        fault.empty() ? "" : "  " + fault);
+    appendBytes(text, std::get<Bytes>(find(descriptor, "bytes").value).bytes, indent + MARGIN);
+}
+
+} // namespace
+
+void appendDescriptorLines(std::string& text, const Fields& loops, std::size_t indent) {
+    for (const Field& loop : loops) {
+        const Fields& descriptors = std::get<List>(loop.value).elements;
+        text += fmt::format("{:{}}descriptors of {} ({}{})\n", "", indent, loop.name, descriptors.size(),
+                            loop.reading.empty() ? "" : ' ' + loop.reading);
+        for (const Field& descriptor : descriptors) {
+            appendDescriptor(text, descriptor, indent + INDENT);
+        }
+    }
+}
+
+} // namespace inspect
