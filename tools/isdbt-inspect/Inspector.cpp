@@ -56,7 +56,8 @@ std::vector<Finding> damagesIn(const std::map<Pid, PidCounts>& counts) {
 
 } // namespace
 
-Inspector::Inspector(Renderer& renderer, const PidSet& byHand) : m_renderer(renderer), m_following(byHand) {
+Inspector::Inspector(Renderer& renderer, const PidSet& byHand, const Charset& charset)
+    : m_renderer(renderer), m_charset(charset), m_following(byHand) {
     m_gatherer.setPids(m_following.pids());
 }
 
@@ -97,7 +98,7 @@ void Inspector::take(const Section& section) {
                          {},
                          std::nullopt};
     if (parsed.table != nullptr) {
-        report.fields = describe(*parsed.table);
+        report.fields = describe(*parsed.table, m_charset);
         ++m_shown;
         if (m_following.follow(section, *parsed.table)) {
             m_gatherer.setPids(m_following.pids());

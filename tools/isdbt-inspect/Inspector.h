@@ -1,5 +1,6 @@
 #pragma once
 
+#include "describing/Charset.h"
 #include "following/Following.h"
 #include "packets/PacketReader.h"
 #include "parsing/SectionParser.h"
@@ -13,7 +14,8 @@ namespace inspect {
 class Inspector {
 public:
     /// @param byHand PIDs to look at beside those that are signalled
-    Inspector(Renderer& renderer, const PidSet& byHand);
+    /// @param charset what the texts are in
+    Inspector(Renderer& renderer, const PidSet& byHand, const Charset& charset);
 
     /// Shows what the stream carries, and a summary at its end.
     /// @throws InputError
@@ -27,6 +29,7 @@ private:
     Summary summary(const PacketReader& packets) const;
 
     Renderer& m_renderer;
+    const Charset& m_charset;
     SectionGatherer m_gatherer;
     SeenSections m_seen;
     Following m_following;

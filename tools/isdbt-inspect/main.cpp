@@ -21,6 +21,7 @@ int fail(Status status, const std::string& message) {
 struct Options {
     std::string path;
     inspect::PidSet pids;
+    std::string charset = inspect::Charset::USUAL;
 };
 
 /// A PID as people write it: decimal, or hexadecimal behind 0x. A leading zero has no meaning.
@@ -40,11 +41,21 @@ std::string checkPid(const std::string& text) {
     return readPid(text) ? "" : text + " is no PID (0 to 8190, or 0x0000 to 0x1FFE)";
 }
 
+std::string checkCharset(const std::string& name) {
+    try {
+        const inspect::Charset charset(name);
+        return {};
+    } catch (const inspect::UnknownCharset& error) {
+        return error.what();
+    }
+}
+
 int inspectFile(const Options& options) {
     inspect::Output output(STDOUT_FILENO);
     inspect::TextRenderer renderer(output);
     inspect::FileInput input(options.path);
-    inspect::Inspector inspector(renderer, options.pids);
+    const inspect::Charset charset(options.charset);
+    inspect::Inspector inspector(renderer, options.pids, charset);
     inspector.run(input);
     return inspector.foundFault() ? FaultFound : AllWell;
 }
@@ -67,6 +78,10 @@ int run(int argc, char** argv) {
         ->type_name("PID")
         ->allow_extra_args(false)
         ->check(checkPid);
+    app.add_option("--charset", options.charset, "character set of the texts, any that iconv --list names")
+        ->type_name("NAME")
+        ->capture_default_str()
+        ->check(checkCharset);
     app.set_version_flag("--version", std::string("isdbt-inspect ") + ISDBT_INSPECT_VERSION);
     app.footer("Exit status: 0 all well, 1 the input could not be read to its end, 2 wrong usage, "
                "3 something was rejected or damaged.");

@@ -120,9 +120,9 @@ void Following::gather() {
     do {
         sources = m_signalled.size();
         m_carried = CarriedSet(std::begin(ALWAYS_CARRIED), std::end(ALWAYS_CARRIED));
-        for (Pid pid = 0; pid < m_byHand.size(); ++pid) {
+        for (std::size_t pid = 0; pid < m_byHand.size(); ++pid) {
             if (m_byHand[pid]) {
-                m_carried.insert({pid, PMT});
+                m_carried.insert({static_cast<Pid>(pid), PMT});
             }
         }
         for (const auto& [source, signalled] : m_signalled) {

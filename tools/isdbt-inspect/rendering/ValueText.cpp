@@ -8,19 +8,11 @@ namespace inspect {
 
 namespace {
 
-/// Keeps the terminal safe from what is broadcast.
-std::string quoted(const std::string& raw) {
+/// In quotation marks, those of the text behind a backslash.
+std::string quoted(const std::string& decoded) {
     std::string text = "\"";
-    for (const char character : raw) {
-        const auto byte = static_cast<unsigned char>(character);
-        if (character == '"' || character == '\\') {
-            text += '\\';
-            text += character;
-        } else if (byte >= 0x20 && byte < 0x7F) {
-            text += character;
-        } else {
-            text += fmt::format("\\x{:02X}", byte);
-        }
+    for (const char character : decoded) {
+        text += character == '"' ? "\\\"" : std::string(1, character);
     }
     return text + '"';
 }
@@ -28,7 +20,7 @@ std::string quoted(const std::string& raw) {
 struct ValueText {
     std::string operator()(Absent /*value*/) const { return "none"; }
     std::string operator()(bool value) const { return value ? "yes" : "no"; }
-    std::string operator()(const Text& value) const { return quoted(value.raw); }
+    std::string operator()(const Text& value) const { return quoted(value.decoded); }
     std::string operator()(const List& /*value*/) const { return {}; }
     std::string operator()(const Object& /*value*/) const { return {}; }
 

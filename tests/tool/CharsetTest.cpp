@@ -1,0 +1,73 @@
+#include "Process.h"
+#include "Streams.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+/// What is shown of a network whose name is these bytes.
+std::string nameShown(const std::string& bytes, const std::vector<std::string>& options = {}) {
+    const ByteVector name = descriptor(0x40, hex(bytes));
+    const ByteVector loop = join({u16(static_cast<unsigned>(name.size()), 0xF000), name});
+    const TemporaryFile file(StreamBuilder().section(0x0010, longSection(0x40, {}, join({loop, hex("F000")}))).bytes());
+    std::vector<std::string> arguments = options;
+    arguments.push_back(file.path());
+    const Finished finished = inspect(arguments);
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.errors, "");
+    const std::string marker = "network_name_descriptor (0x40)  network_name ";
+    const std::size_t begin = finished.output.find(marker) + marker.size();
+    return finished.output.substr(begin, finished.output.find('\n', begin) - begin);
+}
+
+} // namespace
+
+TEST(InspectCharset, IsLatin9WithoutAWord) {
+    EXPECT_EQ(nameShown("43 E2 6D 61 72 61 20 A4"), "\"Câmara €\"");
+}
+
+TEST(InspectCharset, AnyThatIconvKnows) {
+    EXPECT_EQ(nameShown("A4", {"--charset", "ISO-8859-1"}), "\"¤\"");
+    EXPECT_EQ(nameShown("43 C3A2 6D 61 72 61", {"--charset", "UTF-8"}), "\"Câmara\"");
+    EXPECT_EQ(nameShown("80", {"--charset=windows-1252"}), "\"€\"");
+    EXPECT_EQ(nameShown("93FA 967B", {"--charset", "SHIFT_JIS"}), "\"日本\"");
+}
+
+TEST(InspectCharset, BytesThatAreNoCharactersAreShownEscaped) {
+    EXPECT_EQ(nameShown("41 FF C3 42", {"--charset", "UTF-8"}), "\"A\\xFF\\xC3B\"");
+    EXPECT_EQ(nameShown("41 E9 42", {"--charset", "ASCII"}), "\"A\\xE9B\"");
+}
+
+/// What is broadcast must not steer the terminal.
+TEST(InspectCharset, ControlCharactersAreShownEscaped) {
+    EXPECT_EQ(nameShown("1B 5B 33 31 6D 0A 9B 7F"), "\"\\x1B[31m\\x0A\\x9B\\x7F\"");
+}
+
+TEST(InspectCharset, QuotationMarksAndBackslashesAreTold) {
+    EXPECT_EQ(nameShown("22 5C 22"), "\"\\\"\\\\\\\"\"");
+}
+
+/// Columns are as wide as their characters, not as their bytes.
+TEST(InspectCharset, TablesStayAligned) {
+    const ByteVector names = descriptor(0x01, hex("656E67 02 4F4B  706F72 03 E3E7E9"));
+    const ByteVector prefetch = descriptor(0x0C, hex("01  03 E3E7E9 05  05 6162636465 06"));
+    const ByteVector both = join({u16(static_cast<unsigned>(prefetch.size() + names.size()), 0xF000), prefetch, names});
+    const TemporaryFile file(StreamBuilder().section(0x0321, longSection(0x74, {}, join({both, hex("F000")}))).bytes());
+    EXPECT_THAT(inspect({"--pid", "0x321", file.path()}).output, HasSubstr("      label    priority\n"
+                                                                           "      \"ãçé\"    5\n"
+                                                                           "      \"abcde\"  6\n"));
+}
+
+TEST(InspectCharset, UnknownNames) {
+    for (const char* const name : {"KLINGON", "UTF-8//IGNORE"}) {
+        const Finished finished = inspect({"--charset", name, SAMPLE_FILE});
+        EXPECT_EQ(finished.status, 2);
+        EXPECT_EQ(finished.output, "");
+        EXPECT_THAT(finished.errors,
+                    StartsWith(std::string("isdbt-inspect: --charset: unknown character set: ") + name + "\n"));
+    }
+}
