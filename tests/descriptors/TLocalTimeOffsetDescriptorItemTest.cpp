@@ -32,6 +32,7 @@ TEST(TLocalTimeOffsetDescriptorItem, StartsEmptyAndBehindUtc) {
 
 TEST(TLocalTimeOffsetDescriptorItem, NextTimeOffsetStartsAtZero) {
     struct Opened : Item {
+        Opened() {} // its own, so that nothing is zeroed before the base is built
         QUOR_U16 nextTimeOffset() const { return m_iNextTimeOffset; }
     };
     const InDirtyMemory<Opened> item;

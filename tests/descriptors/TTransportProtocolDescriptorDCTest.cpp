@@ -13,4 +13,4 @@ struct DataCarouselTraits {
 
 } // namespace
 
-INSTANTIATE_TYPED_TEST_SUITE_P(TTransportProtocolDescriptorDC, CarouselTransport, DataCarouselTraits);
+INSTANTIATE_TYPED_TEST_SUITE_P(TTransportProtocolDescriptorDC, CarouselTransport, DataCarouselTraits, );

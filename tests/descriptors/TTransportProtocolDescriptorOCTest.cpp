@@ -13,4 +13,4 @@ struct ObjectCarouselTraits {
 
 } // namespace
 
-INSTANTIATE_TYPED_TEST_SUITE_P(TTransportProtocolDescriptorOC, CarouselTransport, ObjectCarouselTraits);
+INSTANTIATE_TYPED_TEST_SUITE_P(TTransportProtocolDescriptorOC, CarouselTransport, ObjectCarouselTraits, );
