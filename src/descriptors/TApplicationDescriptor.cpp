@@ -45,9 +45,9 @@ TApplicationDescriptor* TApplicationDescriptor::parse(QUOR_U8* data, QUOR_U32 le
             const detail::Bytes body = descriptor.from(PROFILES_AT);
             const QUOR_U8 profilesLength = descriptor.u8(PROFILES_LENGTH_AT);
             if (body.size() < profilesLength) {
-                QUOR_ISDBT_LOG("%s: TApplicationDescriptor:: parse: Application Profiles Length exceeds Descriptor "
-                               "Length: %u > %u. Aborting!",
-                               detail::LOG_TAG, unsigned{profilesLength}, body.size());
+                QUOR_ISDBT_LOG(
+                    "%s: TApplicationDescriptor:: parse: Application Profiles Length exceeds Descriptor Length: %u > %u. Aborting!",
+                    detail::LOG_TAG, unsigned{profilesLength}, body.size());
                 return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
             }
             const detail::ItemWalk walk = detail::parseItems<TApplicationDescriptorProfile>(

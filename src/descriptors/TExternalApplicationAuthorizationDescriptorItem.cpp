@@ -30,9 +30,9 @@ TExternalApplicationAuthorizationDescriptorItem::parse(QUOR_U8* sectionData, QUO
         sectionData, dataLength, parsedLength, errorCode,
         [=](TExternalApplicationAuthorizationDescriptorItem& item, detail::Bytes left) {
             if (left.size() < ITEM_LENGTH) {
-                QUOR_ISDBT_LOG("%s: TExternalApplicationAuthorizationDescriptorItem::parse: Item length not valid: %u. "
-                               "Aborting!",
-                               detail::LOG_TAG, left.size());
+                QUOR_ISDBT_LOG(
+                    "%s: TExternalApplicationAuthorizationDescriptorItem::parse: Item length not valid: %u. Aborting!",
+                    detail::LOG_TAG, left.size());
                 return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
             }
             QUOR_U32 priorityAt = 0;
