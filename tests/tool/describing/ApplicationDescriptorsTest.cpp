@@ -59,6 +59,15 @@ TEST(ApplicationDescriptors, ApplicationName) {
               }));
 }
 
+TEST(ApplicationDescriptors, SayHowManyItemsWereDisplaced) {
+    EXPECT_THAT(described<Quor::TApplicationDescriptor>("00 0D 0A 0001 01 02 03 0001 04 05 06 BF 05"),
+                testing::Contains("  profiles [1] = of 2 sent; of each profile the last is kept"));
+    EXPECT_THAT(described<Quor::TApplicationNameDescriptor>("01 10 706F72 03 417070 706F72 00 656E67 01 41"),
+                testing::Contains("  items [2] = of 3 sent; of each language the last is kept"));
+    EXPECT_THAT(described<Quor::TExternalApplicationAuthorizationDescriptor>("05 0E 0000ABCD 0012 07 0000ABCD 0012 08"),
+                testing::Contains("  items [1] = of 2 sent; of each application the last is kept"));
+}
+
 TEST(ApplicationDescriptors, ApplicationIcon) {
     EXPECT_EQ(described<Quor::TApplicationIconDescriptor>("0B 07 04 69636F6E 0109"),
               (Lines{

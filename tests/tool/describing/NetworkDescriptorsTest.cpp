@@ -46,6 +46,11 @@ TEST(NetworkDescriptors, ServiceList) {
               }));
 }
 
+TEST(NetworkDescriptors, ServiceListSaysHowManyItemsWereDisplaced) {
+    EXPECT_THAT(described<Quor::TServiceListDescriptor>("41 06 01 C0 01 01 02 02"),
+                testing::Contains("  items [2] = of 3 sent; of each service the last is kept"));
+}
+
 TEST(NetworkDescriptors, Linkage) {
     EXPECT_EQ(described<Quor::TLinkageDescriptor>("4A 08 0001 0002 0003 FE AA"),
               (Lines{

@@ -25,6 +25,12 @@ TEST(Tables, PatWithItsPrograms) {
               }));
 }
 
+TEST(Tables, PatSaysHowManyProgramsWereDisplaced) {
+    const Lines lines = describedTable<Quor::TPATTable>(
+        longSection(0x00, {0x0735}, hex("E6A0 E100 0000 E010 E6A0 E101 E6A0 E102 E6B8 FFC8")));
+    EXPECT_THAT(lines, testing::Contains("programs [2] = of 4 sent; of each program the last is kept"));
+}
+
 TEST(Tables, PmtWithStreamsInTheOrderOfTheWire) {
     EXPECT_EQ(describedTable<Quor::TPMTTable>(longSection(
                   0x02, {0xE6A0}, hex("E100 F003 C80104  02 E112 F000  03 E111 F003 520110  FF E113 F000"))),
@@ -77,6 +83,13 @@ TEST(Tables, TotSaysHowManyItemsOfItsOffsetWereDisplaced) {
                   "      local_time_offset_polarity 1 (behind UTC)",
                   "      local_time_offset 7200 s = -02:00",
               }));
+}
+
+TEST(Tables, AitSaysHowManyApplicationsWereDisplaced) {
+    const Lines lines = describedTable<Quor::TAITTable>(
+        longSection(0x74, {9}, hex("F000 F012  0000000A 0001 01 F000  0000000A 0001 02 F000")));
+    EXPECT_THAT(lines, testing::IsSupersetOf({"applications [1] = of 2 sent; of each application the last is kept",
+                                              "    control_code 2 (PRESENT)"}));
 }
 
 TEST(Tables, AitMarksWhatAnApplicationInherits) {

@@ -33,9 +33,12 @@ constexpr CodeName VISIBILITIES[] = {
 };
 
 Fields describeApplication(const Quor::TApplicationDescriptor& descriptor) {
+    constexpr std::size_t PROFILE_SIZE = 5;
+    const std::size_t sentProfiles = descriptor.getData()[2] / PROFILE_SIZE;
     const std::unique_ptr<QUOR_U8[]> labels(descriptor.getTransportProtocols());
-    return {listByKey("profiles", descriptor, &Quor::TApplicationDescriptor::getProfiles,
-                      &Quor::TApplicationDescriptor::getProfile, describeProfile),
+    return {keptOf(listByKey("profiles", descriptor, &Quor::TApplicationDescriptor::getProfiles,
+                             &Quor::TApplicationDescriptor::getProfile, describeProfile),
+                   sentProfiles, "profile"),
             flag("service_bound", descriptor.isServiceBound()),
             code("visibility", descriptor.getVisibility(), VISIBILITIES),
             flag("visibile_for_users", descriptor.isVisibileForUsers()),
@@ -49,9 +52,22 @@ Field describeName(const Quor::TApplicationNameDescriptorItem& item) {
     return object("", {text("language_code", item.getLanguageCode()), text("name", item.getName())});
 }
 
+/// Language codes of three bytes, each with a name behind its length.
+std::size_t namesIn(const Quor::TApplicationNameDescriptor& descriptor) {
+    constexpr unsigned LANGUAGE_CODE_SIZE = 3;
+    const QUOR_U8* const data = descriptor.getData();
+    std::size_t names = 0;
+    for (unsigned at = 2; at + LANGUAGE_CODE_SIZE < 2U + data[1]; at += LANGUAGE_CODE_SIZE + 1) {
+        at += data[at + LANGUAGE_CODE_SIZE];
+        ++names;
+    }
+    return names;
+}
+
 Fields describeApplicationName(const Quor::TApplicationNameDescriptor& descriptor) {
-    return {listByKey("items", descriptor, &Quor::TApplicationNameDescriptor::getLanguageCodes,
-                      &Quor::TApplicationNameDescriptor::get, describeName)};
+    return {keptOf(listByKey("items", descriptor, &Quor::TApplicationNameDescriptor::getLanguageCodes,
+                             &Quor::TApplicationNameDescriptor::get, describeName),
+                   namesIn(descriptor), "language")};
 }
 
 using Quor::TApplicationIconDescriptor;
@@ -81,8 +97,11 @@ Field describeAuthorization(const Quor::TExternalApplicationAuthorizationDescrip
 
 Fields describeExternalApplicationAuthorization(const Quor::TExternalApplicationAuthorizationDescriptor& descriptor) {
     using Descriptor = Quor::TExternalApplicationAuthorizationDescriptor;
-    return {listByKey("items", descriptor, &Descriptor::getApplicationIdentifierHashIDs, &Descriptor::get,
-                      describeAuthorization)};
+    constexpr std::size_t ITEM_SIZE = 7;
+    const std::size_t sent = descriptor.getData()[1] / ITEM_SIZE;
+    return {keptOf(listByKey("items", descriptor, &Descriptor::getApplicationIdentifierHashIDs, &Descriptor::get,
+                             describeAuthorization),
+                   sent, "application")};
 }
 
 Fields describeIpSignaling(const Quor::TIPSignalingDescriptor& descriptor) {

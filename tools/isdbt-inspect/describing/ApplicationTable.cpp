@@ -79,9 +79,9 @@ Fields describeAit(const Quor::TAITTable& ait) {
     const Loops loops(ait);
     Fields fields{identifier("application_type", ait.getApplicationType(), 4).named(APPLICATION_TYPES)};
     appendDescriptors(fields, ait);
-    loops.appendUnknown(fields);
+    loops.appendLeftOut(fields);
     Field applications = describeApplications(ait);
-    loops.appendUnknownByKey(applications);
+    loops.appendLeftOutByKey(applications, "application");
     fields.push_back(std::move(applications));
     return fields;
 }

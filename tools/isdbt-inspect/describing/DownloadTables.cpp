@@ -43,7 +43,7 @@ Field describeContent(const Quor::TDownloadContent& content) {
 Fields describeSdtt(const Quor::TSDTTTable& sdtt) {
     Field contents = listByPosition("download_contents", sdtt, sdtt.getDownloadContentSize(),
                                     &Quor::TSDTTTable::getDownloadContent, describeContent);
-    Loops(sdtt).appendUnknownInOrder(contents);
+    Loops(sdtt).appendLeftOutInOrder(contents);
     return {identifier("table_id_extension", sdtt.getTableIDExtension(), 4),
             identifier("maker_id", sdtt.getMakerID(), 2),
             identifier("model_id", sdtt.getModelID(), 2),
@@ -57,7 +57,7 @@ Fields describeDsmccSection(const Quor::TDSMCCSectionTable& section) {
     Fields fields{identifier("data_event_id", section.getDataEventID(), 1),
                   identifier("event_msg_group_id", section.getEventMsgGroupID(), 3)};
     appendDescriptors(fields, section);
-    Loops(section).appendUnknown(fields);
+    Loops(section).appendLeftOut(fields);
     return fields;
 }
 

@@ -46,6 +46,10 @@ Field listByKey(std::string_view name, const Holder& holder, std::list<Key>* (Ho
     return list(name, std::move(elements));
 }
 
+/// Says so when more elements of a list were sent than the library keeps.
+/// @param key what it keeps one element for: "country"
+Field keptOf(Field list, std::size_t sent, std::string_view key);
+
 /// The numbers of an array.
 /// @param hexDigits as in Number
 template <class Value> Field numbers(std::string_view name, const Value* values, std::size_t count, int hexDigits) {

@@ -1,5 +1,8 @@
 #include "describing/Loops.h"
 
+#include "describing/Lists.h"
+
+#include <algorithm>
 #include <map>
 
 namespace inspect {
@@ -10,24 +13,46 @@ constexpr CodeName SKIPPED_TAGS[] = {
     {0x42, "stuffing"},
 };
 
-void appendUnknownOf(Fields& fields, const DescriptorLoop& loop) {
-    Fields unknown;
-    for (const RawDescriptor& each : loop.descriptors) {
-        if (each.kind == nullptr) {
-            unknown.push_back(object("", {identifier("descriptor_tag", each.tag, 2).named(SKIPPED_TAGS),
-                                          number("length", each.length.value_or(0)).in("bytes"),
-                                          bytes("bytes", each.body.data(), each.body.size())}));
-        }
+Field describeRaw(const RawDescriptor& descriptor) {
+    Field tag = identifier("descriptor_tag", descriptor.tag, 2).named(SKIPPED_TAGS);
+    if (descriptor.kind != nullptr) {
+        tag.codeName = descriptor.kind->name;
     }
-    if (!unknown.empty()) {
-        fields.push_back(list("unknown_descriptors", std::move(unknown)));
+    return object("", {std::move(tag), number("length", descriptor.length.value_or(0)).in("bytes"),
+                       bytes("bytes", descriptor.body.data(), descriptor.body.size())});
+}
+
+/// Kinds of one name have one place in the library's objects.
+bool isDisplaced(const DescriptorLoop& loop, const RawDescriptor& descriptor) {
+    return std::any_of(loop.descriptors.begin(), loop.descriptors.end(), [&descriptor](const RawDescriptor& other) {
+        return other.offset > descriptor.offset && other.kind != nullptr && other.kind->name == descriptor.kind->name;
+    });
+}
+
+void appendUnlessEmpty(Fields& fields, std::string_view name, Fields elements) {
+    if (!elements.empty()) {
+        fields.push_back(list(name, std::move(elements)));
     }
 }
 
-void appendUnknownToEach(Field& entries, const std::vector<const DescriptorLoop*>& loops) {
+void appendLeftOutOf(Fields& fields, const DescriptorLoop& loop) {
+    Fields unknown;
+    Fields displaced;
+    for (const RawDescriptor& each : loop.descriptors) {
+        if (each.kind == nullptr) {
+            unknown.push_back(describeRaw(each));
+        } else if (isDisplaced(loop, each)) {
+            displaced.push_back(describeRaw(each));
+        }
+    }
+    appendUnlessEmpty(fields, "unknown_descriptors", std::move(unknown));
+    appendUnlessEmpty(fields, "displaced_descriptors", std::move(displaced));
+}
+
+void appendLeftOutOfEach(Field& entries, const std::vector<const DescriptorLoop*>& loops) {
     Fields& elements = std::get<List>(entries.value).elements;
     for (std::size_t at = 0; at < elements.size() && at < loops.size(); ++at) {
-        appendUnknownOf(std::get<Object>(elements[at].value).fields, *loops[at]);
+        appendLeftOutOf(std::get<Object>(elements[at].value).fields, *loops[at]);
     }
 }
 
@@ -35,37 +60,40 @@ void appendUnknownToEach(Field& entries, const std::vector<const DescriptorLoop*
 
 Loops::Loops(const Quor::TISDBTTable& table) : m_loops(descriptorLoops(table.getData(), table.getDataLength())) {}
 
-void Loops::appendUnknown(Fields& fields) const {
+void Loops::appendLeftOut(Fields& fields) const {
     for (const DescriptorLoop& loop : m_loops) {
         if (!loop.key) {
-            appendUnknownOf(fields, loop);
+            appendLeftOutOf(fields, loop);
         }
     }
 }
 
-void Loops::appendUnknownInOrder(Field& entries) const {
+void Loops::appendLeftOutInOrder(Field& entries) const {
     std::vector<const DescriptorLoop*> loops;
     for (const DescriptorLoop& loop : m_loops) {
         if (loop.key) {
             loops.push_back(&loop);
         }
     }
-    appendUnknownToEach(entries, loops);
+    appendLeftOutOfEach(entries, loops);
 }
 
-void Loops::appendUnknownByKey(Field& entries) const {
+void Loops::appendLeftOutByKey(Field& entries, std::string_view key) const {
     std::map<std::uint64_t, const DescriptorLoop*> byKey;
+    std::size_t sent = 0;
     for (const DescriptorLoop& loop : m_loops) {
         if (loop.key) {
             byKey[*loop.key] = &loop;
+            ++sent;
         }
     }
     std::vector<const DescriptorLoop*> loops;
     loops.reserve(byKey.size());
-    for (const auto& [key, loop] : byKey) {
+    for (const auto& [each, loop] : byKey) {
         loops.push_back(loop);
     }
-    appendUnknownToEach(entries, loops);
+    appendLeftOutOfEach(entries, loops);
+    entries = keptOf(std::move(entries), sent, key);
 }
 
 } // namespace inspect

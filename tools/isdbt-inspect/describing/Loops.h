@@ -6,19 +6,21 @@
 
 namespace inspect {
 
-/// The descriptor loops of a parsed table's section, for what the library leaves out of the table.
+/// The descriptor loops of a parsed table's section, for what the library leaves out of the table: descriptors that it
+/// has no class for, and those that a later one of their kind displaced.
 class Loops {
 public:
     explicit Loops(const Quor::TISDBTTable& table);
 
-    /// Appends what the table's own loop holds without a class for it.
-    void appendUnknown(Fields& fields) const;
+    /// Appends what is left out of the table's own loop.
+    void appendLeftOut(Fields& fields) const;
 
     /// The same to each entry, an Object, of a list in the order of the wire.
-    void appendUnknownInOrder(Field& entries) const;
+    void appendLeftOutInOrder(Field& entries) const;
 
-    /// The same to each entry of a list in ascending order of their keys, of each of which the last is kept.
-    void appendUnknownByKey(Field& entries) const;
+    /// The same to each entry of a list in ascending order of their keys. Says so when entries were displaced.
+    /// @param key what the entries are called: "service"
+    void appendLeftOutByKey(Field& entries, std::string_view key) const;
 
 private:
     std::vector<DescriptorLoop> m_loops;

@@ -34,8 +34,11 @@ Field describeListedService(const Quor::TServiceListDescriptorItem& item) {
 }
 
 Fields describeServiceList(const Quor::TServiceListDescriptor& descriptor) {
-    return {listByKey("items", descriptor, &Quor::TServiceListDescriptor::getServiceIDs,
-                      &Quor::TServiceListDescriptor::get, describeListedService)};
+    constexpr std::size_t ITEM_SIZE = 2;
+    const std::size_t sent = descriptor.getData()[1] / ITEM_SIZE;
+    return {keptOf(listByKey("items", descriptor, &Quor::TServiceListDescriptor::getServiceIDs,
+                             &Quor::TServiceListDescriptor::get, describeListedService),
+                   sent, "service")};
 }
 
 using Quor::TLinkageDescriptor;

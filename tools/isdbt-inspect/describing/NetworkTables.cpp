@@ -19,10 +19,10 @@ Fields describeNit(const Quor::TNITTable& nit) {
     const Loops loops(nit);
     Fields fields{identifier("network_id", nit.getNetworkID(), 4)};
     appendDescriptors(fields, nit);
-    loops.appendUnknown(fields);
+    loops.appendLeftOut(fields);
     Field streams = listByKey("transport_streams", nit, &Quor::TNITTable::getTransportStreamIDs,
                               &Quor::TNITTable::getTransportStreamInfo, describeTransportStream);
-    loops.appendUnknownByKey(streams);
+    loops.appendLeftOutByKey(streams, "transport stream");
     fields.push_back(std::move(streams));
     return fields;
 }
@@ -54,7 +54,7 @@ Field describeService(const TServiceDescription& service) {
 Fields describeSdt(const Quor::TSDTTable& sdt) {
     Field services = listByKey("services", sdt, &Quor::TSDTTable::getServiceIDs,
                                &Quor::TSDTTable::getServiceDescription, describeService);
-    Loops(sdt).appendUnknownByKey(services);
+    Loops(sdt).appendLeftOutByKey(services, "service");
     return {identifier("transport_stream_id", sdt.getTransportStreamID(), 4),
             identifier("original_network_id", sdt.getOriginalNetworkID(), 4), std::move(services)};
 }

@@ -13,10 +13,24 @@ Field describeProgram(const Quor::TProgramAssociation& program) {
                        identifier("program_map_pid", program.getProgramMapPid(), 4)});
 }
 
+/// The entries of program numbers other than 0, which stands for the network.
+std::size_t programsIn(const Quor::TPATTable& pat) {
+    constexpr QUOR_U32 ENTRY_SIZE = 4;
+    const QUOR_U8* const data = pat.getData();
+    const QUOR_U32 size = pat.getDataLength() - Quor::TISDBTTable::CRC_LENGTH;
+    std::size_t programs = 0;
+    for (QUOR_U32 at = Quor::TISDBTVersionedTable::COMMON_HEADER_LENGTH; at + ENTRY_SIZE <= size; at += ENTRY_SIZE) {
+        programs += data[at] != 0 || data[at + 1] != 0 ? 1U : 0U;
+    }
+    return programs;
+}
+
 Fields describePat(const Quor::TPATTable& pat) {
-    return {identifier("transport_stream_id", pat.getTransportStreamID(), 4),
-            identifier("network_pid", pat.getNetworkPid(), 4),
-            listByKey("programs", pat, &Quor::TPATTable::getProgramNumbers, &Quor::TPATTable::get, describeProgram)};
+    return {
+        identifier("transport_stream_id", pat.getTransportStreamID(), 4),
+        identifier("network_pid", pat.getNetworkPid(), 4),
+        keptOf(listByKey("programs", pat, &Quor::TPATTable::getProgramNumbers, &Quor::TPATTable::get, describeProgram),
+               programsIn(pat), "program")};
 }
 
 using Quor::TProgramMap;
@@ -65,10 +79,10 @@ Fields describePmt(const Quor::TPMTTable& pmt) {
     const Loops loops(pmt);
     Fields fields{identifier("program_number", pmt.getProgramNumber(), 4), identifier("pcr_pid", pmt.getPCRPID(), 4)};
     appendDescriptors(fields, pmt);
-    loops.appendUnknown(fields);
+    loops.appendLeftOut(fields);
     Field streams = listByPosition<Quor::TPMTTable, TProgramMap*, QUOR_U8>(
         "elementary_streams", pmt, pmt.size(), &Quor::TPMTTable::getProgramMap, describeElementaryStream);
-    loops.appendUnknownInOrder(streams);
+    loops.appendLeftOutInOrder(streams);
     fields.push_back(std::move(streams));
     return fields;
 }

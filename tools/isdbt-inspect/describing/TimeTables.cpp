@@ -5,8 +5,6 @@
 #include "descriptors/TLocalTimeOffsetDescriptor.h"
 #include "tot/TTOTTable.h"
 
-#include <fmt/format.h>
-
 namespace inspect {
 
 namespace {
@@ -31,17 +29,16 @@ Field describeItem(const Quor::TLocalTimeOffsetDescriptorItem& item) {
 }
 
 Fields describeLocalTimeOffset(const Quor::TLocalTimeOffsetDescriptor& descriptor) {
-    const unsigned sent = descriptor.getData()[1] / ITEM_SIZE;
-    const bool allKept = sent == descriptor.size();
-    return {listByKey("items", descriptor, &Quor::TLocalTimeOffsetDescriptor::getCountryCodes,
-                      &Quor::TLocalTimeOffsetDescriptor::get, describeItem)
-                .reads(allKept ? "" : fmt::format("of {} sent; of each country the last is kept", sent))};
+    const std::size_t sent = descriptor.getData()[1] / ITEM_SIZE;
+    return {keptOf(listByKey("items", descriptor, &Quor::TLocalTimeOffsetDescriptor::getCountryCodes,
+                             &Quor::TLocalTimeOffsetDescriptor::get, describeItem),
+                   sent, "country")};
 }
 
 Fields describeTot(const Quor::TTOTTable& tot) {
     Fields fields{number("unix_time", tot.getUnixTime()).reads(isoTime(tot.getUnixTime()))};
     appendDescriptors(fields, tot);
-    Loops(tot).appendUnknown(fields);
+    Loops(tot).appendLeftOut(fields);
     return fields;
 }
 

@@ -55,7 +55,7 @@ TEST(UnknownDescriptors, OfANetworkStandUnderTheStreamWhoseEntryIsKept) {
             "    descriptor_tag 0x42 (stuffing)",
             "    length 0 bytes",
             "    bytes <>",
-            "transport_streams [2]",
+            "transport_streams [2] = of 3 sent; of each transport stream the last is kept",
             "  -",
             "    transport_stream_id 0x0735",
             "    original_network_id 0x0001",
@@ -184,6 +184,47 @@ TEST(UnknownDescriptors, OfADsmccSectionStandInIt) {
                   "    descriptor_tag 0x17",
                   "    length 1 bytes",
                   "    bytes <AA>",
+              }));
+}
+
+TEST(DisplacedDescriptors, StandUnderTheEntryThatKeepsTheLastOfTheirKind) {
+    EXPECT_EQ(describedTable<Quor::TPMTTable>(
+                  longSection(0x02, {0xE6A0}, hex("E100 F000  1B E111 F009 520181 520182 520183"))),
+              (Lines{
+                  "program_number 0xE6A0",
+                  "pcr_pid 0x0100",
+                  "elementary_streams [1]",
+                  "  -",
+                  "    stream_type 0x1B (H.264 video)",
+                  "    elementary_pid 0x0111",
+                  "    stream_identifier_descriptor",
+                  "      descriptor_tag 0x52",
+                  "      component_tag 0x83",
+                  "    displaced_descriptors [2]",
+                  "      -",
+                  "        descriptor_tag 0x52 (stream_identifier_descriptor)",
+                  "        length 1 bytes",
+                  "        bytes <81>",
+                  "      -",
+                  "        descriptor_tag 0x52 (stream_identifier_descriptor)",
+                  "        length 1 bytes",
+                  "        bytes <82>",
+              }));
+}
+
+TEST(DisplacedDescriptors, AreThoseOfGingaJByThoseOfGingaNcl) {
+    EXPECT_EQ(describedTable<Quor::TAITTable>(longSection(0x74, {9}, hex("F006 0302 0161 0600  F000"))),
+              (Lines{
+                  "application_type 0x0009 (Ginga-NCL)",
+                  "ginga_application_descriptor",
+                  "  descriptor_tag 0x06 (Ginga-NCL)",
+                  "  parameters [0]",
+                  "displaced_descriptors [1]",
+                  "  -",
+                  "    descriptor_tag 0x03 (ginga_application_descriptor)",
+                  "    length 2 bytes",
+                  "    bytes <01 61>",
+                  "applications [0]",
               }));
 }
 
