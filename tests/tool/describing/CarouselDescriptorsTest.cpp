@@ -17,7 +17,7 @@ TEST(CarouselDescriptors, CarouselIdentifier) {
                   "carousel_identifier_descriptor",
                   "  descriptor_tag 0x13",
                   "  carousel_id 0x0000002A",
-                  "  format_id 0 (not available)",
+                  "  format_id 0 = not decoded; it begins private_data",
                   "  module_version 0",
                   "  module_id 0x0000",
                   "  block_size 0 bytes",

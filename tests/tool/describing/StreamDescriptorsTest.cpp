@@ -27,12 +27,25 @@ TEST(StreamDescriptors, Component) {
                   "component_descriptor",
                   "  descriptor_tag 0x50",
                   "  stream_content 5 (H.264 video)",
-                  "  component_type 0xB3",
+                  "  component_type 0xB3 = 1080i 16:9",
                   "  stream_content_component_type 0x05B3",
                   "  component_tag 0x81",
                   "  language_code \"por\"",
                   "  text \"HD\"",
               }));
+}
+
+TEST(StreamDescriptors, ComponentReadsTypesOfVideoOnly) {
+    EXPECT_THAT(described<Quor::TComponentDescriptor>("50 06 F1 01 00 706F72"),
+                testing::Contains("  component_type 0x01 = 480i 4:3"));
+    EXPECT_THAT(described<Quor::TComponentDescriptor>("50 06 F1 D2 00 706F72"),
+                testing::Contains("  component_type 0xD2 = 240p 16:9 with pan vectors"));
+    EXPECT_THAT(described<Quor::TComponentDescriptor>("50 06 F2 03 10 706F72"),
+                testing::Contains("  component_type 0x03"));
+    for (const std::string type : {"00", "05", "13", "F3", "BF"}) {
+        EXPECT_THAT(described<Quor::TComponentDescriptor>("50 06 F1 " + type + " 00 706F72"),
+                    testing::Contains("  component_type 0x" + type));
+    }
 }
 
 TEST(StreamDescriptors, Copyright) {

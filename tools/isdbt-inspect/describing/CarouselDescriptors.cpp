@@ -11,16 +11,9 @@ namespace inspect {
 
 namespace {
 
-using Quor::TCarouselIdentifierDescriptor;
-
-constexpr CodeName FORMATS[] = {
-    {TCarouselIdentifierDescriptor::FORMAT_TYPE_NOT_AVAILABLE, "not available"},
-    {TCarouselIdentifierDescriptor::FORMAT_TYPE_SERVIC_GATEWAY, "service gateway"},
-};
-
-Fields describeCarouselIdentifier(const TCarouselIdentifierDescriptor& descriptor) {
+Fields describeCarouselIdentifier(const Quor::TCarouselIdentifierDescriptor& descriptor) {
     return {identifier("carousel_id", descriptor.getCarouselID(), 8),
-            code("format_id", descriptor.getFormatID(), FORMATS),
+            number("format_id", descriptor.getFormatID()).reads("not decoded; it begins private_data"),
             number("module_version", descriptor.getModuleVersion()),
             identifier("module_id", descriptor.getModuleID(), 4),
             number("block_size", descriptor.getBlockSize()).in("bytes"),

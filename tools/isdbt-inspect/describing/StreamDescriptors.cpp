@@ -27,9 +27,25 @@ constexpr CodeName STREAM_CONTENTS[] = {
     {6, "HE-AAC audio"},
 };
 
+/// What component_type says of video.
+std::string videoFormat(unsigned streamContent, unsigned componentType) {
+    constexpr unsigned VIDEO = 1;
+    constexpr unsigned H264_VIDEO = 5;
+    constexpr std::string_view LINES[] = {"480i", "", "", "", "", "", "", "", "", "", "480p", "1080i", "720p", "240p"};
+    constexpr std::string_view ASPECTS[] = {"", "4:3", "16:9 with pan vectors", "16:9", "wider than 16:9"};
+    const unsigned lines = componentType >> 4U;
+    const unsigned aspect = componentType & 0x0FU;
+    if ((streamContent != VIDEO && streamContent != H264_VIDEO) || lines >= std::size(LINES) || LINES[lines].empty() ||
+        aspect >= std::size(ASPECTS) || ASPECTS[aspect].empty()) {
+        return {};
+    }
+    return fmt::format("{} {}", LINES[lines], ASPECTS[aspect]);
+}
+
 Fields describeComponent(const Quor::TComponentDescriptor& descriptor) {
     return {code("stream_content", descriptor.getStreamContent(), STREAM_CONTENTS),
-            identifier("component_type", descriptor.getComponentType(), 2),
+            identifier("component_type", descriptor.getComponentType(), 2)
+                .reads(videoFormat(descriptor.getStreamContent(), descriptor.getComponentType())),
             identifier("stream_content_component_type", descriptor.getStreamContentComponentType(), 4),
             identifier("component_tag", descriptor.getComponentTag(), 2),
             text("language_code", descriptor.getLanguageCode()),
