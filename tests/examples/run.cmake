@@ -1,0 +1,21 @@
+# Runs what stands behind "--", and compares the exit STATUS, standard output with the file OUTPUT (nothing without
+# one), and standard error with ERRORS.
+set(command "")
+set(behind FALSE)
+math(EXPR last "${CMAKE_ARGC} - 1")
+foreach(at RANGE ${last})
+  if(behind)
+    list(APPEND command ${CMAKE_ARGV${at}})
+  elseif(CMAKE_ARGV${at} STREQUAL "--")
+    set(behind TRUE)
+  endif()
+endforeach()
+
+set(expected "")
+if(OUTPUT)
+  file(READ ${OUTPUT} expected)
+endif()
+execute_process(COMMAND ${command} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
+if(NOT status STREQUAL STATUS OR NOT output STREQUAL expected OR NOT errors STREQUAL ERRORS)
+  message(FATAL_ERROR "${command} ends with ${status} and prints\n${output}and on standard error\n${errors}")
+endif()
