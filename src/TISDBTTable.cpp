@@ -56,6 +56,7 @@ bool TISDBTTable::parseCommonHeader(QUOR_U8* sectionData, QUOR_U32 dataLength, i
         ISDBTUtils::setErrorCode(errorCode, ERROR_INVALID_TABLE_ID);
         return false;
     }
+    // table_id (8) | section_syntax_indicator (1) reserved (3) section_length (12)
     const QUOR_U16 stated = section.length12(1);
     if (!section.has(COMMON_HEADER_LENGTH, stated)) {
         QUOR_ISDBT_LOG("%s: TISDBTTable::parse: Section length exceeds data length. Aborting!", detail::LOG_TAG);

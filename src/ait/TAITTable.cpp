@@ -13,8 +13,8 @@ namespace {
 
 constexpr QUOR_U16 TABLE_ID = 0x74;
 
-// table_id to last_section_number (64) | reserved (4) common_descriptors_length (12) | descriptors |
-// reserved (4) application_loop_length (12) | applications | CRC_32 (32)
+// reserved (4) common_descriptors_length (12) | descriptors |
+// reserved (4) application_loop_length (12) | applications
 constexpr QUOR_U32 LOOP_LENGTH_LENGTH = 2;
 
 detail::Outcome tooLong(QUOR_U32 needed, QUOR_U32 left) {

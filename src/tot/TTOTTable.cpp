@@ -14,8 +14,7 @@ namespace {
 
 constexpr QUOR_U16 TABLE_ID = 0x73;
 
-// table_id (8) | flags (4) section_length (12) | UTC_time (40) | reserved (4) descriptors_loop_length (12) |
-// descriptors
+// UTC_time (40) | reserved (4) descriptors_loop_length (12) | descriptors
 constexpr QUOR_U32 UTC_TIME_AT = 3;
 constexpr QUOR_U32 LOOP_LENGTH_AT = 8;
 constexpr QUOR_U32 DESCRIPTORS_AT = 10;
