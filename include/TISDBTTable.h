@@ -68,8 +68,11 @@ public:
     };
 
     /// Keeps a private copy of the section.
+    /// @param type              which table it is.
     /// @param minimumDataLength fewest bytes that parseCommonHeader() accepts.
     /// @param expectedTableId   the table_id that the section must have.
+    /// @param sectionData       the section, from table_id to CRC_32.
+    /// @param dataLength        number of bytes.
     TISDBTTable(Type type, QUOR_U32 minimumDataLength, QUOR_U16 expectedTableId, QUOR_U8* sectionData,
                 QUOR_U32 dataLength);
     ~TISDBTTable() override;
@@ -81,6 +84,8 @@ public:
     virtual std::list<QUOR_U8>* getDescriptorTags() const;
 
     /// Checks the section header: null data, length, table_id, section_length, in this order.
+    /// @param sectionData   the section, from table_id to CRC_32.
+    /// @param dataLength    number of bytes; those behind the section are ignored.
     /// @param checkCRC32    ignored.
     /// @param errorCode     the reason of a failure; not written on success. May be null.
     /// @param sectionLength receives the number of bytes between this header and the CRC_32, modulo 65536. Not null.
@@ -89,6 +94,7 @@ public:
     virtual bool parseCommonHeader(QUOR_U8* sectionData, QUOR_U32 dataLength, int checkCRC32, QUOR_U16* errorCode,
                                    QUOR_U16* sectionLength, TISDBTTable* previous);
 
+    /// Which table this is.
     Type getType() const { return m_eMyType; }
 
     /// Does nothing; callers may call it.

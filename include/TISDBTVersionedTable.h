@@ -22,7 +22,13 @@ public:
     ~TISDBTVersionedTable() override;
 
     /// Checks the short header as TISDBTTable does, then @p previous, and reads the long header.
-    /// @param previous the table of an earlier version, or null. Not kept.
+    /// @param sectionData   the section, from table_id to CRC_32.
+    /// @param dataLength    number of bytes; those behind the section are ignored.
+    /// @param checkCRC32    ignored.
+    /// @param errorCode     the reason of a failure; not written on success. May be null.
+    /// @param sectionLength receives the number of bytes between this header and the CRC_32, modulo 65536. Not null.
+    /// @param previous      the table of an earlier version, or null. Not kept.
+    /// @return whether the header is good.
     bool parseCommonHeader(QUOR_U8* sectionData, QUOR_U32 dataLength, int checkCRC32, QUOR_U16* errorCode,
                            QUOR_U16* sectionLength, TISDBTTable* previous) override;
 
@@ -35,7 +41,10 @@ public:
     /// current_next_indicator: true when the section applies now. It takes part in no decision of the library.
     QUOR_BOOL getCurrentIndicator() const { return m_bCurrentIndicator; }
 
+    /// section_number, 0 to 255: which of the table's sections this is.
     QUOR_U8 getSectionNumber() const { return m_iSectionNum; }
+
+    /// last_section_number, 0 to 255: the section_number of the table's last section.
     QUOR_U8 getLastSectionNumber() const { return m_iLastSectionNum; }
 
 private:

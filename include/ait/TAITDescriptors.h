@@ -27,6 +27,8 @@ struct QUOR_ISDBT_API TAITDescriptors {
     TAITDescriptors(const TAITDescriptors&) = delete;
     TAITDescriptors& operator=(const TAITDescriptors&) = delete;
 
+    /// @name One descriptor of each kind; null when absent.
+    /// @{
     std::unique_ptr<TApplicationDescriptor> m_pApplicationDesc;
     std::unique_ptr<TApplicationNameDescriptor> m_pApplicationNameDesc;
     std::unique_ptr<TApplicationIconDescriptor> m_pApplicationIconDesc;
@@ -39,6 +41,7 @@ struct QUOR_ISDBT_API TAITDescriptors {
     std::unique_ptr<TGingaApplicationDescriptor> m_pGingaAppParamsDesc;
     /// The Ginga-J or the Ginga-NCL class.
     std::unique_ptr<TGingaApplicationLocationDescriptor> m_pGingaAppLocationDesc;
+    /// @}
 };
 
 } // namespace Quor

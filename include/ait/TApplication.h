@@ -31,12 +31,12 @@ public:
 
     /// @name Values of getControlCode()
     /// @{
-    static constexpr QUOR_U8 CONTROLCODE_AUTOSTART = 1;
-    static constexpr QUOR_U8 CONTROLCODE_PRESENT = 2;
-    static constexpr QUOR_U8 CONTROLCODE_DESTROY = 3;
-    static constexpr QUOR_U8 CONTROLCODE_KILL = 4;
-    static constexpr QUOR_U8 CONTROLCODE_REMOTE = 6;
-    static constexpr QUOR_U8 CONTROLCODE_UNBOUND = 7;
+    static constexpr QUOR_U8 CONTROLCODE_AUTOSTART = 1; ///< to be started as soon as its service is selected
+    static constexpr QUOR_U8 CONTROLCODE_PRESENT = 2;   ///< may be started, by the user or by another application
+    static constexpr QUOR_U8 CONTROLCODE_DESTROY = 3;   ///< to be ended in an orderly way
+    static constexpr QUOR_U8 CONTROLCODE_KILL = 4;      ///< to be ended at once
+    static constexpr QUOR_U8 CONTROLCODE_REMOTE = 6;    ///< belongs to another service
+    static constexpr QUOR_U8 CONTROLCODE_UNBOUND = 7;   ///< may be kept for later, whichever service is selected
     /// @}
 
     /// An empty application without a table, over the caller's bytes, which are not copied.
@@ -66,6 +66,7 @@ public:
     /// Sets the table that descriptors are inherited from; null for none. It is not owned and must outlive its use.
     void setParentAITTable(TAITTable* parent) { m_pParentAITTable = parent; }
 
+    /// Sets what getApplicationType() returns; parsing a table sets its application_type.
     void setApplicationType(QUOR_U16 appType) { m_iApplicationType = appType; }
 
     /// The application's key, see TApplicationIdentifier::calculateHashID(); empty in an application that was not

@@ -16,6 +16,8 @@ public:
 
     /// Organisation 0, application 0.
     TApplicationIdentifier();
+    /// @param organizationId organisation_id.
+    /// @param applicationId  application_id.
     TApplicationIdentifier(QUOR_U32 organizationId, QUOR_U16 applicationId);
     /// A copy of @p source, which must not be null.
     explicit TApplicationIdentifier(TApplicationIdentifier* source);

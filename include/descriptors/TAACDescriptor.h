@@ -15,16 +15,16 @@ public:
 
     /// @name Known values of getProfileAndLevel()
     /// @{
-    static constexpr QUOR_U8 PROFILE_ACC_L1 = 40;
-    static constexpr QUOR_U8 PROFILE_ACC_L2 = 41;
-    static constexpr QUOR_U8 PROFILE_ACC_L4 = 42;
-    static constexpr QUOR_U8 PROFILE_ACC_L5 = 43;
-    static constexpr QUOR_U8 PROFILE_HIGH_EFFICIENCY_ACC_L2 = 44;
-    static constexpr QUOR_U8 PROFILE_HIGH_EFFICIENCY_ACC_L3 = 45;
-    static constexpr QUOR_U8 PROFILE_HIGH_EFFICIENCY_ACC_L4 = 46;
-    static constexpr QUOR_U8 PROFILE_HIGH_EFFICIENCY_ACC_L5 = 47;
-    static constexpr QUOR_U8 PROFILE_NOT_SPECIFIED = 254;
-    static constexpr QUOR_U8 PROFILE_NO_AUDIO_INFO = 255;
+    static constexpr QUOR_U8 PROFILE_ACC_L1 = 40;                 ///< AAC, level 1
+    static constexpr QUOR_U8 PROFILE_ACC_L2 = 41;                 ///< AAC, level 2
+    static constexpr QUOR_U8 PROFILE_ACC_L4 = 42;                 ///< AAC, level 4
+    static constexpr QUOR_U8 PROFILE_ACC_L5 = 43;                 ///< AAC, level 5
+    static constexpr QUOR_U8 PROFILE_HIGH_EFFICIENCY_ACC_L2 = 44; ///< HE-AAC, level 2
+    static constexpr QUOR_U8 PROFILE_HIGH_EFFICIENCY_ACC_L3 = 45; ///< HE-AAC, level 3
+    static constexpr QUOR_U8 PROFILE_HIGH_EFFICIENCY_ACC_L4 = 46; ///< HE-AAC, level 4
+    static constexpr QUOR_U8 PROFILE_HIGH_EFFICIENCY_ACC_L5 = 47; ///< HE-AAC, level 5
+    static constexpr QUOR_U8 PROFILE_NOT_SPECIFIED = 254;         ///< another profile or level
+    static constexpr QUOR_U8 PROFILE_NO_AUDIO_INFO = 255;         ///< nothing is said of the audio
     /// @}
 
     /// An empty descriptor over the caller's bytes, which are not copied.

@@ -13,6 +13,8 @@ class QUOR_ISDBT_API TApplicationNameDescriptorItem {
 public:
     /// Empty strings.
     TApplicationNameDescriptorItem();
+    /// @param languageCode ISO_639_language_code, three letters.
+    /// @param name         application_name.
     TApplicationNameDescriptorItem(std::string languageCode, std::string name);
     /// A copy of @p source, which must not be null.
     explicit TApplicationNameDescriptorItem(TApplicationNameDescriptorItem* source);

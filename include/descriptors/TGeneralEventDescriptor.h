@@ -18,11 +18,11 @@ public:
 
     /// @name Known values of getTimeMode()
     /// @{
-    static constexpr QUOR_U8 TIME_MODE_NONE = 0;
-    static constexpr QUOR_U8 TIME_MODE_MJD_UTC = 1;
-    static constexpr QUOR_U8 TIME_MODE_NPT = 2;
-    static constexpr QUOR_U8 TIME_MODE_EVENT_RELATIVE = 3;
-    static constexpr QUOR_U8 TIME_MODE_MJD_UTC_2 = 5;
+    static constexpr QUOR_U8 TIME_MODE_NONE = 0;           ///< at once, without a time
+    static constexpr QUOR_U8 TIME_MODE_MJD_UTC = 1;        ///< date and time of day
+    static constexpr QUOR_U8 TIME_MODE_NPT = 2;            ///< normal play time
+    static constexpr QUOR_U8 TIME_MODE_EVENT_RELATIVE = 3; ///< relative to the start of the programme
+    static constexpr QUOR_U8 TIME_MODE_MJD_UTC_2 = 5;      ///< date and time of day
     /// @}
 
     /// An empty descriptor over the caller's bytes, which are not copied.

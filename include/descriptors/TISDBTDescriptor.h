@@ -15,6 +15,10 @@ public:
     /// Bytes of descriptor_tag and descriptor_length.
     static constexpr QUOR_U32 COMMON_HEADER_LENGTH = 2;
 
+    /// A view of the caller's bytes, which are not copied.
+    /// @param descriptorTag the tag of the class.
+    /// @param sectionData   the descriptor, from its tag on.
+    /// @param dataLength    number of bytes.
     TISDBTDescriptor(QUOR_U8 descriptorTag, QUOR_U8* sectionData, QUOR_U32 dataLength);
     ~TISDBTDescriptor() override;
 
@@ -22,9 +26,13 @@ public:
     QUOR_U8 getDescriptorTag() const { return m_iDescriptorTag; }
 
     /// Checks descriptor_tag and descriptor_length against the tag and the minimum of a class.
+    /// @param sectionData             the descriptor, from its tag on.
+    /// @param dataLength              number of bytes.
     /// @param errorCode               ERROR_OK or the reason of the failure (ERROR_INVALID_DATA,
     ///                                ERROR_INVALID_DESCRIPTOR_LENGTH, ERROR_INVALID_DESCRIPTOR_TAG). May be null.
     /// @param minimumDescriptorLength the smallest descriptor_length that the class accepts.
+    /// @param expectedDescriptorTag   the tag of the class.
+    /// @return whether the header is good.
     static bool parseCommonHeader(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U16* errorCode,
                                   QUOR_U8 minimumDescriptorLength, QUOR_U16 expectedDescriptorTag);
 

@@ -16,6 +16,7 @@ public:
 
     /// @name Values of logo_transmission_type
     /// @{
+
     /// A logo in the common data table, with its version and its download data.
     static constexpr QUOR_U8 TYPE_CDT1 = 1;
     /// A logo in the common data table, by its identifier alone.

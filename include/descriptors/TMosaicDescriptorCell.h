@@ -21,11 +21,11 @@ public:
 
     /// @name Values of cell_linkage_info
     /// @{
-    static constexpr QUOR_U8 LINKAGE_TYPE_UNDEFINED = 0;
-    static constexpr QUOR_U8 LINKAGE_TYPE_BOUQUET_RELATED = 1;
-    static constexpr QUOR_U8 LINKAGE_TYPE_SERVICE_RELATED = 2;
-    static constexpr QUOR_U8 LINKAGE_TYPE_OTHER_MOSAIC_RELATED = 3;
-    static constexpr QUOR_U8 LINKAGE_TYPE_EVENT_RELATED = 4;
+    static constexpr QUOR_U8 LINKAGE_TYPE_UNDEFINED = 0;            ///< leads nowhere
+    static constexpr QUOR_U8 LINKAGE_TYPE_BOUQUET_RELATED = 1;      ///< leads to a bouquet
+    static constexpr QUOR_U8 LINKAGE_TYPE_SERVICE_RELATED = 2;      ///< leads to a service
+    static constexpr QUOR_U8 LINKAGE_TYPE_OTHER_MOSAIC_RELATED = 3; ///< leads to another mosaic
+    static constexpr QUOR_U8 LINKAGE_TYPE_EVENT_RELATED = 4;        ///< leads to a programme of a service
     /// @}
 
     TMosaicDescriptorCell();
@@ -35,9 +35,8 @@ public:
     /// @param data         the cell.
     /// @param length       bytes left in the descriptor.
     /// @param parsedLength receives the bytes that the cell took. May be null.
-    /// @param err          ERROR_OK or ERROR_INVALID_DATA_LENGTH, also for a cell_linkage_info other than 1 to 4. May
-    /// be
-    ///                     null.
+    /// @param err          ERROR_OK or ERROR_INVALID_DATA_LENGTH, also for a cell_linkage_info other than 1 to 4.
+    ///                     May be null.
     /// @return a new cell, which the caller deletes, or null.
     static TMosaicDescriptorCell* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* err);
 

@@ -17,17 +17,17 @@ public:
     /// @name Values of guard_interval
     /// Callers use these names, spelling and all.
     /// @{
-    static constexpr QUOR_U8 GUARD_INTERNVAL_1_32 = 0;
-    static constexpr QUOR_U8 GUARD_INTERNVAL_1_16 = 1;
-    static constexpr QUOR_U8 GUARD_INTERNVAL_1_8 = 2;
-    static constexpr QUOR_U8 GUARD_INTERNVAL_1_4 = 3;
+    static constexpr QUOR_U8 GUARD_INTERNVAL_1_32 = 0; ///< 1/32 of a symbol
+    static constexpr QUOR_U8 GUARD_INTERNVAL_1_16 = 1; ///< 1/16 of a symbol
+    static constexpr QUOR_U8 GUARD_INTERNVAL_1_8 = 2;  ///< 1/8 of a symbol
+    static constexpr QUOR_U8 GUARD_INTERNVAL_1_4 = 3;  ///< 1/4 of a symbol
     /// @}
 
     /// @name Values of transmission_mode
     /// @{
-    static constexpr QUOR_U8 TRANSMISSION_MODE_1 = 0;
-    static constexpr QUOR_U8 TRANSMISSION_MODE_2 = 1;
-    static constexpr QUOR_U8 TRANSMISSION_MODE_3 = 2;
+    static constexpr QUOR_U8 TRANSMISSION_MODE_1 = 0; ///< 2K carriers
+    static constexpr QUOR_U8 TRANSMISSION_MODE_2 = 1; ///< 4K carriers
+    static constexpr QUOR_U8 TRANSMISSION_MODE_3 = 2; ///< 8K carriers
     /// @}
 
     /// An empty descriptor over the caller's bytes, which are not copied.

@@ -46,6 +46,7 @@ public:
     /// @param source an object of the class that belongs to its type; not null.
     static TTransportProtocolDescriptor* clone(TTransportProtocolDescriptor* source);
 
+    /// Which variant this is.
     Type getType() const { return m_eMyType; }
 
     /// protocol_id.
@@ -57,10 +58,10 @@ public:
 protected:
     /// The service whose multiplex carries the files. The identifiers are 0 unless it is another service's.
     struct Connection {
-        QUOR_BOOL m_bRemoteConnection;
-        QUOR_U16 m_iOriginalNetworkID;
-        QUOR_U16 m_iTransportStreamID;
-        QUOR_U16 m_iServiceID;
+        QUOR_BOOL m_bRemoteConnection; ///< remote_connection
+        QUOR_U16 m_iOriginalNetworkID; ///< original_network_id
+        QUOR_U16 m_iTransportStreamID; ///< transport_stream_id
+        QUOR_U16 m_iServiceID;         ///< service_id
     };
 
     /// A descriptor with label 0 over the caller's bytes, which are not copied.

@@ -21,6 +21,8 @@ struct TNITDescriptors {
     TNITDescriptors(const TNITDescriptors&) = delete;
     TNITDescriptors& operator=(const TNITDescriptors&) = delete;
 
+    /// @name One descriptor of each kind; null when absent.
+    /// @{
     std::unique_ptr<TNetworkNameDescriptor> m_pNetworkNameDesc;
     std::unique_ptr<TSystemManagementDescriptor> m_pSystemMngDesc;
     std::unique_ptr<TServiceListDescriptor> m_pServiceListDesc;
@@ -29,6 +31,7 @@ struct TNITDescriptors {
     std::unique_ptr<TEmergencyInformationDescriptor> m_pEmergencyInfoDesc;
     std::unique_ptr<TPartialReceptionDescriptor> m_pPartialRecepDesc;
     std::unique_ptr<TTSInformationDescriptor> m_pTSInfoDesc;
+    /// @}
 };
 
 } // namespace Quor

@@ -34,7 +34,10 @@ public:
     static TTransportStreamInfo* parse(QUOR_U8* data, QUOR_U32 length, int parseDescriptors, QUOR_U32* parsedLength,
                                        QUOR_U16* err);
 
+    /// transport_stream_id.
     QUOR_U16 getTransportStreamID() const { return m_iTransportStreamID; }
+
+    /// original_network_id: the network that the stream comes from.
     QUOR_U16 getOriginalNetworkID() const { return m_iOriginalNetworkID; }
 
     /// @name The descriptors of the transport stream, owned by the entry; null when absent.

@@ -14,7 +14,10 @@ public:
     TProgramAssociation(QUOR_U16 programNumber, QUOR_U16 programMapPid);
     virtual ~TProgramAssociation();
 
+    /// program_number, the service_id of the service.
     QUOR_U16 getProgramNumber() const { return m_iProgramNumber; }
+
+    /// program_map_PID, 13 bits: where the sections of the service's program map table are.
     QUOR_U16 getProgramMapPid() const { return m_iProgramMapPid; }
 
 private:

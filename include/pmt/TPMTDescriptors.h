@@ -35,6 +35,8 @@ struct TPMTDescriptors {
     TPMTDescriptors(const TPMTDescriptors&) = delete;
     TPMTDescriptors& operator=(const TPMTDescriptors&) = delete;
 
+    /// @name One descriptor of each kind; null when absent.
+    /// @{
     std::unique_ptr<TCAIdentifierDescriptor> m_pCAIdentifierDesc;
     std::unique_ptr<TCopyrightDescriptor> m_pCopyrightDesc;
     std::unique_ptr<TCountryAvailabilityDescriptor> m_pCountryAvailabilityDesc;
@@ -57,6 +59,7 @@ struct TPMTDescriptors {
     std::unique_ptr<TAVCTimingAndHRDDescriptor> m_pAVCTimingAndHRDDesc;
     std::unique_ptr<TAACDescriptor> m_pAACDesc;
     std::unique_ptr<TCarouselIdentifierDescriptor> m_pCarouselIdentDesc;
+    /// @}
 };
 
 } // namespace Quor

@@ -23,37 +23,37 @@ class QUOR_ISDBT_API TProgramMap {
 public:
     /// @name Values of stream_type, for callers; the library compares nothing with them.
     /// @{
-    static constexpr QUOR_U8 STREAM_TYPE_0X01 = 1;
+    static constexpr QUOR_U8 STREAM_TYPE_0X01 = 1; ///< MPEG-1 video
     /// Not 2: callers depend on this value.
     static constexpr QUOR_U8 STREAM_TYPE_0X02 = 3;
-    static constexpr QUOR_U8 STREAM_TYPE_0X03 = 3;
-    static constexpr QUOR_U8 STREAM_TYPE_0X04 = 4;
-    static constexpr QUOR_U8 STREAM_TYPE_SECTION = 5;
-    static constexpr QUOR_U8 STREAM_TYPE_PES_PACKAGE = 6;
-    static constexpr QUOR_U8 STREAM_TYPE_0X07 = 7;
-    static constexpr QUOR_U8 STREAM_TYPE_0X08 = 8;
-    static constexpr QUOR_U8 STREAM_TYPE_0X09 = 9;
-    static constexpr QUOR_U8 STREAM_TYPE_0X0A = 10;
-    static constexpr QUOR_U8 STREAM_TYPE_0X0B = 11;
-    static constexpr QUOR_U8 STREAM_TYPE_0X0C = 12;
-    static constexpr QUOR_U8 STREAM_TYPE_0X0D = 13;
-    static constexpr QUOR_U8 STREAM_TYPE_0X0E = 14;
-    static constexpr QUOR_U8 STREAM_TYPE_0X0F = 15;
-    static constexpr QUOR_U8 STREAM_TYPE_0X10 = 16;
-    static constexpr QUOR_U8 STREAM_TYPE_0X11 = 17;
-    static constexpr QUOR_U8 STREAM_TYPE_PKG_STREAM_OR_FLEXMUX_STREAM_PES = 18;
-    static constexpr QUOR_U8 STREAM_TYPE_PKG_STREAM_OR_FLEXMUX_STREAM_14496 = 19;
-    static constexpr QUOR_U8 STREAM_TYPE_DOWN_SYNC_PROTOCOL = 20;
-    static constexpr QUOR_U8 STREAM_TYPE_METADATA_TRANSP_BY_PES_PACKAGE = 21;
-    static constexpr QUOR_U8 STREAM_TYPE_METADATA_TRANSP_BY_METADATA_SECTION = 22;
-    static constexpr QUOR_U8 STREAM_TYPE_METADATA_TRANSP_BY_DATA_CAROUSEL = 23;
-    static constexpr QUOR_U8 STREAM_TYPE_METADATA_TRANSP_BY_OBJECT_CAROUSEL = 24;
-    static constexpr QUOR_U8 STREAM_TYPE_METADATA_TRANSP_DOWNLOAD_SYNC_PROT = 25;
-    static constexpr QUOR_U8 STREAM_TYPE_IPMP_STREAM = 26;
-    static constexpr QUOR_U8 STREAM_TYPE_VIDEO = 27;
-    static constexpr QUOR_U8 STREAM_TYPE_DATA_PIPING = 126;
-    static constexpr QUOR_U8 STREAM_TYPE_IPMP_STREAM_2 = 127;
-    static constexpr QUOR_U8 STREAM_TYPE_AC3 = 0x81;
+    static constexpr QUOR_U8 STREAM_TYPE_0X03 = 3;        ///< MPEG-1 audio
+    static constexpr QUOR_U8 STREAM_TYPE_0X04 = 4;        ///< MPEG-2 audio
+    static constexpr QUOR_U8 STREAM_TYPE_SECTION = 5;     ///< private sections, such as those of AITs
+    static constexpr QUOR_U8 STREAM_TYPE_PES_PACKAGE = 6; ///< PES packets with private data, such as captions
+    static constexpr QUOR_U8 STREAM_TYPE_0X07 = 7;        ///< MHEG
+    static constexpr QUOR_U8 STREAM_TYPE_0X08 = 8;        ///< DSM-CC
+    static constexpr QUOR_U8 STREAM_TYPE_0X09 = 9;        ///< ITU-T H.222.1
+    static constexpr QUOR_U8 STREAM_TYPE_0X0A = 10;       ///< DSM-CC multi-protocol encapsulation
+    static constexpr QUOR_U8 STREAM_TYPE_0X0B = 11;       ///< DSM-CC U-N messages: object carousel
+    static constexpr QUOR_U8 STREAM_TYPE_0X0C = 12;       ///< DSM-CC stream descriptors
+    static constexpr QUOR_U8 STREAM_TYPE_0X0D = 13;       ///< DSM-CC sections of any kind: data carousel
+    static constexpr QUOR_U8 STREAM_TYPE_0X0E = 14;       ///< auxiliary data
+    static constexpr QUOR_U8 STREAM_TYPE_0X0F = 15;       ///< AAC audio in ADTS
+    static constexpr QUOR_U8 STREAM_TYPE_0X10 = 16;       ///< MPEG-4 video
+    static constexpr QUOR_U8 STREAM_TYPE_0X11 = 17;       ///< AAC audio in LATM
+    static constexpr QUOR_U8 STREAM_TYPE_PKG_STREAM_OR_FLEXMUX_STREAM_PES = 18;    ///< MPEG-4 stream in PES packets
+    static constexpr QUOR_U8 STREAM_TYPE_PKG_STREAM_OR_FLEXMUX_STREAM_14496 = 19;  ///< MPEG-4 stream in sections
+    static constexpr QUOR_U8 STREAM_TYPE_DOWN_SYNC_PROTOCOL = 20;                  ///< synchronised download protocol
+    static constexpr QUOR_U8 STREAM_TYPE_METADATA_TRANSP_BY_PES_PACKAGE = 21;      ///< metadata in PES packets
+    static constexpr QUOR_U8 STREAM_TYPE_METADATA_TRANSP_BY_METADATA_SECTION = 22; ///< metadata in sections
+    static constexpr QUOR_U8 STREAM_TYPE_METADATA_TRANSP_BY_DATA_CAROUSEL = 23;    ///< metadata in a data carousel
+    static constexpr QUOR_U8 STREAM_TYPE_METADATA_TRANSP_BY_OBJECT_CAROUSEL = 24;  ///< metadata in an object carousel
+    static constexpr QUOR_U8 STREAM_TYPE_METADATA_TRANSP_DOWNLOAD_SYNC_PROT = 25;  ///< metadata in downloads
+    static constexpr QUOR_U8 STREAM_TYPE_IPMP_STREAM = 26;                         ///< rights management (MPEG-2 IPMP)
+    static constexpr QUOR_U8 STREAM_TYPE_VIDEO = 27;                               ///< H.264 video
+    static constexpr QUOR_U8 STREAM_TYPE_DATA_PIPING = 126;                        ///< data piping
+    static constexpr QUOR_U8 STREAM_TYPE_IPMP_STREAM_2 = 127;                      ///< rights management
+    static constexpr QUOR_U8 STREAM_TYPE_AC3 = 0x81;                               ///< AC-3 audio
     /// @}
 
     /// A stream of type 0 on PID 0 without descriptors and without a parent.

@@ -36,7 +36,10 @@ public:
     static TSDTTable* parse(QUOR_U8* data, QUOR_U32 length, int parseDescriptors, int checkCRC32, QUOR_U16* err,
                             TSDTTable* previous);
 
+    /// transport_stream_id of the stream whose services are described.
     QUOR_U16 getTransportStreamID() const { return getGenericDataField(); }
+
+    /// original_network_id: the network that the stream comes from.
     QUOR_U16 getOriginalNetworkID() const { return m_iOriginalNetworkID; }
 
     /// The number of services.

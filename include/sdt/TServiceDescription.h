@@ -32,16 +32,16 @@ class QUOR_ISDBT_API TServiceDescription {
 public:
     /// @name Values of running_status.
     /// @{
-    static constexpr QUOR_U16 RUNNING_STATUS_NOT_RUNNING = 1;
-    static constexpr QUOR_U16 RUNNING_STATUS_STARTS_IN_A_FEW_MINUTES = 2;
-    static constexpr QUOR_U16 RUNNING_STATUS_PAUSING = 3;
-    static constexpr QUOR_U16 RUNNING_STATUS_RUNNING = 4;
+    static constexpr QUOR_U16 RUNNING_STATUS_NOT_RUNNING = 1;             ///< is not on the air
+    static constexpr QUOR_U16 RUNNING_STATUS_STARTS_IN_A_FEW_MINUTES = 2; ///< begins soon
+    static constexpr QUOR_U16 RUNNING_STATUS_PAUSING = 3;                 ///< is interrupted
+    static constexpr QUOR_U16 RUNNING_STATUS_RUNNING = 4;                 ///< is on the air
     /// @}
 
     /// @name Values of free_CA_mode.
     /// @{
-    static constexpr QUOR_U16 FREE_CA_MODE_NOT_SCRAMBLED = 0;
-    static constexpr QUOR_U16 FREE_CA_MODE_CA_SYSTEM = 1;
+    static constexpr QUOR_U16 FREE_CA_MODE_NOT_SCRAMBLED = 0; ///< no component is scrambled
+    static constexpr QUOR_U16 FREE_CA_MODE_CA_SYSTEM = 1;     ///< a conditional access system controls some component
     /// @}
 
     /// All fields 0, no descriptors.
@@ -59,6 +59,7 @@ public:
     static TServiceDescription* parse(QUOR_U8* data, QUOR_U32 length, int parseDescriptors, QUOR_U32* parsedLength,
                                       QUOR_U16* err);
 
+    /// service_id, the program_number of the service in other tables.
     QUOR_U16 getServiceID() const { return m_iServiceID; }
 
     /// EIT_schedule_flag: whether the stream carries the service's programme schedule.

@@ -12,7 +12,8 @@ namespace Quor {
 class QUOR_ISDBT_API ParserUtils {
 public:
     /// Copies @p length bytes into a new array.
-    /// @param pData the bytes; at least @p length of them.
+    /// @param pData  the bytes; at least @p length of them.
+    /// @param length their number.
     /// @param target receives the array, which the caller frees with `delete[]`, or null when @p length is 0.
     ///               Its old value is overwritten, never freed. A null @p target on entry is logged, and the copy is
     ///               made all the same.
