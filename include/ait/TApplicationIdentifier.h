@@ -36,7 +36,7 @@ public:
     /// organisation_id.
     QUOR_U32 getOrganizationID() const { return m_iOrganizationID; }
 
-    /// application_id.
+    /// application_id, 0 to 65535.
     QUOR_U16 getApplicationID() const { return m_iApplicationID; }
 
     /// The key of an application: twelve upper-case hexadecimal digits, organisation_id before application_id, so that

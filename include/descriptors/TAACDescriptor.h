@@ -41,7 +41,7 @@ public:
     static TAACDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
                                  QUOR_U16* errorCode);
 
-    /// profile_and_level.
+    /// profile_and_level, 0 to 255.
     QUOR_U8 getProfileAndLevel() const { return m_iProfileAndLevel; }
 
     /// AAC_type_flag: whether getAACType() comes from the wire.

@@ -60,7 +60,7 @@ public:
     /// True when the visibility is 1 or 3.
     QUOR_BOOL isVisibileForApplications() const { return m_bVisibilityApps; }
 
-    /// application_priority among the applications of the service.
+    /// application_priority among the applications of the service, 0 to 255.
     QUOR_U8 getApplicationPriority() const { return m_iApplicationPriority; }
 
     /// The number of transport protocol labels, kept in 8 bits.

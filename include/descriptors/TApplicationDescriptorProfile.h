@@ -24,16 +24,16 @@ public:
     static TApplicationDescriptorProfile* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
                                                 QUOR_U16* errorCode);
 
-    /// application_profile.
+    /// application_profile, 0 to 65535.
     QUOR_U16 getApplicationProfile() const { return m_iApplicationProfile; }
 
-    /// version.major.
+    /// version.major, 0 to 255.
     QUOR_U8 getVersionMajor() const { return m_iVersionMajor; }
 
-    /// version.minor.
+    /// version.minor, 0 to 255.
     QUOR_U8 getVersionMinor() const { return m_iVersionMinor; }
 
-    /// version.micro.
+    /// version.micro, 0 to 255.
     QUOR_U8 getVersionMicro() const { return m_iVersionMicro; }
 
 private:

@@ -25,7 +25,7 @@ public:
     static TCompatibilityDescriptorSubItem* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
                                                   QUOR_U16* errorCode);
 
-    /// subDescriptorType.
+    /// subDescriptorType, 0 to 255.
     QUOR_U8 getSubDescriptorType() const { return m_iSubDescriptorType; }
 
     /// subDescriptorLength: the bytes of getAdditionalInformation().

@@ -28,7 +28,7 @@ public:
     static TConditionalPlaybackDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
                                                  QUOR_U16* errorCode);
 
-    /// CA_system_id.
+    /// CA_system_id, 0 to 65535.
     QUOR_U16 getCASystemID() const { return m_iCASystemID; }
 
     /// CA_PID, 13 bits.

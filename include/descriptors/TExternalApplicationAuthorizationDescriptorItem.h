@@ -31,7 +31,7 @@ public:
     /// organisation_id and application_id, owned by the item; null in one that was not parsed.
     TApplicationIdentifier* getApplicationIdentifier() const { return m_pAppIdentifier.get(); }
 
-    /// application_priority.
+    /// application_priority, 0 to 255.
     QUOR_U8 getPriority() const { return m_iPriority; }
 
 private:

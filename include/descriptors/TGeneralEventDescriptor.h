@@ -55,16 +55,17 @@ public:
     /// The low 32 bits of the normal play time of mode 2, in units of 1/90000 s; else 0.
     QUOR_U32 getEventMsgNPTL() const { return m_iEventMsgNPTL; }
 
-    /// Bits 35 to 32 of the relative time of mode 3; else 0.
+    /// Bits 35 to 32 of the relative time of mode 3, 0 to 15, as received: the first of the nine BCD digits HHMMSSmmm
+    /// that count from the start of the programme; else 0.
     QUOR_U8 getEventMsgRelativeTimeH() const { return m_iEventMsgRelativeTimeH; }
 
-    /// The low 32 bits of the relative time of mode 3; else 0.
+    /// The low 32 bits of the relative time of mode 3, as received: the other eight of its BCD digits; else 0.
     QUOR_U32 getEventMsgRelativeTimeL() const { return m_iEventMsgRelativeTimeL; }
 
-    /// event_msg_type.
+    /// event_msg_type, 0 to 255.
     QUOR_U8 getEventMsgType() const { return m_iEventMsgType; }
 
-    /// event_msg_id.
+    /// event_msg_id, 0 to 65535.
     QUOR_U16 getEventMsgID() const { return m_iEventMsgID; }
 
     /// The number of bytes of getPrivateData(), kept in 8 bits.

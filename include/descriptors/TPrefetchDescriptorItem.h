@@ -29,7 +29,7 @@ public:
     /// label, as received.
     std::string getLabel() const { return m_sLabel; }
 
-    /// prefetch_priority.
+    /// prefetch_priority, 0 to 255.
     QUOR_U8 getPriority() const { return m_iPriority; }
 
 private:

@@ -28,7 +28,7 @@ public:
     static TStreamEventDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
                                          QUOR_U16* errorCode);
 
-    /// eventId.
+    /// eventId, 0 to 65535.
     QUOR_U16 getEventID() const { return m_iEventID; }
 
     /// Bit 32 of eventNPT, 0 or 1.

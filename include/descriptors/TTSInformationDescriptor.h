@@ -32,7 +32,7 @@ public:
     /// @return a new descriptor, which the caller deletes, or null.
     static TTSInformationDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* err);
 
-    /// remote_control_key_id.
+    /// remote_control_key_id, 0 to 255.
     QUOR_U8 getRemoteControlKeyID() const { return m_iRCKeyID; }
 
     /// The name as it is on the wire, in the character coding of the broadcast.

@@ -46,7 +46,7 @@ public:
     /// The two bits below them, 0 to 3: the modulation of the layer.
     QUOR_U8 getModulationSystem() const;
 
-    /// num_of_service.
+    /// num_of_service, 0 to 255.
     QUOR_U8 getNumberOfServices() const { return m_iNumberOfServices; }
 
     /// The service_ids in wire order, owned by the item; null when there are none.

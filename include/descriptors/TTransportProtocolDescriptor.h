@@ -49,7 +49,7 @@ public:
     /// Which variant this is.
     Type getType() const { return m_eMyType; }
 
-    /// protocol_id.
+    /// protocol_id, 0 to 65535.
     QUOR_U16 getProtocolID() const { return m_iProtocolID; }
 
     /// transport_protocol_label, by which the other descriptors of an application refer to this one.

@@ -38,7 +38,7 @@ public:
     static TNITTable* parse(QUOR_U8* data, QUOR_U32 length, int checkCRC32, int parseDescriptors, QUOR_U16* err,
                             TNITTable* previous);
 
-    /// network_id.
+    /// network_id, 0 to 65535.
     QUOR_U16 getNetworkID() const { return getGenericDataField(); }
 
     /// @name The descriptors of the network, owned by the table; null when absent.

@@ -34,7 +34,7 @@ public:
     static TTransportStreamInfo* parse(QUOR_U8* data, QUOR_U32 length, int parseDescriptors, QUOR_U32* parsedLength,
                                        QUOR_U16* err);
 
-    /// transport_stream_id.
+    /// transport_stream_id, 0 to 65535.
     QUOR_U16 getTransportStreamID() const { return m_iTransportStreamID; }
 
     /// original_network_id: the network that the stream comes from.

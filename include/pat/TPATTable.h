@@ -32,7 +32,7 @@ public:
     static TPATTable* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, int parseDescriptors, int checkCRC32,
                             QUOR_U16* errorCode, TPATTable* previous);
 
-    /// transport_stream_id.
+    /// transport_stream_id, 0 to 65535.
     QUOR_U16 getTransportStreamID() const { return getGenericDataField(); }
 
     /// network_PID, the entry of program_number 0; 0 when the section has none.
