@@ -64,14 +64,19 @@ Finished runProgram(const std::string& program, const std::vector<std::string>& 
     }
     posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, errors.path().c_str(), O_WRONLY | O_APPEND, MODE);
 
-    std::vector<std::string> words{program};
+    // A program for another machine is an argument of its emulator.
+    std::vector<std::string> words;
+    if (*EMULATOR != '\0') {
+        words.emplace_back(EMULATOR);
+    }
+    words.push_back(program);
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> argv;
     std::transform(words.begin(), words.end(), std::back_inserter(argv), [](std::string& word) { return word.data(); });
     argv.push_back(nullptr);
 
     pid_t child = 0;
-    const int failed = posix_spawn(&child, program.c_str(), &actions, nullptr, argv.data(), environ);
+    const int failed = posix_spawnp(&child, argv.front(), &actions, nullptr, argv.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     close(input.readEnd);
     close(unread.writeEnd);
