@@ -1,8 +1,6 @@
 #ifndef QUOR_TAIT_DESCRIPTORS_H
 #define QUOR_TAIT_DESCRIPTORS_H
 
-#include "QuorISDBTExport.h"
-
 #include <memory>
 
 namespace Quor {
@@ -20,7 +18,7 @@ class TTransportProtocolDescriptor;
 
 /// What the common loop of an application information table and the loop of each application may carry: one
 /// descriptor of each kind, null when absent.
-struct QUOR_ISDBT_API TAITDescriptors {
+struct TAITDescriptors {
     TAITDescriptors();
     ~TAITDescriptors();
 
