@@ -1,3 +1,8 @@
+# What a receiver gets, unless it asks for something else: it is short of flash, not of time.
+if(PROJECT_IS_TOP_LEVEL AND NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE MinSizeRel CACHE STRING "Build type" FORCE)
+endif()
+
 # Every target of the project links quor_build_options: language level, warnings, sanitizers.
 add_library(quor_build_options INTERFACE)
 target_compile_features(quor_build_options INTERFACE cxx_std_17)
