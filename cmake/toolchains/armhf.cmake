@@ -1,0 +1,5 @@
+# The receiver's machine: Debian's cross compiler, Debian's libraries for armhf, and qemu-user to run what it builds.
+set(CMAKE_SYSTEM_NAME Linux)
+set(CMAKE_SYSTEM_PROCESSOR arm)
+set(CMAKE_CXX_COMPILER arm-linux-gnueabihf-g++)
+set(CMAKE_CROSSCOMPILING_EMULATOR qemu-arm)

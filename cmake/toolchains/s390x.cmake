@@ -1,0 +1,5 @@
+# A big-endian machine, in the same way as armhf.
+set(CMAKE_SYSTEM_NAME Linux)
+set(CMAKE_SYSTEM_PROCESSOR s390x)
+set(CMAKE_CXX_COMPILER s390x-linux-gnu-g++)
+set(CMAKE_CROSSCOMPILING_EMULATOR qemu-s390x)
