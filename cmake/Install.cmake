@@ -4,11 +4,11 @@ include(CMakePackageConfigHelpers)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/QuorISDBT)
 
-set(libraries QuorISDBT-static)
-set(loggers QuorLogger-2.0-static)
+set(libraries QuorISDBT)
+set(loggers QuorLogger-2.0)
 if(BUILD_SHARED_LIBS)
-  list(APPEND libraries QuorISDBT)
-  list(APPEND loggers QuorLogger-2.0)
+  list(APPEND libraries QuorISDBT-static)
+  list(APPEND loggers QuorLogger-2.0-static)
 endif()
 
 install(TARGETS ${libraries} EXPORT QuorISDBTTargets
