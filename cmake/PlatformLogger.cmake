@@ -1,0 +1,10 @@
+# QuorISDBT::QuorLogger-2.0 of the platform's own libQuorLogger-2.0.
+find_library(QUOR_ISDBT_PLATFORM_LOGGER QuorLogger-2.0 DOC "The platform's logging library")
+if(QUOR_ISDBT_PLATFORM_LOGGER MATCHES "\\.a$")
+  add_library(QuorISDBT::QuorLogger-2.0 STATIC IMPORTED)
+elseif(QUOR_ISDBT_PLATFORM_LOGGER)
+  add_library(QuorISDBT::QuorLogger-2.0 SHARED IMPORTED)
+endif()
+if(TARGET QuorISDBT::QuorLogger-2.0)
+  set_target_properties(QuorISDBT::QuorLogger-2.0 PROPERTIES IMPORTED_LOCATION ${QUOR_ISDBT_PLATFORM_LOGGER})
+endif()
