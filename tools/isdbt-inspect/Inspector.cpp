@@ -8,14 +8,6 @@ namespace inspect {
 
 namespace {
 
-std::optional<Place> placeOf(const Section& section) {
-    const std::optional<LongHeader> header = section.longHeader();
-    if (!header) {
-        return std::nullopt;
-    }
-    return Place{header->version, header->current, header->sectionNumber, header->lastSectionNumber};
-}
-
 Rejection rejectionOf(const Section& section, ParsedSection& parsed) {
     return {parsed.errorCode, std::string(errorName(parsed.errorCode)), std::move(parsed.logLines),
             describeDescriptors(section.data(), section.size()),
@@ -56,15 +48,17 @@ std::vector<Finding> damagesIn(const std::map<Pid, PidCounts>& counts) {
 
 } // namespace
 
-Inspector::Inspector(Renderer& renderer, const PidSet& byHand, const Charset& charset)
-    : m_renderer(renderer), m_charset(charset), m_following(byHand) {
+Inspector::Inspector(Renderer& renderer, const Interest& interest, const Charset& charset)
+    : m_renderer(renderer), m_interest(interest), m_charset(charset), m_following(interest.pids) {
     m_gatherer.setPids(m_following.pids());
 }
 
 void Inspector::run(Input& input) {
+    m_renderer.begin(input.name());
     PacketReader packets(input);
     while (const std::uint8_t* const packet = packets.next(m_gatherer.pids())) {
-        for (const Section& section : m_gatherer.push(packet, packets.packets())) {
+        const Position position{packets.packets(), packets.offset(), packets.seconds()};
+        for (const Section& section : m_gatherer.push(packet, position)) {
             take(section);
         }
     }
@@ -73,36 +67,47 @@ void Inspector::run(Input& input) {
     for (const Finding& finding : last.damages) {
         m_foundFault = m_foundFault || finding.count != 0;
     }
-    m_renderer.summary(last);
+    m_renderer.end(last);
     if (packets.cutOffBytes() != 0) {
         throw InputError(input.name(), fmt::format("cut off in its last packet ({} of {} bytes)", packets.cutOffBytes(),
                                                    packets.spacing()));
     }
 }
 
+bool Inspector::isOfInterest(std::uint8_t tableId) const {
+    return m_interest.tables.empty() || m_interest.tables.count(tableId) != 0;
+}
+
 void Inspector::take(const Section& section) {
-    if (tableName(section.tableId()).empty()) {
+    if (!section.sound() || tableName(section.tableId()).empty()) {
         return;
     }
     const SeenSections::News news = m_seen.look(section);
-    if (news == SeenSections::News::Repetition) {
-        return;
+    if (news != SeenSections::News::Repetition) {
+        show(section, news);
     }
+}
+
+void Inspector::show(const Section& section, SeenSections::News news) {
     ParsedSection parsed = parse(section);
     SectionReport report{section.pid(),
                          section.tableId(),
                          std::string(parsed.tableName),
-                         section.packet(),
-                         placeOf(section),
+                         section.position(),
+                         section.longHeader(),
                          news == SeenSections::News::SameVersion,
+                         !section.sound(),
                          {},
                          std::nullopt};
+    if (parsed.table != nullptr && m_following.follow(section, *parsed.table)) {
+        m_gatherer.setPids(m_following.pids());
+    }
+    if (!isOfInterest(section.tableId())) {
+        return;
+    }
     if (parsed.table != nullptr) {
         report.fields = describe(*parsed.table, m_charset);
         ++m_shown;
-        if (m_following.follow(section, *parsed.table)) {
-            m_gatherer.setPids(m_following.pids());
-        }
     } else {
         report.rejection = rejectionOf(section, parsed);
         ++m_rejected;

@@ -8,16 +8,24 @@
 #include "sections/SectionGatherer.h"
 #include "sections/SeenSections.h"
 
+#include <set>
+
 namespace inspect {
 
-/// Leads a stream through the rooms: packets, sections, parsing, following, describing, rendering.
+/// What of a stream is of interest.
+struct Interest {
+    PidSet pids;                   ///< to look at beside those that are signalled
+    std::set<std::uint8_t> tables; ///< the table_id of those to show; all when there is none
+};
+
+/// Leads one input through the rooms: packets, sections, parsing, following, describing, rendering.
 class Inspector {
 public:
-    /// @param byHand PIDs to look at beside those that are signalled
+    /// @param interest what of the input is shown
     /// @param charset what the texts are in
-    Inspector(Renderer& renderer, const PidSet& byHand, const Charset& charset);
+    Inspector(Renderer& renderer, const Interest& interest, const Charset& charset);
 
-    /// Shows what the stream carries, and a summary at its end.
+    /// Shows what a transport stream carries, and a summary at its end.
     /// @throws InputError
     void run(Input& input);
 
@@ -26,9 +34,12 @@ public:
 
 private:
     void take(const Section& section);
+    bool isOfInterest(std::uint8_t tableId) const;
+    void show(const Section& section, SeenSections::News news);
     Summary summary(const PacketReader& packets) const;
 
     Renderer& m_renderer;
+    const Interest& m_interest;
     const Charset& m_charset;
     SectionGatherer m_gatherer;
     SeenSections m_seen;

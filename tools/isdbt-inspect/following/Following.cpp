@@ -39,12 +39,12 @@ bool Following::Source::operator<(const Source& other) const {
 
 bool Following::follow(const Section& section, const Quor::TISDBTTable& table) {
     const std::optional<LongHeader> header = section.longHeader();
-    if (!header || !header->current) {
+    if (!section.pid() || !header || !header->current) {
         return false;
     }
     // There is one PAT: another transport_stream_id takes the place of the former.
     const std::uint16_t extension = section.tableId() == PAT ? std::uint16_t{0} : header->extension;
-    const Carried carried{section.pid(), section.tableId()};
+    const Carried carried{*section.pid(), section.tableId()};
     forgetBeyond({carried, extension, header->lastSectionNumber});
     CarriedSet signalled = signalledBy(table);
     const Source source{carried, extension, header->sectionNumber};

@@ -2,7 +2,10 @@
 
 #include "packets/Input.h"
 #include "packets/Pid.h"
+#include "packets/StreamClock.h"
 
+#include <array>
+#include <optional>
 #include <vector>
 
 namespace inspect {
@@ -22,6 +25,15 @@ public:
 
     /// Packets so far, of whatever PID. The packet that next() returned is the last of them.
     std::uint64_t packets() const { return m_packets; }
+
+    /// How many of them there were of each PID.
+    const std::array<std::uint64_t, PID_COUNT>& packetsOfPids() const { return m_packetsOfPids; }
+
+    /// Where the packet that next() returned begins in the input, in bytes.
+    std::uint64_t offset() const { return m_offset; }
+
+    /// When the packet that next() returned was sent, in seconds since the stream's first time stamps.
+    std::optional<double> seconds() const { return m_clock.seconds(m_packets); }
 
     /// Bytes so far that were no packets.
     std::uint64_t skippedBytes() const { return m_skipped; }
@@ -48,6 +60,10 @@ private:
     bool m_synchronised = false;
     std::size_t m_spacing = 0;
     std::uint64_t m_packets = 0;
+    std::array<std::uint64_t, PID_COUNT> m_packetsOfPids{};
+    StreamClock m_clock;
+    std::uint64_t m_dropped = 0; ///< bytes of the input before those in the buffer
+    std::uint64_t m_offset = 0;
     std::uint64_t m_skipped = 0;
     std::size_t m_cutOff = 0;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "describing/Field.h"
+#include "sections/Section.h"
 
 #include <cstdint>
 #include <optional>
@@ -18,23 +19,16 @@ struct Rejection {
     std::vector<std::uint8_t> section;
 };
 
-/// Where a section stands in its table.
-struct Place {
-    unsigned version;
-    bool current;
-    unsigned sectionNumber;
-    unsigned lastSectionNumber;
-};
-
 /// A section that says something new.
 struct SectionReport {
-    std::uint16_t pid;
+    std::optional<Pid> pid; ///< nothing for a section that did not come in packets
     std::uint8_t tableId;
     std::string tableName;
-    std::uint64_t packet;       ///< number of the packet that completed it, from 1
-    std::optional<Place> place; ///< for sections with the long header
-    bool sameVersion;           ///< other bytes than before under the same version
-    Fields fields;              ///< when it was taken
+    Position position;
+    std::optional<LongHeader> header;
+    bool sameVersion; ///< other bytes than before under the same version
+    bool damaged;     ///< incomplete, or its CRC_32 is wrong
+    Fields fields;    ///< when it was taken
     std::optional<Rejection> rejection;
 };
 
@@ -43,14 +37,14 @@ struct Finding {
     std::string singular;
     std::string plural;
     std::uint64_t count;
-    std::vector<std::uint16_t> pids;
+    std::vector<Pid> pids;
 };
 
 /// What is said when the input ends.
 struct Summary {
-    std::uint64_t packets;
-    std::size_t packetSpacing;
-    std::size_t pids; ///< on which sections were looked for, and packets found
+    std::uint64_t packets;     ///< 0 when the input is no packets
+    std::size_t packetSpacing; ///< from one to the next, in bytes
+    std::size_t pids;          ///< on which sections were looked for, and packets found
     std::uint64_t sections;
     std::uint64_t shown;
     std::uint64_t rejected;

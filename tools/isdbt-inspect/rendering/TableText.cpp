@@ -51,7 +51,7 @@ std::vector<std::size_t> columnWidths(const std::vector<Row>& rows) {
 
 } // namespace
 
-bool appendTable(std::string& text, const List& list, std::size_t indent) {
+bool appendTable(Page& page, const List& list, std::size_t indent) {
     if (!isTable(list)) {
         return false;
     }
@@ -61,7 +61,7 @@ bool appendTable(std::string& text, const List& list, std::size_t indent) {
     for (const std::size_t column : widths) {
         width += column;
     }
-    if (width > LINE_WIDTH + GAP) {
+    if (width > page.style.width + GAP) {
         return false;
     }
     for (const Row& row : rows) {
@@ -69,7 +69,7 @@ bool appendTable(std::string& text, const List& list, std::size_t indent) {
         for (std::size_t column = 0; column < row.size(); ++column) {
             line += padded(row[column], widths[column]);
         }
-        text += line.substr(0, line.find_last_not_of(' ') + 1) + '\n';
+        page.text += line.substr(0, line.find_last_not_of(' ') + 1) + '\n';
     }
     return true;
 }

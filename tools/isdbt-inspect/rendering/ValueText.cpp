@@ -1,6 +1,5 @@
 #include "rendering/ValueText.h"
 
-#include <algorithm>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
@@ -58,17 +57,6 @@ std::string valueText(const Field& field) {
         text += " = " + field.reading;
     }
     return text;
-}
-
-std::size_t columns(const std::string& text) {
-    // of a character in UTF-8, all bytes but the first begin with the bits 10
-    return static_cast<std::size_t>(std::count_if(
-        text.begin(), text.end(), [](char each) { return (static_cast<unsigned char>(each) & 0xC0U) != 0x80; }));
-}
-
-std::string padded(const std::string& text, std::size_t width) {
-    const std::size_t used = columns(text);
-    return used < width ? text + std::string(width - used, ' ') : text;
 }
 
 } // namespace inspect

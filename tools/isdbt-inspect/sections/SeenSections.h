@@ -28,7 +28,7 @@ public:
 private:
     /// PID, table_id, table_id_extension, section_number, current_next_indicator. The next version of a table is
     /// announced beside the current one.
-    using Place = std::tuple<Pid, std::uint8_t, std::uint16_t, std::uint8_t, bool>;
+    using Place = std::tuple<std::optional<Pid>, std::uint8_t, std::uint16_t, std::uint8_t, bool>;
 
     struct Last {
         int version;

@@ -1,0 +1,39 @@
+#include "rendering/SummaryText.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+namespace inspect {
+
+namespace {
+
+std::string counted(std::uint64_t count, std::string_view singular, std::string_view plural) {
+    return fmt::format("{} {}", count, count == 1 ? singular : plural);
+}
+
+std::string damageText(const Finding& finding) {
+    const std::string text = counted(finding.count, finding.singular, finding.plural);
+    return finding.pids.empty() ? text : fmt::format("{} (PID 0x{:04X})", text, fmt::join(finding.pids, ", 0x"));
+}
+
+} // namespace
+
+std::string summaryText(const Summary& summary) {
+    const std::string packets =
+        summary.packets == 0
+            ? ""
+            : fmt::format("{} of {} bytes, ", counted(summary.packets, "packet", "packets"), summary.packetSpacing);
+    const std::string pids = summary.pids == 0 ? "" : " on " + counted(summary.pids, "PID", "PIDs");
+    std::string text =
+        fmt::format("{}{}{}: {} shown, {} rejected", packets, counted(summary.sections, "section", "sections"), pids,
+                    summary.shown, summary.rejected);
+    for (const Finding& finding : summary.damages) {
+        text += ", " + damageText(finding);
+    }
+    if (summary.skippedBytes != 0) {
+        text += ", " + counted(summary.skippedBytes, "byte", "bytes") + " between packets skipped";
+    }
+    return text + '\n';
+}
+
+} // namespace inspect

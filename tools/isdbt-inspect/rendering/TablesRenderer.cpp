@@ -1,0 +1,33 @@
+#include "rendering/TablesRenderer.h"
+
+#include "rendering/FieldText.h"
+#include "rendering/SectionText.h"
+#include "rendering/SummaryText.h"
+
+namespace inspect {
+
+namespace {
+
+constexpr std::size_t INDENT = 2;
+
+} // namespace
+
+void TablesRenderer::begin(const std::string& name) {
+    m_output.write(inputHeading(name, m_style));
+}
+
+void TablesRenderer::section(const SectionReport& report) {
+    Page page{m_style, sectionTitle(report, m_style) + '\n'};
+    if (report.rejection) {
+        appendRejection(page, *report.rejection, INDENT);
+    } else {
+        appendFields(page, report.fields, INDENT);
+    }
+    m_output.write(page.text + '\n');
+}
+
+void TablesRenderer::end(const Summary& summary) {
+    m_output.write(summaryText(summary));
+}
+
+} // namespace inspect
