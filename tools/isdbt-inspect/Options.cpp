@@ -69,13 +69,28 @@ std::string checkCharset(const std::string& name) {
     }
 }
 
-/// Lets an option have one of the values that have names.
+/// A check for the names of some values.
+template <class Value> auto checkName(const std::map<std::string, Value>& values) {
+    return [&values](const std::string& name) {
+        if (values.count(name) != 0) {
+            return std::string();
+        }
+        std::string names;
+        for (const auto& [each, value] : values) {
+            names += (names.empty() ? "" : ", ") + each;
+        }
+        return name + " is none of " + names;
+    };
+}
+
+/// Adds an option that has one of some values, by name.
 template <class Value, class Target>
-CLI::Option* addChoice(CLI::App& app, const std::string& name, Target& target,
-                       const std::map<std::string, Value>& choices, const std::string& description) {
-    return app.add_option(name, target, description)
-        ->transform(CLI::Transformer(choices, CLI::ignore_case).description(""))
-        ->check(CLI::IsMember(choices, CLI::ignore_case).description(""));
+CLI::Option* addChoice(CLI::App& app, const std::string& option, Target& target,
+                       const std::map<std::string, Value>& values, const std::string& description) {
+    return app
+        .add_option_function<std::string>(
+            option, [&](const std::string& name) { target = values.at(name); }, description)
+        ->check(checkName(values));
 }
 
 void addInputs(CLI::App& app, Options& options) {
@@ -105,16 +120,18 @@ void addInterest(CLI::App& app, Options& options) {
         ->type_name("PID")
         ->allow_extra_args(false)
         ->check(checkPid);
-    app.add_option_function<std::vector<std::uint8_t>>(
+    app.add_option_function<std::vector<std::string>>(
            "--table",
-           [&options](const std::vector<std::uint8_t>& tables) {
-               options.interest.tables.insert(tables.begin(), tables.end());
+           [&options](const std::vector<std::string>& names) {
+               for (const std::string& name : names) {
+                   options.interest.tables.insert(TABLES.at(name));
+               }
            },
            "show these only: pat, pmt, nit, sdt, tot, ait, sdtt, dsmcc; several behind commas")
         ->type_name("TABLE,...")
         ->allow_extra_args(false)
         ->delimiter(',')
-        ->transform(CLI::Transformer(TABLES, CLI::ignore_case).description(""));
+        ->check(checkName(TABLES));
 }
 
 void addOutput(CLI::App& app, Options& options) {

@@ -10,9 +10,9 @@ namespace {
 using News = inspect::SeenSections::News;
 
 inspect::Section section(const ByteVector& bytes) {
-    std::unique_ptr<std::uint8_t[], inspect::FreeMemory> copy(static_cast<std::uint8_t*>(std::malloc(bytes.size())));
+    inspect::Section::Memory copy(static_cast<std::uint8_t*>(std::malloc(bytes.size())));
     std::copy(bytes.begin(), bytes.end(), copy.get());
-    return inspect::Section(0x0321, std::move(copy), 1);
+    return inspect::Section(0x0321, std::move(copy), inspect::Position{});
 }
 
 /// A DSM-CC section: of the tables it is the one whose extensions change most.

@@ -19,14 +19,12 @@ std::string damageText(const Finding& finding) {
 } // namespace
 
 std::string summaryText(const Summary& summary) {
-    const std::string packets =
-        summary.packets == 0
-            ? ""
-            : fmt::format("{} of {} bytes, ", counted(summary.packets, "packet", "packets"), summary.packetSpacing);
-    const std::string pids = summary.pids == 0 ? "" : " on " + counted(summary.pids, "PID", "PIDs");
-    std::string text =
-        fmt::format("{}{}{}: {} shown, {} rejected", packets, counted(summary.sections, "section", "sections"), pids,
-                    summary.shown, summary.rejected);
+    std::string text = counted(summary.sections, "section", "sections");
+    if (summary.packets != 0) {
+        text = fmt::format("{} of {} bytes, {} on {}", counted(summary.packets, "packet", "packets"),
+                           summary.packetSpacing, text, counted(summary.pids, "PID", "PIDs"));
+    }
+    text += fmt::format(": {} shown, {} rejected", summary.shown, summary.rejected);
     for (const Finding& finding : summary.damages) {
         text += ", " + damageText(finding);
     }
