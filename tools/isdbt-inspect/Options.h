@@ -2,6 +2,7 @@
 
 #include "Inspector.h"
 #include "describing/Charset.h"
+#include "rendering/Terminal.h"
 
 #include <cstdint>
 #include <optional>
@@ -13,8 +14,6 @@ namespace inspect {
 
 /// What is made of an input.
 enum class View { Tree, Tables, Stats, Diff };
-
-enum class Colour { Auto, Always, Never };
 
 /// What the user asks for.
 struct Options {

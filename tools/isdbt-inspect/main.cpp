@@ -17,10 +17,8 @@ int fail(Status status, const std::string& message) {
 }
 
 inspect::Style styleFor(const inspect::Options& options) {
-    inspect::Style style;
+    inspect::Style style = inspect::styleFor(STDOUT_FILENO, options.colour, options.width);
     style.namesInputs = options.inputs.size() > 1;
-    style.colour = options.colour == inspect::Colour::Always;
-    style.width = options.width.value_or(style.width);
     return style;
 }
 

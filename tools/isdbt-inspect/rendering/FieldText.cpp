@@ -27,7 +27,7 @@ bool isInHeading(const Field& field) {
 }
 
 /// "transport_protocol_descriptor (0x02, inherited)"
-std::string headingOf(const Field& field) {
+std::string headingOf(const Field& field, const Style& style) {
     std::vector<std::string> remarks;
     for (const Field& each : std::get<Object>(field.value).fields) {
         if (each.name == TAG) {
@@ -39,23 +39,25 @@ std::string headingOf(const Field& field) {
             remarks.emplace_back(INHERITED);
         }
     }
-    return remarks.empty() ? field.name : fmt::format("{} ({})", field.name, fmt::join(remarks, ", "));
+    const std::string name = style.paint(Ink::Name, field.name);
+    return remarks.empty() ? name : fmt::format("{} ({})", name, fmt::join(remarks, ", "));
 }
 
-std::string named(const Field& field) {
-    return field.name.empty() ? valueText(field) : field.name + ' ' + valueText(field);
+std::string named(const Field& field, const Style& style) {
+    const std::string name = field.name.empty() ? "" : style.paint(Ink::Name, field.name) + ' ';
+    return name + valueText(field, style);
 }
 
 /// "organization_id 0x0000000A (10)  application_id 0x0001 (1)"
-std::string inOneLine(Fields::const_iterator begin, Fields::const_iterator end) {
+std::string inOneLine(Fields::const_iterator begin, Fields::const_iterator end, const Style& style) {
     std::vector<std::string> texts;
-    std::transform(begin, end, std::back_inserter(texts), named);
+    std::transform(begin, end, std::back_inserter(texts), [&style](const Field& field) { return named(field, style); });
     return fmt::format("{}", fmt::join(texts, GAP));
 }
 
 /// The same behind a heading.
-std::string behindHeading(const Fields& fields) {
-    return fields.empty() ? "" : std::string(GAP) + inOneLine(fields.begin(), fields.end());
+std::string behindHeading(const Fields& fields, const Style& style) {
+    return fields.empty() ? "" : std::string(GAP) + inOneLine(fields.begin(), fields.end(), style);
 }
 
 bool anyNested(const Fields& fields) {
@@ -76,13 +78,13 @@ bool appendInOneLine(Page& page, const std::string& heading, const std::string& 
 void appendElement(Page& page, const Field& element, const std::string& number) {
     const auto* const inner = std::get_if<Object>(&element.value);
     if (inner == nullptr || inner->fields.empty()) {
-        page.text += number + valueText(element) + '\n';
+        appendLine(page, number + valueText(element, page.style), number.size());
         return;
     }
     const Fields& fields = inner->fields;
     const auto firstNested = std::find_if(fields.begin(), fields.end(), isNested);
     if (std::all_of(firstNested, fields.end(), isNested) &&
-        appendInOneLine(page, number, inOneLine(fields.begin(), firstNested))) {
+        appendInOneLine(page, number, inOneLine(fields.begin(), firstNested, page.style))) {
         appendFields(page, Fields(firstNested, fields.end()), number.size());
         return;
     }
@@ -94,8 +96,9 @@ void appendElement(Page& page, const Field& element, const std::string& number) 
 void appendList(Page& page, const Field& field, std::size_t indent) {
     const Fields& elements = std::get<List>(field.value).elements;
     const std::string remark = field.reading.empty() ? "" : ' ' + field.reading;
-    const std::string heading = fmt::format("{:{}}{} ({}{})", "", indent, field.name, elements.size(), remark);
-    if (!anyNested(elements) && appendInOneLine(page, heading, behindHeading(elements))) {
+    const std::string heading =
+        fmt::format("{:{}}{} ({}{})", "", indent, page.style.paint(Ink::Name, field.name), elements.size(), remark);
+    if (!anyNested(elements) && appendInOneLine(page, heading, behindHeading(elements, page.style))) {
         return;
     }
     page.text += heading + '\n';
@@ -113,8 +116,9 @@ void appendObject(Page& page, const Field& field, std::size_t indent) {
     Fields fields;
     std::remove_copy_if(std::get<Object>(field.value).fields.begin(), std::get<Object>(field.value).fields.end(),
                         std::back_inserter(fields), isInHeading);
-    const std::string heading = std::string(indent, ' ') + headingOf(field);
-    if (fields.size() <= FEW && !anyNested(fields) && appendInOneLine(page, heading, behindHeading(fields))) {
+    const std::string heading = std::string(indent, ' ') + headingOf(field, page.style);
+    if (fields.size() <= FEW && !anyNested(fields) &&
+        appendInOneLine(page, heading, behindHeading(fields, page.style))) {
         return;
     }
     page.text += heading + '\n';
@@ -123,11 +127,12 @@ void appendObject(Page& page, const Field& field, std::size_t indent) {
 
 void appendSimple(Page& page, const Field& field, std::size_t nameWidth, std::size_t indent) {
     const std::size_t valueAt = indent + nameWidth + GAP.size();
-    const std::string name = std::string(indent, ' ') + padded(field.name, nameWidth + GAP.size());
-    const std::string value = valueText(field);
+    const std::string name =
+        std::string(indent, ' ') + padded(page.style.paint(Ink::Name, field.name), nameWidth + GAP.size());
+    const std::string value = valueText(field, page.style);
     const auto* const bytes = std::get_if<Bytes>(&field.value);
     if (bytes == nullptr || valueAt + columns(value) <= page.style.width) {
-        page.text += name + value + '\n';
+        appendLine(page, name + value, valueAt);
         return;
     }
     // Bytes that do not fit behind their name go on below each other.

@@ -1,5 +1,7 @@
 #include "rendering/Page.h"
 
+#include <algorithm>
+
 namespace inspect {
 
 namespace {
@@ -26,6 +28,20 @@ std::string_view sequence(Ink ink) {
     return {};
 }
 
+/// The place of the last blank that leaves no more than some columns before it and has a word between it and the
+/// margin; of the first one behind them when there is none.
+std::size_t lastBlank(std::string_view line, std::size_t width, std::size_t margin) {
+    std::size_t found = std::string_view::npos;
+    for (std::size_t at = line.find(' ', line.find_first_not_of(' ', margin)); at != std::string_view::npos;
+         at = line.find(' ', line.find_first_not_of(' ', at))) {
+        if (found != std::string_view::npos && columns(line.substr(0, at)) > width) {
+            break;
+        }
+        found = at;
+    }
+    return found;
+}
+
 } // namespace
 
 std::string Style::paint(Ink ink, std::string_view text) const {
@@ -34,6 +50,20 @@ std::string Style::paint(Ink ink, std::string_view text) const {
         return std::string(text);
     }
     return std::string(begin).append(text).append(END);
+}
+
+void appendLine(Page& page, std::string_view line, std::size_t indent) {
+    std::string margin;
+    while (page.style.wraps && columns(margin) + columns(line) > page.style.width) {
+        const std::size_t at = lastBlank(line, page.style.width - margin.size(), indent - margin.size());
+        if (at == std::string_view::npos) {
+            break;
+        }
+        page.text += margin + std::string(line.substr(0, at)) + '\n';
+        line.remove_prefix(std::min(line.find_first_not_of(' ', at), line.size()));
+        margin = std::string(indent, ' ');
+    }
+    page.text += margin + std::string(line) + '\n';
 }
 
 std::string inputHeading(const std::string& name, const Style& style) {

@@ -14,6 +14,7 @@ struct Style {
     static constexpr std::size_t USUAL_WIDTH = 100;
 
     std::size_t width = USUAL_WIDTH; ///< lines longer than this are avoided
+    bool wraps = false;              ///< those that are longer for all that are broken at blanks
     bool colour = false;
     bool namesInputs = false; ///< there are several
 
@@ -25,6 +26,10 @@ struct Page {
     Style style;
     std::string text;
 };
+
+/// Appends a line, and a line feed.
+/// @param indent where it goes on when it has to be broken
+void appendLine(Page& page, std::string_view line, std::size_t indent);
 
 /// What stands above the text of one of several inputs.
 std::string inputHeading(const std::string& name, const Style& style);

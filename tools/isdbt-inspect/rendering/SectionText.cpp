@@ -36,9 +36,13 @@ std::string sectionTitle(const SectionReport& report, const Style& style) {
 
 void appendRejection(Page& page, const Rejection& rejection, std::size_t indent) {
     const std::string margin(indent, ' ');
-    page.text += fmt::format("{}error  {} (0x{:04X})\n", margin, rejection.errorName, rejection.errorCode);
+    const std::size_t behindLabel = indent + 7;
+    appendLine(page,
+               fmt::format("{}error  {} (0x{:04X})", margin, page.style.paint(Ink::Fault, rejection.errorName),
+                           rejection.errorCode),
+               behindLabel);
     for (const std::string& line : rejection.logLines) {
-        page.text += fmt::format("{}log    {}\n", margin, line);
+        appendLine(page, fmt::format("{}log    {}", margin, line), behindLabel);
     }
     appendDescriptorLines(page, rejection.descriptors, indent);
     page.text += fmt::format("{}bytes ({})\n", margin, rejection.section.size());

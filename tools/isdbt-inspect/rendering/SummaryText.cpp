@@ -31,7 +31,7 @@ std::string summaryText(const Summary& summary) {
     if (summary.skippedBytes != 0) {
         text += ", " + counted(summary.skippedBytes, "byte", "bytes") + " between packets skipped";
     }
-    return text + '\n';
+    return text;
 }
 
 } // namespace inspect

@@ -17,7 +17,8 @@ void TablesRenderer::begin(const std::string& name) {
 }
 
 void TablesRenderer::section(const SectionReport& report) {
-    Page page{m_style, sectionTitle(report, m_style) + '\n'};
+    Page page{m_style, {}};
+    appendLine(page, sectionTitle(report, m_style), 2 * INDENT);
     if (report.rejection) {
         appendRejection(page, *report.rejection, INDENT);
     } else {
@@ -27,7 +28,9 @@ void TablesRenderer::section(const SectionReport& report) {
 }
 
 void TablesRenderer::end(const Summary& summary) {
-    m_output.write(summaryText(summary));
+    Page page{m_style, {}};
+    appendLine(page, summaryText(summary), INDENT);
+    m_output.write(page.text);
 }
 
 } // namespace inspect

@@ -45,16 +45,16 @@ bool isNested(const Field& field) {
     return std::holds_alternative<List>(field.value) || std::holds_alternative<Object>(field.value);
 }
 
-std::string valueText(const Field& field) {
+std::string valueText(const Field& field, const Style& style) {
     std::string text = std::visit(ValueText{}, field.value);
     if (!field.unit.empty()) {
         text += ' ' + (field.unit == "bytes" && isOne(field) ? "byte" : field.unit);
     }
     if (!field.codeName.empty()) {
-        text += ' ' + field.codeName;
+        text += ' ' + style.paint(Ink::Remark, field.codeName);
     }
     if (!field.reading.empty()) {
-        text += " = " + field.reading;
+        text += style.paint(Ink::Remark, " = " + field.reading);
     }
     return text;
 }

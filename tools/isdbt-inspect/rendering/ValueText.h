@@ -1,6 +1,7 @@
 #pragma once
 
 #include "describing/Field.h"
+#include "rendering/Page.h"
 
 #include <string>
 
@@ -10,6 +11,6 @@ namespace inspect {
 bool isNested(const Field& field);
 
 /// What stands behind the name of a field that is not nested: "1 behind UTC", "10800 s = -03:00".
-std::string valueText(const Field& field);
+std::string valueText(const Field& field, const Style& style);
 
 } // namespace inspect
