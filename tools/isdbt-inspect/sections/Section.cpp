@@ -18,14 +18,15 @@ constexpr std::array ALWAYS_LONG{PAT, PMT, NIT, SDT, AIT, SDTT};
 
 Section::Section(Pid pid, Memory bytes, const Position& position)
     : m_pid(pid), m_bytes(std::move(bytes)), m_size(std::size_t{psi_get_length(m_bytes.get())} + PSI_HEADER_SIZE),
-      m_position(position) {}
+      m_position(position), m_sound(checkBytes()) {}
 
 Section::Section(const std::uint8_t* data, std::size_t size, const Position& position)
-    : m_bytes(static_cast<std::uint8_t*>(std::malloc(size))), m_size(size), m_position(position) {
+    : m_bytes(static_cast<std::uint8_t*>(std::malloc(size))), m_size(size), m_position(position), m_sound(false) {
     if (m_bytes == nullptr) {
         throw std::bad_alloc();
     }
     std::copy_n(data, size, m_bytes.get());
+    m_sound = checkBytes();
 }
 
 bool Section::isLong() const {
@@ -46,7 +47,7 @@ std::optional<LongHeader> Section::longHeader() const {
                       psi_get_section(header), psi_get_lastsection(header)};
 }
 
-bool Section::sound() const {
+bool Section::checkBytes() const {
     if (m_size < PSI_HEADER_SIZE || m_size != std::size_t{psi_get_length(m_bytes.get())} + PSI_HEADER_SIZE) {
         return false;
     }

@@ -54,7 +54,7 @@ public:
     std::optional<LongHeader> longHeader() const;
 
     /// Whether the section is complete and ends with the right CRC_32, or is of a kind that has none.
-    bool sound() const;
+    bool sound() const { return m_sound; }
 
     /// A hash of all bytes, which tells different sections apart.
     std::uint32_t fingerprint() const;
@@ -62,11 +62,13 @@ public:
 private:
     bool isLong() const;
     bool hasCrc() const;
+    bool checkBytes() const;
 
     std::optional<Pid> m_pid;
     Memory m_bytes;
     std::size_t m_size;
     Position m_position;
+    bool m_sound;
 };
 
 } // namespace inspect
