@@ -82,7 +82,7 @@ void Inspector::take(const Section& section) {
     if (!section.sound() || tableName(section.tableId()).empty()) {
         return;
     }
-    const SeenSections::News news = m_seen.look(section);
+    const SeenSections::News news = m_seen.look(section).news;
     if (news != SeenSections::News::Repetition) {
         show(section, news);
     }
