@@ -1,6 +1,7 @@
 #include "Inspector.h"
 
 #include "describing/Describing.h"
+#include "sections/TableIds.h"
 
 #include <fmt/format.h>
 
@@ -79,12 +80,15 @@ bool Inspector::isOfInterest(std::uint8_t tableId) const {
 }
 
 void Inspector::take(const Section& section) {
-    if (!section.sound() || tableName(section.tableId()).empty()) {
+    if (!section.sound()) {
+        m_statistics.take(section, std::nullopt);
         return;
     }
-    const SeenSections::News news = m_seen.look(section).news;
-    if (news != SeenSections::News::Repetition) {
-        show(section, news);
+    const bool understood = !tableName(section.tableId()).empty();
+    const SeenSections::Sight sight = (understood ? m_seen : m_seenOfOthers).look(section);
+    m_statistics.take(section, sight);
+    if (understood && sight.news != SeenSections::News::Repetition) {
+        show(section, sight.news);
     }
 }
 
@@ -99,19 +103,22 @@ void Inspector::show(const Section& section, SeenSections::News news) {
                          !section.sound(),
                          {},
                          std::nullopt};
-    if (parsed.table != nullptr && m_following.follow(section, *parsed.table)) {
-        m_gatherer.setPids(m_following.pids());
+    if (parsed.table == nullptr) {
+        m_statistics.reject(section);
+        report.rejection = rejectionOf(section, parsed);
+    } else {
+        report.fields = describe(*parsed.table, m_charset);
+        if (section.tableId() == PMT) {
+            m_statistics.learn(report.fields);
+        }
+        if (m_following.follow(section, *parsed.table)) {
+            m_gatherer.setPids(m_following.pids());
+        }
     }
     if (!isOfInterest(section.tableId())) {
         return;
     }
-    if (parsed.table != nullptr) {
-        report.fields = describe(*parsed.table, m_charset);
-        ++m_shown;
-    } else {
-        report.rejection = rejectionOf(section, parsed);
-        ++m_rejected;
-    }
+    ++(report.rejection ? m_rejected : m_shown);
     m_renderer.section(report);
 }
 
@@ -120,8 +127,17 @@ Summary Inspector::summary(const PacketReader& packets) const {
     for (const auto& [pid, counts] : m_gatherer.counts()) {
         all += counts;
     }
-    return {packets.packets(), packets.spacing(), m_gatherer.counts().size(),     all.sections,
-            m_shown,           m_rejected,        damagesIn(m_gatherer.counts()), packets.skippedBytes()};
+    const Traffic traffic{packets.packetsOfPids(), packets.packets(), m_gatherer.counts(), packets.duration()};
+    return {packets.packets(),
+            packets.spacing(),
+            m_gatherer.counts().size(),
+            all.sections,
+            m_shown,
+            m_rejected,
+            damagesIn(traffic.gathered),
+            packets.skippedBytes(),
+            traffic.seconds,
+            m_statistics.of(traffic, m_interest.tables)};
 }
 
 } // namespace inspect

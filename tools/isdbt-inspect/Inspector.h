@@ -1,5 +1,6 @@
 #pragma once
 
+#include "counting/Statistics.h"
 #include "describing/Charset.h"
 #include "following/Following.h"
 #include "packets/PacketReader.h"
@@ -43,6 +44,8 @@ private:
     const Charset& m_charset;
     SectionGatherer m_gatherer;
     SeenSections m_seen;
+    SeenSections m_seenOfOthers; ///< tables that the library does not understand; they must not displace the others
+    Statistics m_statistics;
     Following m_following;
     std::uint64_t m_shown = 0;
     std::uint64_t m_rejected = 0;

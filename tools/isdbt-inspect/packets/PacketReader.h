@@ -10,6 +10,9 @@
 
 namespace inspect {
 
+/// How many packets there are of each PID.
+using PacketsOfPids = std::array<std::uint64_t, PID_COUNT>;
+
 /// Cuts a byte stream into transport packets. Their spacing of 188, 192 (with time stamps) or 204 bytes (with parity)
 /// is found from the stream itself, and found again behind bytes that are no packets.
 class PacketReader {
@@ -27,13 +30,16 @@ public:
     std::uint64_t packets() const { return m_packets; }
 
     /// How many of them there were of each PID.
-    const std::array<std::uint64_t, PID_COUNT>& packetsOfPids() const { return m_packetsOfPids; }
+    const PacketsOfPids& packetsOfPids() const { return m_packetsOfPids; }
 
     /// Where the packet that next() returned begins in the input, in bytes.
     std::uint64_t offset() const { return m_offset; }
 
     /// When the packet that next() returned was sent, in seconds since the stream's first time stamps.
     std::optional<double> seconds() const { return m_clock.seconds(m_packets); }
+
+    /// How long the packets so far took, in seconds.
+    std::optional<double> duration() const { return m_clock.duration(m_packets); }
 
     /// Bytes so far that were no packets.
     std::uint64_t skippedBytes() const { return m_skipped; }
@@ -60,7 +66,7 @@ private:
     bool m_synchronised = false;
     std::size_t m_spacing = 0;
     std::uint64_t m_packets = 0;
-    std::array<std::uint64_t, PID_COUNT> m_packetsOfPids{};
+    PacketsOfPids m_packetsOfPids{};
     StreamClock m_clock;
     std::uint64_t m_dropped = 0; ///< bytes of the input before those in the buffer
     std::uint64_t m_offset = 0;

@@ -47,6 +47,7 @@ void StreamClock::take(const std::uint8_t* packet, std::uint64_t number) {
 /// Goes on with a reference that has nothing to do with the one before.
 void StreamClock::follow(Pid pid, std::uint64_t reference, std::uint64_t number) {
     m_elapsed = estimate(number);
+    m_start = m_packetTime == 0 ? number : m_start;
     m_pid = pid;
     m_reference = reference;
     m_number = number;
@@ -58,6 +59,13 @@ double StreamClock::estimate(std::uint64_t number) const {
 
 std::optional<double> StreamClock::seconds(std::uint64_t number) const {
     return m_packetTime == 0 ? std::nullopt : std::optional(estimate(number));
+}
+
+std::optional<double> StreamClock::duration(std::uint64_t packets) const {
+    if (m_packetTime == 0 || packets <= m_start) {
+        return std::nullopt;
+    }
+    return estimate(packets) * static_cast<double>(packets) / static_cast<double>(packets - m_start);
 }
 
 } // namespace inspect

@@ -19,11 +19,16 @@ public:
     /// When a packet was sent, in seconds; nothing before two references have told the packet rate.
     std::optional<double> seconds(std::uint64_t number) const;
 
+    /// How long so many packets from the stream's first on take, in seconds; those before the first reference as the
+    /// others do on average.
+    std::optional<double> duration(std::uint64_t packets) const;
+
 private:
     void follow(Pid pid, std::uint64_t reference, std::uint64_t number);
     double estimate(std::uint64_t number) const;
 
     Pid m_pid = NULL_PID;
+    std::uint64_t m_start = 0;     ///< number of the packet at which the time begins
     std::uint64_t m_reference = 0; ///< the last PCR, in units of 27 MHz
     std::uint64_t m_number = 0;    ///< of the packet that carried it
     double m_elapsed = 0;          ///< when it was sent

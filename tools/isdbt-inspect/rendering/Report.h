@@ -40,6 +40,37 @@ struct Finding {
     std::vector<Pid> pids;
 };
 
+/// What came of one table on one PID. A place in a table is a table_id_extension, a section_number and a
+/// current_next_indicator; a table with the short header has one place.
+struct TableStatistics {
+    std::uint8_t tableId;
+    std::string tableName;        ///< empty for a table that the library does not understand
+    std::uint64_t sections;       ///< complete ones, sound or not, repetitions included
+    std::uint64_t distinct;       ///< sound ones that differ from the one before at their place, or are its first
+    std::uint64_t versionChanges; ///< current sections with another version_number than the current one before of their
+                                  ///< table_id_extension
+    std::uint64_t crcErrors;      ///< of the sections, those that are not sound
+    std::uint64_t rejected;       ///< of the distinct ones, those that the library did not take
+
+    /// In seconds, from a sound section to the next at the same place, whatever they say; nothing when there were no
+    /// two of them while the stream's clock was known. A section that is lost makes a long interval of two.
+    std::optional<double> meanInterval;
+    std::optional<double> largestInterval;
+
+    std::optional<double> bitRate; ///< of the bytes of its sections; nothing without a clock
+};
+
+/// What came on one PID.
+struct PidStatistics {
+    std::optional<Pid> pid; ///< nothing for sections that did not come in packets
+    std::string content;    ///< what the program maps call it: "H.264 video"; empty when they do not
+    std::uint64_t packets;
+    double share;                                 ///< of all packets, 0 to 1
+    std::optional<std::uint64_t> discontinuities; ///< nothing for a PID on which no sections were looked for
+    std::optional<double> bitRate;                ///< of its packets of 188 bytes; nothing without a clock
+    std::vector<TableStatistics> tables;          ///< by table_id
+};
+
 /// What is said when the input ends.
 struct Summary {
     std::uint64_t packets;     ///< 0 when the input is no packets
@@ -50,6 +81,8 @@ struct Summary {
     std::uint64_t rejected;
     std::vector<Finding> damages;
     std::uint64_t skippedBytes;
+    std::optional<double> seconds;         ///< from the first packet to the last, as far as the stream's clock tells
+    std::vector<PidStatistics> statistics; ///< by PID; when only some tables are shown, of these alone
 };
 
 } // namespace inspect
