@@ -1,4 +1,5 @@
 #include "Options.h"
+#include "rendering/StatisticsRenderer.h"
 #include "rendering/TablesRenderer.h"
 
 #include <csignal>
@@ -23,7 +24,13 @@ inspect::Style styleFor(const inspect::Options& options) {
 }
 
 std::unique_ptr<inspect::Renderer> rendererFor(const inspect::Options& options, inspect::Output& output) {
-    return std::make_unique<inspect::TablesRenderer>(output, styleFor(options));
+    const inspect::Style style = styleFor(options);
+    switch (options.view) {
+    case inspect::View::Stats:
+        return std::make_unique<inspect::StatisticsRenderer>(output, style);
+    default:
+        return std::make_unique<inspect::TablesRenderer>(output, style);
+    }
 }
 
 /// Goes through the inputs in turn. One that cannot be read does not keep the others from being shown.
