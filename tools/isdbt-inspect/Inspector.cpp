@@ -102,7 +102,8 @@ void Inspector::show(const Section& section, SeenSections::News news) {
                          news == SeenSections::News::SameVersion,
                          !section.sound(),
                          {},
-                         std::nullopt};
+                         std::nullopt,
+                         section.fingerprint()};
     if (parsed.table == nullptr) {
         m_statistics.reject(section);
         report.rejection = rejectionOf(section, parsed);

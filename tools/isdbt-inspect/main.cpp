@@ -1,4 +1,5 @@
 #include "Options.h"
+#include "rendering/DiffRenderer.h"
 #include "rendering/StatisticsRenderer.h"
 #include "rendering/TablesRenderer.h"
 
@@ -28,6 +29,8 @@ std::unique_ptr<inspect::Renderer> rendererFor(const inspect::Options& options, 
     switch (options.view) {
     case inspect::View::Stats:
         return std::make_unique<inspect::StatisticsRenderer>(output, style);
+    case inspect::View::Diff:
+        return std::make_unique<inspect::DiffRenderer>(output, style);
     default:
         return std::make_unique<inspect::TablesRenderer>(output, style);
     }

@@ -30,6 +30,7 @@ struct SectionReport {
     bool damaged;     ///< incomplete, or its CRC_32 is wrong
     Fields fields;    ///< when it was taken
     std::optional<Rejection> rejection;
+    std::uint32_t fingerprint; ///< of its bytes
 };
 
 /// How often something was found, and on which PIDs.

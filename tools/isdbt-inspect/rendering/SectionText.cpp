@@ -7,21 +7,25 @@
 
 namespace inspect {
 
-std::string sectionTitle(const SectionReport& report, const Style& style) {
-    std::string text = style.paint(Ink::Heading, report.tableName);
-    if (report.pid) {
-        text += fmt::format("  PID 0x{:04X}", *report.pid);
-    }
-    if (report.header) {
-        text += fmt::format("  version {}  section {}/{}", report.header->version, report.header->sectionNumber,
-                            report.header->lastSectionNumber);
-        text += report.header->current ? "  current" : "  not yet current";
-    }
-    text += report.position.packet != 0 ? fmt::format("  packet {}", report.position.packet)
-                                        : fmt::format("  byte {}", report.position.offset);
-    if (report.position.seconds) {
-        text += fmt::format("  {:.3f} s", *report.position.seconds);
-    }
+namespace {
+
+std::string pidText(const SectionReport& report) {
+    return report.pid ? fmt::format("  PID 0x{:04X}", *report.pid) : "";
+}
+
+std::string sectionNumbers(const LongHeader& header) {
+    return fmt::format("  section {}/{}", header.sectionNumber, header.lastSectionNumber);
+}
+
+std::string positionText(const Position& position) {
+    return (position.packet != 0 ? fmt::format("  packet {}", position.packet)
+                                 : fmt::format("  byte {}", position.offset)) +
+           (position.seconds ? fmt::format("  {:.3f} s", *position.seconds) : "");
+}
+
+/// What is wrong with a section.
+std::string remarks(const SectionReport& report, const Style& style) {
+    std::string text;
     if (report.sameVersion) {
         text += "  " + style.paint(Ink::Fault, "CHANGED WITHOUT A NEW VERSION");
     }
@@ -32,6 +36,34 @@ std::string sectionTitle(const SectionReport& report, const Style& style) {
         text += "  " + style.paint(Ink::Fault, "REJECTED");
     }
     return text;
+}
+
+} // namespace
+
+std::string sectionTitle(const SectionReport& report, const Style& style) {
+    std::string text = style.paint(Ink::Heading, report.tableName) + pidText(report);
+    if (report.header) {
+        text += fmt::format("  version {}", report.header->version) + sectionNumbers(*report.header);
+        text += report.header->current ? "  current" : "  not yet current";
+    }
+    return text + positionText(report.position) + remarks(report, style);
+}
+
+std::string sectionName(const SectionReport& report, const Style& style, std::optional<std::uint8_t> formerVersion) {
+    std::string text = report.tableName;
+    if (!report.header) {
+        return style.paint(Ink::Heading, text) + pidText(report);
+    }
+    const LongHeader& header = *report.header;
+    text = style.paint(Ink::Heading, fmt::format("{} 0x{:04X}", text, header.extension)) + pidText(report);
+    text += formerVersion && *formerVersion != header.version
+                ? fmt::format("  version {} -> {}", *formerVersion, header.version)
+                : fmt::format("  version {}", header.version);
+    return text + sectionNumbers(header) + (header.current ? "" : "  not yet current");
+}
+
+std::string changeTitle(const SectionReport& report, const Style& style, std::optional<std::uint8_t> formerVersion) {
+    return sectionName(report, style, formerVersion) + positionText(report.position) + remarks(report, style);
 }
 
 void appendRejection(Page& page, const Rejection& rejection, std::size_t indent) {
