@@ -13,6 +13,9 @@ constexpr double PCR_RATE = 27e6;
 /// References come at least every tenth of a second. What lies further apart is a jump.
 constexpr double LONGEST_GAP = 1;
 
+/// No multiplex carries more packets in that time.
+constexpr std::uint64_t LONGEST_GAP_IN_PACKETS = 50000;
+
 /// Length of the flags and the PCR behind adaptation_field_length.
 constexpr std::uint8_t PCR_LENGTH = 7;
 
@@ -28,10 +31,9 @@ void StreamClock::take(const std::uint8_t* packet, std::uint64_t number) {
     }
     const Pid pid = ts_get_pid(packet);
     const std::uint64_t reference = tsaf_get_pcr(packet) * PCR_EXTENSION + tsaf_get_pcrext(packet);
-    const bool left = m_packetTime != 0 && estimate(number) - m_elapsed > LONGEST_GAP;
-    if (m_number == 0 || (pid != m_pid && left)) {
+    if (m_number == 0 || (pid != m_pid && hasEnded(number))) {
         follow(pid, reference, number);
-    } else if (pid == m_pid) {
+    } else if (pid == m_pid && reference != m_reference) { // not a packet that is sent twice
         const double gap = static_cast<double>((reference + PCR_ROUND - m_reference) % PCR_ROUND) / PCR_RATE;
         if (gap > LONGEST_GAP || tsaf_has_discontinuity(packet)) {
             follow(pid, reference, number);
@@ -42,6 +44,11 @@ void StreamClock::take(const std::uint8_t* packet, std::uint64_t number) {
         m_reference = reference;
         m_number = number;
     }
+}
+
+/// Whether the references that it follows have ceased.
+bool StreamClock::hasEnded(std::uint64_t number) const {
+    return m_packetTime == 0 ? number - m_number >= LONGEST_GAP_IN_PACKETS : estimate(number) - m_elapsed > LONGEST_GAP;
 }
 
 /// Goes on with a reference that has nothing to do with the one before.

@@ -24,6 +24,7 @@ public:
     std::optional<double> duration(std::uint64_t packets) const;
 
 private:
+    bool hasEnded(std::uint64_t number) const;
     void follow(Pid pid, std::uint64_t reference, std::uint64_t number);
     double estimate(std::uint64_t number) const;
 
