@@ -1,7 +1,6 @@
 #include "describing/Describing.h"
 #include "parsing/LogLines.h"
 #include "parsing/SectionParser.h"
-#include "walking/DescriptorLoops.h"
 
 #include <fmt/format.h>
 
@@ -20,7 +19,19 @@ Field errorCode(const RawDescriptor& descriptor) {
     return field;
 }
 
-Field describeDescriptor(const RawDescriptor& descriptor) {
+Field describeLoop(const DescriptorLoop& loop) {
+    Fields descriptors;
+    for (const RawDescriptor& descriptor : loop.descriptors) {
+        descriptors.push_back(describeOnWire(descriptor));
+    }
+    const bool complete = loop.available == loop.length;
+    return list(loop.name, std::move(descriptors))
+        .reads(complete ? "" : fmt::format("in {} of {} bytes", loop.available, loop.length));
+}
+
+} // namespace
+
+Field describeOnWire(const RawDescriptor& descriptor) {
     Field tag = identifier("descriptor_tag", descriptor.tag, 2);
     tag.codeName = descriptor.kind == nullptr ? "" : descriptor.kind->name;
     return object("", {identifier("offset", static_cast<std::uint32_t>(descriptor.offset), 4), std::move(tag),
@@ -29,18 +40,6 @@ Field describeDescriptor(const RawDescriptor& descriptor) {
                        flag("fits", descriptor.fits()), errorCode(descriptor),
                        bytes("bytes", descriptor.body.data(), descriptor.body.size())});
 }
-
-Field describeLoop(const DescriptorLoop& loop) {
-    Fields descriptors;
-    for (const RawDescriptor& descriptor : loop.descriptors) {
-        descriptors.push_back(describeDescriptor(descriptor));
-    }
-    const bool complete = loop.available == loop.length;
-    return list(loop.name, std::move(descriptors))
-        .reads(complete ? "" : fmt::format("in {} of {} bytes", loop.available, loop.length));
-}
-
-} // namespace
 
 Fields describeDescriptors(const std::uint8_t* section, std::size_t size) {
     Fields loops;
