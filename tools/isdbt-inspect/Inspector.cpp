@@ -1,6 +1,7 @@
 #include "Inspector.h"
 
 #include "describing/Describing.h"
+#include "sections/SectionReader.h"
 #include "sections/TableIds.h"
 
 #include <fmt/format.h>
@@ -47,6 +48,15 @@ std::vector<Finding> damagesIn(const std::map<Pid, PidCounts>& counts) {
     return findings;
 }
 
+/// The same without PIDs, and without what only packets can suffer.
+std::vector<Finding> damagesIn(const PidCounts& counts) {
+    std::vector<Finding> findings{{"CRC error", "CRC errors", counts.crcErrors, {}}};
+    if (counts.cutShort != 0) {
+        findings.push_back({"section cut short", "sections cut short", counts.cutShort, {}});
+    }
+    return findings;
+}
+
 } // namespace
 
 Inspector::Inspector(Renderer& renderer, const Interest& interest, const Charset& charset)
@@ -63,16 +73,56 @@ void Inspector::run(Input& input) {
             take(section);
         }
     }
-    const Summary last = summary(packets);
+    finish(summary(packets), input);
+    if (packets.cutOffBytes() != 0) {
+        throw InputError(input.name(), fmt::format("cut off in its last packet ({} of {} bytes)", packets.cutOffBytes(),
+                                                   packets.spacing()));
+    }
+}
+
+void Inspector::runSections(Input& input, Repetitions repetitions) {
+    m_renderer.begin(input.name());
+    SectionReader sections(input);
+    Summary last{};
+    PidCounts counts;
+    while (const std::optional<Section> section = sections.next()) {
+        ++counts.sections;
+        counts.cutShort += section->complete() ? 0U : 1U;
+        counts.crcErrors += section->complete() && !section->sound() ? 1U : 0U;
+        last.unknown += tableName(section->tableId()).empty() ? 1U : 0U;
+        takeAsItIs(*section, repetitions);
+    }
+    last.sections = counts.sections;
+    last.shown = m_shown;
+    last.rejected = m_rejected;
+    last.damages = damagesIn(counts);
+    const PacketsOfPids noPackets{};
+    last.statistics = m_statistics.of({noPackets, 0, {}, std::nullopt}, m_interest.tables);
+    m_foundKnownTable = last.sections != last.unknown;
+    finish(std::move(last), input);
+}
+
+/// Leaves nothing out: who has no packets, but a section in hand, wants to know what a receiver says to it.
+void Inspector::takeAsItIs(const Section& section, Repetitions repetitions) {
+    if (section.sound() && repetitions == Repetitions::Hidden) {
+        take(section);
+        return;
+    }
+    m_statistics.take(section, section.sound() ? std::optional(m_seen.look(section)) : std::nullopt);
+    if (!tableName(section.tableId()).empty()) {
+        show(section, SeenSections::News::New);
+    }
+}
+
+void Inspector::finish(Summary last, const Input& input) {
+    for (const Loss& loss : input.losses()) {
+        last.damages.push_back({loss.singular, loss.plural, loss.count, {}});
+    }
     m_foundFault = last.rejected != 0 || last.skippedBytes != 0;
     for (const Finding& finding : last.damages) {
         m_foundFault = m_foundFault || finding.count != 0;
     }
     m_renderer.end(last);
-    if (packets.cutOffBytes() != 0) {
-        throw InputError(input.name(), fmt::format("cut off in its last packet ({} of {} bytes)", packets.cutOffBytes(),
-                                                   packets.spacing()));
-    }
 }
 
 bool Inspector::isOfInterest(std::uint8_t tableId) const {
@@ -138,7 +188,8 @@ Summary Inspector::summary(const PacketReader& packets) const {
             damagesIn(traffic.gathered),
             packets.skippedBytes(),
             traffic.seconds,
-            m_statistics.of(traffic, m_interest.tables)};
+            m_statistics.of(traffic, m_interest.tables),
+            0};
 }
 
 } // namespace inspect

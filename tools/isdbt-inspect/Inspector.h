@@ -19,6 +19,9 @@ struct Interest {
     std::set<std::uint8_t> tables; ///< the table_id of those to show; all when there is none
 };
 
+/// Whether a section that comes again is shown again.
+enum class Repetitions { Hidden, Shown };
+
 /// Leads one input through the rooms: packets, sections, parsing, following, describing, rendering.
 class Inspector {
 public:
@@ -30,14 +33,23 @@ public:
     /// @throws InputError
     void run(Input& input);
 
+    /// The same for an input of sections, one behind the other. What is damaged is shown, too: as the library takes it.
+    /// @throws InputError
+    void runSections(Input& input, Repetitions repetitions);
+
     /// Whether something was rejected or damaged.
     bool foundFault() const { return m_foundFault; }
+
+    /// Whether there was any section of a table that the library knows.
+    bool foundKnownTable() const { return m_foundKnownTable; }
 
 private:
     void take(const Section& section);
     bool isOfInterest(std::uint8_t tableId) const;
     void show(const Section& section, SeenSections::News news);
+    void takeAsItIs(const Section& section, Repetitions repetitions);
     Summary summary(const PacketReader& packets) const;
+    void finish(Summary last, const Input& input);
 
     Renderer& m_renderer;
     const Interest& m_interest;
@@ -50,6 +62,7 @@ private:
     std::uint64_t m_shown = 0;
     std::uint64_t m_rejected = 0;
     bool m_foundFault = false;
+    bool m_foundKnownTable = false;
 };
 
 } // namespace inspect

@@ -1,5 +1,6 @@
 #include "Options.h"
 
+#include "inputs/StreamAddress.h"
 #include "sections/TableIds.h"
 
 #include <CLI/CLI.hpp>
@@ -56,6 +57,17 @@ std::string checkPid(const std::string& text) {
     return readPid(text) ? "" : text + " is no PID (0 to 8190, or 0x0000 to 0x1FFE)";
 }
 
+std::string checkInput(const std::string& text) {
+    try {
+        if (StreamAddress::isOne(text)) {
+            const StreamAddress address(text);
+        }
+        return {};
+    } catch (const std::invalid_argument& error) {
+        return text + ": " + error.what();
+    }
+}
+
 std::string checkHex(const std::string& text) {
     return readHex(text) ? "" : "no bytes in hexadecimal: two digits for each";
 }
@@ -96,7 +108,8 @@ CLI::Option* addChoice(CLI::App& app, const std::string& option, Target& target,
 void addInputs(CLI::App& app, Options& options) {
     app.add_option("FILE", options.inputs,
                    "transport streams with packets of 188, 192 or 204 bytes; - is standard input; "
-                   "udp://[GROUP@]ADDRESS:PORT receives one, in RTP or without");
+                   "udp://[GROUP@]ADDRESS:PORT receives one, in RTP or without")
+        ->check(checkInput);
     app.add_flag("--sections", options.sections, "the files hold sections, one behind the other, and no packets");
     app.add_option_function<std::string>(
            "--hex", [&options](const std::string& text) { options.hex = readHex(text); },
@@ -155,6 +168,22 @@ void addOutput(CLI::App& app, Options& options) {
     app.add_flag("--lenient", options.lenient, "exit with 0, not 3, when something was rejected or damaged");
 }
 
+/// Options that are well by themselves may make no sense beside each other.
+void checkTogether(const CLI::App& app, const Options& options) {
+    if (options.inputs.empty() == !options.hex) {
+        throw UsageError(options.hex ? "either FILE or --hex" : "FILE is required");
+    }
+    if ((options.sections || options.hex) && options.interest.pids.any()) {
+        throw UsageError("--pid: sections outside of packets have no PID");
+    }
+    if (options.descriptorOf == PAT) {
+        throw UsageError("--descriptor: a PAT carries no descriptors");
+    }
+    if (options.descriptorOf && app.count("--table") + app.count("--view") != 0) {
+        throw UsageError("--descriptor: --table and --view are for sections");
+    }
+}
+
 } // namespace
 
 std::optional<Options> readOptions(int argc, char** argv) {
@@ -176,8 +205,9 @@ std::optional<Options> readOptions(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         throw UsageError(error.what());
     }
-    if (options.inputs.empty() == !options.hex) {
-        throw UsageError(options.hex ? "either FILE or --hex" : "FILE is required");
+    checkTogether(app, options);
+    if (options.descriptorOf || (options.hex && app.count("--view") == 0)) {
+        options.view = View::Tables; // a section or a descriptor is no multiplex to draw a tree of
     }
     return options;
 }

@@ -153,6 +153,9 @@ void PacketReader::skipTo(std::size_t at) {
 
 /// Says what the bytes behind the last packet are.
 void PacketReader::finish() {
+    if (m_input.interrupted()) {
+        return;
+    }
     const std::size_t left = available();
     if (m_packets == 0) {
         if (left == 0 && m_skipped == 0) {

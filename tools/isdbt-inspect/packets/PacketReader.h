@@ -44,7 +44,7 @@ public:
     /// Bytes so far that were no packets.
     std::uint64_t skippedBytes() const { return m_skipped; }
 
-    /// After the end: what is there of a last packet that is not complete.
+    /// After the end: what is there of a last packet that is not complete; 0 when the input was interrupted.
     std::size_t cutOffBytes() const { return m_cutOff; }
 
 private:

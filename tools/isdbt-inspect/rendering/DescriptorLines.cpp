@@ -33,7 +33,9 @@ std::string faultOf(const Field& descriptor) {
     return std::holds_alternative<Absent>(error.value) ? "" : "refused with " + error.codeName;
 }
 
-void appendDescriptor(Page& page, const Field& descriptor, std::size_t indent) {
+} // namespace
+
+void appendDescriptorLine(Page& page, const Field& descriptor, std::size_t indent) {
     const std::string fault = faultOf(descriptor);
     const std::string& name = find(descriptor, "descriptor_tag").codeName;
     const Field& length = find(descriptor, "length");
@@ -47,15 +49,13 @@ void appendDescriptor(Page& page, const Field& descriptor, std::size_t indent) {
     appendBytes(page, std::get<Bytes>(find(descriptor, "bytes").value).bytes, indent + MARGIN);
 }
 
-} // namespace
-
 void appendDescriptorLines(Page& page, const Fields& loops, std::size_t indent) {
     for (const Field& loop : loops) {
         const Fields& descriptors = std::get<List>(loop.value).elements;
         page.text += fmt::format("{:{}}descriptors of {} ({}{})\n", "", indent, loop.name, descriptors.size(),
                                  loop.reading.empty() ? "" : ' ' + loop.reading);
         for (const Field& descriptor : descriptors) {
-            appendDescriptor(page, descriptor, indent + INDENT);
+            appendDescriptorLine(page, descriptor, indent + INDENT);
         }
     }
 }

@@ -19,6 +19,9 @@ public:
     /// A section says something new.
     virtual void section(const SectionReport& report) = 0;
 
+    /// A descriptor that came by itself. No view of a multiplex has a place for it.
+    virtual void descriptor(const DescriptorReport& /*report*/) {}
+
     /// The input ended, or was interrupted.
     virtual void end(const Summary& summary) = 0;
 };

@@ -10,13 +10,13 @@
 
 namespace inspect {
 
-/// Why the library does not take a section.
+/// Why the library does not take a section, or a descriptor that came by itself.
 struct Rejection {
     std::uint16_t errorCode;
     std::string errorName;
     std::vector<std::string> logLines;
-    Fields descriptors; ///< as describeDescriptors() gives them
-    std::vector<std::uint8_t> section;
+    Fields descriptors;                ///< as describeDescriptors() gives them
+    std::vector<std::uint8_t> section; ///< all bytes
 };
 
 /// A section that says something new.
@@ -31,6 +31,19 @@ struct SectionReport {
     Fields fields;    ///< when it was taken
     std::optional<Rejection> rejection;
     std::uint32_t fingerprint; ///< of its bytes
+};
+
+/// A descriptor that came by itself.
+struct DescriptorReport {
+    std::uint8_t tableId; ///< of the table that it comes from
+    std::string tableName;
+    std::uint8_t tag;
+    std::string name;           ///< empty when the library does not know it and skips it
+    std::size_t offset;         ///< of its tag in the bytes that were given
+    Field onWire;               ///< as describeOnWire() gives it
+    std::optional<Field> taken; ///< as it stands in its table, when the library takes it
+    std::optional<Rejection> rejection;
+    bool damaged; ///< incomplete
 };
 
 /// How often something was found, and on which PIDs.
@@ -84,6 +97,7 @@ struct Summary {
     std::uint64_t skippedBytes;
     std::optional<double> seconds;         ///< from the first packet to the last, as far as the stream's clock tells
     std::vector<PidStatistics> statistics; ///< by PID; when only some tables are shown, of these alone
+    std::uint64_t unknown = 0; ///< sections that did not come in packets, of tables that the library does not know
 };
 
 } // namespace inspect

@@ -66,6 +66,13 @@ std::string changeTitle(const SectionReport& report, const Style& style, std::op
     return sectionName(report, style, formerVersion) + positionText(report.position) + remarks(report, style);
 }
 
+std::string descriptorTitle(const DescriptorReport& report, const Style& style) {
+    return style.paint(Ink::Heading, fmt::format("{} (0x{:02X})", report.name, report.tag)) +
+           fmt::format("  {}  byte {}", report.tableName, report.offset) +
+           (report.damaged ? "  " + style.paint(Ink::Fault, "DAMAGED") : "") +
+           (report.rejection ? "  " + style.paint(Ink::Fault, "REJECTED") : "");
+}
+
 void appendRejection(Page& page, const Rejection& rejection, std::size_t indent) {
     const std::string margin(indent, ' ');
     const std::size_t behindLabel = indent + 7;

@@ -20,6 +20,9 @@ std::string sectionName(const SectionReport& report, const Style& style,
 std::string changeTitle(const SectionReport& report, const Style& style,
                         std::optional<std::uint8_t> formerVersion = std::nullopt);
 
+/// "stream_identifier_descriptor (0x52)  PMT  byte 3  REJECTED"
+std::string descriptorTitle(const DescriptorReport& report, const Style& style);
+
 /// Appends why the library does not take a section: the error, the lines of its log, the descriptors with those at
 /// fault marked, all bytes.
 void appendRejection(Page& page, const Rejection& rejection, std::size_t indent);

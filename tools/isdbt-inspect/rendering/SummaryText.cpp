@@ -25,6 +25,9 @@ std::string summaryText(const Summary& summary) {
                            summary.packetSpacing, text, counted(summary.pids, "PID", "PIDs"));
     }
     text += fmt::format(": {} shown, {} rejected", summary.shown, summary.rejected);
+    if (summary.unknown != 0) {
+        text += ", " + counted(summary.unknown, "of an unknown table", "of unknown tables");
+    }
     for (const Finding& finding : summary.damages) {
         text += ", " + damageText(finding);
     }

@@ -1,5 +1,6 @@
 #include "rendering/TablesRenderer.h"
 
+#include "rendering/DescriptorLines.h"
 #include "rendering/FieldText.h"
 #include "rendering/SectionText.h"
 #include "rendering/SummaryText.h"
@@ -25,6 +26,19 @@ void TablesRenderer::section(const SectionReport& report) {
         appendFields(page, report.fields, INDENT);
     }
     m_output.write(page.text + '\n');
+}
+
+void TablesRenderer::descriptor(const DescriptorReport& report) {
+    Page page{m_style, {}};
+    if (report.rejection) {
+        page.text += descriptorTitle(report, m_style) + '\n';
+        appendRejection(page, *report.rejection, INDENT);
+    } else if (report.taken) {
+        appendFields(page, {*report.taken}, 0);
+    } else {
+        appendDescriptorLine(page, report.onWire, 0);
+    }
+    m_output.write(page.text);
 }
 
 void TablesRenderer::end(const Summary& summary) {

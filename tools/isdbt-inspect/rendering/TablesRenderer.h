@@ -13,6 +13,7 @@ public:
 
     void begin(const std::string& name) override;
     void section(const SectionReport& report) override;
+    void descriptor(const DescriptorReport& report) override;
     void end(const Summary& summary) override;
 
 private:

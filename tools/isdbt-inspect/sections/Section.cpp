@@ -47,8 +47,12 @@ std::optional<LongHeader> Section::longHeader() const {
                       psi_get_section(header), psi_get_lastsection(header)};
 }
 
+bool Section::complete() const {
+    return m_size >= PSI_HEADER_SIZE && m_size == std::size_t{psi_get_length(m_bytes.get())} + PSI_HEADER_SIZE;
+}
+
 bool Section::checkBytes() const {
-    if (m_size < PSI_HEADER_SIZE || m_size != std::size_t{psi_get_length(m_bytes.get())} + PSI_HEADER_SIZE) {
+    if (!complete()) {
         return false;
     }
     // A CRC_32 that does not fit into section_length would be looked for in front of the section.

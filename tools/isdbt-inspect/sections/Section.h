@@ -53,6 +53,9 @@ public:
     /// Nothing for sections with the short header.
     std::optional<LongHeader> longHeader() const;
 
+    /// Whether it has as many bytes as section_length says.
+    bool complete() const;
+
     /// Whether the section is complete and ends with the right CRC_32, or is of a kind that has none.
     bool sound() const { return m_sound; }
 

@@ -1,0 +1,28 @@
+#include "inputs/RtpSequence.h"
+
+namespace inspect {
+
+namespace {
+
+/// Datagrams that overtake others on the way do so by a few. What lies further back is a sender that begins anew.
+constexpr unsigned LATEST = 100;
+
+constexpr unsigned ROUND = 0x10000;
+
+} // namespace
+
+std::optional<std::uint32_t> RtpSequence::take(const RtpDatagram& datagram) {
+    unsigned missing = (datagram.sequenceNumber + ROUND - m_expected) % ROUND;
+    if (m_source != datagram.source) {
+        missing = 0;
+    } else if (missing >= ROUND - LATEST) {
+        return std::nullopt;
+    } else if (missing >= ROUND / 2) {
+        missing = 0;
+    }
+    m_source = datagram.source;
+    m_expected = static_cast<std::uint16_t>(datagram.sequenceNumber + 1);
+    return missing;
+}
+
+} // namespace inspect
