@@ -58,8 +58,8 @@ TEST(InspectCharset, TablesStayAligned) {
     const ByteVector both = join({u16(static_cast<unsigned>(prefetch.size() + names.size()), 0xF000), prefetch, names});
     const TemporaryFile file(StreamBuilder().section(0x0321, longSection(0x74, {}, join({both, hex("F000")}))).bytes());
     EXPECT_THAT(inspectTables({"--pid", "0x321", file.path()}).output, HasSubstr("      label    priority\n"
-                                                                           "      \"ãçé\"    5\n"
-                                                                           "      \"abcde\"  6\n"));
+                                                                                 "      \"ãçé\"    5\n"
+                                                                                 "      \"abcde\"  6\n"));
 }
 
 TEST(InspectCharset, UnknownNames) {
