@@ -62,9 +62,12 @@ Section::Memory SectionGatherer::Assembly::feed(const std::uint8_t*& payload, st
 }
 
 void SectionGatherer::setPids(const PidSet& pids) {
+    const PidSet dropped = m_pids & ~pids;
     m_pids = pids;
-    for (auto stream = m_streams.begin(); stream != m_streams.end();) {
-        stream = pids[stream->first] ? std::next(stream) : m_streams.erase(stream);
+    for (std::size_t pid = 0; pid < dropped.size(); ++pid) {
+        if (dropped[pid]) {
+            m_streams.erase(static_cast<Pid>(pid));
+        }
     }
 }
 
