@@ -85,24 +85,35 @@ DatagramSocket::~DatagramSocket() {
 }
 
 void DatagramSocket::listen(const StreamAddress& address) const {
-    const SocketAddress& destination = address.destination();
     setOption(m_descriptor, SOL_SOCKET, SO_RCVBUF, SOCKET_BUFFER_SIZE);
     setOption(m_descriptor, SOL_SOCKET, SO_RXQ_OVFL, 1);
     if (address.isMulticast()) {
-        setOption(m_descriptor, SOL_SOCKET, SO_REUSEADDR, 1); // others may listen, too
+        joinGroup(address);
+    } else {
+        bindTo(address.destination());
     }
-    // Bound to the group itself, the socket does not hear other groups on the same port.
-    if (bind(m_descriptor, reinterpret_cast<const sockaddr*>(&destination.storage), destination.size) != 0) {
+}
+
+void DatagramSocket::bindTo(const SocketAddress& address) const {
+    if (bind(m_descriptor, reinterpret_cast<const sockaddr*>(&address.storage), address.size) != 0) {
         fail("bind");
     }
-    if (address.isMulticast()) {
-        group_req request{};
-        request.gr_interface = interfaceFor(address);
-        request.gr_group = destination.storage;
-        const int level = destination.storage.ss_family == AF_INET6 ? IPPROTO_IPV6 : IPPROTO_IP;
-        if (!setOption(m_descriptor, level, MCAST_JOIN_GROUP, request)) {
-            fail("join");
-        }
+}
+
+void DatagramSocket::joinGroup(const StreamAddress& address) const {
+    SocketAddress group = address.destination();
+    const bool isLong = group.storage.ss_family == AF_INET6;
+    const unsigned interface = interfaceFor(address);
+    if (isLong) {
+        reinterpret_cast<sockaddr_in6&>(group.storage).sin6_scope_id = interface;
+    }
+    setOption(m_descriptor, SOL_SOCKET, SO_REUSEADDR, 1); // others may listen, too
+    bindTo(group);                                        // not to any address: other groups have the same port
+    group_req request{};
+    request.gr_interface = interface;
+    request.gr_group = group.storage;
+    if (!setOption(m_descriptor, isLong ? IPPROTO_IPV6 : IPPROTO_IP, MCAST_JOIN_GROUP, request)) {
+        fail("join");
     }
 }
 

@@ -30,6 +30,8 @@ public:
 
 private:
     void listen(const StreamAddress& address) const;
+    void bindTo(const SocketAddress& address) const;
+    void joinGroup(const StreamAddress& address) const;
 
     int m_descriptor;
     std::vector<std::uint8_t> m_buffer;
