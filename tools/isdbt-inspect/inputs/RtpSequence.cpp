@@ -12,17 +12,14 @@ constexpr unsigned ROUND = 0x10000;
 } // namespace
 
 std::optional<std::uint32_t> RtpSequence::take(const RtpDatagram& datagram) {
-    unsigned missing = (datagram.sequenceNumber + ROUND - m_expected) % ROUND;
-    if (m_source != datagram.source) {
-        missing = 0;
-    } else if (missing >= ROUND - LATEST) {
+    const bool sameSource = m_source == datagram.source;
+    const unsigned ahead = (datagram.sequenceNumber + ROUND - m_expected) % ROUND;
+    if (sameSource && ahead >= ROUND - LATEST) {
         return std::nullopt;
-    } else if (missing >= ROUND / 2) {
-        missing = 0;
     }
     m_source = datagram.source;
     m_expected = static_cast<std::uint16_t>(datagram.sequenceNumber + 1);
-    return missing;
+    return sameSource && ahead < ROUND / 2 ? ahead : 0;
 }
 
 } // namespace inspect
