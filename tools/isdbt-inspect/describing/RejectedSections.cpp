@@ -12,11 +12,9 @@ Field errorCode(const RawDescriptor& descriptor) {
     const LogLines dropped; // they are known from the section's own attempt
     const std::optional<std::uint16_t> code = refusal(descriptor);
     if (!code) {
-        return absent("error_code");
+        return absent("error_code").standsFor("");
     }
-    Field field = identifier("error_code", *code, 4);
-    field.codeName = errorName(*code);
-    return field;
+    return identifier("error_code", *code, 4).standsFor(errorName(*code));
 }
 
 Field describeLoop(const DescriptorLoop& loop) {
@@ -32,9 +30,9 @@ Field describeLoop(const DescriptorLoop& loop) {
 } // namespace
 
 Field describeOnWire(const RawDescriptor& descriptor) {
-    Field tag = identifier("descriptor_tag", descriptor.tag, 2);
-    tag.codeName = descriptor.kind == nullptr ? "" : descriptor.kind->name;
-    return object("", {identifier("offset", static_cast<std::uint32_t>(descriptor.offset), 4), std::move(tag),
+    return object("", {identifier("offset", static_cast<std::uint32_t>(descriptor.offset), 4),
+                       identifier("descriptor_tag", descriptor.tag, 2)
+                           .standsFor(descriptor.kind == nullptr ? "" : descriptor.kind->name),
                        flag("known", descriptor.kind != nullptr),
                        descriptor.length ? number("length", *descriptor.length).in("bytes") : absent("length"),
                        flag("fits", descriptor.fits()), errorCode(descriptor),
