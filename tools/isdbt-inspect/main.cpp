@@ -1,5 +1,6 @@
 #include "Inspection.h"
 #include "rendering/DiffRenderer.h"
+#include "rendering/JsonRenderer.h"
 #include "rendering/StatisticsRenderer.h"
 #include "rendering/TablesRenderer.h"
 
@@ -16,6 +17,9 @@ inspect::Style styleFor(const inspect::Options& options) {
 }
 
 std::unique_ptr<inspect::Renderer> rendererFor(const inspect::Options& options, inspect::Output& output) {
+    if (options.json) {
+        return std::make_unique<inspect::JsonRenderer>(output);
+    }
     const inspect::Style style = styleFor(options);
     switch (options.view) {
     case inspect::View::Stats:

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "rendering/Output.h"
+#include "rendering/Renderer.h"
+
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+
+namespace inspect {
+
+/// Each section as an object in JSON, one a line, when it is first seen and at each change. Nothing else is written, so
+/// that every line is an object: what the summary says, the exit status and the statistics tell.
+class JsonRenderer : public Renderer {
+public:
+    explicit JsonRenderer(Output& output) : m_output(output) {}
+
+    void begin(const std::string& name) override;
+    void section(const SectionReport& report) override;
+    void end(const Summary& summary) override;
+
+private:
+    void write(const nlohmann::ordered_json& object);
+
+    Output& m_output;
+    std::string m_input;
+};
+
+} // namespace inspect
