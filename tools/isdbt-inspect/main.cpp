@@ -1,6 +1,7 @@
 #include "Inspection.h"
 #include "rendering/DiffRenderer.h"
 #include "rendering/JsonRenderer.h"
+#include "rendering/StatisticsJsonRenderer.h"
 #include "rendering/StatisticsRenderer.h"
 #include "rendering/TablesRenderer.h"
 
@@ -16,9 +17,16 @@ inspect::Style styleFor(const inspect::Options& options) {
     return style;
 }
 
+std::unique_ptr<inspect::Renderer> jsonRendererFor(inspect::View view, inspect::Output& output) {
+    if (view == inspect::View::Stats) {
+        return std::make_unique<inspect::StatisticsJsonRenderer>(output);
+    }
+    return std::make_unique<inspect::JsonRenderer>(output);
+}
+
 std::unique_ptr<inspect::Renderer> rendererFor(const inspect::Options& options, inspect::Output& output) {
     if (options.json) {
-        return std::make_unique<inspect::JsonRenderer>(output);
+        return jsonRendererFor(options.view, output);
     }
     const inspect::Style style = styleFor(options);
     switch (options.view) {

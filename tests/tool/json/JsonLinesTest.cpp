@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <poll.h>
+#include <sstream>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -113,6 +114,56 @@ TEST(JsonLines, AClosedPipeEndsItQuietly) {
     const Finished finished = inspect({"--json", SAMPLE_FILE}, start);
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.errors, "");
+}
+
+std::vector<Json> statisticsOfSample(const std::string& type) {
+    std::istringstream lines(inspect({"--json", "--view", "stats", SAMPLE_FILE}).output);
+    std::vector<Json> objects;
+    for (std::string line; std::getline(lines, line);) {
+        Json object = Json::parse(line);
+        EXPECT_EQ(object["input"], SAMPLE_FILE);
+        if (object["type"] == type) {
+            objects.push_back(std::move(object));
+        }
+    }
+    return objects;
+}
+
+/// The sample has 480 packets in two seconds.
+TEST(JsonLines, HaveTheStatisticsOfEachPid) {
+    const std::vector<Json> pids = statisticsOfSample("pid_statistics");
+    EXPECT_EQ(pids.size(), 16U);
+    EXPECT_EQ(pids.front(), Json({{"type", "pid_statistics"},
+                                  {"input", SAMPLE_FILE},
+                                  {"pid", 0},
+                                  {"content", nullptr},
+                                  {"packets", 20},
+                                  {"share", 0.041667},
+                                  {"discontinuities", 0},
+                                  {"bit_rate", 15040}}));
+    EXPECT_EQ(pids.back()["content"], "null packets");
+    EXPECT_EQ(pids.back()["discontinuities"], nullptr);
+}
+
+TEST(JsonLines, HaveTheStatisticsOfEachTable) {
+    const std::vector<Json> tables = statisticsOfSample("table_statistics");
+    ASSERT_EQ(tables.size(), 9U);
+    EXPECT_EQ(tables.front(), Json({{"type", "table_statistics"},
+                                    {"input", SAMPLE_FILE},
+                                    {"pid", 0},
+                                    {"table", "PAT"},
+                                    {"table_id", 0},
+                                    {"sections", 20},
+                                    {"distinct", 1},
+                                    {"version_changes", 0},
+                                    {"crc_errors", 0},
+                                    {"rejected", 0},
+                                    {"mean_interval", 0.1},
+                                    {"largest_interval", 0.1},
+                                    {"bit_rate", 1920}})); // ten sections of 24 bytes a second
+    EXPECT_EQ(tables[3]["table"], "TOT");
+    EXPECT_EQ(tables[3]["distinct"], 2);
+    EXPECT_EQ(tables[3]["mean_interval"], nullptr);
 }
 
 /// The tool between two pipes that stay open.

@@ -44,6 +44,12 @@ TEST(Schema, AllowsTheSample) {
     EXPECT_EQ(validated(finished.output), "11 lines, 0 faults\n");
 }
 
+TEST(Schema, AllowsTheStatisticsOfTheSample) {
+    const Finished finished = inspect({"--json", "--view", "stats", SAMPLE_FILE});
+    EXPECT_THAT(finished.output, HasSubstr(R"("type":"pid_statistics")"));
+    EXPECT_EQ(validated(finished.output), withoutFaults(finished.output));
+}
+
 TEST(Schema, AllowsEveryFieldInEveryForm) {
     const std::string lines = jsonOf(exampleSections());
     EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), static_cast<std::ptrdiff_t>(exampleSections().size()));
@@ -84,6 +90,7 @@ TEST(Schema, AllowsRecordedStreams) {
     std::string lines;
     for (const auto& entry : std::filesystem::directory_iterator(TEST_DATA "/streams")) {
         lines += inspect({"--json", entry.path()}).output;
+        lines += inspect({"--json", "--view", "stats", entry.path()}).output;
     }
     EXPECT_THAT(lines, HasSubstr(R"("error":{"code":2570,"name":"ERROR_INVALID_ITEM"})"));
     EXPECT_EQ(validated(lines), withoutFaults(lines));

@@ -1,5 +1,7 @@
 #include "rendering/FieldJson.h"
 
+#include "rendering/JsonValues.h"
+
 #include <algorithm>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -36,10 +38,6 @@ struct Companion {
     Json (*of)(const Field& field);
 };
 
-Json textOrNull(const std::string& text) {
-    return text.empty() ? Json() : Json(text);
-}
-
 Json rawBytes(const Field& field) {
     const auto* const text = std::get_if<Text>(&field.value);
     return text == nullptr ? Json() : hexJson({text->raw.begin(), text->raw.end()});
@@ -47,10 +45,10 @@ Json rawBytes(const Field& field) {
 
 constexpr Companion COMPANIONS[] = {
     {"_name", "_names", [](const Field& field) { return field.isCode; },
-     [](const Field& field) { return textOrNull(field.codeName); }},
+     [](const Field& field) { return orNull(field.codeName); }},
     {"_hex", "_hex", [](const Field& field) { return std::holds_alternative<Text>(field.value); }, rawBytes},
     {"_reading", "_readings", [](const Field& field) { return !field.reading.empty(); },
-     [](const Field& field) { return textOrNull(field.reading); }},
+     [](const Field& field) { return orNull(field.reading); }},
 };
 
 void addCompanions(Json& object, const Field& field) {

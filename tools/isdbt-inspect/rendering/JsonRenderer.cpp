@@ -1,8 +1,8 @@
 #include "rendering/JsonRenderer.h"
 
 #include "rendering/FieldJson.h"
+#include "rendering/JsonValues.h"
 
-#include <cmath>
 #include <nlohmann/json.hpp>
 
 namespace inspect {
@@ -11,25 +11,15 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-template <class Value> Json orNull(const std::optional<Value>& value) {
-    return value ? Json(*value) : Json();
-}
-
 /// A part of the header; null when there is none.
 template <class Part> Json ofHeader(const std::optional<LongHeader>& header, Part LongHeader::*part) {
     return header ? Json((*header).*part) : Json();
 }
 
-/// To a microsecond, which is more than the clock of a stream knows of a packet.
-Json secondsJson(const std::optional<double>& seconds) {
-    constexpr double STEPS = 1e6;
-    return seconds ? Json(std::round(*seconds * STEPS) / STEPS) : Json();
-}
-
 void addPosition(Json& object, const Position& position) {
     object["packet"] = position.packet != 0 ? Json(position.packet) : Json();
     object["offset"] = position.offset;
-    object["seconds"] = secondsJson(position.seconds);
+    object["seconds"] = measured(position.seconds);
 }
 
 Json descriptorLoops(const Fields& loops) {
@@ -60,10 +50,6 @@ void addRejection(Json& object, const Rejection& rejection) {
 
 } // namespace
 
-void JsonRenderer::begin(const std::string& name) {
-    m_input = name;
-}
-
 void JsonRenderer::section(const SectionReport& report) {
     Json object{{"type", "section"}, {"input", m_input}};
     object["pid"] = orNull(report.pid);
@@ -82,14 +68,7 @@ void JsonRenderer::section(const SectionReport& report) {
     } else {
         object["fields"] = fieldsJson(report.fields);
     }
-    write(object);
-}
-
-void JsonRenderer::end(const Summary& /*summary*/) {}
-
-/// The names of files and the library's log may hold bytes that are no UTF-8, which JSON cannot.
-void JsonRenderer::write(const Json& object) {
-    m_output.write(object.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n');
+    m_output.write(jsonLine(object));
 }
 
 } // namespace inspect

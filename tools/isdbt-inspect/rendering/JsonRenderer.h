@@ -3,7 +3,6 @@
 #include "rendering/Output.h"
 #include "rendering/Renderer.h"
 
-#include <nlohmann/json_fwd.hpp>
 #include <string>
 
 namespace inspect {
@@ -14,13 +13,11 @@ class JsonRenderer : public Renderer {
 public:
     explicit JsonRenderer(Output& output) : m_output(output) {}
 
-    void begin(const std::string& name) override;
+    void begin(const std::string& name) override { m_input = name; }
     void section(const SectionReport& report) override;
-    void end(const Summary& summary) override;
+    void end(const Summary& /*summary*/) override {}
 
 private:
-    void write(const nlohmann::ordered_json& object);
-
     Output& m_output;
     std::string m_input;
 };
