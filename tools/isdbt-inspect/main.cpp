@@ -1,4 +1,5 @@
 #include "Inspection.h"
+#include "rendering/DiffJsonRenderer.h"
 #include "rendering/DiffRenderer.h"
 #include "rendering/JsonRenderer.h"
 #include "rendering/StatisticsJsonRenderer.h"
@@ -20,6 +21,9 @@ inspect::Style styleFor(const inspect::Options& options) {
 std::unique_ptr<inspect::Renderer> jsonRendererFor(inspect::View view, inspect::Output& output) {
     if (view == inspect::View::Stats) {
         return std::make_unique<inspect::StatisticsJsonRenderer>(output);
+    }
+    if (view == inspect::View::Diff) {
+        return std::make_unique<inspect::DiffJsonRenderer>(output);
     }
     return std::make_unique<inspect::JsonRenderer>(output);
 }

@@ -166,6 +166,44 @@ TEST(JsonLines, HaveTheStatisticsOfEachTable) {
     EXPECT_EQ(tables[3]["mean_interval"], nullptr);
 }
 
+std::vector<Json> changesOf(const std::vector<ByteVector>& sections) {
+    const TemporaryFile file(streamOf(0x0321, sections));
+    std::istringstream lines(inspect({"--json", "--view", "diff", "--pid", "0x321", file.path()}).output);
+    std::vector<Json> objects;
+    for (std::string line; std::getline(lines, line);) {
+        objects.push_back(Json::parse(line));
+        EXPECT_EQ(objects.back()["type"], "change");
+    }
+    return objects;
+}
+
+TEST(JsonLines, HaveWhatChangesFromVersionToVersion) {
+    LongHeader first;
+    first.extension = 0xE6A0;
+    LongHeader second = first;
+    second.version = 1;
+    const std::vector<Json> changes = changesOf({
+        longSection(0x02, first, hex("E100 F000  1B E111 F003 520101")),
+        longSection(0x02, second, hex("E100 F000  02 E111 F003 520101  0F E112 F000")),
+        longSection(0x02, first, hex("E100 F000  1B E111 F002 5200")),
+    });
+    ASSERT_EQ(changes.size(), 3U);
+    EXPECT_EQ(changes[0]["event"], "new");
+    EXPECT_EQ(changes[1]["event"], "changed");
+    EXPECT_EQ(changes[1]["version"], 1);
+    EXPECT_EQ(changes[1]["former_version"], 0);
+    EXPECT_EQ(changes[1]["former_pid"], 0x321);
+    ASSERT_EQ(changes[1]["changes"].size(), 2U);
+    EXPECT_EQ(changes[1]["changes"][0], Json({{"path", "elementary_streams[0x0111].stream_type"},
+                                              {"before", {{"value", 27}, {"value_name", "H.264 video"}}},
+                                              {"after", {{"value", 2}, {"value_name", "MPEG-2 video"}}}}));
+    EXPECT_EQ(changes[1]["changes"][1]["path"], "elementary_streams[0x0112]");
+    EXPECT_EQ(changes[1]["changes"][1]["before"], nullptr);
+    EXPECT_EQ(changes[1]["changes"][1]["after"]["value"]["elementary_pid"], 0x112);
+    EXPECT_EQ(changes[2]["event"], "rejected");
+    EXPECT_EQ(changes[2]["error"]["name"], "ERROR_INVALID_ITEM");
+}
+
 /// The tool between two pipes that stay open.
 class RunningTool {
 public:

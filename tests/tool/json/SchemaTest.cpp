@@ -91,6 +91,7 @@ TEST(Schema, AllowsRecordedStreams) {
     for (const auto& entry : std::filesystem::directory_iterator(TEST_DATA "/streams")) {
         lines += inspect({"--json", entry.path()}).output;
         lines += inspect({"--json", "--view", "stats", entry.path()}).output;
+        lines += inspect({"--json", "--view", "diff", entry.path(), SAMPLE_FILE}).output;
     }
     EXPECT_THAT(lines, HasSubstr(R"("error":{"code":2570,"name":"ERROR_INVALID_ITEM"})"));
     EXPECT_EQ(validated(lines), withoutFaults(lines));

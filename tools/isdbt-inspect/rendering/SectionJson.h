@@ -1,0 +1,17 @@
+#pragma once
+
+#include "rendering/Report.h"
+
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+
+namespace inspect {
+
+/// What is said of a section but for its content: what its header says, and where in the input it was found.
+nlohmann::ordered_json sectionJson(const char* type, const std::string& input, const SectionReport& report);
+
+/// Adds why the library does not take a section: the error, the lines of its log, the descriptors with those at fault
+/// marked, all bytes.
+void addRejection(nlohmann::ordered_json& object, const Rejection& rejection);
+
+} // namespace inspect
