@@ -25,7 +25,7 @@ std::vector<Shown> shownIn(const std::string& page) {
 
 TEST(JsonDocument, ShowsWhatTheToolWrites) {
     const std::vector<Shown> examples = shownIn(readText(PROJECT_FOLDER "/docs/json.md"));
-    ASSERT_EQ(examples.size(), 4U);
+    ASSERT_EQ(examples.size(), 5U);
     for (const Shown& each : examples) {
         const std::string program = INSPECT_PROGRAM;
         const Finished finished =

@@ -90,6 +90,19 @@ TEST(JsonLines, ADescriptorThatDoesNotFitIsAtFault) {
     EXPECT_EQ(loop["descriptors"][0]["at_fault"], true);
 }
 
+TEST(JsonLines, HaveADescriptorThatCameByItself) {
+    EXPECT_EQ(inspect({"--json", "--descriptor", "pmt", "--hex", "52 01 07 FF 01 AA"}).output,
+              R"({"type":"descriptor","input":"--hex","table":"PMT","table_id":2,"damaged":false,)"
+              R"("on_wire":{"offset":0,"descriptor_tag":82,"descriptor_tag_name":"stream_identifier_descriptor",)"
+              R"("known":true,"length":1,"fits":true,"error_code":null,"error_code_name":null,"bytes":"07",)"
+              R"("at_fault":false},"fields":{"stream_identifier_descriptor":{"descriptor_tag":82,"component_tag":7}}})"
+              "\n"
+              R"({"type":"descriptor","input":"--hex","table":"PMT","table_id":2,"damaged":false,)"
+              R"("on_wire":{"offset":3,"descriptor_tag":255,"descriptor_tag_name":null,"known":false,"length":1,)"
+              R"("fits":true,"error_code":null,"error_code_name":null,"bytes":"AA","at_fault":false},"fields":null})"
+              "\n");
+}
+
 TEST(JsonLines, FileNamesMayHoldAnything) {
     const TemporaryFile temporary;
     const std::string path = temporary.path() + "-\xE9\n\"\x1B.ts";

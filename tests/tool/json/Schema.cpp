@@ -27,6 +27,16 @@ Json fieldsOf(const std::string& table) {
             {"then", {{"properties", {{"fields", {{"$ref", "#/$defs/" + definitionOf(table)}}}}}}}};
 }
 
+/// A descriptor that came by itself stands under its name.
+void addDescriptors(Json& fields, const Json& shapes) {
+    constexpr std::string_view END = "_descriptor";
+    for (const auto& [name, shape] : shapes.items()) {
+        if (name.size() > END.size() && name.compare(name.size() - END.size(), END.size(), END) == 0) {
+            fields["properties"][name] = {{"$ref", "#/$defs/" + name}};
+        }
+    }
+}
+
 } // namespace
 
 std::string schemaText() {
@@ -41,6 +51,7 @@ std::string schemaText() {
     for (const std::string& table : tables) {
         section["allOf"].push_back(fieldsOf(table));
     }
+    addDescriptors(schema["$defs"]["descriptor"]["properties"]["fields"], shapes.schemas());
     schema["$defs"].update(shapes.schemas());
     return schema.dump(INDENT) + '\n';
 }

@@ -97,6 +97,28 @@ TEST(Schema, AllowsRecordedStreams) {
     EXPECT_EQ(validated(lines), withoutFaults(lines));
 }
 
+TEST(Schema, AllowsRecordedSections) {
+    if (!std::filesystem::exists(TEST_DATA "/sections")) {
+        GTEST_SKIP() << "no recorded sections";
+    }
+    std::vector<std::string> arguments{"--json", "--sections"};
+    for (const char* const folder : {TEST_DATA "/sections", TEST_DATA "/generated"}) {
+        for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+            arguments.push_back(entry.path());
+        }
+    }
+    const std::string lines = inspect(arguments).output;
+    EXPECT_THAT(lines, HasSubstr(R"("pid":null,"table":"SDTT")"));
+    EXPECT_EQ(validated(lines), withoutFaults(lines));
+}
+
+TEST(Schema, AllowsDescriptorsByThemselves) {
+    const std::string lines =
+        inspect({"--json", "--descriptor", "pmt", "--hex", "52 01 07  55 04 42 52 41 16  FF 00"}).output +
+        inspect({"--json", "--descriptor", "ait", "--hex", "02 02 00 03  00 09 01"}).output;
+    EXPECT_EQ(validated(lines), "5 lines, 0 faults\n");
+}
+
 /// A change to the line of a section, and what is wrong with it then.
 struct Fault {
     std::string part;

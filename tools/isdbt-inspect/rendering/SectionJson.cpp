@@ -27,9 +27,7 @@ Json descriptorLoops(const Fields& loops) {
     for (const Field& loop : loops) {
         Json descriptors = Json::array();
         for (const Field& descriptor : std::get<List>(loop.value).elements) {
-            Json object = fieldsJson(std::get<Object>(descriptor.value).fields);
-            object["at_fault"] = !object["fits"].get<bool>() || !object["error_code"].is_null();
-            descriptors.push_back(std::move(object));
+            descriptors.push_back(descriptorJson(descriptor));
         }
         Json object{{"loop", loop.name}};
         if (!loop.reading.empty()) {
@@ -59,9 +57,19 @@ Json sectionJson(const char* type, const std::string& input, const SectionReport
     return object;
 }
 
-void addRejection(Json& object, const Rejection& rejection) {
+Json descriptorJson(const Field& descriptor) {
+    Json object = fieldsJson(std::get<Object>(descriptor.value).fields);
+    object["at_fault"] = !object["fits"].get<bool>() || !object["error_code"].is_null();
+    return object;
+}
+
+void addError(Json& object, const Rejection& rejection) {
     object["error"] = {{"code", rejection.errorCode}, {"name", rejection.errorName}};
     object["log"] = rejection.logLines;
+}
+
+void addRejection(Json& object, const Rejection& rejection) {
+    addError(object, rejection);
     object["loops"] = descriptorLoops(rejection.descriptors);
     object["bytes"] = hexJson(rejection.section);
 }
