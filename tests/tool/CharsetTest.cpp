@@ -16,7 +16,7 @@ std::string nameShown(const std::string& bytes, const std::vector<std::string>& 
     const TemporaryFile file(StreamBuilder().section(0x0010, longSection(0x40, {}, join({loop, hex("F000")}))).bytes());
     std::vector<std::string> arguments = options;
     arguments.push_back(file.path());
-    const Finished finished = inspect(arguments);
+    const Finished finished = inspectTables(arguments);
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.errors, "");
     const std::string marker = "network_name_descriptor (0x40)  network_name ";
@@ -57,14 +57,14 @@ TEST(InspectCharset, TablesStayAligned) {
     const ByteVector prefetch = descriptor(0x0C, hex("01  03 E3E7E9 05  05 6162636465 06"));
     const ByteVector both = join({u16(static_cast<unsigned>(prefetch.size() + names.size()), 0xF000), prefetch, names});
     const TemporaryFile file(StreamBuilder().section(0x0321, longSection(0x74, {}, join({both, hex("F000")}))).bytes());
-    EXPECT_THAT(inspect({"--pid", "0x321", file.path()}).output, HasSubstr("      label    priority\n"
-                                                                           "      \"ãçé\"    5\n"
-                                                                           "      \"abcde\"  6\n"));
+    EXPECT_THAT(inspectTables({"--pid", "0x321", file.path()}).output, HasSubstr("      label    priority\n"
+                                                                                 "      \"ãçé\"    5\n"
+                                                                                 "      \"abcde\"  6\n"));
 }
 
 TEST(InspectCharset, UnknownNames) {
     for (const char* const name : {"KLINGON", "UTF-8//IGNORE"}) {
-        const Finished finished = inspect({"--charset", name, SAMPLE_FILE});
+        const Finished finished = inspectTables({"--charset", name, SAMPLE_FILE});
         EXPECT_EQ(finished.status, 2);
         EXPECT_EQ(finished.output, "");
         EXPECT_THAT(finished.errors,

@@ -188,16 +188,16 @@ TEST(InspectFollowing, SourcesAreBounded) {
     }
     stream.section(0x0400, emptyAit()).section(0x0400 + 1023, emptyAit()).section(0x0400 + 1024, emptyAit());
     const TemporaryFile file(stream.bytes());
-    const std::string output = inspect({"--pid", "0x100", file.path()}).output;
+    const std::string output = inspectTables({"--pid", "0x100", file.path()}).output;
     EXPECT_THAT(output, AllOf(HasSubstr("AIT  PID 0x0400"), HasSubstr("AIT  PID 0x07FF")));
     EXPECT_THAT(output, Not(HasSubstr("AIT  PID 0x0800")));
 }
 
 TEST(InspectPids, GivenByHand) {
     const TemporaryFile file(StreamBuilder().section(0x0194, emptyDsmcc()).section(0x0195, emptyAit()).bytes());
-    EXPECT_THAT(inspect({file.path()}).output, HasSubstr("0 sections on 0 PIDs"));
+    EXPECT_THAT(inspectTables({file.path()}).output, HasSubstr("0 sections on 0 PIDs"));
     for (const char* const pid : {"404", "0x194", "0X194", "0x0194", "0404"}) {
-        const Finished finished = inspect({"--pid", pid, file.path()});
+        const Finished finished = inspectTables({"--pid", pid, file.path()});
         EXPECT_EQ(finished.status, 0) << pid;
         EXPECT_THAT(finished.output, AllOf(StartsWith("DSM-CC  PID 0x0194"), HasSubstr("1 section on 1 PID"))) << pid;
     }
@@ -205,14 +205,14 @@ TEST(InspectPids, GivenByHand) {
 
 TEST(InspectPids, SeveralGivenByHand) {
     const TemporaryFile file(StreamBuilder().section(0x0194, emptyDsmcc()).section(0x0195, emptyAit()).bytes());
-    const Finished finished = inspect({"--pid", "0x0194", "--pid=0x0195", file.path()});
+    const Finished finished = inspectTables({"--pid", "0x0194", "--pid=0x0195", file.path()});
     EXPECT_THAT(finished.output, AllOf(HasSubstr("DSM-CC  PID 0x0194"), HasSubstr("AIT  PID 0x0195")));
 }
 
 /// For streams that were cut out of a multiplex without their PAT.
 TEST(InspectPids, PmtGivenByHandIsFollowed) {
     const TemporaryFile file(StreamBuilder().section(PMT_PID, pmt("05", "")).section(STREAM_PID, emptyAit()).bytes());
-    EXPECT_THAT(inspect({file.path(), "--pid", "0x100"}).output,
+    EXPECT_THAT(inspectTables({file.path(), "--pid", "0x100"}).output,
                 AllOf(HasSubstr("PMT  PID 0x0100"), HasSubstr("AIT  PID 0x0321")));
 }
 
@@ -221,17 +221,17 @@ TEST(InspectPids, GivenByHandStaysWhateverIsSignalled) {
     stream.section(PAT_PID, pat("0001 E100")).section(PMT_PID, pmt("05", ""));
     stream.section(PMT_PID, pmt("1B", "", 1)).section(STREAM_PID, emptyAit());
     const TemporaryFile file(stream.bytes());
-    EXPECT_THAT(inspect({"--pid", "0x321", file.path()}).output, HasSubstr("AIT  PID 0x0321"));
+    EXPECT_THAT(inspectTables({"--pid", "0x321", file.path()}).output, HasSubstr("AIT  PID 0x0321"));
 }
 
 TEST(InspectPids, ThatAreNone) {
     for (const char* const pid : {"8191", "0x1FFF", "0x2000", "-1", "12x", "0x", "x12", "", "0x-1", "99999999999"}) {
-        const Finished finished = inspect({std::string("--pid=") + pid, SAMPLE_FILE});
+        const Finished finished = inspectTables({std::string("--pid=") + pid, SAMPLE_FILE});
         EXPECT_EQ(finished.status, 2) << pid;
         EXPECT_EQ(finished.output, "") << pid;
         EXPECT_THAT(finished.errors, StartsWith("isdbt-inspect: --pid: ")) << pid;
     }
-    EXPECT_EQ(inspect({"--pid", "8191", SAMPLE_FILE}).errors,
+    EXPECT_EQ(inspectTables({"--pid", "8191", SAMPLE_FILE}).errors,
               "isdbt-inspect: --pid: 8191 is no PID (0 to 8190, or 0x0000 to 0x1FFE)\n"
               "Run with --help for more information.\n");
 }

@@ -35,7 +35,7 @@ ByteVector garbage(std::size_t size) {
 } // namespace
 
 TEST(InspectInput, SampleAsAPersonReadsIt) {
-    const Finished finished = inspect({SAMPLE_FILE});
+    const Finished finished = inspectTables({SAMPLE_FILE});
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.errors, "");
     EXPECT_EQ(finished.output, golden());
@@ -44,7 +44,7 @@ TEST(InspectInput, SampleAsAPersonReadsIt) {
 TEST(InspectInput, StandardInput) {
     Start start;
     start.input = sampleStream();
-    const Finished finished = inspect({"-"}, start);
+    const Finished finished = inspectTables({"-"}, start);
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.errors, "");
     EXPECT_EQ(finished.output, golden());
@@ -55,7 +55,7 @@ TEST(InspectInput, StandardInputInOddChunks) {
         Start start;
         start.input = sampleStream();
         start.chunk = chunk;
-        const Finished finished = inspect({"-"}, start);
+        const Finished finished = inspectTables({"-"}, start);
         EXPECT_EQ(finished.status, 0);
         EXPECT_EQ(finished.output, golden()) << "chunks of " << chunk;
     }
@@ -153,14 +153,14 @@ TEST(InspectInput, SpacingMayChange) {
 }
 
 TEST(InspectInput, NoSuchFile) {
-    const Finished finished = inspect({"/no-such-folder/stream.ts"});
+    const Finished finished = inspectTables({"/no-such-folder/stream.ts"});
     EXPECT_EQ(finished.status, 1);
     EXPECT_EQ(finished.output, "");
     EXPECT_EQ(finished.errors, "isdbt-inspect: /no-such-folder/stream.ts: No such file or directory\n");
 }
 
 TEST(InspectInput, Folder) {
-    const Finished finished = inspect({"/tmp"});
+    const Finished finished = inspectTables({"/tmp"});
     EXPECT_EQ(finished.status, 1);
     EXPECT_EQ(finished.output, "");
     EXPECT_EQ(finished.errors, "isdbt-inspect: /tmp: Is a directory\n");
@@ -174,7 +174,7 @@ TEST(InspectInput, EmptyFile) {
 }
 
 TEST(InspectInput, EmptyStandardInput) {
-    const Finished finished = inspect({"-"});
+    const Finished finished = inspectTables({"-"});
     EXPECT_EQ(finished.status, 1);
     EXPECT_EQ(finished.output, "");
     EXPECT_EQ(finished.errors, "isdbt-inspect: standard input: is empty\n");
@@ -211,7 +211,7 @@ TEST(InspectInput, CutOffInItsLastPacketIsSaidAfterWhatWasReadable) {
         const ByteVector stream = sampleStream();
         const Finished finished = inspectBytes(slice(stream, 0, stream.size() - missing));
         EXPECT_EQ(finished.status, 1);
-        EXPECT_THAT(finished.output, HasSubstr("TOT  PID 0x0014  packet 243\n"));
+        EXPECT_THAT(finished.output, HasSubstr("TOT  PID 0x0014  packet 243  1.008 s\n"));
         EXPECT_THAT(finished.output, EndsWith("479 packets of 188 bytes, 73 sections on 9 PIDs: 11 shown, 0 rejected, "
                                               "0 CRC errors, 0 discontinuities\n"));
         EXPECT_EQ(finished.errors, "isdbt-inspect: FILE: cut off in its last packet (" + left + " of 188 bytes)\n");

@@ -95,6 +95,11 @@ Finished inspect(const std::vector<std::string>& arguments, const Start& start) 
     return runProgram(INSPECT_PROGRAM, arguments, start);
 }
 
+Finished inspectTables(std::vector<std::string> arguments, const Start& start) {
+    arguments.insert(arguments.end(), {"--view", "tables"});
+    return inspect(arguments, start);
+}
+
 TemporaryFile::TemporaryFile(const ByteVector& bytes) {
     const char* const folder = std::getenv("TMPDIR");
     m_path = std::string(folder == nullptr ? "/tmp" : folder) + "/isdbt-inspect-test-XXXXXX";
@@ -113,7 +118,7 @@ TemporaryFile::~TemporaryFile() {
 
 Finished inspectBytes(const ByteVector& stream) {
     const TemporaryFile file(stream);
-    Finished finished = inspect({file.path()});
+    Finished finished = inspectTables({file.path()});
     const std::size_t at = finished.errors.find(file.path());
     if (at != std::string::npos) {
         finished.errors.replace(at, file.path().size(), "FILE");

@@ -26,6 +26,9 @@ Finished runProgram(const std::string& program, const std::vector<std::string>& 
 /// Runs isdbt-inspect.
 Finished inspect(const std::vector<std::string>& arguments, const Start& start = {});
 
+/// Runs isdbt-inspect for each section when it is new.
+Finished inspectTables(std::vector<std::string> arguments, const Start& start = {});
+
 /// A file that goes with the object.
 class TemporaryFile {
 public:
@@ -40,7 +43,7 @@ private:
     std::string m_path;
 };
 
-/// Runs isdbt-inspect on a file with these bytes. What it says of the file calls it FILE.
+/// Runs inspectTables() on a file with these bytes. What it says of the file calls it FILE.
 Finished inspectBytes(const ByteVector& stream);
 
 ByteVector readFile(const std::string& path);

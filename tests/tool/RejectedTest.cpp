@@ -18,7 +18,7 @@ LongHeader extension(QUOR_U16 number) {
 /// What is shown of a section that the library rejects.
 std::string rejected(const ByteVector& section) {
     const TemporaryFile file(StreamBuilder().section(0x0321, section).bytes());
-    const Finished finished = inspect({"--pid", "0x321", file.path()});
+    const Finished finished = inspectTables({"--pid", "0x321", file.path()});
     EXPECT_EQ(finished.status, 3);
     EXPECT_EQ(finished.errors, "");
     EXPECT_THAT(finished.output, HasSubstr(": 0 shown, 1 rejected"));

@@ -77,6 +77,17 @@ StreamBuilder& StreamBuilder::lose(unsigned pid, unsigned packets) {
     return *this;
 }
 
+StreamBuilder& StreamBuilder::clock(unsigned pid, std::uint64_t ticks) {
+    const std::uint64_t reference = (ticks / 300) << 15U | std::uint64_t{0x3F} << 9U | ticks % 300;
+    ByteVector packet = join({hex("47"), u16(pid), hex("20 B7 10")});
+    for (unsigned shift = 48; shift > 0; shift -= 8) {
+        packet.push_back(static_cast<QUOR_U8>(reference >> (shift - 8)));
+    }
+    packet.resize(PACKET_SIZE, STUFFING);
+    m_bytes = join({m_bytes, packet});
+    return *this;
+}
+
 StreamBuilder& StreamBuilder::null(std::size_t packets) {
     for (std::size_t count = 0; count < packets; ++count) {
         packet(NULL_PID, false, {});

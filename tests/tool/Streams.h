@@ -39,6 +39,10 @@ public:
     /// The next packet of this PID counts as if packets before it were lost.
     StreamBuilder& lose(unsigned pid, unsigned packets);
 
+    /// A packet with a program clock reference and no payload.
+    /// @param ticks of 27 MHz
+    StreamBuilder& clock(unsigned pid, std::uint64_t ticks);
+
     /// Null packets.
     StreamBuilder& null(std::size_t packets);
 

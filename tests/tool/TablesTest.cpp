@@ -245,7 +245,7 @@ TEST(InspectTables, LogLinesOfTakenSectionsAreNotShown) {
 TEST(InspectTables, DescriptorsThatTheLibrarySkips) {
     const ByteVector pmt = longSection(0x02, {}, hex("E100 F004 09 02 AABB  1B E111 F00A 0A 00 52 01 00 0E 03 C04650"));
     const TemporaryFile file(StreamBuilder().section(0x0100, pmt).bytes());
-    const Finished finished = inspect({"--pid", "0x100", file.path()});
+    const Finished finished = inspectTables({"--pid", "0x100", file.path()});
     EXPECT_EQ(finished.status, 0);
     EXPECT_THAT(finished.output, HasSubstr("  unknown_descriptors (1)\n"
                                            "    descriptor_tag  length   bytes\n"
@@ -264,7 +264,7 @@ TEST(InspectTables, LongBytesGoOnInTheNextLine) {
     const ByteVector unknown = descriptor(0x0A, join({fill(32, 0x11), fill(3, 0x22)}));
     const ByteVector pmt = longSection(0x02, {}, join({hex("E100 F025"), unknown}));
     const TemporaryFile file(StreamBuilder().section(0x0100, pmt).bytes());
-    EXPECT_THAT(inspect({"--pid", "0x100", file.path()}).output,
+    EXPECT_THAT(inspectTables({"--pid", "0x100", file.path()}).output,
                 HasSubstr("  unknown_descriptors (1)\n"
                           "    [0] descriptor_tag  0x0A (10)\n"
                           "        length          35 bytes\n"

@@ -1,20 +1,14 @@
 #include "Inspector.h"
 
 #include "describing/Describing.h"
+#include "sections/SectionReader.h"
+#include "sections/TableIds.h"
 
 #include <fmt/format.h>
 
 namespace inspect {
 
 namespace {
-
-std::optional<Place> placeOf(const Section& section) {
-    const std::optional<LongHeader> header = section.longHeader();
-    if (!header) {
-        return std::nullopt;
-    }
-    return Place{header->version, header->current, header->sectionNumber, header->lastSectionNumber};
-}
 
 Rejection rejectionOf(const Section& section, ParsedSection& parsed) {
     return {parsed.errorCode, std::string(errorName(parsed.errorCode)), std::move(parsed.logLines),
@@ -54,59 +48,128 @@ std::vector<Finding> damagesIn(const std::map<Pid, PidCounts>& counts) {
     return findings;
 }
 
+/// The same without PIDs, and without what only packets can suffer.
+std::vector<Finding> damagesIn(const PidCounts& counts) {
+    std::vector<Finding> findings{{"CRC error", "CRC errors", counts.crcErrors, {}}};
+    if (counts.cutShort != 0) {
+        findings.push_back({"section cut short", "sections cut short", counts.cutShort, {}});
+    }
+    return findings;
+}
+
 } // namespace
 
-Inspector::Inspector(Renderer& renderer, const PidSet& byHand, const Charset& charset)
-    : m_renderer(renderer), m_charset(charset), m_following(byHand) {
+Inspector::Inspector(Renderer& renderer, const Interest& interest, const Charset& charset)
+    : m_renderer(renderer), m_interest(interest), m_charset(charset), m_following(interest.pids) {
     m_gatherer.setPids(m_following.pids());
 }
 
 void Inspector::run(Input& input) {
+    m_renderer.begin(input.name());
     PacketReader packets(input);
     while (const std::uint8_t* const packet = packets.next(m_gatherer.pids())) {
-        for (const Section& section : m_gatherer.push(packet, packets.packets())) {
+        const Position position{packets.packets(), packets.offset(), packets.seconds()};
+        for (const Section& section : m_gatherer.push(packet, position)) {
             take(section);
         }
     }
-    const Summary last = summary(packets);
-    m_foundFault = last.rejected != 0 || last.skippedBytes != 0;
-    for (const Finding& finding : last.damages) {
-        m_foundFault = m_foundFault || finding.count != 0;
-    }
-    m_renderer.summary(last);
+    finish(summary(packets), input);
     if (packets.cutOffBytes() != 0) {
         throw InputError(input.name(), fmt::format("cut off in its last packet ({} of {} bytes)", packets.cutOffBytes(),
                                                    packets.spacing()));
     }
 }
 
+void Inspector::runSections(Input& input, Repetitions repetitions) {
+    m_renderer.begin(input.name());
+    SectionReader sections(input);
+    Summary last{};
+    PidCounts counts;
+    while (const std::optional<Section> section = sections.next()) {
+        ++counts.sections;
+        counts.cutShort += section->complete() ? 0U : 1U;
+        counts.crcErrors += section->complete() && !section->sound() ? 1U : 0U;
+        last.unknown += tableName(section->tableId()).empty() ? 1U : 0U;
+        takeAsItIs(*section, repetitions);
+    }
+    last.sections = counts.sections;
+    last.shown = m_shown;
+    last.rejected = m_rejected;
+    last.damages = damagesIn(counts);
+    const PacketsOfPids noPackets{};
+    last.statistics = m_statistics.of({noPackets, 0, {}, std::nullopt}, m_interest.tables);
+    m_foundKnownTable = last.sections != last.unknown;
+    finish(std::move(last), input);
+}
+
+/// Leaves nothing out: who has no packets, but a section in hand, wants to know what a receiver says to it.
+void Inspector::takeAsItIs(const Section& section, Repetitions repetitions) {
+    if (section.sound() && repetitions == Repetitions::Hidden) {
+        take(section);
+        return;
+    }
+    m_statistics.take(section, section.sound() ? std::optional(m_seen.look(section)) : std::nullopt);
+    if (!tableName(section.tableId()).empty()) {
+        show(section, SeenSections::News::New);
+    }
+}
+
+void Inspector::finish(Summary last, const Input& input) {
+    for (const Loss& loss : input.losses()) {
+        last.damages.push_back({loss.singular, loss.plural, loss.count, {}});
+    }
+    m_foundFault = last.rejected != 0 || last.skippedBytes != 0;
+    for (const Finding& finding : last.damages) {
+        m_foundFault = m_foundFault || finding.count != 0;
+    }
+    m_renderer.end(last);
+}
+
+bool Inspector::isOfInterest(std::uint8_t tableId) const {
+    return m_interest.tables.empty() || m_interest.tables.count(tableId) != 0;
+}
+
 void Inspector::take(const Section& section) {
-    if (tableName(section.tableId()).empty()) {
+    if (!section.sound()) {
+        m_statistics.take(section, std::nullopt);
         return;
     }
-    const SeenSections::News news = m_seen.look(section);
-    if (news == SeenSections::News::Repetition) {
-        return;
+    const bool understood = !tableName(section.tableId()).empty();
+    const SeenSections::Sight sight = (understood ? m_seen : m_seenOfOthers).look(section);
+    m_statistics.take(section, sight);
+    if (understood && sight.news != SeenSections::News::Repetition) {
+        show(section, sight.news);
     }
+}
+
+void Inspector::show(const Section& section, SeenSections::News news) {
     ParsedSection parsed = parse(section);
     SectionReport report{section.pid(),
                          section.tableId(),
                          std::string(parsed.tableName),
-                         section.packet(),
-                         placeOf(section),
+                         section.position(),
+                         section.longHeader(),
                          news == SeenSections::News::SameVersion,
+                         !section.sound(),
                          {},
-                         std::nullopt};
-    if (parsed.table != nullptr) {
+                         std::nullopt,
+                         section.fingerprint()};
+    if (parsed.table == nullptr) {
+        m_statistics.reject(section);
+        report.rejection = rejectionOf(section, parsed);
+    } else {
         report.fields = describe(*parsed.table, m_charset);
-        ++m_shown;
+        if (section.tableId() == PMT) {
+            m_statistics.learn(report.fields);
+        }
         if (m_following.follow(section, *parsed.table)) {
             m_gatherer.setPids(m_following.pids());
         }
-    } else {
-        report.rejection = rejectionOf(section, parsed);
-        ++m_rejected;
     }
+    if (!isOfInterest(section.tableId())) {
+        return;
+    }
+    ++(report.rejection ? m_rejected : m_shown);
     m_renderer.section(report);
 }
 
@@ -115,8 +178,18 @@ Summary Inspector::summary(const PacketReader& packets) const {
     for (const auto& [pid, counts] : m_gatherer.counts()) {
         all += counts;
     }
-    return {packets.packets(), packets.spacing(), m_gatherer.counts().size(),     all.sections,
-            m_shown,           m_rejected,        damagesIn(m_gatherer.counts()), packets.skippedBytes()};
+    const Traffic traffic{packets.packetsOfPids(), packets.packets(), m_gatherer.counts(), packets.duration()};
+    return {packets.packets(),
+            packets.spacing(),
+            m_gatherer.counts().size(),
+            all.sections,
+            m_shown,
+            m_rejected,
+            damagesIn(traffic.gathered),
+            packets.skippedBytes(),
+            traffic.seconds,
+            m_statistics.of(traffic, m_interest.tables),
+            0};
 }
 
 } // namespace inspect

@@ -15,9 +15,12 @@
 #include "sdtt/TSDTTTable.h"
 #include "tot/TTOTTable.h"
 
+#include "rendering/FieldJson.h"
+
 #include <gtest/gtest.h>
 
 #include <map>
+#include <nlohmann/json.hpp>
 #include <set>
 
 namespace {
@@ -40,6 +43,14 @@ public:
         }
     }
 
+    void add(const std::string& holder, const std::string& name, const nlohmann::ordered_json& object) {
+        for (const auto& [member, value] : object.items()) {
+            m_names[name].insert(member);
+            m_names[holder + '/' + name].insert(member);
+            addValue(name, member, value);
+        }
+    }
+
     const Names& of(const std::string& key) const {
         static const Names none;
         const auto found = m_names.find(key);
@@ -57,38 +68,60 @@ private:
         }
     }
 
+    void addValue(const std::string& holder, const std::string& name, const nlohmann::ordered_json& value) {
+        if (value.is_object()) {
+            add(holder, name, value);
+        } else if (value.is_array()) {
+            for (const nlohmann::ordered_json& element : value) {
+                addValue(holder, name, element);
+            }
+        }
+    }
+
     std::map<std::string, Names> m_names;
 };
 
-template <class Table> void addTable(NamesOfObjects& names, const std::string& className, const ByteVector& section) {
+/// A form in which the names are looked at: the fields as they are, or as their JSON.
+using Form = void (*)(NamesOfObjects& names, const std::string& className, const Fields& fields);
+
+void asFields(NamesOfObjects& names, const std::string& className, const Fields& fields) {
+    names.add("", className, fields);
+}
+
+void asJson(NamesOfObjects& names, const std::string& className, const Fields& fields) {
+    names.add("", className, inspect::fieldsJson(fields));
+}
+
+template <class Table>
+void addTable(NamesOfObjects& names, Form form, const std::string& className, const ByteVector& section) {
     const auto taken = takenSection<Table>(section);
     ASSERT_NE(taken.object, nullptr) << className;
-    names.add("", className, inspect::describe(*taken.object));
+    form(names, className, inspect::describe(*taken.object));
 }
 
 template <class Descriptor>
-void addDescriptor(NamesOfObjects& names, const std::string& className, const std::string& wire) {
+void addDescriptor(NamesOfObjects& names, Form form, const std::string& className, const std::string& wire) {
     const auto taken = takenDescriptor<Descriptor>(hex(wire));
     ASSERT_NE(taken.object, nullptr) << className;
     const inspect::Field described = inspect::Catalogue::instance().describe(*taken.object);
-    names.add("", className, std::get<inspect::Object>(described.value).fields);
+    form(names, className, std::get<inspect::Object>(described.value).fields);
 }
 
-NamesOfObjects everything() {
+NamesOfObjects everything(Form form) {
     NamesOfObjects names;
-    addTable<Quor::TPATTable>(names, "TPATTable", fullPat());
-    addTable<Quor::TPMTTable>(names, "TPMTTable", fullPmt());
-    addTable<Quor::TTOTTable>(names, "TTOTTable", fullTot());
-    addTable<Quor::TNITTable>(names, "TNITTable", fullNit());
-    addTable<Quor::TSDTTable>(names, "TSDTTable", fullSdt());
-    addTable<Quor::TAITTable>(names, "TAITTable", fullAit());
-    addTable<Quor::TSDTTTable>(names, "TSDTTTable", fullSdtt());
-    addTable<Quor::TDSMCCSectionTable>(names, "TDSMCCSectionTable", fullDsmccSection());
+    addTable<Quor::TPATTable>(names, form, "TPATTable", fullPat());
+    addTable<Quor::TPMTTable>(names, form, "TPMTTable", fullPmt());
+    addTable<Quor::TTOTTable>(names, form, "TTOTTable", fullTot());
+    addTable<Quor::TNITTable>(names, form, "TNITTable", fullNit());
+    addTable<Quor::TSDTTable>(names, form, "TSDTTable", fullSdt());
+    addTable<Quor::TAITTable>(names, form, "TAITTable", fullAit());
+    addTable<Quor::TSDTTTable>(names, form, "TSDTTTable", fullSdtt());
+    addTable<Quor::TDSMCCSectionTable>(names, form, "TDSMCCSectionTable", fullDsmccSection());
     using Transport = Quor::TTransportProtocolDescriptor;
-    addDescriptor<Transport>(names, "TTransportProtocolDescriptorOC", "02 05 0001 01 00 0B");
-    addDescriptor<Transport>(names, "TTransportProtocolDescriptorIP", "02 07 0002 01 00 80 01 61");
-    addDescriptor<Transport>(names, "TTransportProtocolDescriptorDC", "02 05 0004 01 00 0B");
-    addDescriptor<Quor::TGeneralEventDescriptor>(names, "TGeneralEventDescriptor",
+    addDescriptor<Transport>(names, form, "TTransportProtocolDescriptorOC", "02 05 0001 01 00 0B");
+    addDescriptor<Transport>(names, form, "TTransportProtocolDescriptorIP", "02 07 0002 01 00 80 01 61");
+    addDescriptor<Transport>(names, form, "TTransportProtocolDescriptorDC", "02 05 0004 01 00 0B");
+    addDescriptor<Quor::TGeneralEventDescriptor>(names, form, "TGeneralEventDescriptor",
                                                  "04 10 0AF0 00 0000000000 01 0002 0000000000");
     return names;
 }
@@ -256,8 +289,7 @@ TEST(PublicHeaders, FieldsAreCalledAsTheGettersInSnakeCase) {
     EXPECT_EQ(descriptorName("TNVODReferenceDescriptor"), "nvod_reference_descriptor");
 }
 
-TEST(Description, HasEveryGetterOfEveryClass) {
-    const NamesOfObjects names = everything();
+void expectEveryGetter(const NamesOfObjects& names) {
     const Classes classes = classesByName();
     for (const auto& [className, each] : classes) {
         const Names expected = fieldsAskedFor(classes, className);
@@ -270,11 +302,19 @@ TEST(Description, HasEveryGetterOfEveryClass) {
     }
 }
 
+TEST(Description, HasEveryGetterOfEveryClass) {
+    expectEveryGetter(everything(asFields));
+}
+
+TEST(Description, HasEveryGetterOfEveryClassInJson) {
+    expectEveryGetter(everything(asJson));
+}
+
 /// No getter gives them.
 const Names OF_THE_TOOL{"inherited", "data"};
 
 TEST(Description, HasNoFieldsThatNoGetterGives) {
-    const NamesOfObjects names = everything();
+    const NamesOfObjects names = everything(asFields);
     const Classes classes = classesByName();
     for (const auto& [className, each] : classes) {
         if (isBase(className)) {

@@ -31,7 +31,9 @@ Fields Catalogue::describe(const Quor::TISDBTTable& table) const {
 Field Catalogue::describe(const Quor::TISDBTDescriptor& descriptor) const {
     const DescriptorKind& kind = m_descriptors.at(typeid(descriptor));
     Field tag = identifier("descriptor_tag", descriptor.getDescriptorTag(), 2);
-    tag.codeName = kind.variant;
+    if (!kind.variant.empty()) {
+        tag = std::move(tag).standsFor(kind.variant);
+    }
     Fields fields{std::move(tag)};
     for (Field& field : kind.describe(descriptor)) {
         fields.push_back(std::move(field));

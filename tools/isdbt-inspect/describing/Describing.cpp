@@ -26,4 +26,10 @@ Fields describe(const Quor::TISDBTTable& table, const Charset& charset) {
     return fields;
 }
 
+Field describe(const Quor::TISDBTDescriptor& descriptor, const Charset& charset) {
+    Fields fields{Catalogue::instance().describe(descriptor)};
+    decodeTexts(fields, charset);
+    return std::move(fields.front());
+}
+
 } // namespace inspect

@@ -3,6 +3,7 @@
 #include "TISDBTTable.h"
 #include "describing/Charset.h"
 #include "describing/Field.h"
+#include "walking/DescriptorLoops.h"
 
 namespace inspect {
 
@@ -10,8 +11,15 @@ namespace inspect {
 /// @param charset what its texts are in
 Fields describe(const Quor::TISDBTTable& table, const Charset& charset = Charset());
 
-/// The descriptors of a section that the library rejects: a list for each loop, with tag, length and bytes of each
-/// descriptor, whether it fits in its loop, and the error with which the library refuses it.
+/// The same for a single descriptor: an object under its name.
+Field describe(const Quor::TISDBTDescriptor& descriptor, const Charset& charset = Charset());
+
+/// A descriptor as it stands on the wire: tag, length and bytes, whether it fits in its loop, and the error with which
+/// the library refuses it.
+Field describeOnWire(const RawDescriptor& descriptor);
+
+/// The descriptors of a section that the library rejects: a list for each loop, as describeOnWire() gives
+/// each descriptor.
 /// @param section from table_id to CRC_32, or as much of it as there is
 Fields describeDescriptors(const std::uint8_t* section, std::size_t size);
 

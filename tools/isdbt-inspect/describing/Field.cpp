@@ -5,7 +5,7 @@ namespace inspect {
 namespace {
 
 template <class Value> Field field(std::string_view name, Value value) {
-    return Field{std::string(name), std::move(value), {}, {}, {}};
+    return Field{std::string(name), std::move(value), false, {}, {}, {}};
 }
 
 } // namespace
@@ -17,6 +17,12 @@ Field Field::in(std::string_view unitName) && {
 
 Field Field::reads(std::string_view text) && {
     reading = text;
+    return std::move(*this);
+}
+
+Field Field::standsFor(std::string_view meaning) && {
+    isCode = true;
+    codeName = meaning;
     return std::move(*this);
 }
 

@@ -49,14 +49,16 @@ struct Object {
 struct Field {
     std::string name;
     std::variant<Absent, bool, Number, Text, Bytes, List, Object> value;
-    std::string codeName; ///< what the value stands for, when it is a code
+    bool isCode = false;  ///< whether the value stands for something
+    std::string codeName; ///< what it stands for; empty when that has no name
     std::string unit;
     std::string reading; ///< the value, or a remark on it, in a form that suits a person
 
     Field in(std::string_view unitName) &&;
     Field reads(std::string_view text) &&;
+    Field standsFor(std::string_view meaning) &&;
 
-    /// Names the number. A value without a name is left as it is.
+    /// Says what the number stands for. A value that is not among the names stands for something without a name.
     template <std::size_t N> Field named(const CodeName (&names)[N]) &&;
 };
 
@@ -79,12 +81,13 @@ template <std::size_t N> Field code(std::string_view name, std::int64_t value, c
 
 template <std::size_t N> Field Field::named(const CodeName (&names)[N]) && {
     const std::int64_t number = std::get<Number>(value).value;
+    std::string_view found;
     for (const CodeName& each : names) {
         if (each.value == number) {
-            codeName = each.name;
+            found = each.name;
         }
     }
-    return std::move(*this);
+    return std::move(*this).standsFor(found);
 }
 
 } // namespace inspect

@@ -16,7 +16,7 @@ constexpr CodeName SKIPPED_TAGS[] = {
 Field describeRaw(const RawDescriptor& descriptor) {
     Field tag = identifier("descriptor_tag", descriptor.tag, 2).named(SKIPPED_TAGS);
     if (descriptor.kind != nullptr) {
-        tag.codeName = descriptor.kind->name;
+        tag = std::move(tag).standsFor(descriptor.kind->name);
     }
     return object("", {std::move(tag), number("length", descriptor.length.value_or(0)).in("bytes"),
                        bytes("bytes", descriptor.body.data(), descriptor.body.size())});

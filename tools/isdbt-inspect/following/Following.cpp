@@ -21,16 +21,15 @@ constexpr std::pair<Pid, std::uint8_t> ALWAYS_CARRIED[] = {
 
 } // namespace
 
-Following::Following(const PidSet& byHand) : m_byHand(byHand) {
-    gather();
-}
-
-PidSet Following::pids() const {
-    PidSet pids = m_byHand;
-    for (const auto& [pid, tableId] : m_carried) {
-        pids.set(pid);
+Following::Following(const PidSet& byHand) : m_byHand(byHand), m_pids(byHand) {
+    for (const auto& [pid, tableId] : ALWAYS_CARRIED) {
+        begin({pid, tableId});
     }
-    return pids;
+    for (std::size_t pid = 0; pid < byHand.size(); ++pid) {
+        if (byHand[pid]) {
+            begin({static_cast<Pid>(pid), PMT});
+        }
+    }
 }
 
 bool Following::Source::operator<(const Source& other) const {
@@ -39,29 +38,76 @@ bool Following::Source::operator<(const Source& other) const {
 
 bool Following::follow(const Section& section, const Quor::TISDBTTable& table) {
     const std::optional<LongHeader> header = section.longHeader();
-    if (!header || !header->current) {
+    if (!section.pid() || !header || !header->current) {
+        return false;
+    }
+    const Carried carried{*section.pid(), section.tableId()};
+    if (m_carried.count(carried) == 0) {
         return false;
     }
     // There is one PAT: another transport_stream_id takes the place of the former.
     const std::uint16_t extension = section.tableId() == PAT ? std::uint16_t{0} : header->extension;
-    const Carried carried{section.pid(), section.tableId()};
+    const PidSet before = m_pids;
     forgetBeyond({carried, extension, header->lastSectionNumber});
-    CarriedSet signalled = signalledBy(table);
-    const Source source{carried, extension, header->sectionNumber};
-    if (signalled.empty()) {
-        m_signalled.erase(source);
-    } else if (m_signalled.size() < CAPACITY || m_signalled.count(source) != 0) {
-        m_signalled[source] = std::move(signalled);
+    signal({carried, extension, header->sectionNumber}, signalledBy(table));
+    return m_pids != before;
+}
+
+/// Takes down what a source signals now, in place of what it did before.
+void Following::signal(const Source& source, CarriedSet signalled) {
+    const auto before = m_signalled.find(source);
+    if (before == m_signalled.end() && (signalled.empty() || m_signalled.size() >= CAPACITY)) {
+        return;
     }
-    const CarriedSet before = m_carried;
-    gather();
-    return m_carried != before;
+    // What goes on must not cease in between: what it signals itself would be forgotten.
+    for (const Carried& carried : signalled) {
+        begin(carried);
+    }
+    if (before != m_signalled.end()) {
+        forget(before, std::next(before));
+    }
+    if (!signalled.empty()) {
+        m_signalled.emplace(source, std::move(signalled));
+    }
 }
 
 /// Forgets the sections that a table has no more.
 void Following::forgetBeyond(const Source& last) {
     const Source end{last.carried, last.extension, std::numeric_limits<std::uint8_t>::max()};
-    m_signalled.erase(m_signalled.upper_bound(last), m_signalled.upper_bound(end));
+    forget(m_signalled.upper_bound(last), m_signalled.upper_bound(end));
+}
+
+/// Forgets sources, and with them what is carried because of them alone.
+void Following::forget(Signalled::iterator begin, Signalled::iterator end) {
+    Signalled forgotten;
+    while (begin != end) {
+        forgotten.insert(m_signalled.extract(begin++));
+    }
+    for (const auto& [source, signalled] : forgotten) {
+        for (const Carried& carried : signalled) {
+            cease(carried);
+        }
+    }
+}
+
+void Following::begin(const Carried& carried) {
+    ++m_carried[carried];
+    m_pids.set(carried.first);
+}
+
+/// One source less says that a table is carried. A table that is no longer carried signals nothing any more.
+void Following::cease(const Carried& carried) {
+    const auto found = m_carried.find(carried);
+    if (--found->second != 0) {
+        return;
+    }
+    m_carried.erase(found);
+    const auto [pid, tableId] = carried;
+    const auto other = m_carried.lower_bound({pid, std::uint8_t{0}});
+    m_pids.set(pid, m_byHand[pid] || (other != m_carried.end() && other->first.first == pid));
+    forget(m_signalled.lower_bound({carried, 0, 0}),
+           m_signalled.upper_bound(
+               {carried, std::numeric_limits<std::uint16_t>::max(), std::numeric_limits<std::uint8_t>::max()}));
 }
 
 Following::CarriedSet Following::signalledBy(const Quor::TISDBTTable& table) {
@@ -111,27 +157,6 @@ Following::CarriedSet Following::carriedIn(const Quor::TProgramMap& stream) {
         carried.insert({stream.getElementaryPID(), DSMCC_STREAM_DESCRIPTORS});
     }
     return carried;
-}
-
-/// Puts together what is carried. A source that is no longer carried itself signals nothing any more, which may end
-/// other sources in turn.
-void Following::gather() {
-    std::size_t sources = 0;
-    do {
-        sources = m_signalled.size();
-        m_carried = CarriedSet(std::begin(ALWAYS_CARRIED), std::end(ALWAYS_CARRIED));
-        for (std::size_t pid = 0; pid < m_byHand.size(); ++pid) {
-            if (m_byHand[pid]) {
-                m_carried.insert({static_cast<Pid>(pid), PMT});
-            }
-        }
-        for (const auto& [source, signalled] : m_signalled) {
-            m_carried.insert(signalled.begin(), signalled.end());
-        }
-        for (auto source = m_signalled.begin(); source != m_signalled.end();) {
-            source = m_carried.count(source->first.carried) != 0 ? std::next(source) : m_signalled.erase(source);
-        }
-    } while (m_signalled.size() != sources);
 }
 
 } // namespace inspect

@@ -25,10 +25,10 @@ public:
     explicit Following(const PidSet& byHand);
 
     /// The PIDs that carry tables.
-    PidSet pids() const;
+    const PidSet& pids() const { return m_pids; }
 
     /// Learns from a parsed section what it signals. What an earlier version of the section signalled is forgotten.
-    /// @return whether anything changed.
+    /// @return whether the PIDs changed.
     bool follow(const Section& section, const Quor::TISDBTTable& table);
 
 private:
@@ -44,16 +44,22 @@ private:
         bool operator<(const Source& other) const;
     };
 
+    using Signalled = std::map<Source, CarriedSet>;
+
+    void signal(const Source& source, CarriedSet signalled);
+    void forget(Signalled::iterator begin, Signalled::iterator end);
     void forgetBeyond(const Source& last);
+    void begin(const Carried& carried);
+    void cease(const Carried& carried);
     static CarriedSet signalledBy(const Quor::TISDBTTable& table);
     static CarriedSet signalledByPat(const Quor::TPATTable& pat);
     static CarriedSet signalledByPmt(const Quor::TPMTTable& pmt);
     static CarriedSet carriedIn(const Quor::TProgramMap& stream);
-    void gather();
 
+    Signalled m_signalled;
+    std::map<Carried, unsigned> m_carried; ///< with the number of sources that say so
     PidSet m_byHand;
-    std::map<Source, CarriedSet> m_signalled;
-    CarriedSet m_carried;
+    PidSet m_pids;
 };
 
 } // namespace inspect

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace inspect {
 
@@ -11,6 +12,13 @@ namespace inspect {
 class InputError : public std::runtime_error {
 public:
     InputError(const std::string& input, const std::string& reason) : std::runtime_error(input + ": " + reason) {}
+};
+
+/// What did not come through.
+struct Loss {
+    const char* singular;
+    const char* plural;
+    std::uint64_t count;
 };
 
 /// Where bytes come from.
@@ -27,23 +35,12 @@ public:
     /// Reads at most @p room bytes, as soon as there are any. @return their number; 0 at the end.
     /// @throws InputError
     virtual std::size_t read(std::uint8_t* target, std::size_t room) = 0;
-};
 
-/// A file, or standard input under the name "-".
-class FileInput : public Input {
-public:
-    /// @throws InputError when there is no such file, or it cannot be opened.
-    explicit FileInput(const std::string& path);
-    ~FileInput() override;
-    FileInput(const FileInput&) = delete;
-    FileInput& operator=(const FileInput&) = delete;
+    /// Whether the user ended it: what is incomplete then is nobody's fault.
+    virtual bool interrupted() const { return false; }
 
-    const std::string& name() const override { return m_name; }
-    std::size_t read(std::uint8_t* target, std::size_t room) override;
-
-private:
-    std::string m_name;
-    int m_descriptor;
+    /// What was lost before it could be read.
+    virtual std::vector<Loss> losses() const { return {}; }
 };
 
 } // namespace inspect

@@ -41,7 +41,13 @@ const std::uint8_t* PacketReader::next(const PidSet& wanted) {
             }
             m_at += m_spacing;
             ++m_packets;
-            if (wanted[ts_get_pid(packet)]) {
+            const Pid pid = ts_get_pid(packet);
+            ++m_packetsOfPids[pid];
+            if (ts_has_adaptation(packet)) {
+                m_clock.take(packet, m_packets);
+            }
+            if (wanted[pid]) {
+                m_offset = m_dropped + static_cast<std::uint64_t>(packet - m_buffer.data());
                 return packet;
             }
         }
@@ -62,6 +68,7 @@ bool PacketReader::refill() {
     }
     const std::size_t kept = available();
     std::copy_n(m_buffer.begin() + static_cast<std::ptrdiff_t>(m_end - kept), kept, m_buffer.begin());
+    m_dropped += m_end - kept;
     m_at -= m_end - kept;
     m_end = kept;
     const std::size_t count = m_input.read(m_buffer.data() + m_end, m_buffer.size() - m_end);
@@ -146,6 +153,9 @@ void PacketReader::skipTo(std::size_t at) {
 
 /// Says what the bytes behind the last packet are.
 void PacketReader::finish() {
+    if (m_input.interrupted()) {
+        return;
+    }
     const std::size_t left = available();
     if (m_packets == 0) {
         if (left == 0 && m_skipped == 0) {

@@ -2,10 +2,16 @@
 
 #include "packets/Input.h"
 #include "packets/Pid.h"
+#include "packets/StreamClock.h"
 
+#include <array>
+#include <optional>
 #include <vector>
 
 namespace inspect {
+
+/// How many packets there are of each PID.
+using PacketsOfPids = std::array<std::uint64_t, PID_COUNT>;
 
 /// Cuts a byte stream into transport packets. Their spacing of 188, 192 (with time stamps) or 204 bytes (with parity)
 /// is found from the stream itself, and found again behind bytes that are no packets.
@@ -23,10 +29,22 @@ public:
     /// Packets so far, of whatever PID. The packet that next() returned is the last of them.
     std::uint64_t packets() const { return m_packets; }
 
+    /// How many of them there were of each PID.
+    const PacketsOfPids& packetsOfPids() const { return m_packetsOfPids; }
+
+    /// Where the packet that next() returned begins in the input, in bytes.
+    std::uint64_t offset() const { return m_offset; }
+
+    /// When the packet that next() returned was sent, in seconds since the stream's first time stamps.
+    std::optional<double> seconds() const { return m_clock.seconds(m_packets); }
+
+    /// How long the packets so far took, in seconds.
+    std::optional<double> duration() const { return m_clock.duration(m_packets); }
+
     /// Bytes so far that were no packets.
     std::uint64_t skippedBytes() const { return m_skipped; }
 
-    /// After the end: what is there of a last packet that is not complete.
+    /// After the end: what is there of a last packet that is not complete; 0 when the input was interrupted.
     std::size_t cutOffBytes() const { return m_cutOff; }
 
 private:
@@ -48,6 +66,10 @@ private:
     bool m_synchronised = false;
     std::size_t m_spacing = 0;
     std::uint64_t m_packets = 0;
+    PacketsOfPids m_packetsOfPids{};
+    StreamClock m_clock;
+    std::uint64_t m_dropped = 0; ///< bytes of the input before those in the buffer
+    std::uint64_t m_offset = 0;
     std::uint64_t m_skipped = 0;
     std::size_t m_cutOff = 0;
 };

@@ -33,27 +33,29 @@ std::string faultOf(const Field& descriptor) {
     return std::holds_alternative<Absent>(error.value) ? "" : "refused with " + error.codeName;
 }
 
-void appendDescriptor(std::string& text, const Field& descriptor, std::size_t indent) {
+} // namespace
+
+void appendDescriptorLine(Page& page, const Field& descriptor, std::size_t indent) {
     const std::string fault = faultOf(descriptor);
     const std::string& name = find(descriptor, "descriptor_tag").codeName;
     const Field& length = find(descriptor, "length");
-    text += fmt::format("{:{}}{} {:04X}  0x{:02X}  {}, {}{}\n", "", indent, fault.empty() ? ' ' : '>',
-                        numberOf(descriptor, "offset"), numberOf(descriptor, "descriptor_tag"),
-                        name.empty() ? "unknown, skipped" : name,
-                        std::holds_alternative<Absent>(length.value) ? "no length" : valueText(length),
-                        fault.empty() ? "" : "  " + fault);
-    appendBytes(text, std::get<Bytes>(find(descriptor, "bytes").value).bytes, indent + MARGIN);
+    const std::string line =
+        fmt::format("{:{}}{} {:04X}  0x{:02X}  {}, {}{}", "", indent,
+                    fault.empty() ? " " : page.style.paint(Ink::Fault, ">"), numberOf(descriptor, "offset"),
+                    numberOf(descriptor, "descriptor_tag"), name.empty() ? "unknown, skipped" : name,
+                    std::holds_alternative<Absent>(length.value) ? "no length" : valueText(length, page.style),
+                    fault.empty() ? "" : "  " + page.style.paint(Ink::Fault, fault));
+    appendLine(page, line, indent + MARGIN);
+    appendBytes(page, std::get<Bytes>(find(descriptor, "bytes").value).bytes, indent + MARGIN);
 }
 
-} // namespace
-
-void appendDescriptorLines(std::string& text, const Fields& loops, std::size_t indent) {
+void appendDescriptorLines(Page& page, const Fields& loops, std::size_t indent) {
     for (const Field& loop : loops) {
         const Fields& descriptors = std::get<List>(loop.value).elements;
-        text += fmt::format("{:{}}descriptors of {} ({}{})\n", "", indent, loop.name, descriptors.size(),
-                            loop.reading.empty() ? "" : ' ' + loop.reading);
+        page.text += fmt::format("{:{}}descriptors of {} ({}{})\n", "", indent, loop.name, descriptors.size(),
+                                 loop.reading.empty() ? "" : ' ' + loop.reading);
         for (const Field& descriptor : descriptors) {
-            appendDescriptor(text, descriptor, indent + INDENT);
+            appendDescriptorLine(page, descriptor, indent + INDENT);
         }
     }
 }

@@ -1,14 +1,17 @@
 #pragma once
 
 #include "describing/Field.h"
-
-#include <string>
+#include "rendering/Page.h"
 
 namespace inspect {
 
-/// Appends the descriptors of a rejected section, loop by loop: where each stands, its tag, name, length and bytes.
-/// Those that the library refuses are marked.
+/// Appends one descriptor: where it stands, its tag, name, length and bytes. What the library refuses, or what does not
+/// fit, is marked.
+/// @param descriptor as describeOnWire() gives it
+void appendDescriptorLine(Page& page, const Field& descriptor, std::size_t indent);
+
+/// Appends the descriptors of a rejected section, loop by loop.
 /// @param loops as describeDescriptors() gives them
-void appendDescriptorLines(std::string& text, const Fields& loops, std::size_t indent);
+void appendDescriptorLines(Page& page, const Fields& loops, std::size_t indent);
 
 } // namespace inspect

@@ -27,7 +27,7 @@ bool isInHeading(const Field& field) {
 }
 
 /// "transport_protocol_descriptor (0x02, inherited)"
-std::string headingOf(const Field& field) {
+std::string headingOf(const Field& field, const Style& style) {
     std::vector<std::string> remarks;
     for (const Field& each : std::get<Object>(field.value).fields) {
         if (each.name == TAG) {
@@ -39,23 +39,25 @@ std::string headingOf(const Field& field) {
             remarks.emplace_back(INHERITED);
         }
     }
-    return remarks.empty() ? field.name : fmt::format("{} ({})", field.name, fmt::join(remarks, ", "));
+    const std::string name = style.paint(Ink::Name, field.name);
+    return remarks.empty() ? name : fmt::format("{} ({})", name, fmt::join(remarks, ", "));
 }
 
-std::string named(const Field& field) {
-    return field.name.empty() ? valueText(field) : field.name + ' ' + valueText(field);
+std::string named(const Field& field, const Style& style) {
+    const std::string name = field.name.empty() ? "" : style.paint(Ink::Name, field.name) + ' ';
+    return name + valueText(field, style);
 }
 
 /// "organization_id 0x0000000A (10)  application_id 0x0001 (1)"
-std::string inOneLine(Fields::const_iterator begin, Fields::const_iterator end) {
+std::string inOneLine(Fields::const_iterator begin, Fields::const_iterator end, const Style& style) {
     std::vector<std::string> texts;
-    std::transform(begin, end, std::back_inserter(texts), named);
+    std::transform(begin, end, std::back_inserter(texts), [&style](const Field& field) { return named(field, style); });
     return fmt::format("{}", fmt::join(texts, GAP));
 }
 
 /// The same behind a heading.
-std::string behindHeading(const Fields& fields) {
-    return fields.empty() ? "" : std::string(GAP) + inOneLine(fields.begin(), fields.end());
+std::string behindHeading(const Fields& fields, const Style& style) {
+    return fields.empty() ? "" : std::string(GAP) + inOneLine(fields.begin(), fields.end(), style);
 }
 
 bool anyNested(const Fields& fields) {
@@ -63,110 +65,113 @@ bool anyNested(const Fields& fields) {
 }
 
 /// Appends a heading with something behind it, if that fits in a line. @return whether it did.
-bool appendInOneLine(std::string& text, const std::string& heading, const std::string& line) {
-    if (columns(heading) + columns(line) > LINE_WIDTH) {
+bool appendInOneLine(Page& page, const std::string& heading, const std::string& line) {
+    if (columns(heading) + columns(line) > page.style.width) {
         return false;
     }
-    text += heading + line + '\n';
+    page.text += heading + line + '\n';
     return true;
 }
 
 /// An element of a list. Its number stands in the margin of its first line.
 /// @param number with the margin
-void appendElement(std::string& text, const Field& element, const std::string& number) {
+void appendElement(Page& page, const Field& element, const std::string& number) {
     const auto* const inner = std::get_if<Object>(&element.value);
     if (inner == nullptr || inner->fields.empty()) {
-        text += number + valueText(element) + '\n';
+        appendLine(page, number + valueText(element, page.style), number.size());
         return;
     }
     const Fields& fields = inner->fields;
     const auto firstNested = std::find_if(fields.begin(), fields.end(), isNested);
     if (std::all_of(firstNested, fields.end(), isNested) &&
-        appendInOneLine(text, number, inOneLine(fields.begin(), firstNested))) {
-        appendFields(text, Fields(firstNested, fields.end()), number.size());
+        appendInOneLine(page, number, inOneLine(fields.begin(), firstNested, page.style))) {
+        appendFields(page, Fields(firstNested, fields.end()), number.size());
         return;
     }
-    std::string lines;
-    appendFields(lines, fields, number.size());
-    text += number + lines.substr(number.size());
+    Page lines{page.style, {}};
+    appendFields(lines, fields, columns(number));
+    page.text += number + lines.text.substr(columns(number));
 }
 
-void appendList(std::string& text, const Field& field, std::size_t indent) {
+void appendList(Page& page, const Field& field, std::size_t indent) {
     const Fields& elements = std::get<List>(field.value).elements;
     const std::string remark = field.reading.empty() ? "" : ' ' + field.reading;
-    const std::string heading = fmt::format("{:{}}{} ({}{})", "", indent, field.name, elements.size(), remark);
-    if (!anyNested(elements) && appendInOneLine(text, heading, behindHeading(elements))) {
+    const std::string heading =
+        fmt::format("{:{}}{} ({}{})", "", indent, page.style.paint(Ink::Name, field.name), elements.size(), remark);
+    if (!anyNested(elements) && appendInOneLine(page, heading, behindHeading(elements, page.style))) {
         return;
     }
-    text += heading + '\n';
-    if (elements.empty() || appendTable(text, std::get<List>(field.value), indent + INDENT)) {
+    page.text += heading + '\n';
+    if (elements.empty() || appendTable(page, std::get<List>(field.value), indent + INDENT)) {
         return;
     }
     const std::size_t margin = indent + INDENT + fmt::formatted_size("[{}] ", elements.size() - 1);
     for (std::size_t position = 0; position < elements.size(); ++position) {
         const std::string number = fmt::format("{:{}}[{}]", "", indent + INDENT, position);
-        appendElement(text, elements[position], padded(number, margin));
+        appendElement(page, elements[position], padded(number, margin));
     }
 }
 
-void appendObject(std::string& text, const Field& field, std::size_t indent) {
+void appendObject(Page& page, const Field& field, std::size_t indent) {
     Fields fields;
     std::remove_copy_if(std::get<Object>(field.value).fields.begin(), std::get<Object>(field.value).fields.end(),
                         std::back_inserter(fields), isInHeading);
-    const std::string heading = std::string(indent, ' ') + headingOf(field);
-    if (fields.size() <= FEW && !anyNested(fields) && appendInOneLine(text, heading, behindHeading(fields))) {
+    const std::string heading = std::string(indent, ' ') + headingOf(field, page.style);
+    if (fields.size() <= FEW && !anyNested(fields) &&
+        appendInOneLine(page, heading, behindHeading(fields, page.style))) {
         return;
     }
-    text += heading + '\n';
-    appendFields(text, fields, indent + INDENT);
+    page.text += heading + '\n';
+    appendFields(page, fields, indent + INDENT);
 }
 
-void appendSimple(std::string& text, const Field& field, std::size_t nameWidth, std::size_t indent) {
+void appendSimple(Page& page, const Field& field, std::size_t nameWidth, std::size_t indent) {
     const std::size_t valueAt = indent + nameWidth + GAP.size();
-    const std::string name = std::string(indent, ' ') + padded(field.name, nameWidth + GAP.size());
-    const std::string value = valueText(field);
+    const std::string name =
+        std::string(indent, ' ') + padded(page.style.paint(Ink::Name, field.name), nameWidth + GAP.size());
+    const std::string value = valueText(field, page.style);
     const auto* const bytes = std::get_if<Bytes>(&field.value);
-    if (bytes == nullptr || valueAt + columns(value) <= LINE_WIDTH) {
-        text += name + value + '\n';
+    if (bytes == nullptr || valueAt + columns(value) <= page.style.width) {
+        appendLine(page, name + value, valueAt);
         return;
     }
     // Bytes that do not fit behind their name go on below each other.
-    std::string lines;
+    Page lines{page.style, {}};
     appendBytes(lines, bytes->bytes, valueAt);
-    text += name + lines.substr(valueAt);
+    page.text += name + lines.text.substr(valueAt);
 }
 
 } // namespace
 
-void appendFields(std::string& text, const Fields& fields, std::size_t indent) {
+void appendFields(Page& page, const Fields& fields, std::size_t indent) {
     std::size_t nameWidth = 0;
     for (const Field& field : fields) {
         nameWidth = std::max(nameWidth, isNested(field) ? 0 : field.name.size());
     }
     for (const Field& field : fields) {
         if (std::holds_alternative<Object>(field.value)) {
-            appendObject(text, field, indent);
+            appendObject(page, field, indent);
         } else if (std::holds_alternative<List>(field.value)) {
-            appendList(text, field, indent);
+            appendList(page, field, indent);
         } else {
-            appendSimple(text, field, nameWidth, indent);
+            appendSimple(page, field, nameWidth, indent);
         }
     }
 }
 
-void appendBytes(std::string& text, const std::vector<std::uint8_t>& bytes, std::size_t indent) {
+void appendBytes(Page& page, const std::vector<std::uint8_t>& bytes, std::size_t indent) {
     for (std::size_t at = 0; at < bytes.size(); at += BYTES_PER_LINE) {
         const auto* const begin = bytes.data() + at;
         const auto* const end = begin + std::min(BYTES_PER_LINE, bytes.size() - at);
-        text += fmt::format("{:{}}{:02X}\n", "", indent, fmt::join(begin, end, " "));
+        page.text += fmt::format("{:{}}{:02X}\n", "", indent, fmt::join(begin, end, " "));
     }
 }
 
-void appendDump(std::string& text, const std::vector<std::uint8_t>& bytes, std::size_t indent) {
+void appendDump(Page& page, const std::vector<std::uint8_t>& bytes, std::size_t indent) {
     for (std::size_t at = 0; at < bytes.size(); at += BYTES_PER_LINE) {
         const auto* const begin = bytes.data() + at;
         const auto* const end = begin + std::min(BYTES_PER_LINE, bytes.size() - at);
-        text += fmt::format("{:{}}{:04X}  {:02X}\n", "", indent, at, fmt::join(begin, end, " "));
+        page.text += fmt::format("{:{}}{:04X}  {:02X}\n", "", indent, at, fmt::join(begin, end, " "));
     }
 }
 

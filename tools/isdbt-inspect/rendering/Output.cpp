@@ -7,7 +7,13 @@
 
 namespace inspect {
 
+Output::Output(int descriptor, ProgressLine* progress)
+    : m_descriptor(descriptor), m_progress(isatty(descriptor) == 1 ? progress : nullptr) {}
+
 void Output::write(std::string_view text) const {
+    if (m_progress != nullptr) {
+        m_progress->erase();
+    }
     while (!text.empty()) {
         const ssize_t count = ::write(m_descriptor, text.data(), text.size());
         if (count >= 0) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "describing/Field.h"
+#include "sections/Section.h"
 
 #include <cstdint>
 #include <optional>
@@ -9,33 +10,40 @@
 
 namespace inspect {
 
-/// Why the library does not take a section.
+/// Why the library does not take a section, or a descriptor that came by itself.
 struct Rejection {
     std::uint16_t errorCode;
     std::string errorName;
     std::vector<std::string> logLines;
-    Fields descriptors; ///< as describeDescriptors() gives them
-    std::vector<std::uint8_t> section;
-};
-
-/// Where a section stands in its table.
-struct Place {
-    unsigned version;
-    bool current;
-    unsigned sectionNumber;
-    unsigned lastSectionNumber;
+    Fields descriptors;                ///< as describeDescriptors() gives them
+    std::vector<std::uint8_t> section; ///< all bytes
 };
 
 /// A section that says something new.
 struct SectionReport {
-    std::uint16_t pid;
+    std::optional<Pid> pid; ///< nothing for a section that did not come in packets
     std::uint8_t tableId;
     std::string tableName;
-    std::uint64_t packet;       ///< number of the packet that completed it, from 1
-    std::optional<Place> place; ///< for sections with the long header
-    bool sameVersion;           ///< other bytes than before under the same version
-    Fields fields;              ///< when it was taken
+    Position position;
+    std::optional<LongHeader> header;
+    bool sameVersion; ///< other bytes than before under the same version
+    bool damaged;     ///< incomplete, or its CRC_32 is wrong
+    Fields fields;    ///< when it was taken
     std::optional<Rejection> rejection;
+    std::uint32_t fingerprint; ///< of its bytes
+};
+
+/// A descriptor that came by itself.
+struct DescriptorReport {
+    std::uint8_t tableId; ///< of the table that it comes from
+    std::string tableName;
+    std::uint8_t tag;
+    std::string name;           ///< empty when the library does not know it and skips it
+    std::size_t offset;         ///< of its tag in the bytes that were given
+    Field onWire;               ///< as describeOnWire() gives it
+    std::optional<Field> taken; ///< as it stands in its table, when the library takes it
+    std::optional<Rejection> rejection;
+    bool damaged; ///< incomplete
 };
 
 /// How often something was found, and on which PIDs.
@@ -43,19 +51,53 @@ struct Finding {
     std::string singular;
     std::string plural;
     std::uint64_t count;
-    std::vector<std::uint16_t> pids;
+    std::vector<Pid> pids;
+};
+
+/// What came of one table on one PID. A place in a table is a table_id_extension, a section_number and a
+/// current_next_indicator; a table with the short header has one place.
+struct TableStatistics {
+    std::uint8_t tableId;
+    std::string tableName;        ///< empty for a table that the library does not understand
+    std::uint64_t sections;       ///< complete ones, sound or not, repetitions included
+    std::uint64_t distinct;       ///< sound ones that differ from the one before at their place, or are its first
+    std::uint64_t versionChanges; ///< current sections with another version_number than the current one before of their
+                                  ///< table_id_extension
+    std::uint64_t crcErrors;      ///< of the sections, those that are not sound
+    std::uint64_t rejected;       ///< of the distinct ones, those that the library did not take
+
+    /// In seconds, from a sound section to the next at the same place, whatever they say; nothing when there were no
+    /// two of them while the stream's clock was known. A section that is lost makes a long interval of two.
+    std::optional<double> meanInterval;
+    std::optional<double> largestInterval;
+
+    std::optional<double> bitRate; ///< of the bytes of its sections; nothing without a clock
+};
+
+/// What came on one PID.
+struct PidStatistics {
+    std::optional<Pid> pid; ///< nothing for sections that did not come in packets
+    std::string content;    ///< what the program maps call it: "H.264 video"; empty when they do not
+    std::uint64_t packets;
+    double share;                                 ///< of all packets, 0 to 1
+    std::optional<std::uint64_t> discontinuities; ///< nothing for a PID on which no sections were looked for
+    std::optional<double> bitRate;                ///< of its packets of 188 bytes; nothing without a clock
+    std::vector<TableStatistics> tables;          ///< by table_id
 };
 
 /// What is said when the input ends.
 struct Summary {
-    std::uint64_t packets;
-    std::size_t packetSpacing;
-    std::size_t pids; ///< on which sections were looked for, and packets found
+    std::uint64_t packets;     ///< 0 when the input is no packets
+    std::size_t packetSpacing; ///< from one to the next, in bytes
+    std::size_t pids;          ///< on which sections were looked for, and packets found
     std::uint64_t sections;
     std::uint64_t shown;
     std::uint64_t rejected;
     std::vector<Finding> damages;
     std::uint64_t skippedBytes;
+    std::optional<double> seconds;         ///< from the first packet to the last, as far as the stream's clock tells
+    std::vector<PidStatistics> statistics; ///< by PID; when only some tables are shown, of these alone
+    std::uint64_t unknown = 0; ///< sections that did not come in packets, of tables that the library does not know
 };
 
 } // namespace inspect

@@ -24,15 +24,15 @@ bool isTable(const List& list) {
            });
 }
 
-std::vector<Row> tableRows(const List& list) {
+std::vector<Row> tableRows(const List& list, const Style& style) {
     std::vector<Row> rows(1);
     for (const Field& field : std::get<Object>(list.elements.front().value).fields) {
-        rows.front().push_back(field.name);
+        rows.front().push_back(style.paint(Ink::Name, field.name));
     }
     for (const Field& element : list.elements) {
         Row row;
         for (const Field& field : std::get<Object>(element.value).fields) {
-            row.push_back(valueText(field));
+            row.push_back(valueText(field, style));
         }
         rows.push_back(std::move(row));
     }
@@ -51,17 +51,17 @@ std::vector<std::size_t> columnWidths(const std::vector<Row>& rows) {
 
 } // namespace
 
-bool appendTable(std::string& text, const List& list, std::size_t indent) {
+bool appendTable(Page& page, const List& list, std::size_t indent) {
     if (!isTable(list)) {
         return false;
     }
-    const std::vector<Row> rows = tableRows(list);
+    const std::vector<Row> rows = tableRows(list, page.style);
     const std::vector<std::size_t> widths = columnWidths(rows);
     std::size_t width = indent;
     for (const std::size_t column : widths) {
         width += column;
     }
-    if (width > LINE_WIDTH + GAP) {
+    if (width > page.style.width + GAP) {
         return false;
     }
     for (const Row& row : rows) {
@@ -69,7 +69,7 @@ bool appendTable(std::string& text, const List& list, std::size_t indent) {
         for (std::size_t column = 0; column < row.size(); ++column) {
             line += padded(row[column], widths[column]);
         }
-        text += line.substr(0, line.find_last_not_of(' ') + 1) + '\n';
+        page.text += line.substr(0, line.find_last_not_of(' ') + 1) + '\n';
     }
     return true;
 }

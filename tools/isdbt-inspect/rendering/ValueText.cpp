@@ -1,6 +1,5 @@
 #include "rendering/ValueText.h"
 
-#include <algorithm>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
@@ -46,29 +45,18 @@ bool isNested(const Field& field) {
     return std::holds_alternative<List>(field.value) || std::holds_alternative<Object>(field.value);
 }
 
-std::string valueText(const Field& field) {
+std::string valueText(const Field& field, const Style& style) {
     std::string text = std::visit(ValueText{}, field.value);
     if (!field.unit.empty()) {
         text += ' ' + (field.unit == "bytes" && isOne(field) ? "byte" : field.unit);
     }
     if (!field.codeName.empty()) {
-        text += ' ' + field.codeName;
+        text += ' ' + style.paint(Ink::Remark, field.codeName);
     }
     if (!field.reading.empty()) {
-        text += " = " + field.reading;
+        text += style.paint(Ink::Remark, " = " + field.reading);
     }
     return text;
-}
-
-std::size_t columns(const std::string& text) {
-    // of a character in UTF-8, all bytes but the first begin with the bits 10
-    return static_cast<std::size_t>(std::count_if(
-        text.begin(), text.end(), [](char each) { return (static_cast<unsigned char>(each) & 0xC0U) != 0x80; }));
-}
-
-std::string padded(const std::string& text, std::size_t width) {
-    const std::size_t used = columns(text);
-    return used < width ? text + std::string(width - used, ' ') : text;
 }
 
 } // namespace inspect

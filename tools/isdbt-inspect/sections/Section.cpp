@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <bitstream/mpeg/psi.h>
+#include <new>
 
 namespace inspect {
 
@@ -15,15 +16,21 @@ constexpr std::array ALWAYS_LONG{PAT, PMT, NIT, SDT, AIT, SDTT};
 
 } // namespace
 
-Section::Section(Pid pid, std::unique_ptr<std::uint8_t[], FreeMemory> bytes, std::uint64_t packet)
-    : m_pid(pid), m_bytes(std::move(bytes)), m_packet(packet) {}
+Section::Section(Pid pid, Memory bytes, const Position& position)
+    : m_pid(pid), m_bytes(std::move(bytes)), m_size(std::size_t{psi_get_length(m_bytes.get())} + PSI_HEADER_SIZE),
+      m_position(position), m_sound(checkBytes()) {}
 
-std::size_t Section::size() const {
-    return std::size_t{psi_get_length(m_bytes.get())} + PSI_HEADER_SIZE;
+Section::Section(const std::uint8_t* data, std::size_t size, const Position& position)
+    : m_bytes(static_cast<std::uint8_t*>(std::malloc(size))), m_size(size), m_position(position), m_sound(false) {
+    if (m_bytes == nullptr) {
+        throw std::bad_alloc();
+    }
+    std::copy_n(data, size, m_bytes.get());
+    m_sound = checkBytes();
 }
 
 bool Section::isLong() const {
-    return psi_get_syntax(m_bytes.get()) ||
+    return (m_size > 1 && psi_get_syntax(m_bytes.get())) ||
            std::find(ALWAYS_LONG.begin(), ALWAYS_LONG.end(), tableId()) != ALWAYS_LONG.end();
 }
 
@@ -40,7 +47,14 @@ std::optional<LongHeader> Section::longHeader() const {
                       psi_get_section(header), psi_get_lastsection(header)};
 }
 
-bool Section::sound() const {
+bool Section::complete() const {
+    return m_size >= PSI_HEADER_SIZE && m_size == std::size_t{psi_get_length(m_bytes.get())} + PSI_HEADER_SIZE;
+}
+
+bool Section::checkBytes() const {
+    if (!complete()) {
+        return false;
+    }
     // A CRC_32 that does not fit into section_length would be looked for in front of the section.
     return !hasCrc() || (psi_get_length(m_bytes.get()) >= PSI_CRC_SIZE && psi_check_crc(m_bytes.get()));
 }

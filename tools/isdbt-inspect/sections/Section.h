@@ -23,24 +23,41 @@ struct LongHeader {
     std::uint8_t lastSectionNumber;
 };
 
-/// One complete section, from table_id to its last byte.
+/// Where a section was found in its input.
+struct Position {
+    std::uint64_t packet = 0;      ///< number of the packet that completed it, from 1; 0 when there are no packets
+    std::uint64_t offset = 0;      ///< where that packet, or without packets the section, begins, in bytes
+    std::optional<double> seconds; ///< when it was sent, as far as the stream's clock tells
+};
+
+/// One section, from table_id to its last byte.
 class Section {
 public:
-    /// @param bytes  the section as section_length measures it; at least its first three bytes. Allocated by malloc.
-    /// @param packet the number of the packet that completed it, from 1.
-    Section(Pid pid, std::unique_ptr<std::uint8_t[], FreeMemory> bytes, std::uint64_t packet);
+    using Memory = std::unique_ptr<std::uint8_t[], FreeMemory>;
 
-    Pid pid() const { return m_pid; }
+    /// A complete section out of packets.
+    /// @param bytes the section as section_length measures it; at least its first three bytes. Allocated by malloc.
+    Section(Pid pid, Memory bytes, const Position& position);
+
+    /// A section that did not come in packets.
+    /// @param data as much of it as there is, at least one byte
+    Section(const std::uint8_t* data, std::size_t size, const Position& position);
+
+    /// Nothing for a section that did not come in packets.
+    std::optional<Pid> pid() const { return m_pid; }
     std::uint8_t tableId() const { return m_bytes[0]; }
     std::uint8_t* data() const { return m_bytes.get(); }
-    std::size_t size() const;
-    std::uint64_t packet() const { return m_packet; }
+    std::size_t size() const { return m_size; }
+    const Position& position() const { return m_position; }
 
     /// Nothing for sections with the short header.
     std::optional<LongHeader> longHeader() const;
 
-    /// Whether the section ends with the right CRC_32, or is of a kind that has none.
-    bool sound() const;
+    /// Whether it has as many bytes as section_length says.
+    bool complete() const;
+
+    /// Whether the section is complete and ends with the right CRC_32, or is of a kind that has none.
+    bool sound() const { return m_sound; }
 
     /// A hash of all bytes, which tells different sections apart.
     std::uint32_t fingerprint() const;
@@ -48,10 +65,13 @@ public:
 private:
     bool isLong() const;
     bool hasCrc() const;
+    bool checkBytes() const;
 
-    Pid m_pid;
-    std::unique_ptr<std::uint8_t[], FreeMemory> m_bytes;
-    std::uint64_t m_packet;
+    std::optional<Pid> m_pid;
+    Memory m_bytes;
+    std::size_t m_size;
+    Position m_position;
+    bool m_sound;
 };
 
 } // namespace inspect

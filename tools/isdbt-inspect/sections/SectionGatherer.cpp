@@ -57,19 +57,21 @@ void SectionGatherer::Assembly::reset() {
     psi_assemble_reset(&m_buffer, &m_used);
 }
 
-std::unique_ptr<std::uint8_t[], FreeMemory> SectionGatherer::Assembly::feed(const std::uint8_t*& payload,
-                                                                            std::uint8_t& length) {
-    return std::unique_ptr<std::uint8_t[], FreeMemory>(psi_assemble_payload(&m_buffer, &m_used, &payload, &length));
+Section::Memory SectionGatherer::Assembly::feed(const std::uint8_t*& payload, std::uint8_t& length) {
+    return Section::Memory(psi_assemble_payload(&m_buffer, &m_used, &payload, &length));
 }
 
 void SectionGatherer::setPids(const PidSet& pids) {
+    const PidSet dropped = m_pids & ~pids;
     m_pids = pids;
-    for (auto stream = m_streams.begin(); stream != m_streams.end();) {
-        stream = pids[stream->first] ? std::next(stream) : m_streams.erase(stream);
+    for (std::size_t pid = 0; pid < dropped.size(); ++pid) {
+        if (dropped[pid]) {
+            m_streams.erase(static_cast<Pid>(pid));
+        }
     }
 }
 
-std::vector<Section>& SectionGatherer::push(const std::uint8_t* packet, std::uint64_t number) {
+std::vector<Section>& SectionGatherer::push(const std::uint8_t* packet, const Position& position) {
     m_found.clear();
     const Pid pid = ts_get_pid(packet);
     Stream& stream = m_streams[pid];
@@ -91,17 +93,17 @@ std::vector<Section>& SectionGatherer::push(const std::uint8_t* packet, std::uin
     const std::uint8_t offset = payloadOffset(packet);
     const Payload payload{packet + offset, static_cast<std::uint8_t>(TS_SIZE - offset)};
     if (!ts_get_unitstart(packet)) {
-        finishSection(stream, counts, payload, number);
+        finishSection(stream, counts, payload, position);
         return m_found;
     }
     const std::uint8_t pointer = payload.data[0];
-    finishSection(stream, counts, {payload.data + 1, pointer}, number);
+    finishSection(stream, counts, {payload.data + 1, pointer}, position);
     if (stream.assembly.begun()) {
         ++counts.cutShort;
         stream.assembly.reset();
     }
     beginSections(stream, counts, {payload.data + 1 + pointer, static_cast<std::uint8_t>(payload.length - 1 - pointer)},
-                  number);
+                  position);
     return m_found;
 }
 
@@ -123,23 +125,23 @@ bool SectionGatherer::continues(Stream& stream, PidCounts& counts, const std::ui
 }
 
 /// Takes the bytes of the section that an earlier packet began. No other section may begin among them.
-void SectionGatherer::finishSection(Stream& stream, PidCounts& counts, Payload payload, std::uint64_t number) {
+void SectionGatherer::finishSection(Stream& stream, PidCounts& counts, Payload payload, const Position& position) {
     if (!stream.assembly.begun() || payload.length == 0) {
         return;
     }
     const Pid pid = ts_get_pid(stream.lastPacket.data());
     if (auto bytes = stream.assembly.feed(payload.data, payload.length)) {
-        found(counts, Section(pid, std::move(bytes), number));
+        found(counts, Section(pid, std::move(bytes), position));
     } else if (!stream.assembly.begun()) {
         ++counts.cutShort;
     }
 }
 
-void SectionGatherer::beginSections(Stream& stream, PidCounts& counts, Payload payload, std::uint64_t number) {
+void SectionGatherer::beginSections(Stream& stream, PidCounts& counts, Payload payload, const Position& position) {
     const Pid pid = ts_get_pid(stream.lastPacket.data());
     while (payload.length != 0 && *payload.data != STUFFING) {
         if (auto bytes = stream.assembly.feed(payload.data, payload.length)) {
-            found(counts, Section(pid, std::move(bytes), number));
+            found(counts, Section(pid, std::move(bytes), position));
         } else if (!stream.assembly.begun()) {
             ++counts.cutShort;
         }
@@ -148,11 +150,8 @@ void SectionGatherer::beginSections(Stream& stream, PidCounts& counts, Payload p
 
 void SectionGatherer::found(PidCounts& counts, Section section) {
     ++counts.sections;
-    if (section.sound()) {
-        m_found.push_back(std::move(section));
-    } else {
-        ++counts.crcErrors;
-    }
+    counts.crcErrors += section.sound() ? 0U : 1U;
+    m_found.push_back(std::move(section));
 }
 
 } // namespace inspect

@@ -30,9 +30,9 @@ public:
 
     /// Takes one packet of one of the PIDs.
     /// @param packet 188 bytes.
-    /// @param number of the packet in the stream, from 1.
-    /// @return the sound sections that it completes; valid until the next call.
-    std::vector<Section>& push(const std::uint8_t* packet, std::uint64_t number);
+    /// @param position of the packet in the stream.
+    /// @return the sections that it completes, sound or not; valid until the next call.
+    std::vector<Section>& push(const std::uint8_t* packet, const Position& position);
 
     const std::map<Pid, PidCounts>& counts() const { return m_counts; }
 
@@ -50,7 +50,7 @@ private:
 
         /// Takes bytes of the section, and begins one if none is begun.
         /// @return the section, once it is complete. @p payload then stands behind it, else at its end.
-        std::unique_ptr<std::uint8_t[], FreeMemory> feed(const std::uint8_t*& payload, std::uint8_t& length);
+        Section::Memory feed(const std::uint8_t*& payload, std::uint8_t& length);
 
     private:
         std::uint8_t* m_buffer;
@@ -71,8 +71,8 @@ private:
     };
 
     static bool continues(Stream& stream, PidCounts& counts, const std::uint8_t* packet);
-    void finishSection(Stream& stream, PidCounts& counts, Payload payload, std::uint64_t number);
-    void beginSections(Stream& stream, PidCounts& counts, Payload payload, std::uint64_t number);
+    void finishSection(Stream& stream, PidCounts& counts, Payload payload, const Position& position);
+    void beginSections(Stream& stream, PidCounts& counts, Payload payload, const Position& position);
     void found(PidCounts& counts, Section section);
 
     PidSet m_pids;

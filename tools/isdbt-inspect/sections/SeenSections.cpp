@@ -10,33 +10,24 @@ constexpr int NO_VERSION = -1;
 
 } // namespace
 
-SeenSections::News SeenSections::look(const Section& section) {
+SeenSections::Sight SeenSections::look(const Section& section) {
     Place place{section.pid(), section.tableId(), 0, 0, true};
-    Last now{NO_VERSION, section.fingerprint()};
+    Last now{NO_VERSION, section.fingerprint(), section.position().seconds};
     if (const std::optional<LongHeader> header = section.longHeader()) {
         place = {section.pid(), section.tableId(), header->extension, header->sectionNumber, header->current};
         now.version = header->version;
     }
-    const auto found = m_byPlace.find(place);
-    if (found == m_byPlace.end()) {
-        remember(place, now);
-        return News::New;
+    Last* const last = m_byPlace.find(place);
+    if (last == nullptr) {
+        m_byPlace.put(place, now);
+        return {News::New, std::nullopt};
     }
-    m_entries.splice(m_entries.begin(), m_entries, found->second);
-    const Last before = std::exchange(m_entries.front().last, now);
+    const Last before = std::exchange(*last, now);
     if (before.fingerprint == now.fingerprint) {
-        return News::Repetition;
+        return {News::Repetition, before.seconds};
     }
-    return before.version == now.version && now.version != NO_VERSION ? News::SameVersion : News::New;
-}
-
-void SeenSections::remember(const Place& place, Last last) {
-    if (m_entries.size() == CAPACITY) {
-        m_byPlace.erase(m_entries.back().place);
-        m_entries.pop_back();
-    }
-    m_entries.push_front({place, last});
-    m_byPlace.emplace(place, m_entries.begin());
+    const bool sameVersion = before.version == now.version && now.version != NO_VERSION;
+    return {sameVersion ? News::SameVersion : News::New, before.seconds};
 }
 
 } // namespace inspect

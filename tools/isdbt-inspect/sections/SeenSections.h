@@ -1,9 +1,8 @@
 #pragma once
 
+#include "sections/BoundedMap.h"
 #include "sections/Section.h"
 
-#include <list>
-#include <map>
 #include <tuple>
 
 namespace inspect {
@@ -21,29 +20,27 @@ public:
         SameVersion ///< other bytes, though the version did not change: receivers may overlook them
     };
 
-    News look(const Section& section);
+    struct Sight {
+        News news;
+        std::optional<double> before; ///< when its place was last seen, in seconds, as far as that is known
+    };
 
-    std::size_t size() const { return m_entries.size(); }
+    Sight look(const Section& section);
+
+    std::size_t size() const { return m_byPlace.entries().size(); }
 
 private:
     /// PID, table_id, table_id_extension, section_number, current_next_indicator. The next version of a table is
     /// announced beside the current one.
-    using Place = std::tuple<Pid, std::uint8_t, std::uint16_t, std::uint8_t, bool>;
+    using Place = std::tuple<std::optional<Pid>, std::uint8_t, std::uint16_t, std::uint8_t, bool>;
 
     struct Last {
         int version;
         std::uint32_t fingerprint;
+        std::optional<double> seconds;
     };
 
-    struct Entry {
-        Place place;
-        Last last;
-    };
-
-    void remember(const Place& place, Last last);
-
-    std::list<Entry> m_entries; ///< the one that was seen last comes first
-    std::map<Place, std::list<Entry>::iterator> m_byPlace;
+    BoundedMap<Place, Last> m_byPlace{CAPACITY};
 };
 
 } // namespace inspect

@@ -52,7 +52,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <memory>
 
 namespace inspect {
 
@@ -60,12 +59,13 @@ namespace {
 
 using namespace Quor;
 
-template <class Descriptor> bool take(QUOR_U8* data, QUOR_U32 length, QUOR_U16* errorCode) {
-    return std::unique_ptr<Descriptor>(Descriptor::parse(data, length, nullptr, errorCode)) != nullptr;
+template <class Descriptor>
+std::unique_ptr<TISDBTDescriptor> parse(QUOR_U8* data, QUOR_U32 length, QUOR_U16* errorCode) {
+    return std::unique_ptr<TISDBTDescriptor>(Descriptor::parse(data, length, nullptr, errorCode));
 }
 
 template <class Descriptor> constexpr DescriptorKind kind(std::string_view name) {
-    return {Descriptor::DESCRIPTOR_TAG, name, take<Descriptor>};
+    return {Descriptor::DESCRIPTOR_TAG, name, parse<Descriptor>};
 }
 
 // The kinds that several tables carry.

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "QuorDefs.h"
+#include "descriptors/TISDBTDescriptor.h"
 
 #include <cstdint>
+#include <memory>
 #include <string_view>
 
 namespace inspect {
@@ -15,8 +16,8 @@ struct DescriptorKind {
     /// @param data      the descriptor, from its tag on
     /// @param length    all its bytes
     /// @param errorCode what the library says to it
-    /// @return whether it takes it
-    bool (*take)(QUOR_U8* data, QUOR_U32 length, QUOR_U16* errorCode);
+    /// @return null when the library refuses it; refers to the bytes
+    std::unique_ptr<Quor::TISDBTDescriptor> (*parse)(QUOR_U8* data, QUOR_U32 length, QUOR_U16* errorCode);
 };
 
 /// The kind of a tag in the sections of a table; null when the library skips it.

@@ -17,6 +17,17 @@ constexpr std::size_t DESCRIPTOR_HEADER_SIZE = 2;
 constexpr std::size_t LENGTH_SIZE = 2;
 constexpr unsigned LENGTH_MASK = 0x0FFF;
 
+RawDescriptor descriptorAt(std::uint8_t tableId, const std::uint8_t* data, std::size_t at, std::size_t end) {
+    RawDescriptor descriptor{at, data[at], std::nullopt, {}, knownDescriptor(tableId, data[at])};
+    if (end - at < DESCRIPTOR_HEADER_SIZE) {
+        return descriptor;
+    }
+    descriptor.length = data[at + 1];
+    const std::uint8_t* const body = data + at + DESCRIPTOR_HEADER_SIZE;
+    descriptor.body.assign(body, body + std::min<std::size_t>(*descriptor.length, end - at - DESCRIPTOR_HEADER_SIZE));
+    return descriptor;
+}
+
 /// The bytes of a section up to its CRC_32, and what has been found in them. Bytes behind them read as 0.
 class Walk {
 public:
@@ -43,31 +54,14 @@ public:
     /// Walks descriptors. @return where the loop ends.
     std::size_t loop(std::string name, std::optional<std::uint64_t> key, std::size_t begin, std::size_t stated) {
         const std::size_t available = begin < m_end ? std::min(stated, m_end - begin) : 0;
-        DescriptorLoop loop{std::move(name), key, stated, available, {}};
-        for (std::size_t at = begin; at < begin + available;) {
-            loop.descriptors.push_back(descriptor(at, begin + available));
-            const RawDescriptor& last = loop.descriptors.back();
-            at = last.fits() ? at + DESCRIPTOR_HEADER_SIZE + last.body.size() : begin + available;
-        }
-        m_loops.push_back(std::move(loop));
+        m_loops.push_back({std::move(name), key, stated, available,
+                           descriptorsIn(m_section[0], m_section, begin, begin + available)});
         return begin + available;
     }
 
     std::vector<DescriptorLoop> take() { return std::move(m_loops); }
 
 private:
-    RawDescriptor descriptor(std::size_t at, std::size_t loopEnd) const {
-        RawDescriptor descriptor{at, m_section[at], std::nullopt, {}, knownDescriptor(m_section[0], m_section[at])};
-        if (loopEnd - at < DESCRIPTOR_HEADER_SIZE) {
-            return descriptor;
-        }
-        descriptor.length = m_section[at + 1];
-        const std::uint8_t* const body = m_section + at + DESCRIPTOR_HEADER_SIZE;
-        descriptor.body.assign(body,
-                               body + std::min<std::size_t>(*descriptor.length, loopEnd - at - DESCRIPTOR_HEADER_SIZE));
-        return descriptor;
-    }
-
     const std::uint8_t* m_section;
     std::size_t m_end;
     std::vector<DescriptorLoop> m_loops;
@@ -161,15 +155,34 @@ std::vector<DescriptorLoop> descriptorLoops(const std::uint8_t* section, std::si
     return walk.take();
 }
 
+std::vector<RawDescriptor> descriptorsIn(std::uint8_t tableId, const std::uint8_t* data, std::size_t begin,
+                                         std::size_t end) {
+    std::vector<RawDescriptor> descriptors;
+    for (std::size_t at = begin; at < end;) {
+        descriptors.push_back(descriptorAt(tableId, data, at, end));
+        const RawDescriptor& last = descriptors.back();
+        at = last.fits() ? at + DESCRIPTOR_HEADER_SIZE + last.body.size() : end;
+    }
+    return descriptors;
+}
+
+std::vector<std::uint8_t> RawDescriptor::bytes() const {
+    std::vector<std::uint8_t> all{tag};
+    if (length) {
+        all.push_back(*length);
+    }
+    all.insert(all.end(), body.begin(), body.end());
+    return all;
+}
+
 std::optional<std::uint16_t> refusal(const RawDescriptor& descriptor) {
     if (descriptor.kind == nullptr || !descriptor.fits()) {
         return std::nullopt;
     }
-    std::vector<std::uint8_t> bytes{descriptor.tag, *descriptor.length};
-    bytes.insert(bytes.end(), descriptor.body.begin(), descriptor.body.end());
+    std::vector<std::uint8_t> bytes = descriptor.bytes();
     QUOR_U16 errorCode = Quor::TISDBTTable::ERROR_OK;
-    const bool taken = descriptor.kind->take(bytes.data(), static_cast<QUOR_U32>(bytes.size()), &errorCode);
-    return taken ? std::nullopt : std::optional<std::uint16_t>(errorCode);
+    const auto taken = descriptor.kind->parse(bytes.data(), static_cast<QUOR_U32>(bytes.size()), &errorCode);
+    return taken != nullptr ? std::nullopt : std::optional<std::uint16_t>(errorCode);
 }
 
 } // namespace inspect

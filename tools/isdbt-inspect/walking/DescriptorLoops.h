@@ -19,6 +19,9 @@ struct RawDescriptor {
     const DescriptorKind* kind;         ///< null when the library skips it
 
     bool fits() const { return length && body.size() == *length; }
+
+    /// All of it that there is, from its tag on.
+    std::vector<std::uint8_t> bytes() const;
 };
 
 /// Descriptors one behind the other.
@@ -34,6 +37,11 @@ struct DescriptorLoop {
 /// state. A loop ends at the first descriptor that does not fit in it.
 /// @param section from table_id to CRC_32, or as much of it as there is
 std::vector<DescriptorLoop> descriptorLoops(const std::uint8_t* section, std::size_t size);
+
+/// The descriptors that stand one behind the other between two offsets, up to the first one that does not fit.
+/// @param tableId of the table that they come from
+std::vector<RawDescriptor> descriptorsIn(std::uint8_t tableId, const std::uint8_t* data, std::size_t begin,
+                                         std::size_t end);
 
 /// The error code with which the library refuses a descriptor that it knows; nothing when it takes it, or is not asked
 /// because it does not know it or the descriptor does not fit.

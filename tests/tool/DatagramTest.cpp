@@ -1,0 +1,283 @@
+#include "Running.h"
+#include "Streams.h"
+
+#include <arpa/inet.h>
+#include <chrono>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <stdexcept>
+#include <sys/socket.h>
+#include <thread>
+#include <unistd.h>
+
+using namespace std::chrono_literals;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+constexpr std::size_t PACKETS_OF_DATAGRAM = 7;
+
+/// Sends datagrams to a port of its own on the loopback.
+class Sender {
+public:
+    enum class Family { IPv4, IPv6 };
+
+    explicit Sender(Family family = Family::IPv4, const std::string& host = "127.0.0.1")
+        : m_socket(socket(family == Family::IPv6 ? AF_INET6 : AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {
+        if (family == Family::IPv6) {
+            auto& address = reinterpret_cast<sockaddr_in6&>(m_address);
+            address.sin6_family = AF_INET6;
+            inet_pton(AF_INET6, host.c_str(), &address.sin6_addr);
+            m_size = sizeof address;
+        } else {
+            auto& address = reinterpret_cast<sockaddr_in&>(m_address);
+            address.sin_family = AF_INET;
+            inet_pton(AF_INET, host.c_str(), &address.sin_addr);
+            m_size = sizeof address;
+            in_addr loopback{htonl(INADDR_LOOPBACK)};
+            setsockopt(m_socket, IPPROTO_IP, IP_MULTICAST_IF, &loopback, sizeof loopback);
+        }
+        findFreePort(family);
+    }
+    ~Sender() { close(m_socket); }
+    Sender(const Sender&) = delete;
+    Sender& operator=(const Sender&) = delete;
+
+    std::string port() const { return std::to_string(ntohs(m_port)); }
+
+    void send(const ByteVector& bytes) const {
+        sendto(m_socket, bytes.data(), bytes.size(), 0, reinterpret_cast<const sockaddr*>(&m_address), m_size);
+    }
+
+    /// Waits until somebody listens on the port.
+    void waitForListener() const {
+        std::array<char, 8> digits{};
+        std::snprintf(digits.data(), digits.size(), ":%04X ", ntohs(m_port));
+        const std::string table = m_address.ss_family == AF_INET6 ? "/proc/net/udp6" : "/proc/net/udp";
+        for (int round = 0; round < 10000; ++round) {
+            if (readText(table).find(digits.data()) != std::string::npos) {
+                return;
+            }
+            std::this_thread::sleep_for(1ms);
+        }
+        throw std::runtime_error("nobody listens");
+    }
+
+private:
+    /// A port that was free a moment ago.
+    void findFreePort(Family family) {
+        const int other = socket(m_address.ss_family, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+        sockaddr_storage any{};
+        any.ss_family = m_address.ss_family;
+        socklen_t size = m_size;
+        bind(other, reinterpret_cast<const sockaddr*>(&any), size);
+        getsockname(other, reinterpret_cast<sockaddr*>(&any), &size);
+        close(other);
+        // the port stands at the same place in both
+        m_port = reinterpret_cast<const sockaddr_in&>(any).sin_port;
+        (family == Family::IPv6 ? reinterpret_cast<sockaddr_in6&>(m_address).sin6_port
+                                : reinterpret_cast<sockaddr_in&>(m_address).sin_port) = m_port;
+    }
+
+    int m_socket;
+    sockaddr_storage m_address{};
+    socklen_t m_size = 0;
+    in_port_t m_port = 0;
+};
+
+ByteVector pat() {
+    return longSection(0x00, {}, hex("0001 E100"));
+}
+
+ByteVector tot(const std::string& time) {
+    return shortSection(0x73, join({hex("C079"), hex(time), hex("F000")}));
+}
+
+ByteVector rtp(unsigned sequence, const ByteVector& payload) {
+    return join({hex("80 21"), u16(sequence), hex("00000000 0A0B0C0D"), payload});
+}
+
+/// Ten datagrams; each but the last one carries a PAT and six null packets, and the last one a TOT.
+std::vector<ByteVector> datagrams() {
+    StreamBuilder stream;
+    for (int count = 0; count < 9; ++count) {
+        stream.section(PAT_PID, pat()).null(6);
+    }
+    stream.section(TOT_PID, tot("124500")).null(6);
+    std::vector<ByteVector> parts;
+    for (std::size_t at = 0; at < stream.bytes().size(); at += PACKETS_OF_DATAGRAM * PACKET_SIZE) {
+        parts.push_back(slice(stream.bytes(), at, at + PACKETS_OF_DATAGRAM * PACKET_SIZE));
+    }
+    return parts;
+}
+
+/// Lets the program receive ten datagrams, or what becomes of them, the last of which carries a TOT.
+template <class Change> Finished receive(const Sender& sender, const std::string& address, Change change) {
+    Running program({"--view", "tables", address});
+    sender.waitForListener();
+    std::size_t number = 0;
+    for (const ByteVector& datagram : datagrams()) {
+        change(number++, datagram);
+    }
+    EXPECT_TRUE(program.waitFor("unix_time"));
+    program.signal(SIGINT);
+    return program.finish();
+}
+
+Finished receive(const Sender& sender, const std::string& address) {
+    return receive(sender, address,
+                   [&sender](std::size_t /*number*/, const ByteVector& datagram) { sender.send(datagram); });
+}
+
+constexpr const char* ALL =
+    "\n70 packets of 188 bytes, 10 sections on 2 PIDs: 2 shown, 0 rejected, 0 CRC errors, 0 discontinuities\n";
+
+} // namespace
+
+TEST(InspectDatagrams, AreReceivedUntilItIsInterrupted) {
+    const Sender sender;
+    const Finished finished = receive(sender, "udp://127.0.0.1:" + sender.port());
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.errors, "");
+    EXPECT_THAT(finished.output, StartsWith("PAT  PID 0x0000  version 0  section 0/0  current  packet 1\n"));
+    EXPECT_THAT(finished.output, EndsWith(ALL));
+}
+
+TEST(InspectDatagrams, OnAnyAddress) {
+    const Sender sender;
+    EXPECT_THAT(receive(sender, "udp://:" + sender.port()).output, EndsWith(ALL));
+}
+
+TEST(InspectDatagrams, OfIPv6) {
+    const Sender sender(Sender::Family::IPv6, "::1");
+    EXPECT_THAT(receive(sender, "udp://[::1]:" + sender.port()).output, EndsWith(ALL));
+}
+
+TEST(InspectDatagrams, OfAGroup) {
+    const Sender sender(Sender::Family::IPv4, "239.255.17.23");
+    EXPECT_THAT(receive(sender, "udp://239.255.17.23@127.0.0.1:" + sender.port()).output, EndsWith(ALL));
+}
+
+/// The loopback carries no groups of IPv6, but joins them.
+TEST(InspectDatagrams, OfAGroupOfIPv6) {
+    const Sender sender(Sender::Family::IPv6, "ff11::17:23");
+    Running program({"--view", "tables", "udp://[ff11::17:23]@[::1]:" + sender.port()});
+    sender.waitForListener();
+    program.signal(SIGINT);
+    const Finished finished = program.finish();
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.errors, "");
+}
+
+TEST(InspectDatagrams, NoneAtAll) {
+    const Sender sender;
+    Running program({"--view", "tables", "udp://127.0.0.1:" + sender.port()});
+    sender.waitForListener();
+    sender.send({});
+    std::this_thread::sleep_for(50ms);
+    program.signal(SIGTERM);
+    const Finished finished = program.finish();
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.errors, "");
+    EXPECT_EQ(finished.output, "0 sections: 0 shown, 0 rejected, 0 CRC errors, 0 discontinuities\n");
+}
+
+TEST(InspectDatagrams, RtpIsRecognisedByItself) {
+    for (const char* const scheme : {"udp", "rtp"}) {
+        const Sender sender;
+        const Finished finished = receive(sender, scheme + ("://127.0.0.1:" + sender.port()),
+                                          [&sender](std::size_t number, const ByteVector& datagram) {
+                                              sender.send(rtp(static_cast<unsigned>(65530 + number), datagram));
+                                          });
+        EXPECT_EQ(finished.status, 0);
+        EXPECT_THAT(finished.output, EndsWith(ALL));
+    }
+}
+
+TEST(InspectDatagrams, LostRtpIsCounted) {
+    const Sender sender;
+    const Finished finished =
+        receive(sender, "rtp://127.0.0.1:" + sender.port(), [&sender](std::size_t number, const ByteVector& datagram) {
+            if (number != 3 && number != 4 && number != 7) {
+                sender.send(rtp(static_cast<unsigned>(100 + number), datagram));
+            }
+        });
+    EXPECT_EQ(finished.status, 3);
+    EXPECT_THAT(finished.output,
+                EndsWith("\n49 packets of 188 bytes, 7 sections on 2 PIDs: 2 shown, 0 rejected, 0 CRC errors, "
+                         "2 discontinuities (PID 0x0000), 3 lost RTP datagrams\n"));
+}
+
+/// Some networks send everything over two ways.
+TEST(InspectDatagrams, RtpThatComesTwiceIsTakenOnce) {
+    const Sender sender;
+    const Finished finished =
+        receive(sender, "rtp://127.0.0.1:" + sender.port(), [&sender](std::size_t number, const ByteVector& datagram) {
+            sender.send(rtp(static_cast<unsigned>(100 + number), datagram));
+            sender.send(rtp(static_cast<unsigned>(100 + number), datagram));
+        });
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_THAT(finished.output, EndsWith(ALL));
+}
+
+TEST(InspectDatagrams, WhatIsNoTransportStream) {
+    const Sender sender;
+    Running program({"--view", "tables", "udp://127.0.0.1:" + sender.port()});
+    sender.waitForListener();
+    for (int count = 0; count < 1000; ++count) {
+        sender.send(fill(1400, 0x11));
+        std::this_thread::sleep_for(100us);
+    }
+    const Finished finished = program.finish();
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_EQ(finished.errors, "isdbt-inspect: udp://127.0.0.1:" + sender.port() +
+                                   ": not a transport stream: no packets of 188, 192 or 204 bytes found\n");
+}
+
+/// Thirty megabits a second, of which every packet is there in the end, though for most of the time nobody reads what
+/// the program writes.
+TEST(InspectDatagrams, NoneIsLostWhileTheOutputWaits) {
+    constexpr std::size_t DATAGRAMS = 7125; // 30 Mbit/s for 2.5 s
+    constexpr auto INTERVAL = std::chrono::nanoseconds(350877);
+    const Sender sender;
+    Running program({"--view", "tables", "udp://127.0.0.1:" + sender.port()});
+    sender.waitForListener();
+    ByteVector datagram =
+        StreamBuilder().section(TOT_PID, tot("124500")).section(TOT_PID, tot("124501")).null(5).bytes();
+    const auto begin = std::chrono::steady_clock::now();
+    for (std::size_t number = 0; number < DATAGRAMS; ++number) {
+        datagram[3] = static_cast<QUOR_U8>(0x10U | (2 * number & 0x0FU));
+        datagram[PACKET_SIZE + 3] = static_cast<QUOR_U8>(0x10U | ((2 * number + 1) & 0x0FU));
+        std::this_thread::sleep_until(begin + number * INTERVAL);
+        sender.send(datagram);
+    }
+    sender.send(StreamBuilder().section(PAT_PID, pat()).null(6).bytes());
+    ASSERT_TRUE(program.waitFor("PAT  PID 0x0000"));
+    program.signal(SIGINT);
+    const Finished finished = program.finish();
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_THAT(finished.output, EndsWith("\n49882 packets of 188 bytes, 14251 sections on 2 PIDs: 14251 shown, "
+                                          "0 rejected, 0 CRC errors, 0 discontinuities\n"));
+}
+
+TEST(InspectDatagrams, WrongAddresses) {
+    for (const char* const address : {"udp://127.0.0.1", "rtp://localhost:5000", "udp://127.0.0.1@127.0.0.1:5000"}) {
+        const Finished finished = inspect({address});
+        EXPECT_EQ(finished.status, 2);
+        EXPECT_THAT(finished.errors, StartsWith(std::string("isdbt-inspect: FILE: ") + address + ": "));
+    }
+}
+
+TEST(InspectDatagrams, AddressesThatThisHostDoesNotHave) {
+    const Finished unicast = inspect({"udp://192.0.2.200:5000"});
+    EXPECT_EQ(unicast.status, 1);
+    EXPECT_EQ(unicast.errors, "isdbt-inspect: udp://192.0.2.200:5000: bind: Cannot assign requested address\n");
+    const Finished group = inspect({"udp://239.255.17.23@192.0.2.200:5000"});
+    EXPECT_EQ(group.status, 1);
+    EXPECT_EQ(group.errors,
+              "isdbt-inspect: udp://239.255.17.23@192.0.2.200:5000: interface: Cannot assign requested address\n");
+}

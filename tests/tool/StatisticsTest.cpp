@@ -1,0 +1,249 @@
+#include "Process.h"
+#include "Streams.h"
+
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+namespace {
+
+constexpr unsigned PCR_PID = 0x0100;
+constexpr unsigned PMT_PID = 0x0101;
+constexpr unsigned OTHER_PID = 0x0321;
+
+constexpr std::uint64_t HUNDREDTH = 270000; ///< of a second, in ticks of 27 MHz
+
+/// A PAT of 16 bytes.
+ByteVector pat(unsigned version = 0) {
+    LongHeader header;
+    header.version = version;
+    return longSection(0x00, header, hex("0007 E101"));
+}
+
+ByteVector corrupted(ByteVector section) {
+    section.back() ^= 0x01U;
+    return section;
+}
+
+/// A hundred packets in a second: the clock in each tenth of them, something else five packets behind it.
+/// @param each void(StreamBuilder&, std::size_t tenth)
+template <class Each> StreamBuilder second(const Each& each) {
+    StreamBuilder stream;
+    for (std::size_t tenth = 0; tenth < 10; ++tenth) {
+        stream.clock(PCR_PID, tenth * 10 * HUNDREDTH).null(4);
+        each(stream, tenth);
+        stream.null(4);
+    }
+    return stream;
+}
+
+Finished statistics(const ByteVector& stream, std::vector<std::string> options = {}) {
+    const TemporaryFile file(stream);
+    options.insert(options.end(), {"--view", "stats", file.path()});
+    return inspect(options);
+}
+
+/// A text with a single blank wherever columns stand apart.
+std::string squeezed(const std::string& text) {
+    std::string result;
+    for (const char each : text) {
+        if (each != ' ' || result.empty() || (result.back() != ' ' && result.back() != '\n')) {
+            result += each;
+        }
+    }
+    return result;
+}
+
+std::string golden(const std::string& name) {
+    return readText(std::string(GOLDEN_FOLDER "/") + name);
+}
+
+std::string recorded(const std::string& name) {
+    return TEST_DATA "/streams/" + name;
+}
+
+class InspectRecordedStatistics : public testing::Test {
+protected:
+    void SetUp() override {
+        if (!std::filesystem::exists(TEST_DATA "/streams")) {
+            GTEST_SKIP() << "no recorded streams";
+        }
+    }
+};
+
+} // namespace
+
+/// PATs half a tenth behind each reference, from 0.05 s on; none at 0.45 s, a damaged one at 0.75 s. The first comes
+/// before the second reference has told the rate.
+TEST(InspectStatistics, CountsIntervalsAndRates) {
+    const StreamBuilder stream = second([](StreamBuilder& built, std::size_t tenth) {
+        switch (tenth) {
+        case 4:
+            built.null(1);
+            break;
+        case 7:
+            built.section(PAT_PID, corrupted(pat(1)));
+            break;
+        case 9:
+            built.lose(PAT_PID, 1).section(PAT_PID, pat(1));
+            break;
+        default:
+            built.section(PAT_PID, pat(tenth < 6 ? 0 : 1));
+        }
+    });
+    const Finished finished = statistics(stream.bytes(), {"--width", "120"});
+    EXPECT_EQ(finished.status, 3);
+    EXPECT_EQ(finished.errors, "");
+    // 0.1 s from 0.15, 0.25, 0.55 and 0.85 s on, 0.2 s from 0.35 and 0.65 s on; 9 sections of 16 bytes a second
+    EXPECT_EQ(
+        finished.output,
+        "PID     table  sections  distinct  version changes  CRC errors  rejected  mean interval  largest interval"
+        "  kbit/s\n"
+        "0x0000  PAT           9         2                1           1         0        0.133 s           0.200 s"
+        "    1.15\n"
+        "\n"
+        "PID      packets     share   kbit/s   discontinuities   content\n"
+        "0x0000         9    9.00 %    13.54                 1   PAT\n"
+        "0x0100        10   10.00 %    15.04                 -\n"
+        "0x1FFF        81   81.00 %   121.82                 -   null packets\n"
+        "\n"
+        "1.000 s by the stream's clock, 150.40 kbit/s\n"
+        "100 packets of 188 bytes, 9 sections on 1 PID: 2 shown, 0 rejected, 1 CRC error (PID 0x0000), "
+        "1 discontinuity (PID\n"
+        "  0x0000)\n");
+}
+
+/// Each section of a table is repeated for itself, whatever comes between.
+TEST(InspectStatistics, IntervalsAreThoseOfAPlaceInATable) {
+    const StreamBuilder stream = second([](StreamBuilder& built, std::size_t tenth) {
+        LongHeader header;
+        header.section = static_cast<QUOR_U8>(tenth % 2);
+        header.last = 1;
+        built.section(PAT_PID, longSection(0x00, header, {}));
+    });
+    EXPECT_THAT(squeezed(statistics(stream.bytes()).output),
+                HasSubstr("\n0x0000 PAT 10 2 0 0 0 0.200 s 0.200 s 0.96\n"));
+}
+
+/// A TOT says something else each time; its repetitions are counted all the same.
+TEST(InspectStatistics, TimeIsDistinctEachTimeAndHasNoVersions) {
+    const StreamBuilder stream = second([](StreamBuilder& built, std::size_t tenth) {
+        built.section(TOT_PID,
+                      shortSection(0x73, join({hex("C079 1245"), {static_cast<QUOR_U8>(tenth)}, hex("F000")})));
+    });
+    EXPECT_THAT(squeezed(statistics(stream.bytes()).output),
+                HasSubstr("\n0x0014 TOT 10 10 0 0 0 0.100 s 0.100 s 1.12\n"));
+}
+
+TEST(InspectStatistics, AnnouncedVersionIsNoChangeUntilItHolds) {
+    LongHeader next;
+    next.version = 1;
+    next.current = false;
+    const ByteVector announced = longSection(0x00, next, hex("0007 E101"));
+    StreamBuilder stream;
+    stream.section(PAT_PID, pat(0)).section(PAT_PID, announced).section(PAT_PID, pat(0)).section(PAT_PID, announced);
+    EXPECT_THAT(squeezed(statistics(stream.bytes()).output), HasSubstr("\n0x0000 PAT 4 2 0 0 0 - - -\n"));
+    stream.section(PAT_PID, pat(1));
+    EXPECT_THAT(squeezed(statistics(stream.bytes()).output), HasSubstr("\n0x0000 PAT 5 3 1 0 0 - - -\n"));
+}
+
+TEST(InspectStatistics, ProgramMapsNameTheStreams) {
+    StreamBuilder stream;
+    stream.section(PAT_PID, pat())
+        .section(PMT_PID, longSection(0x02, {}, hex("E100 F000  1B E111 F000  90 E112 F000  05 E113 F000")))
+        .clock(PCR_PID, 0)
+        .proceed(0x0111, {})
+        .proceed(0x0112, {})
+        .section(0x0113, longSection(0x74, {}, hex("F000 F000")));
+    EXPECT_THAT(squeezed(statistics(stream.bytes()).output),
+                HasSubstr("PID packets share kbit/s discontinuities content\n"
+                          "0x0000 1 16.67 % - 0 PAT\n"
+                          "0x0100 1 16.67 % - - PCR\n"
+                          "0x0101 1 16.67 % - 0 PMT\n"
+                          "0x0111 1 16.67 % - - H.264 video\n"
+                          "0x0112 1 16.67 % - - stream_type 0x90\n"
+                          "0x0113 1 16.67 % - 0 private sections: AIT\n"
+                          "\n"
+                          "no clock (PCR) in the stream: intervals and bit rates are unknown\n"));
+}
+
+TEST(InspectStatistics, TablesThatTheLibraryDoesNotKnowAreCountedToo) {
+    StreamBuilder stream;
+    stream.section(OTHER_PID, longSection(0x4A, {}, {})).section(OTHER_PID, longSection(0x4A, {}, {}));
+    stream.section(OTHER_PID, corrupted(longSection(0x4A, {}, {})))
+        .section(OTHER_PID, corrupted(longSection(0x4B, {}, {})));
+    const std::string output = squeezed(statistics(stream.bytes(), {"--pid", "0x321"}).output);
+    EXPECT_THAT(output, HasSubstr("\n0x0321 0x4A 3 1 0 1 0 - - -\n\n"));
+    EXPECT_THAT(output, HasSubstr("4 sections on 1 PID: 0 shown, 0 rejected, 2 CRC errors (PID 0x0321)"));
+}
+
+TEST(InspectStatistics, ShowsOnlyTheTablesThatAreAskedFor) {
+    StreamBuilder stream;
+    stream.section(PAT_PID, pat()).section(TOT_PID, shortSection(0x73, hex("C079 124530 F000"))).null(2);
+    const std::string output = squeezed(statistics(stream.bytes(), {"--table", "tot"}).output);
+    EXPECT_THAT(output, HasSubstr("\n0x0014 TOT 1 1 0 0 0 - - -\n"
+                                  "\n"
+                                  "PID packets share kbit/s discontinuities content\n"
+                                  "0x0014 1 25.00 % - 0 TOT\n\n"));
+    EXPECT_THAT(output, Not(HasSubstr("0x0000")));
+}
+
+TEST(InspectStatistics, RejectedSectionsAreShownWhenTheyComeAndCounted) {
+    StreamBuilder stream;
+    const ByteVector refused = longSection(0x02, {}, hex("E111 F000  1B E111 F002 5200"));
+    stream.section(PAT_PID, pat()).section(PMT_PID, refused).section(PMT_PID, refused);
+    const Finished finished = statistics(stream.bytes());
+    EXPECT_EQ(finished.status, 3);
+    EXPECT_THAT(finished.output, StartsWith("PMT  PID 0x0101  version 0  section 0/0  current  packet 2  REJECTED\n"
+                                            "  error  ERROR_INVALID_ITEM (0x0A0A)\n"));
+    EXPECT_THAT(squeezed(finished.output), HasSubstr("\n0x0101 PMT 2 1 0 0 1 - - -\n"));
+}
+
+TEST(InspectStatistics, WhatIsNoticedHasAColour) {
+    StreamBuilder stream;
+    stream.section(PAT_PID, pat(0)).section(PAT_PID, pat(1)).section(PAT_PID, corrupted(pat(1)));
+    EXPECT_THAT(statistics(stream.bytes(), {"--color", "always", "--width", "80"}).output,
+                HasSubstr("\n\x1B[36m0x0000\x1B[0m \x1B[36mPAT\x1B[0m          3        2       \x1B[33m1\x1B[0m      "
+                          "\x1B[1;31m1\x1B[0m        0        -        -      -\n"));
+}
+
+TEST(InspectStatistics, SampleAtEightyColumns) {
+    EXPECT_EQ(inspect({"--view", "stats", "--width", "80", SAMPLE_FILE}).output, golden("sample-stats-80.txt"));
+}
+
+TEST(InspectStatistics, SampleAtAHundredAndTwentyColumns) {
+    EXPECT_EQ(inspect({"--view", "stats", "--width", "120", SAMPLE_FILE}).output, golden("sample-stats-120.txt"));
+}
+
+TEST(InspectStatistics, NarrowLinesLeaveOutColumns) {
+    EXPECT_THAT(inspect({"--view", "stats", "--width", "40", SAMPLE_FILE}).output,
+                StartsWith("                          CRC\n"
+                           "PID    table  sections errors rejected kbit/s\n"
+                           "0x0000 PAT          20      0        0   1.92\n"));
+}
+
+/// The clock comes on PID 0x021E, twenty times a second.
+TEST_F(InspectRecordedStatistics, OneSegMultiplexFromALab) {
+    const std::string output =
+        squeezed(inspect({"--view", "stats", "--width", "80", recorded("gr-isdbt-tx.ts")}).output);
+    EXPECT_THAT(output, HasSubstr("\n0x0000 PAT 19 1 0 0 0 0.102 s 0.103 s 2.18\n"
+                                  "0x0011 SDT 4 1 0 0 0 0.408 s 0.409 s 1.16\n"
+                                  "0x0218 PMT 9 1 0 0 0 0.204 s 0.205 s 3.24\n"));
+    EXPECT_THAT(output, HasSubstr("\n0x0219 399 18.75 % 307.26 - H.264 video\n"));
+    EXPECT_THAT(output, HasSubstr("\n0x1FFF 1595 74.95 % 1228.3 - null packets\n"));
+    EXPECT_THAT(output, HasSubstr("\n1.953 s by the stream's clock, 1638.7 kbit/s\n"));
+}
+
+TEST_F(InspectRecordedStatistics, ItalianMultiplexWithoutAClock) {
+    const std::string output =
+        squeezed(inspect({"--view", "stats", "--width", "80", recorded("tsduck-018.ts")}).output);
+    EXPECT_THAT(output, HasSubstr("\n0x0014 0x70 4 4 0 0 0 - - -\n"
+                                  "0x0014 TOT 3 3 0 0 0 - - -\n"));
+    EXPECT_THAT(output, HasSubstr("\n0x1EC5 AIT 2 1 0 0 1 - - -\n"));
+    EXPECT_THAT(output, HasSubstr("\nno clock (PCR) in the stream: intervals and bit rates are unknown\n"));
+}

@@ -1,0 +1,294 @@
+#include "tool/Process.h"
+#include "tool/Streams.h"
+#include "tool/json/CarriedSections.h"
+
+#include <array>
+#include <fcntl.h>
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <poll.h>
+#include <sstream>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+using Json = nlohmann::json;
+using testing::HasSubstr;
+
+Json onlyObjectOf(const ByteVector& section) {
+    const TemporaryFile file(streamOf(0x0321, {section}));
+    return Json::parse(inspect({"--json", "--pid", "0x321", file.path()}).output);
+}
+
+TEST(JsonLines, SayWhereASectionWasFound) {
+    const Finished finished = inspect({"--json", "--table", "nit", SAMPLE_FILE});
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.errors, "");
+    const Json object = Json::parse(finished.output);
+    EXPECT_EQ(object["type"], "section");
+    EXPECT_EQ(object["input"], SAMPLE_FILE);
+    EXPECT_EQ(object["pid"], 0x10);
+    EXPECT_EQ(object["table_id"], 0x40);
+    EXPECT_EQ(object["table_id_extension"], 0x735);
+    EXPECT_EQ(object["packet"], 15);
+    EXPECT_EQ(object["offset"], 14 * PACKET_SIZE);
+    EXPECT_EQ(object["seconds"], 0.058333); // 14 of 240 packets a second
+    EXPECT_EQ(object["damaged"], false);
+}
+
+TEST(JsonLines, NumbersOfThirtyTwoBitsAreUnsigned) {
+    const Json object = onlyObjectOf(longSection(0x3D, {}, hex("01 12 85 FF FFFFFFFF FFFFFFFF FFFFFFFF FFFF FFFE")));
+    const Json& reference = object["fields"]["npt_reference_descriptor"];
+    EXPECT_EQ(reference["stc_reference_l"], 4294967295U);
+    EXPECT_EQ(reference["npt_reference_l"], 4294967295U);
+    EXPECT_EQ(reference["scale_denominator"], 65534);
+}
+
+TEST(JsonLines, TextsAreDecodedInTheCharacterSetThatIsNamed) {
+    const ByteVector nit = longSection(0x40, {}, hex("F006 40 04 E9 81 5C 22 F000"));
+    const Json name = onlyObjectOf(nit)["fields"]["network_name_descriptor"];
+    EXPECT_EQ(name["network_name"], R"(é\x81\\")");
+    EXPECT_EQ(name["network_name_hex"], "E9815C22");
+    const TemporaryFile file(streamOf(0x0010, {nit}));
+    const Json greek = Json::parse(inspect({"--json", "--charset", "ISO-8859-7", file.path()}).output);
+    EXPECT_EQ(greek["fields"]["network_name_descriptor"]["network_name"], R"(ι\x81\\")");
+}
+
+TEST(JsonLines, ARejectedSectionIsShownWithTheDescriptorAtFault) {
+    LongHeader header;
+    header.version = 3;
+    const Json object = onlyObjectOf(longSection(0x02, header, hex("E100 F003 520181  0F E112 F002 5200")));
+    EXPECT_EQ(object["version"], 3);
+    EXPECT_FALSE(object.contains("fields"));
+    EXPECT_EQ(object["error"], Json({{"code", 2570}, {"name", "ERROR_INVALID_ITEM"}}));
+    EXPECT_EQ(object["log"][1], "ISDBTUtils: TPMTTable::parse: Invalid item. Aborting!");
+    EXPECT_EQ(object["bytes"].get<std::string>().substr(0, 24), "02B0170001C70000E100F003");
+    ASSERT_EQ(object["loops"].size(), 2U);
+    EXPECT_EQ(object["loops"][0]["descriptors"][0]["at_fault"], false);
+    EXPECT_EQ(object["loops"][1]["loop"], "elementary_stream 0x0112");
+    EXPECT_EQ(object["loops"][1]["descriptors"][0], Json({{"offset", 20},
+                                                          {"descriptor_tag", 0x52},
+                                                          {"descriptor_tag_name", "stream_identifier_descriptor"},
+                                                          {"known", true},
+                                                          {"length", 0},
+                                                          {"fits", true},
+                                                          {"error_code", 2568},
+                                                          {"error_code_name", "ERROR_INVALID_DESCRIPTOR_LENGTH"},
+                                                          {"bytes", ""},
+                                                          {"at_fault", true}}));
+}
+
+TEST(JsonLines, ADescriptorThatDoesNotFitIsAtFault) {
+    const Json object = onlyObjectOf(longSection(0x02, {}, hex("E100 F000  1B E111 F001 55")));
+    const Json& loop = object["loops"][1];
+    EXPECT_EQ(loop["descriptors"][0]["length"], nullptr);
+    EXPECT_EQ(loop["descriptors"][0]["fits"], false);
+    EXPECT_EQ(loop["descriptors"][0]["error_code"], nullptr);
+    EXPECT_EQ(loop["descriptors"][0]["at_fault"], true);
+}
+
+TEST(JsonLines, HaveADescriptorThatCameByItself) {
+    EXPECT_EQ(inspect({"--json", "--descriptor", "pmt", "--hex", "52 01 07 FF 01 AA"}).output,
+              R"({"type":"descriptor","input":"--hex","table":"PMT","table_id":2,"damaged":false,)"
+              R"("on_wire":{"offset":0,"descriptor_tag":82,"descriptor_tag_name":"stream_identifier_descriptor",)"
+              R"("known":true,"length":1,"fits":true,"error_code":null,"error_code_name":null,"bytes":"07",)"
+              R"("at_fault":false},"fields":{"stream_identifier_descriptor":{"descriptor_tag":82,"component_tag":7}}})"
+              "\n"
+              R"({"type":"descriptor","input":"--hex","table":"PMT","table_id":2,"damaged":false,)"
+              R"("on_wire":{"offset":3,"descriptor_tag":255,"descriptor_tag_name":null,"known":false,"length":1,)"
+              R"("fits":true,"error_code":null,"error_code_name":null,"bytes":"AA","at_fault":false},"fields":null})"
+              "\n");
+}
+
+TEST(JsonLines, FileNamesMayHoldAnything) {
+    const TemporaryFile temporary;
+    const std::string path = temporary.path() + "-\xE9\n\"\x1B.ts";
+    std::filesystem::copy(SAMPLE_FILE, path);
+    const Finished finished = inspect({"--json", "--table", "nit", path});
+    std::filesystem::remove(path);
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(Json::parse(finished.output)["input"], temporary.path() + "-\uFFFD\n\"\x1B.ts");
+}
+
+TEST(JsonLines, NothingIsWrittenOfAnInputWithoutSections) {
+    const TemporaryFile file(StreamBuilder().null(20).bytes());
+    const Finished finished = inspect({"--json", file.path()});
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.output, "");
+    EXPECT_EQ(finished.errors, "");
+}
+
+TEST(JsonLines, AClosedPipeEndsItQuietly) {
+    Start start;
+    start.outputIsClosed = true;
+    const Finished finished = inspect({"--json", SAMPLE_FILE}, start);
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.errors, "");
+}
+
+std::vector<Json> statisticsOfSample(const std::string& type) {
+    std::istringstream lines(inspect({"--json", "--view", "stats", SAMPLE_FILE}).output);
+    std::vector<Json> objects;
+    for (std::string line; std::getline(lines, line);) {
+        Json object = Json::parse(line);
+        EXPECT_EQ(object["input"], SAMPLE_FILE);
+        if (object["type"] == type) {
+            objects.push_back(std::move(object));
+        }
+    }
+    return objects;
+}
+
+/// The sample has 480 packets in two seconds.
+TEST(JsonLines, HaveTheStatisticsOfEachPid) {
+    const std::vector<Json> pids = statisticsOfSample("pid_statistics");
+    EXPECT_EQ(pids.size(), 16U);
+    EXPECT_EQ(pids.front(), Json({{"type", "pid_statistics"},
+                                  {"input", SAMPLE_FILE},
+                                  {"pid", 0},
+                                  {"content", nullptr},
+                                  {"packets", 20},
+                                  {"share", 0.041667},
+                                  {"discontinuities", 0},
+                                  {"bit_rate", 15040}}));
+    EXPECT_EQ(pids.back()["content"], "null packets");
+    EXPECT_EQ(pids.back()["discontinuities"], nullptr);
+}
+
+TEST(JsonLines, HaveTheStatisticsOfEachTable) {
+    const std::vector<Json> tables = statisticsOfSample("table_statistics");
+    ASSERT_EQ(tables.size(), 9U);
+    EXPECT_EQ(tables.front(), Json({{"type", "table_statistics"},
+                                    {"input", SAMPLE_FILE},
+                                    {"pid", 0},
+                                    {"table", "PAT"},
+                                    {"table_id", 0},
+                                    {"sections", 20},
+                                    {"distinct", 1},
+                                    {"version_changes", 0},
+                                    {"crc_errors", 0},
+                                    {"rejected", 0},
+                                    {"mean_interval", 0.1},
+                                    {"largest_interval", 0.1},
+                                    {"bit_rate", 1920}})); // ten sections of 24 bytes a second
+    EXPECT_EQ(tables[3]["table"], "TOT");
+    EXPECT_EQ(tables[3]["distinct"], 2);
+    EXPECT_EQ(tables[3]["mean_interval"], nullptr);
+}
+
+std::vector<Json> changesOf(const std::vector<ByteVector>& sections) {
+    const TemporaryFile file(streamOf(0x0321, sections));
+    std::istringstream lines(inspect({"--json", "--view", "diff", "--pid", "0x321", file.path()}).output);
+    std::vector<Json> objects;
+    for (std::string line; std::getline(lines, line);) {
+        objects.push_back(Json::parse(line));
+        EXPECT_EQ(objects.back()["type"], "change");
+    }
+    return objects;
+}
+
+TEST(JsonLines, HaveWhatChangesFromVersionToVersion) {
+    LongHeader first;
+    first.extension = 0xE6A0;
+    LongHeader second = first;
+    second.version = 1;
+    const std::vector<Json> changes = changesOf({
+        longSection(0x02, first, hex("E100 F000  1B E111 F003 520101")),
+        longSection(0x02, second, hex("E100 F000  02 E111 F003 520101  0F E112 F000")),
+        longSection(0x02, first, hex("E100 F000  1B E111 F002 5200")),
+    });
+    ASSERT_EQ(changes.size(), 3U);
+    EXPECT_EQ(changes[0]["event"], "new");
+    EXPECT_EQ(changes[1]["event"], "changed");
+    EXPECT_EQ(changes[1]["version"], 1);
+    EXPECT_EQ(changes[1]["former_version"], 0);
+    EXPECT_EQ(changes[1]["former_pid"], 0x321);
+    ASSERT_EQ(changes[1]["changes"].size(), 2U);
+    EXPECT_EQ(changes[1]["changes"][0], Json({{"path", "elementary_streams[0x0111].stream_type"},
+                                              {"before", {{"value", 27}, {"value_name", "H.264 video"}}},
+                                              {"after", {{"value", 2}, {"value_name", "MPEG-2 video"}}}}));
+    EXPECT_EQ(changes[1]["changes"][1]["path"], "elementary_streams[0x0112]");
+    EXPECT_EQ(changes[1]["changes"][1]["before"], nullptr);
+    EXPECT_EQ(changes[1]["changes"][1]["after"]["value"]["elementary_pid"], 0x112);
+    EXPECT_EQ(changes[2]["event"], "rejected");
+    EXPECT_EQ(changes[2]["error"]["name"], "ERROR_INVALID_ITEM");
+}
+
+/// The tool between two pipes that stay open.
+class RunningTool {
+public:
+    RunningTool() {
+        std::array<int, 2> input{};
+        std::array<int, 2> output{};
+        EXPECT_EQ(pipe2(input.data(), O_CLOEXEC), 0);
+        EXPECT_EQ(pipe2(output.data(), O_CLOEXEC), 0);
+        m_child = fork();
+        if (m_child == 0) {
+            dup2(input[0], STDIN_FILENO);
+            dup2(output[1], STDOUT_FILENO);
+            execl(INSPECT_PROGRAM, INSPECT_PROGRAM, "--json", "-", nullptr);
+            _exit(127);
+        }
+        close(input[0]);
+        close(output[1]);
+        m_input = input[1];
+        m_output = output[0];
+    }
+
+    ~RunningTool() {
+        close(m_output);
+        if (m_child != 0) {
+            finish();
+        }
+    }
+
+    RunningTool(const RunningTool&) = delete;
+    RunningTool& operator=(const RunningTool&) = delete;
+
+    void feed(const ByteVector& bytes) const {
+        EXPECT_EQ(write(m_input, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+    }
+
+    /// What it wrote up to the end of a line; it has ten seconds for it.
+    std::string readLine() const {
+        constexpr int PATIENCE = 10000;
+        std::string line;
+        pollfd ready{m_output, POLLIN, 0};
+        char each = 0;
+        while (poll(&ready, 1, PATIENCE) == 1 && read(m_output, &each, 1) == 1 && each != '\n') {
+            line += each;
+        }
+        return each == '\n' ? line : line + " (not a whole line)";
+    }
+
+    /// Ends its input. @return its exit status
+    int finish() {
+        close(m_input);
+        int status = 0;
+        waitpid(m_child, &status, 0);
+        m_child = 0;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+private:
+    pid_t m_child = 0;
+    int m_input = -1;
+    int m_output = -1;
+};
+
+TEST(JsonLines, CanBeReadWhileTheInputGoesOn) {
+    RunningTool tool;
+    const ByteVector stream = sampleStream();
+    tool.feed(slice(stream, 0, 20 * PACKET_SIZE));
+    EXPECT_EQ(Json::parse(tool.readLine())["table"], "PAT");
+    EXPECT_EQ(Json::parse(tool.readLine())["table"], "TOT");
+    EXPECT_EQ(Json::parse(tool.readLine())["table"], "PMT");
+    tool.feed(slice(stream, 20 * PACKET_SIZE, 40 * PACKET_SIZE));
+    EXPECT_EQ(Json::parse(tool.readLine())["pid"], 0x1FC8);
+    EXPECT_EQ(tool.finish(), 0);
+}
+
+} // namespace

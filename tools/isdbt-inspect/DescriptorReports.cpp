@@ -1,0 +1,47 @@
+#include "DescriptorReports.h"
+
+#include "TISDBTTable.h"
+#include "describing/Describing.h"
+#include "parsing/LogLines.h"
+#include "parsing/SectionParser.h"
+
+namespace inspect {
+
+namespace {
+
+DescriptorReport reportOf(std::uint8_t tableId, const RawDescriptor& raw, const Charset& charset) {
+    DescriptorReport report{
+        tableId, std::string(tableName(tableId)), raw.tag, {}, raw.offset, describeOnWire(raw), {}, {}, !raw.fits()};
+    if (raw.kind == nullptr) {
+        return report;
+    }
+    report.name = raw.kind->name;
+    std::vector<std::uint8_t> bytes = raw.bytes();
+    QUOR_U16 errorCode = Quor::TISDBTTable::ERROR_OK;
+    LogLines log;
+    // One that is incomplete is handed over, too, so that the user sees the lines of the receiver's log.
+    const auto taken = raw.kind->parse(bytes.data(), static_cast<QUOR_U32>(bytes.size()), &errorCode);
+    if (taken != nullptr) {
+        report.taken = describe(*taken, charset);
+    } else {
+        report.rejection = {errorCode,
+                            std::string(errorName(errorCode)),
+                            log.take(),
+                            {list(report.tableName, {report.onWire})},
+                            std::move(bytes)};
+    }
+    return report;
+}
+
+} // namespace
+
+std::vector<DescriptorReport> reportDescriptors(std::uint8_t tableId, const std::vector<std::uint8_t>& bytes,
+                                                const Charset& charset) {
+    std::vector<DescriptorReport> reports;
+    for (const RawDescriptor& raw : descriptorsIn(tableId, bytes.data(), 0, bytes.size())) {
+        reports.push_back(reportOf(tableId, raw, charset));
+    }
+    return reports;
+}
+
+} // namespace inspect

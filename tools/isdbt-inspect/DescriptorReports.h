@@ -1,0 +1,13 @@
+#pragma once
+
+#include "describing/Charset.h"
+#include "rendering/Report.h"
+
+namespace inspect {
+
+/// What the library says to descriptors that came by themselves, one behind the other.
+/// @param tableId of the table that they come from
+std::vector<DescriptorReport> reportDescriptors(std::uint8_t tableId, const std::vector<std::uint8_t>& bytes,
+                                                const Charset& charset);
+
+} // namespace inspect

@@ -1,0 +1,93 @@
+#include "Inspection.h"
+
+#include "DescriptorReports.h"
+#include "inputs/DatagramInput.h"
+#include "inputs/FileInput.h"
+#include "inputs/MeasuredInput.h"
+#include "inputs/MemoryInput.h"
+
+#include <cstdio>
+
+namespace inspect {
+
+namespace {
+
+constexpr const char* HEX = "--hex";
+
+std::unique_ptr<Input> open(const std::string& path, const Interruption& interruption) {
+    if (StreamAddress::isOne(path)) {
+        return std::make_unique<DatagramInput>(path, interruption);
+    }
+    return std::make_unique<FileInput>(path, interruption);
+}
+
+} // namespace
+
+Inspection::Inspection(const Options& options, Renderer& renderer, ProgressLine& progress)
+    : m_options(options), m_renderer(renderer), m_progress(progress), m_charset(options.charset) {}
+
+Status Inspection::run() {
+    if (m_options.descriptorOf) {
+        attempt([this] { return inspectDescriptors(); });
+    } else if (m_options.hex) {
+        attempt([this] { return inspectHex(); });
+    }
+    m_progress.expect(totalSize(m_options.inputs));
+    for (const std::string& path : m_options.inputs) {
+        attempt([this, &path] { return inspectInput(path); });
+        if (m_interruption.happened()) {
+            break;
+        }
+    }
+    return m_status == FaultFound && m_options.lenient ? AllWell : m_status;
+}
+
+/// Does something that may find a fault, or come upon an input that cannot be read.
+template <class Work> void Inspection::attempt(Work work) {
+    try {
+        if (work() && m_status == AllWell) {
+            m_status = FaultFound;
+        }
+    } catch (const InputError& error) {
+        m_progress.erase();
+        complain(error.what());
+        m_status = InputUnreadable;
+    }
+}
+
+bool Inspection::inspectInput(const std::string& path) {
+    MeasuredInput input(open(path, m_interruption), [this](std::size_t count) { m_progress.advance(count); });
+    Inspector inspector(m_renderer, m_options.interest, m_charset);
+    if (m_options.sections) {
+        inspector.runSections(input, Repetitions::Hidden);
+    } else {
+        inspector.run(input);
+    }
+    return inspector.foundFault();
+}
+
+bool Inspection::inspectHex() {
+    MemoryInput input(HEX, *m_options.hex);
+    Inspector inspector(m_renderer, m_options.interest, m_charset);
+    inspector.runSections(input, Repetitions::Shown);
+    if (!inspector.foundKnownTable()) {
+        throw InputError(HEX, "no section of a table that the library knows (a descriptor needs --descriptor TABLE)");
+    }
+    return inspector.foundFault();
+}
+
+bool Inspection::inspectDescriptors() {
+    m_renderer.begin(HEX);
+    bool foundFault = false;
+    for (const DescriptorReport& report : reportDescriptors(*m_options.descriptorOf, *m_options.hex, m_charset)) {
+        foundFault = foundFault || report.rejection || report.damaged;
+        m_renderer.descriptor(report);
+    }
+    return foundFault;
+}
+
+void complain(const std::string& message) {
+    std::fprintf(stderr, "isdbt-inspect: %s\n", message.c_str());
+}
+
+} // namespace inspect

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Options.h"
+#include "inputs/Interruption.h"
+#include "rendering/ProgressLine.h"
+#include "rendering/Renderer.h"
+
+namespace inspect {
+
+/// Exit status, as scripts know it.
+enum Status { AllWell = 0, InputUnreadable = 1, WrongUsage = 2, FaultFound = 3 };
+
+/// Goes through all that the user gives: each input by itself, in turn.
+class Inspection {
+public:
+    /// @param progress shows how far files are read
+    Inspection(const Options& options, Renderer& renderer, ProgressLine& progress);
+
+    /// Goes to the end, or to where the user interrupts. An input that cannot be read is complained of, and does not
+    /// keep the others from being shown.
+    Status run();
+
+private:
+    template <class Work> void attempt(Work work);
+    bool inspectInput(const std::string& path);
+    bool inspectHex();
+    bool inspectDescriptors();
+
+    const Options& m_options;
+    Renderer& m_renderer;
+    ProgressLine& m_progress;
+    Charset m_charset;
+    Interruption m_interruption;
+    Status m_status = AllWell;
+};
+
+/// Says on standard error what is wrong.
+void complain(const std::string& message);
+
+} // namespace inspect

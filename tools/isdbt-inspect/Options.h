@@ -1,0 +1,43 @@
+#pragma once
+
+#include "Inspector.h"
+#include "describing/Charset.h"
+#include "rendering/Terminal.h"
+
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace inspect {
+
+/// What is made of an input.
+enum class View { Tree, Tables, Stats, Diff };
+
+/// What the user asks for.
+struct Options {
+    std::vector<std::string> inputs;              ///< files, "-", or addresses: "udp://239.1.1.1:5000"
+    bool sections = false;                        ///< the files hold sections, no packets
+    std::optional<std::vector<std::uint8_t>> hex; ///< a section, or a descriptor, in place of the inputs
+    std::optional<std::uint8_t> descriptorOf;     ///< the bytes are descriptors of this table_id
+    Interest interest;
+    std::string charset = Charset::USUAL;
+    View view = View::Tree;
+    bool json = false;
+    Colour colour = Colour::Auto;
+    std::optional<std::size_t> width; ///< of the lines; that of the terminal if not given
+    bool lenient = false;             ///< what is rejected or damaged is no failure
+};
+
+/// The command line cannot be understood. The text says why.
+struct UsageError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+/// Reads the command line.
+/// @return nothing when it asked for help or the version, which then have been printed.
+/// @throws UsageError
+std::optional<Options> readOptions(int argc, char** argv);
+
+} // namespace inspect

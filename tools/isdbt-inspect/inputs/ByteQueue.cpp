@@ -1,0 +1,47 @@
+#include "inputs/ByteQueue.h"
+
+#include <algorithm>
+
+namespace inspect {
+
+bool ByteQueue::put(const std::uint8_t* data, std::size_t size) {
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_size + size > m_capacity) {
+            return false;
+        }
+        m_blocks.emplace_back(data, data + size);
+        m_size += size;
+    }
+    m_changed.notify_one();
+    return true;
+}
+
+void ByteQueue::close() {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_closed = true;
+    }
+    m_changed.notify_one();
+}
+
+std::size_t ByteQueue::take(std::uint8_t* target, std::size_t room) {
+    std::unique_lock lock(m_mutex);
+    m_changed.wait(lock, [this] { return m_size != 0 || m_closed; });
+    std::size_t count = 0;
+    while (count < room && !m_blocks.empty()) {
+        const std::vector<std::uint8_t>& block = m_blocks.front();
+        const std::size_t size = std::min(room - count, block.size() - m_taken);
+        std::copy_n(block.data() + m_taken, size, target + count);
+        count += size;
+        m_taken += size;
+        if (m_taken == block.size()) {
+            m_blocks.pop_front();
+            m_taken = 0;
+        }
+    }
+    m_size -= count;
+    return count;
+}
+
+} // namespace inspect
