@@ -15,6 +15,12 @@ if(QUOR_ISDBT_SANITIZE)
   target_link_options(quor_build_options INTERFACE ${sanitizers})
 endif()
 
+if(QUOR_ISDBT_BUILD_FUZZERS)
+  # Everything reports what it covers.
+  target_compile_options(quor_build_options INTERFACE -fsanitize=fuzzer-no-link)
+  target_link_options(quor_build_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)

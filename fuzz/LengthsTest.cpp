@@ -1,0 +1,84 @@
+#include "Lengths.h"
+
+#include "Target.h"
+#include "tool/describing/FullSections.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Whole {
+    const char* name;
+    ByteVector section;
+    std::size_t lengths;     ///< how many there are
+    std::size_t descriptors; ///< how many of them belong to descriptors
+};
+
+std::vector<Whole> wholes() {
+    return {{"TPATTable", fullPat(), 1, 0},   {"TPMTTable", fullPmt(), 47, 44},
+            {"TTOTTable", fullTot(), 3, 1},   {"TNITTable", fullNit(), 20, 16},
+            {"TSDTTable", fullSdt(), 13, 11}, {"TAITTable", fullAit(), 27, 22},
+            {"TSDTTTable", fullSdtt(), 4, 1}, {"TDSMCCSectionTable", fullDsmccSection(), 4, 3}};
+}
+
+bool accepted(const std::string& name, const ByteVector& section) {
+    for (const Target& target : targetsOf(Target::Group::Tables)) {
+        if (target.name == name) {
+            return target.use({section, 0, 0});
+        }
+    }
+    return false;
+}
+
+/// The section once for each of its descriptors, with these bytes in front of it.
+std::vector<ByteVector> withBeforeEachDescriptor(const ByteVector& section, const ByteVector& inserted) {
+    std::vector<ByteVector> all;
+    const std::vector<Length> lengths = lengthsOfSection(section);
+    for (const Length& length : lengths) {
+        if (length.field == Length::Field::Byte) {
+            ByteVector changed = section;
+            const ByteVector own(section.begin() + static_cast<std::ptrdiff_t>(length.whole),
+                                 section.begin() + static_cast<std::ptrdiff_t>(length.end));
+            splice(changed, lengths, length.whole, length.end, join({inserted, own}));
+            all.push_back(changed);
+        }
+    }
+    return all;
+}
+
+TEST(Lengths, OfEverySectionAreFound) {
+    for (const Whole& whole : wholes()) {
+        EXPECT_EQ(lengthsOfSection(whole.section).size(), whole.lengths) << whole.name;
+        EXPECT_EQ(withBeforeEachDescriptor(whole.section, {}).size(), whole.descriptors) << whole.name;
+    }
+}
+
+TEST(Lengths, AllMeasureOneByteMoreWhenOneIsInserted) {
+    // program_info_length, ES_info_length, descriptor_length
+    const ByteVector section = longSection(0x02, {}, hex("E100 F000 1B E111 F003 52 01 07"));
+    ByteVector changed = section;
+    splice(changed, lengthsOfSection(section), 19, 20, hex("08 09"));
+    EXPECT_EQ(ByteVector(changed.begin(), changed.end() - 4),
+              hex("02 B016 0001 C1 00 00 E100 F000 1B E111 F004 52 02 08 09"));
+}
+
+TEST(Lengths, StayRightWhenDescriptorsAreInserted) {
+    for (const Whole& whole : wholes()) {
+        EXPECT_TRUE(accepted(whole.name, whole.section));
+        for (const ByteVector& changed : withBeforeEachDescriptor(whole.section, hex("9A 03 010203"))) {
+            EXPECT_TRUE(accepted(whole.name, changed)) << whole.name << testing::PrintToString(changed);
+        }
+    }
+}
+
+TEST(Lengths, OfDownloadContentsAreTwelveUpperBits) {
+    const ByteVector section =
+        longSection(0xC3, {}, hex("0735 0001 E6A0 01 1001 0027 00AF 008F EDA9 123456 013000 9A 00"));
+    ByteVector changed = section;
+    splice(changed, lengthsOfSection(section), 31, 33, hex("9A 01 00"));
+    EXPECT_EQ(changed[19], 0x00);
+    EXPECT_EQ(changed[20], 0xBF);
+    EXPECT_EQ(changed[22], 0x8F);
+}
+
+} // namespace
