@@ -7,7 +7,7 @@
 #include "pmt/TPMTTable.h"
 #include "sdt/TSDTTable.h"
 #include "sdtt/TSDTTTable.h"
-#include "tool/describing/FullSections.h"
+#include "support/FullSections.h"
 #include "tot/TTOTTable.h"
 
 #include <memory>

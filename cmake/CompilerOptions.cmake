@@ -11,6 +11,10 @@ target_compile_options(quor_build_options INTERFACE -Wall -Wextra -Wpedantic -Wc
 
 if(QUOR_ISDBT_SANITIZE)
   set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+elseif(QUOR_ISDBT_SANITIZE_THREADS)
+  set(sanitizers -fsanitize=thread -fno-sanitize-recover=all)
+endif()
+if(sanitizers)
   target_compile_options(quor_build_options INTERFACE ${sanitizers})
   target_link_options(quor_build_options INTERFACE ${sanitizers})
 endif()

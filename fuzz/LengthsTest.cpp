@@ -1,7 +1,7 @@
 #include "Lengths.h"
 
 #include "Target.h"
-#include "tool/describing/FullSections.h"
+#include "support/FullSections.h"
 
 #include <gtest/gtest.h>
 

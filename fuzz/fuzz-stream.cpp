@@ -1,9 +1,17 @@
-// Fuzzes the whole way through the tool: packets, sections, following, parsing, describing.
+// Fuzzes the whole way through the tool: packets, sections, following, parsing, describing, rendering.
 
 #include "Inspector.h"
 #include "SectionMutator.h"
+#include "rendering/DiffJsonRenderer.h"
+#include "rendering/DiffRenderer.h"
+#include "rendering/JsonRenderer.h"
+#include "rendering/StatisticsJsonRenderer.h"
+#include "rendering/StatisticsRenderer.h"
+#include "rendering/TablesRenderer.h"
 
 #include <algorithm>
+#include <fcntl.h>
+#include <memory>
 
 extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t maxSize);
 
@@ -36,12 +44,26 @@ private:
     std::size_t m_piece;
 };
 
-/// Shows nothing.
-class NoRenderer : public inspect::Renderer {
-public:
-    void section(const inspect::SectionReport& /*report*/) override {}
-    void summary(const inspect::Summary& /*summary*/) override {}
-};
+/// One of the views and outputs.
+std::unique_ptr<inspect::Renderer> rendererOf(unsigned number, inspect::Output& output) {
+    inspect::Style style;
+    style.wraps = style.colour = true;
+    style.width = 60;
+    switch (number % 6) {
+    case 0:
+        return std::make_unique<inspect::DiffJsonRenderer>(output);
+    case 1:
+        return std::make_unique<inspect::DiffRenderer>(output, style);
+    case 2:
+        return std::make_unique<inspect::JsonRenderer>(output);
+    case 3:
+        return std::make_unique<inspect::StatisticsJsonRenderer>(output);
+    case 4:
+        return std::make_unique<inspect::StatisticsRenderer>(output, style);
+    default:
+        return std::make_unique<inspect::TablesRenderer>(output, style);
+    }
+}
 
 /// Changes the section that begins with a packet, if it ends there, too.
 void mutateSectionOf(std::uint8_t* packet, Random& random) {
@@ -92,16 +114,19 @@ void mutateStream(ByteVector& stream, std::size_t maxSize, Random& random) {
 
 } // namespace
 
-/// How the stream is cut into pieces; then the stream.
+/// How the stream is cut into pieces and shown; then the stream.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const inspect::Charset charset;
+    static const inspect::Interest interest;
+    static const int nowhere = open("/dev/null", O_WRONLY);
     if (size == 0) {
         return 0;
     }
     constexpr std::size_t SMALLEST = 16;
     Pieces input(data + 1, size - 1, SMALLEST * (1U + data[0]));
-    NoRenderer renderer;
-    inspect::Inspector inspector(renderer, inspect::PidSet(), charset);
+    inspect::Output output(nowhere);
+    const std::unique_ptr<inspect::Renderer> renderer = rendererOf(data[0], output);
+    inspect::Inspector inspector(*renderer, interest, charset);
     try {
         inspector.run(input);
     } catch (const inspect::InputError&) {

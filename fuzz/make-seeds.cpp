@@ -3,7 +3,7 @@
 
 #include "Tables.h"
 #include "Target.h"
-#include "tool/describing/FullSections.h"
+#include "support/FullSections.h"
 #include "walking/DescriptorLoops.h"
 
 #include <filesystem>

@@ -1,6 +1,7 @@
 #include "OutOfMemory.h"
 
 #include "DSMCCSection/TDSMCCSectionTable.h"
+#include "ait/TAITTable.h"
 #include "nit/TNITTable.h"
 #include "pat/TPATTable.h"
 #include "pmt/TPMTTable.h"
@@ -14,6 +15,7 @@
 #include <memory>
 #include <new>
 
+using Quor::TAITTable;
 using Quor::TDSMCCSectionTable;
 using Quor::TNITTable;
 using Quor::TPATTable;
@@ -136,6 +138,26 @@ TEST(OutOfMemory, SdtLeavesNothingBehind) {
     const int needed =
         expectNothingIsLeftBehind<TSDTTable>(longSection(0x42, {}, join({hex("7ED4 FF"), service, service})));
     EXPECT_GE(needed, 6 + 2 * 2 * 11);
+}
+
+TEST(OutOfMemory, AitLeavesNothingBehind) {
+    const ByteVector common =
+        join({hex("00 0A 05 0001 01 02 03 FF 05 01 02"), descriptor(0x01, join({hex("706F72 14"), NAME})),
+              descriptor(0x0B, join({hex("14"), NAME, hex("0009")})), hex("05 0E 0000ABCD 0012 07 0000ABCD 0013 08"),
+              hex("02 0B 0001 01 80 0001 0002 0003 0B  11 03 010203"),
+              descriptor(0x0C, join({hex("01 14"), NAME, hex("05 14"), NAME, hex("06")})),
+              hex("0D 09 01 0003 0004 0005 0006")});
+    const ByteVector java = join({descriptor(0x03, join({hex("14"), NAME, hex("14"), NAME})),
+                                  descriptor(0x04, join({hex("14"), NAME, hex("14"), NAME, NAME}))});
+    const ByteVector ncl = join({descriptor(0x06, join({hex("14"), NAME, hex("14"), NAME})),
+                                 descriptor(0x07, join({hex("14"), NAME, hex("14"), NAME, NAME}))});
+    const ByteVector own = join({common, ncl, common, java});
+    // One of the applications takes all that it has from the table, copied.
+    const ByteVector applications =
+        join({hex("0000000A 0001 01"), loop(own), hex("0000000A 0002 01 F000"), hex("0000000A 0001 02"), loop(own)});
+    const int needed = expectNothingIsLeftBehind<TAITTable>(
+        longSection(0x74, {}, join({loop(join({common, java, common, ncl})), loop(applications)})));
+    EXPECT_GE(needed, 6 + 5 * 10);
 }
 
 TEST(OutOfMemory, SdttLeavesNothingBehind) {

@@ -1,5 +1,5 @@
 #include "describing/Describing.h"
-#include "tool/describing/FullSections.h"
+#include "support/FullSections.h"
 #include "tool/describing/PublicHeaders.h"
 #include "tool/describing/Taken.h"
 

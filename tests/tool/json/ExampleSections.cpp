@@ -1,6 +1,6 @@
 #include "tool/json/ExampleSections.h"
 
-#include "tool/describing/FullSections.h"
+#include "support/FullSections.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include "tool/Process.h"
 #include "tool/Streams.h"
-#include "tool/describing/FullSections.h"
+#include "support/FullSections.h"
 #include "tool/json/CarriedSections.h"
 #include "tool/json/ExampleSections.h"
 

@@ -1,4 +1,4 @@
-#include "tool/describing/FullSections.h"
+#include "support/FullSections.h"
 
 namespace {
 

@@ -1,0 +1,185 @@
+#include "hostile/Tables.h"
+
+#include "DSMCCSection/TDSMCCSectionTable.h"
+#include "ait/TAITTable.h"
+#include "nit/TNITTable.h"
+#include "pat/TPATTable.h"
+#include "pmt/TPMTTable.h"
+#include "sdt/TSDTTable.h"
+#include "sdtt/TSDTTTable.h"
+#include "support/FullSections.h"
+#include "support/Survival.h"
+#include "tot/TTOTTable.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+using Quor::TISDBTTable;
+
+namespace {
+
+template <class Table> Parsed<TISDBTTable> parse(const ByteVector& wire, TISDBTTable* previous) {
+    Parsed<TISDBTTable> result(wire);
+    const LogCapture log;
+    result.object.reset(
+        Table::parse(result.bytes.data(), result.bytes.size(), 1, 1, &result.error, static_cast<Table*>(previous)));
+    result.lines = log.lines();
+    return result;
+}
+
+ByteVector section(QUOR_U8 tableId, const ByteVector& body) {
+    return longSection(tableId, {}, body);
+}
+
+/// A content of the SDTT has its length in the upper 12 bits.
+ByteVector upperLength(std::size_t length) {
+    return u16(static_cast<unsigned>(length) << 4 & 0xFFF0U);
+}
+
+const ByteVector COMPONENT_TAGS = hex("53 0D 49 4A 50 51 52 55 C0 C1 FC FD FE C6 C8 DE F7 F8 28 2A 7C 13");
+const ByteVector NETWORK_TAGS = hex("40 FE 41 4A FA FC FB CD");
+const ByteVector SERVICE_TAGS = hex("48 47 49 4A C1 CF DE 4B 4C 51 53");
+const ByteVector APPLICATION_TAGS = hex("00 01 0B 05 02 11 0C 0D 03 04 06 07");
+
+} // namespace
+
+void PrintTo(const TableClass& table, std::ostream* out) {
+    *out << table.name;
+}
+
+void PrintTo(const DescriptorLoop& loop, std::ostream* out) {
+    *out << loop.name;
+}
+
+bool DescriptorLoop::knows(QUOR_U8 tag) const {
+    return std::find(known.begin(), known.end(), tag) != known.end();
+}
+
+std::vector<TableClass> tableClasses() {
+    return {
+        {"Pat", 10, 8, fullPat(), parse<Quor::TPATTable>},
+        {"Pmt", 4, 8, fullPmt(), parse<Quor::TPMTTable>},
+        {"Tot", 10, 3, fullTot(), parse<Quor::TTOTTable>},
+        {"Nit", 4, 8, fullNit(), parse<Quor::TNITTable>},
+        {"Sdt", 3, 8, fullSdt(), parse<Quor::TSDTTable>},
+        {"Ait", 4, 8, fullAit(), parse<Quor::TAITTable>},
+        {"Sdtt", 4, 8, fullSdtt(), parse<Quor::TSDTTTable>},
+        {"DsmccSection", 4, 8, fullDsmccSection(), parse<Quor::TDSMCCSectionTable>},
+    };
+}
+
+std::vector<DescriptorLoop> descriptorLoops() {
+    using Bytes = const ByteVector&;
+    return {
+        {"ProgramOfPmt", COMPONENT_TAGS, hex("55"), false,
+         [](Bytes descriptors) {
+             return section(0x02, join({hex("E100"), loopOf(descriptors)}));
+         },
+         parse<Quor::TPMTTable>},
+        {"StreamOfPmt", COMPONENT_TAGS, hex("55"), false,
+         [](Bytes descriptors) {
+             return section(0x02, join({hex("E100 F000 1B E111"), loopOf(descriptors)}));
+         },
+         parse<Quor::TPMTTable>},
+        {"Tot",
+         hex("58"),
+         {},
+         false,
+         [](Bytes descriptors) {
+             return shortSection(0x73, join({hex("EDA9 123456"), loopOf(descriptors)}));
+         },
+         parse<Quor::TTOTTable>},
+        {"NetworkOfNit",
+         NETWORK_TAGS,
+         {},
+         true,
+         [](Bytes descriptors) {
+             return section(0x40, join({loopOf(descriptors), hex("F000")}));
+         },
+         parse<Quor::TNITTable>},
+        {"StreamOfNit",
+         NETWORK_TAGS,
+         {},
+         true,
+         [](Bytes descriptors) {
+             return section(0x40, join({hex("F000"), loopOf(join({hex("0735 0001"), loopOf(descriptors)}))}));
+         },
+         parse<Quor::TNITTable>},
+        {"ServiceOfSdt",
+         SERVICE_TAGS,
+         {},
+         true,
+         [](Bytes descriptors) {
+             return section(0x42, join({hex("0001 FF E6A0 FF"), loopOf(descriptors)}));
+         },
+         parse<Quor::TSDTTable>},
+        {"CommonOfAit", APPLICATION_TAGS, hex("05 03 06"), true,
+         [](Bytes descriptors) {
+             return section(0x74, join({loopOf(descriptors), hex("F000")}));
+         },
+         parse<Quor::TAITTable>},
+        {"ApplicationOfAit", APPLICATION_TAGS, hex("05 03 06"), true,
+         [](Bytes descriptors) {
+             return section(0x74, join({hex("F000"), loopOf(join({hex("0000000A 0001 01"), loopOf(descriptors)}))}));
+         },
+         parse<Quor::TAITTable>},
+        {"ContentOfSdtt",
+         hex("C9"),
+         {},
+         false,
+         [](Bytes descriptors) {
+             return section(0xC3, join({hex("0735 0001 E6A0 01"), hex("1001 0027"), upperLength(descriptors.size()),
+                                        hex("0000"), descriptors}));
+         },
+         parse<Quor::TSDTTTable>},
+        {"DsmccSection",
+         hex("01 03 04"),
+         {},
+         false,
+         [](Bytes descriptors) { return section(0x3D, descriptors); },
+         parse<Quor::TDSMCCSectionTable>},
+    };
+}
+
+ByteVector loopOf(const ByteVector& content) {
+    return join({u16(static_cast<unsigned>(content.size()) & 0x0FFFU, 0xF000), content});
+}
+
+ByteVector counting(std::size_t count) {
+    ByteVector bytes;
+    for (std::size_t i = 0; i < count; ++i) {
+        bytes.push_back(static_cast<QUOR_U8>(i));
+    }
+    return bytes;
+}
+
+ByteVector cut(const ByteVector& good, std::size_t size) {
+    return ByteVector(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(size));
+}
+
+void expectTakenOrRefused(const Parsed<TISDBTTable>& parsed) {
+    if (parsed.object != nullptr) {
+        EXPECT_EQ(parsed.error, TISDBTTable::ERROR_OK);
+        survival::expectSound<TISDBTTable>(*parsed.object);
+        return;
+    }
+    if (parsed.error == TISDBTTable::ERROR_OK) { // how callers tell an application over an unsupported transport
+        EXPECT_THAT(parsed.lines, testing::Contains(testing::MatchesRegex(
+                                      "ISDBTUtils: TTransportProtocolDescriptor::parse: (Unknown protocol ID: "
+                                      "0x[0-9A-F]+|DataPiping not supported)\\. Aborting!")));
+        return;
+    }
+    EXPECT_THAT(parsed.error,
+                testing::AnyOf(TISDBTTable::ERROR_INVALID_DATA_LENGTH, TISDBTTable::ERROR_INVALID_TABLE_ID,
+                               TISDBTTable::ERROR_INVALID_SECTION_LEN_TOO_BIG,
+                               TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH, TISDBTTable::ERROR_INVALID_STRING,
+                               TISDBTTable::ERROR_INVALID_ITEM));
+    EXPECT_FALSE(parsed.lines.empty());
+}
+
+void expectRefused(const Parsed<TISDBTTable>& parsed, QUOR_U16 code) {
+    EXPECT_EQ(parsed.object, nullptr);
+    EXPECT_EQ(parsed.error, code);
+    EXPECT_FALSE(parsed.lines.empty());
+}
