@@ -5,6 +5,7 @@
 #include "rendering/StatisticsJsonRenderer.h"
 #include "rendering/StatisticsRenderer.h"
 #include "rendering/TablesRenderer.h"
+#include "rendering/TreeRenderer.h"
 
 #include <csignal>
 #include <memory>
@@ -34,12 +35,14 @@ std::unique_ptr<inspect::Renderer> rendererFor(const inspect::Options& options, 
     }
     const inspect::Style style = styleFor(options);
     switch (options.view) {
+    case inspect::View::Tables:
+        return std::make_unique<inspect::TablesRenderer>(output, style);
     case inspect::View::Stats:
         return std::make_unique<inspect::StatisticsRenderer>(output, style);
     case inspect::View::Diff:
         return std::make_unique<inspect::DiffRenderer>(output, style);
     default:
-        return std::make_unique<inspect::TablesRenderer>(output, style);
+        return std::make_unique<inspect::TreeRenderer>(output, style, options.interest.tables);
     }
 }
 

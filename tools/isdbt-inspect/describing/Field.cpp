@@ -26,6 +26,10 @@ Field Field::standsFor(std::string_view meaning) && {
     return std::move(*this);
 }
 
+bool isNested(const Field& field) {
+    return std::holds_alternative<List>(field.value) || std::holds_alternative<Object>(field.value);
+}
+
 Field absent(std::string_view name) {
     return field(name, Absent{});
 }

@@ -62,6 +62,9 @@ struct Field {
     template <std::size_t N> Field named(const CodeName (&names)[N]) &&;
 };
 
+/// Whether a field holds others: a list or an object.
+bool isNested(const Field& field);
+
 Field absent(std::string_view name);
 Field flag(std::string_view name, bool value);
 Field number(std::string_view name, std::int64_t value);

@@ -7,8 +7,9 @@
 
 namespace inspect {
 
-/// Each section, or descriptor that came by itself, as an object in JSON, one a line, when it is first seen and at each change. Nothing else is written, so
-/// that every line is an object: what the summary says, the exit status and the statistics tell.
+/// Each section, or descriptor that came by itself, as an object in JSON, one a line, when it is first seen and at each
+/// change. Nothing else is written, so that every line is an object: what the summary says, the exit status and the
+/// statistics tell.
 class JsonRenderer : public Renderer {
 public:
     explicit JsonRenderer(Output& output) : m_output(output) {}

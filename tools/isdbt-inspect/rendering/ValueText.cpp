@@ -41,10 +41,6 @@ bool isOne(const Field& field) {
 
 } // namespace
 
-bool isNested(const Field& field) {
-    return std::holds_alternative<List>(field.value) || std::holds_alternative<Object>(field.value);
-}
-
 std::string valueText(const Field& field, const Style& style) {
     std::string text = std::visit(ValueText{}, field.value);
     if (!field.unit.empty()) {

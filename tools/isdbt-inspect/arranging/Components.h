@@ -1,0 +1,22 @@
+#pragma once
+
+#include "arranging/Table.h"
+
+namespace inspect {
+
+/// A component of a service, as its PMT names it.
+struct Component {
+    const Fields* fields;
+    Pid pid;
+    std::int64_t streamType;
+    std::optional<std::int64_t> tag; ///< by which other tables refer to it
+};
+
+using Components = std::vector<Component>;
+
+Components componentsOf(const Table& pmt);
+
+/// The first component with a tag; null when there is none.
+const Component* withTag(const Components& components, std::int64_t tag);
+
+} // namespace inspect

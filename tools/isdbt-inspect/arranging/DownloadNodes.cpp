@@ -1,0 +1,56 @@
+#include "arranging/DownloadNodes.h"
+
+#include "arranging/FieldLookup.h"
+
+#include <fmt/format.h>
+
+namespace inspect {
+
+namespace {
+
+/// Its component need not be in the PMT: it comes when the schedule says.
+Node contentNode(const Fields& content) {
+    Fields rest = content;
+    Node node(fmt::format("Version {}", numberIn(content, "new_version").value_or(0)));
+    take(rest, "new_version");
+    node.say("", take(rest, "download_level"));
+    node.say("", take(rest, "version_indicator"));
+    node.say("target version", take(rest, "target_version"));
+    node.say("group", take(rest, "group"));
+    node.say("schedule time shift", take(rest, "schedule_time_shift_info"));
+    for (Field schedule : elements(content, "schedule_infos")) {
+        schedule.name = "schedule";
+        node.details.push_back({{}, std::move(schedule)});
+    }
+    take(rest, "schedule_infos");
+    node.tell("", std::move(rest));
+    return node;
+}
+
+std::string titleOf(const Table& sdtt, Fields& rest) {
+    const std::optional<std::int64_t> maker = numberIn(rest, "maker_id");
+    const std::optional<std::int64_t> model = numberIn(rest, "model_id");
+    for (const std::string_view said : {"table_id_extension", "maker_id", "model_id"}) {
+        take(rest, said);
+    }
+    return maker && model ? fmt::format("Download for maker 0x{:02X}, model 0x{:02X}", *maker, *model)
+                          : fmt::format("Download 0x{:04X}", sdtt.key.extension);
+}
+
+} // namespace
+
+Node downloadNode(const Table& sdtt) {
+    Fields rest = sdtt.beside("download_contents");
+    Node node(titleOf(sdtt, rest));
+    node.say("service", take(rest, "service_id"));
+    node.say("transport stream", take(rest, "transport_stream_id"));
+    node.say("original network", take(rest, "original_network_id"));
+    sdtt.appendTo(node, "SDTT");
+    node.tell("", std::move(rest));
+    for (const Fields* const content : sdtt.entries("download_contents")) {
+        node.children.push_back(contentNode(*content));
+    }
+    return node;
+}
+
+} // namespace inspect

@@ -1,0 +1,53 @@
+#include "arranging/Outline.h"
+
+namespace inspect {
+
+namespace {
+
+/// Lists of descriptors that are in no object of the library. Each of these is told for itself.
+struct LeftOut {
+    std::string_view list;
+    std::string_view element;
+};
+
+constexpr LeftOut LEFT_OUT[] = {
+    {"unknown_descriptors", "unknown descriptor"},
+    {"displaced_descriptors", "displaced descriptor"},
+};
+
+/// Whether a person sees what a value is without its name: "AUTOSTART", but not "171".
+bool speaksForItself(const Field& value) {
+    return !std::holds_alternative<Number>(value.value) || !value.codeName.empty() || !value.reading.empty();
+}
+
+} // namespace
+
+void Node::say(std::string_view label, std::optional<Field> value) {
+    if (value) {
+        const std::string_view needed = label.empty() && !speaksForItself(*value) ? value->name : label;
+        facts.push_back({std::string(needed), std::move(*value)});
+    }
+}
+
+void Node::say(std::string_view words) {
+    facts.push_back({std::string(words), absent({})});
+}
+
+void Node::tell(std::string_view table, Fields fields) {
+    for (Field& field : fields) {
+        std::string_view element;
+        for (const LeftOut& each : LEFT_OUT) {
+            element = field.name == each.list ? each.element : element;
+        }
+        if (element.empty()) {
+            details.push_back({std::string(table), std::move(field)});
+            continue;
+        }
+        for (Field& each : std::get<List>(field.value).elements) {
+            each.name = element;
+            details.push_back({std::string(table), std::move(each)});
+        }
+    }
+}
+
+} // namespace inspect

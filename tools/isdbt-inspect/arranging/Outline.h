@@ -1,0 +1,47 @@
+#pragma once
+
+#include "describing/Field.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace inspect {
+
+/// A value in the line of a node.
+struct Fact {
+    std::string label; ///< empty when the value speaks for itself
+    Field value;
+};
+
+/// What a table says of a node beside its line.
+struct Detail {
+    std::string table; ///< empty when all details of the node come from one
+    Field field;
+};
+
+/// A part of the multiplex.
+struct Node {
+    explicit Node(std::string name = {}) : title(std::move(name)) {}
+
+    std::string title;        ///< "Service 0xE6A0 (59040)"
+    std::vector<Field> names; ///< what it is called
+    std::vector<Fact> facts;
+    std::vector<std::string> faults; ///< what is missing of it, and where tables contradict each other
+    std::vector<Detail> details;
+    std::vector<Node> children;
+
+    /// Adds a value, if there is one, to its line.
+    /// @param label empty for the name of the value, if it needs one
+    void say(std::string_view label, std::optional<Field> value);
+
+    /// Adds some words to its line.
+    void say(std::string_view words);
+
+    void fault(std::string text) { faults.push_back(std::move(text)); }
+
+    /// Adds the descriptors among these fields to its details, those that the library left out one by one.
+    void tell(std::string_view table, Fields fields);
+};
+
+} // namespace inspect

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "arranging/LatestSections.h"
+#include "arranging/Outline.h"
+#include "sections/Section.h"
+
+namespace inspect {
+
+/// A section that the library took.
+struct TakenSection {
+    std::optional<LongHeader> header;
+    bool sameVersion; ///< it changed under the same version
+    bool damaged;
+    Fields fields;
+};
+
+/// A section that the library did not take.
+struct RefusedSection {
+    std::optional<LongHeader> header;
+    Position position;
+    std::string errorName;
+    std::string logLine; ///< that says why; empty when there is none
+};
+
+/// What came of a table.
+struct Table {
+    TableKey key;
+    std::vector<const TakenSection*> taken;
+    std::vector<const RefusedSection*> refused;
+
+    /// What it says beside a list of entries: the fields of its first section, and the descriptors of all.
+    Fields beside(std::string_view list) const;
+
+    /// The elements of a list that goes on from section to section.
+    std::vector<const Fields*> entries(std::string_view list) const;
+
+    /// Whether it is known whole, so that what it does not say is not there.
+    bool complete() const;
+
+    /// Says "NIT PID 0x0010 version 0" on the line of a node, and below it what is wrong with the sections.
+    void appendTo(Node& node, std::string_view name) const;
+
+    /// The same without the PID, where that is known.
+    void appendVersionTo(Node& node, std::string_view name) const;
+};
+
+} // namespace inspect

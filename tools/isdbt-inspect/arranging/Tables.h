@@ -1,0 +1,32 @@
+#pragma once
+
+#include "arranging/Table.h"
+
+#include <set>
+
+namespace inspect {
+
+/// All that is known when the outline is put together. It refers to the sections.
+class Tables {
+public:
+    using Taken = LatestSections<TakenSection, 512>;
+    using Refused = LatestSections<RefusedSection, 512>;
+
+    /// @param expected tables that a multiplex has, and that are shown: where they are missing, that is said
+    Tables(const Taken& taken, const Refused& refused, std::set<std::uint8_t> expected);
+
+    std::vector<const Table*> of(std::uint8_t tableId) const;
+    std::vector<const Table*> of(std::uint8_t tableId, std::uint16_t extension) const;
+    std::vector<const Table*> on(std::optional<Pid> pid, std::uint8_t tableId) const;
+
+    bool expects(std::uint8_t tableId) const { return m_expected.count(tableId) != 0; }
+
+    /// Whether a table is expected, and nothing of it came.
+    bool misses(std::uint8_t tableId) const { return expects(tableId) && of(tableId).empty(); }
+
+private:
+    std::map<TableKey, Table> m_tables;
+    std::set<std::uint8_t> m_expected;
+};
+
+} // namespace inspect
