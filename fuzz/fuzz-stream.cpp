@@ -8,6 +8,7 @@
 #include "rendering/StatisticsJsonRenderer.h"
 #include "rendering/StatisticsRenderer.h"
 #include "rendering/TablesRenderer.h"
+#include "rendering/TreeRenderer.h"
 
 #include <algorithm>
 #include <fcntl.h>
@@ -49,7 +50,7 @@ std::unique_ptr<inspect::Renderer> rendererOf(unsigned number, inspect::Output& 
     inspect::Style style;
     style.wraps = style.colour = true;
     style.width = 60;
-    switch (number % 6) {
+    switch (number % 7) {
     case 0:
         return std::make_unique<inspect::DiffJsonRenderer>(output);
     case 1:
@@ -60,6 +61,8 @@ std::unique_ptr<inspect::Renderer> rendererOf(unsigned number, inspect::Output& 
         return std::make_unique<inspect::StatisticsJsonRenderer>(output);
     case 4:
         return std::make_unique<inspect::StatisticsRenderer>(output, style);
+    case 5:
+        return std::make_unique<inspect::TreeRenderer>(output, style);
     default:
         return std::make_unique<inspect::TablesRenderer>(output, style);
     }
