@@ -62,7 +62,7 @@ std::unique_ptr<inspect::Renderer> rendererOf(unsigned number, inspect::Output& 
     case 4:
         return std::make_unique<inspect::StatisticsRenderer>(output, style);
     case 5:
-        return std::make_unique<inspect::TreeRenderer>(output, style);
+        return std::make_unique<inspect::TreeRenderer>(output, style, std::set<std::uint8_t>());
     default:
         return std::make_unique<inspect::TablesRenderer>(output, style);
     }

@@ -64,12 +64,7 @@ Finished runProgram(const std::string& program, const std::vector<std::string>& 
     }
     posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, errors.path().c_str(), O_WRONLY | O_APPEND, MODE);
 
-    // A program for another machine is an argument of its emulator.
-    std::vector<std::string> words;
-    if (*EMULATOR != '\0') {
-        words.emplace_back(EMULATOR);
-    }
-    words.push_back(program);
+    std::vector<std::string> words{program};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> argv;
     std::transform(words.begin(), words.end(), std::back_inserter(argv), [](std::string& word) { return word.data(); });
@@ -91,8 +86,22 @@ Finished runProgram(const std::string& program, const std::vector<std::string>& 
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readText(output.path()), readText(errors.path())};
 }
 
+std::vector<std::string> commandOf(const std::string& program, const std::vector<std::string>& arguments) {
+    std::vector<std::string> words{program};
+    if (*EMULATOR != '\0') {
+        words.insert(words.begin(), EMULATOR);
+    }
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    return words;
+}
+
+Finished runBuilt(const std::string& program, const std::vector<std::string>& arguments, const Start& start) {
+    const std::vector<std::string> words = commandOf(program, arguments);
+    return runProgram(words.front(), {words.begin() + 1, words.end()}, start);
+}
+
 Finished inspect(const std::vector<std::string>& arguments, const Start& start) {
-    return runProgram(INSPECT_PROGRAM, arguments, start);
+    return runBuilt(INSPECT_PROGRAM, arguments, start);
 }
 
 Finished inspectTables(std::vector<std::string> arguments, const Start& start) {

@@ -21,7 +21,15 @@ struct Start {
 };
 
 /// Runs a program to its end.
+/// @param program is run as it is; what is built for another machine begins with its emulator, see commandOf().
 Finished runProgram(const std::string& program, const std::vector<std::string>& arguments, const Start& start = {});
+
+/// How a program of this build is started: the words of its command. For another machine it is an argument of its
+/// emulator.
+std::vector<std::string> commandOf(const std::string& program, const std::vector<std::string>& arguments = {});
+
+/// Runs a program of this build to its end.
+Finished runBuilt(const std::string& program, const std::vector<std::string>& arguments, const Start& start = {});
 
 /// Runs isdbt-inspect.
 Finished inspect(const std::vector<std::string>& arguments, const Start& start = {});

@@ -50,8 +50,7 @@ Running::Running(const std::vector<std::string>& arguments, On on) {
     const Ends output = on == On::Terminal ? makeTerminal() : makePipe();
     const int errors =
         on == On::Terminal ? dup(output.writeEnd) : open(m_errors.path().c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
-    std::vector<std::string> words{INSPECT_PROGRAM};
-    words.insert(words.end(), arguments.begin(), arguments.end());
+    std::vector<std::string> words = commandOf(INSPECT_PROGRAM, arguments);
     std::vector<char*> argv;
     std::transform(words.begin(), words.end(), std::back_inserter(argv), [](std::string& word) { return word.data(); });
     argv.push_back(nullptr);
@@ -61,7 +60,7 @@ Running::Running(const std::vector<std::string>& arguments, On on) {
         dup2(input.readEnd, STDIN_FILENO);
         dup2(output.writeEnd, STDOUT_FILENO);
         dup2(errors, STDERR_FILENO);
-        execv(INSPECT_PROGRAM, argv.data());
+        execvp(argv.front(), argv.data());
         _exit(127);
     }
     close(input.readEnd);

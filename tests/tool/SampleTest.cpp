@@ -9,7 +9,7 @@ using testing::HasSubstr;
 
 TEST(Sample, IsWhatItsProgramWrites) {
     const TemporaryFile made;
-    const Finished finished = runProgram(MAKE_SAMPLE_PROGRAM, {made.path()});
+    const Finished finished = runBuilt(MAKE_SAMPLE_PROGRAM, {made.path()});
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.errors, "");
     EXPECT_TRUE(readFile(made.path()) == sampleStream()) << "run make-sample and commit what it writes";
@@ -61,13 +61,13 @@ TEST(Sample, TablesComeAtTheirOwnRates) {
 }
 
 TEST(Sample, ProgramSaysHowItIsUsed) {
-    const Finished finished = runProgram(MAKE_SAMPLE_PROGRAM, {});
+    const Finished finished = runBuilt(MAKE_SAMPLE_PROGRAM, {});
     EXPECT_EQ(finished.status, 2);
     EXPECT_EQ(finished.errors, "Usage: make-sample FILE\n");
 }
 
 TEST(Sample, ProgramSaysWhereItCannotWrite) {
-    const Finished finished = runProgram(MAKE_SAMPLE_PROGRAM, {"/no-such-folder/sample.ts"});
+    const Finished finished = runBuilt(MAKE_SAMPLE_PROGRAM, {"/no-such-folder/sample.ts"});
     EXPECT_EQ(finished.status, 1);
     EXPECT_EQ(finished.errors, "make-sample: /no-such-folder/sample.ts: cannot be written\n");
 }

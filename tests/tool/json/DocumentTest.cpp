@@ -27,9 +27,11 @@ TEST(JsonDocument, ShowsWhatTheToolWrites) {
     const std::vector<Shown> examples = shownIn(readText(PROJECT_FOLDER "/docs/json.md"));
     ASSERT_EQ(examples.size(), 5U);
     for (const Shown& each : examples) {
-        const std::string program = INSPECT_PROGRAM;
-        const Finished finished =
-            runProgram("/bin/sh", {"-c", "cd " PROJECT_FOLDER " && " + program + ' ' + each.command});
+        std::string command = "cd " PROJECT_FOLDER " &&";
+        for (const std::string& word : commandOf(INSPECT_PROGRAM)) {
+            command += ' ' + word;
+        }
+        const Finished finished = runProgram("/bin/sh", {"-c", command + ' ' + each.command});
         EXPECT_EQ(finished.output, each.output) << each.command;
     }
 }

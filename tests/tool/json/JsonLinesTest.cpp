@@ -1,16 +1,13 @@
 #include "tool/Process.h"
+#include "tool/Running.h"
 #include "tool/Streams.h"
 #include "tool/json/CarriedSections.h"
 
-#include <array>
-#include <fcntl.h>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-#include <poll.h>
 #include <sstream>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -217,78 +214,16 @@ TEST(JsonLines, HaveWhatChangesFromVersionToVersion) {
     EXPECT_EQ(changes[2]["error"]["name"], "ERROR_INVALID_ITEM");
 }
 
-/// The tool between two pipes that stay open.
-class RunningTool {
-public:
-    RunningTool() {
-        std::array<int, 2> input{};
-        std::array<int, 2> output{};
-        EXPECT_EQ(pipe2(input.data(), O_CLOEXEC), 0);
-        EXPECT_EQ(pipe2(output.data(), O_CLOEXEC), 0);
-        m_child = fork();
-        if (m_child == 0) {
-            dup2(input[0], STDIN_FILENO);
-            dup2(output[1], STDOUT_FILENO);
-            execl(INSPECT_PROGRAM, INSPECT_PROGRAM, "--json", "-", nullptr);
-            _exit(127);
-        }
-        close(input[0]);
-        close(output[1]);
-        m_input = input[1];
-        m_output = output[0];
-    }
-
-    ~RunningTool() {
-        close(m_output);
-        if (m_child != 0) {
-            finish();
-        }
-    }
-
-    RunningTool(const RunningTool&) = delete;
-    RunningTool& operator=(const RunningTool&) = delete;
-
-    void feed(const ByteVector& bytes) const {
-        EXPECT_EQ(write(m_input, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
-    }
-
-    /// What it wrote up to the end of a line; it has ten seconds for it.
-    std::string readLine() const {
-        constexpr int PATIENCE = 10000;
-        std::string line;
-        pollfd ready{m_output, POLLIN, 0};
-        char each = 0;
-        while (poll(&ready, 1, PATIENCE) == 1 && read(m_output, &each, 1) == 1 && each != '\n') {
-            line += each;
-        }
-        return each == '\n' ? line : line + " (not a whole line)";
-    }
-
-    /// Ends its input. @return its exit status
-    int finish() {
-        close(m_input);
-        int status = 0;
-        waitpid(m_child, &status, 0);
-        m_child = 0;
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
-
-private:
-    pid_t m_child = 0;
-    int m_input = -1;
-    int m_output = -1;
-};
-
 TEST(JsonLines, CanBeReadWhileTheInputGoesOn) {
-    RunningTool tool;
+    Running tool({"--json", "-"});
     const ByteVector stream = sampleStream();
-    tool.feed(slice(stream, 0, 20 * PACKET_SIZE));
-    EXPECT_EQ(Json::parse(tool.readLine())["table"], "PAT");
-    EXPECT_EQ(Json::parse(tool.readLine())["table"], "TOT");
-    EXPECT_EQ(Json::parse(tool.readLine())["table"], "PMT");
-    tool.feed(slice(stream, 20 * PACKET_SIZE, 40 * PACKET_SIZE));
-    EXPECT_EQ(Json::parse(tool.readLine())["pid"], 0x1FC8);
-    EXPECT_EQ(tool.finish(), 0);
+    tool.write(slice(stream, 0, 20 * PACKET_SIZE));
+    EXPECT_TRUE(tool.waitFor("\n{\"type\":\"section\",\"input\":\"standard input\",\"pid\":257,"));
+    EXPECT_EQ(Json::parse(tool.output().substr(0, tool.output().find('\n')))["table"], "PAT");
+    tool.write(slice(stream, 20 * PACKET_SIZE, 40 * PACKET_SIZE));
+    EXPECT_TRUE(tool.waitFor("\"pid\":8136,"));
+    tool.endInput();
+    EXPECT_EQ(tool.finish().status, 0);
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 #include "tool/json/Schema.h"
 
+#include "support/FullSections.h"
 #include "tool/Process.h"
 #include "tool/Streams.h"
-#include "support/FullSections.h"
 #include "tool/json/CarriedSections.h"
 #include "tool/json/ExampleSections.h"
 
