@@ -23,9 +23,9 @@ std::vector<Shown> shownIn(const std::string& page) {
     return shown;
 }
 
-TEST(JsonDocument, ShowsWhatTheToolWrites) {
-    const std::vector<Shown> examples = shownIn(readText(PROJECT_FOLDER "/docs/json.md"));
-    ASSERT_EQ(examples.size(), 5U);
+void expectWhatTheToolWrites(const std::string& document, std::size_t count) {
+    const std::vector<Shown> examples = shownIn(readText(PROJECT_FOLDER "/docs/" + document));
+    ASSERT_EQ(examples.size(), count);
     for (const Shown& each : examples) {
         std::string command = "cd " PROJECT_FOLDER " &&";
         for (const std::string& word : commandOf(INSPECT_PROGRAM)) {
@@ -34,6 +34,11 @@ TEST(JsonDocument, ShowsWhatTheToolWrites) {
         const Finished finished = runProgram("/bin/sh", {"-c", command + ' ' + each.command});
         EXPECT_EQ(finished.output, each.output) << each.command;
     }
+}
+
+TEST(Documents, ShowWhatTheToolWrites) {
+    expectWhatTheToolWrites("json.md", 5);
+    expectWhatTheToolWrites("isdbt-inspect.md", 4);
 }
 
 } // namespace
