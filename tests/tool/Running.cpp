@@ -31,10 +31,11 @@ Ends makePipe() {
     return {ends[0], ends[1]};
 }
 
-/// The end of a terminal on which a program reads and writes comes second.
+/// A terminal of 80 columns. The end on which a program reads and writes comes second.
 Ends makeTerminal() {
+    const winsize size{24, 80, 0, 0};
     Ends ends{};
-    if (openpty(&ends.readEnd, &ends.writeEnd, nullptr, nullptr, nullptr) != 0) {
+    if (openpty(&ends.readEnd, &ends.writeEnd, nullptr, nullptr, &size) != 0) {
         throw std::runtime_error("no terminal");
     }
     fcntl(ends.readEnd, F_SETFD, FD_CLOEXEC);

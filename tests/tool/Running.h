@@ -12,7 +12,7 @@ public:
     /// What its standard output and standard error are.
     enum class On {
         Pipes,
-        Terminal, ///< both the same one
+        Terminal, ///< both the same one, of 80 columns
     };
 
     explicit Running(const std::vector<std::string>& arguments, On on = On::Pipes);
