@@ -51,6 +51,7 @@ std::vector<const SectionReport*> KnownSections::missing() const {
         }
     }
     std::vector<const SectionReport*> missing;
+    missing.reserve(byPlace.size());
     for (const auto& [place, report] : byPlace) {
         missing.push_back(report);
     }
