@@ -104,15 +104,18 @@ void DatagramSocket::joinGroup(const StreamAddress& address) const {
     SocketAddress group = address.destination();
     const bool isLong = group.storage.ss_family == AF_INET6;
     const unsigned interface = interfaceFor(address);
+    auto& longGroup = reinterpret_cast<sockaddr_in6&>(group.storage);
     if (isLong) {
-        reinterpret_cast<sockaddr_in6&>(group.storage).sin6_scope_id = interface;
+        longGroup.sin6_scope_id = interface;
     }
     setOption(m_descriptor, SOL_SOCKET, SO_REUSEADDR, 1); // others may listen, too
     bindTo(group);                                        // not to any address: other groups have the same port
-    group_req request{};
-    request.gr_interface = interface;
-    request.gr_group = group.storage;
-    if (!setOption(m_descriptor, isLong ? IPPROTO_IPV6 : IPPROTO_IP, MCAST_JOIN_GROUP, request)) {
+    const bool joined =
+        isLong ? setOption(m_descriptor, IPPROTO_IPV6, IPV6_JOIN_GROUP, ipv6_mreq{longGroup.sin6_addr, interface})
+               : setOption(
+                     m_descriptor, IPPROTO_IP, IP_ADD_MEMBERSHIP,
+                     ip_mreqn{reinterpret_cast<sockaddr_in&>(group.storage).sin_addr, {}, static_cast<int>(interface)});
+    if (!joined) {
         fail("join");
     }
 }

@@ -19,7 +19,7 @@ struct SocketAddress {
 ///
 ///     udp://239.1.1.1:5000              the multicast group, joined on the interface that the system chooses
 ///     udp://239.1.1.1@192.168.1.7:5000  the group, joined on the interface of this host that has the address
-///     udp://[ff15::1%eth1]:5000         an IPv6 group with the name of the interface
+///     udp://[ff12::1%eth1]:5000         an IPv6 group with the name of the interface
 ///     udp://192.168.1.7:5000            what is sent to this address of the host
 ///     udp://:5000                       what is sent to any IPv4 address of the host, to udp://[::]:5000 to any
 ///
