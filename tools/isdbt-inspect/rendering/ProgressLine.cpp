@@ -17,8 +17,8 @@ constexpr auto PATIENCE = 500ms;
 constexpr auto INTERVAL = 200ms;
 
 /// "0:07", "1:02:03"
-std::string durationText(long seconds) {
-    const long minutes = seconds / 60;
+std::string durationText(long long seconds) {
+    const long long minutes = seconds / 60;
     return minutes < 60 ? fmt::format("{}:{:02}", minutes, seconds % 60)
                         : fmt::format("{}:{:02}:{:02}", minutes / 60, minutes % 60, seconds % 60);
 }
@@ -27,10 +27,10 @@ std::string durationText(long seconds) {
 
 std::string progressText(std::uint64_t done, std::uint64_t total, double seconds) {
     done = std::min(done, total); // a file may grow while it is read
-    const double part = total == 0 ? 1 : static_cast<double>(done) / static_cast<double>(total);
+    const std::uint64_t part = total == 0 ? 100 : done * 100 / total;
     const double left = done == 0 ? 0 : seconds * static_cast<double>(total - done) / static_cast<double>(done);
-    return fmt::format("{} %  {:.1f} MB/s  {} left", static_cast<int>(part * 100),
-                       static_cast<double>(done) / 1e6 / seconds, durationText(std::lround(left)));
+    return fmt::format("{} %  {:.1f} MB/s  {} left", part, static_cast<double>(done) / 1e6 / seconds,
+                       durationText(std::llround(left)));
 }
 
 ProgressLine::ProgressLine(int descriptor) : m_descriptor(descriptor), m_isTerminal(isatty(descriptor) == 1) {}
