@@ -38,8 +38,11 @@ public:
             address.sin_family = AF_INET;
             inet_pton(AF_INET, host.c_str(), &address.sin_addr);
             m_size = sizeof address;
-            in_addr loopback{htonl(INADDR_LOOPBACK)};
-            setsockopt(m_socket, IPPROTO_IP, IP_MULTICAST_IF, &loopback, sizeof loopback);
+            // What comes from the loopback's address stays on it, groups included.
+            sockaddr_in loopback{};
+            loopback.sin_family = AF_INET;
+            loopback.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+            bind(m_socket, reinterpret_cast<const sockaddr*>(&loopback), sizeof loopback);
         }
         findFreePort(family);
     }
