@@ -3,7 +3,7 @@ if(PROJECT_IS_TOP_LEVEL AND NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYP
   set(CMAKE_BUILD_TYPE MinSizeRel CACHE STRING "Build type" FORCE)
 endif()
 
-# Every target of the project links quor_build_options: language level, warnings, sanitizers.
+# Every target of the project links quor_build_options: language level and warnings.
 add_library(quor_build_options INTERFACE)
 target_compile_features(quor_build_options INTERFACE cxx_std_17)
 target_compile_options(quor_build_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
@@ -14,16 +14,11 @@ if(QUOR_ISDBT_SANITIZE)
 elseif(QUOR_ISDBT_SANITIZE_THREADS)
   set(sanitizers -fsanitize=thread -fno-sanitize-recover=all)
 endif()
-if(sanitizers)
-  target_compile_options(quor_build_options INTERFACE ${sanitizers})
-  target_link_options(quor_build_options INTERFACE ${sanitizers})
-endif()
-
 if(QUOR_ISDBT_BUILD_FUZZERS)
-  # Everything reports what it covers.
-  target_compile_options(quor_build_options INTERFACE -fsanitize=fuzzer-no-link)
-  target_link_options(quor_build_options INTERFACE -fsanitize=fuzzer-no-link)
+  list(APPEND sanitizers -fsanitize=fuzzer-no-link) # everything reports what it covers
 endif()
+add_compile_options(${sanitizers})
+add_link_options(${sanitizers})
 
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
