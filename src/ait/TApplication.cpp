@@ -94,8 +94,10 @@ TApplication* TApplication::parse(QUOR_U8* sectionData, QUOR_U32 dataLength, int
 
 TApplication* TApplication::parseWithin(detail::Bytes bytes, QUOR_U32 dataLength, QUOR_U32* itemLength,
                                         QUOR_U16* errorCode) {
+    // A count that has wrapped promises more bytes than there are; who reads the data must not follow it.
+    const QUOR_U32 measured = std::min(dataLength, bytes.size());
     return detail::decodeInto(
-        std::make_unique<TApplication>(bytes.data(), dataLength), itemLength, errorCode,
+        std::make_unique<TApplication>(bytes.data(), measured), itemLength, errorCode,
         [=](TApplication& application) { return application.decode(bytes, dataLength, errorCode); });
 }
 
