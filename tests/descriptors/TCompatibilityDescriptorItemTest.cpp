@@ -1,7 +1,8 @@
 #include "descriptors/TCompatibilityDescriptorItem.h"
 
 #include "support/DirtyMemory.h"
-#include "support/OwnedList.h"
+#include "support/Lifetime.h"
+#include "support/Parse.h"
 #include "support/ParserLines.h"
 
 #include <gtest/gtest.h>
@@ -27,13 +28,6 @@ QUOR_U16 version(const std::string& bytes) {
 QUOR_U32 specifierData(const std::string& bytes) {
     return parseBytes<TCompatibilityDescriptorItem>(hex("01 09 01" + bytes + "0000 0000 00"))->getSpecifierData();
 }
-
-const OwnedList<TCompatibilityDescriptorItem, TCompatibilityDescriptorSubItem> SUB_ITEMS = {
-    [] { return std::make_unique<TCompatibilityDescriptorItem>(); },
-    &TCompatibilityDescriptorItem::getCompatibilityDescriptorSubItemSize,
-    &TCompatibilityDescriptorItem::getCompatibilityDescriptorSubItem,
-    &TCompatibilityDescriptorItem::addCompatibilityDescriptorSubItem,
-    &TCompatibilityDescriptorItem::removeCompatibilityDescriptorSubItem};
 
 } // namespace
 
@@ -215,30 +209,6 @@ TEST(TCompatibilityDescriptorItem, LogsAtLevelFourUnderTheTagOfTheParsers) {
         EXPECT_EQ(line.level, 4);
         EXPECT_EQ(line.tag, "ISDBTUtils");
     }
-}
-
-TEST(TCompatibilityDescriptorItem, AddAppends) {
-    expectAddAppends(SUB_ITEMS);
-}
-
-TEST(TCompatibilityDescriptorItem, RemoveDeletesOneItem) {
-    expectRemoveDeletesOneItem(SUB_ITEMS);
-}
-
-TEST(TCompatibilityDescriptorItem, NothingIsPastTheEnd) {
-    expectNothingPastTheEnd(SUB_ITEMS);
-}
-
-TEST(TCompatibilityDescriptorItem, NullTakesAPlaceThatIsNoItem) {
-    expectNullTakesAPlaceThatIsNoItem(SUB_ITEMS);
-}
-
-TEST(TCompatibilityDescriptorItem, PositionsReachTo255) {
-    expectPositionsReachTo255(SUB_ITEMS);
-}
-
-TEST(TCompatibilityDescriptorItem, DestructorDeletesWhatIsLeft) {
-    expectDestructorDeletesWhatIsLeft(SUB_ITEMS);
 }
 
 TEST(TCompatibilityDescriptorItem, SubItemsParsedAreRemovedAndAddedTo) {

@@ -1,7 +1,8 @@
 #include "descriptors/TCompatibilityDescriptor.h"
 
 #include "support/DirtyMemory.h"
-#include "support/OwnedList.h"
+#include "support/Lifetime.h"
+#include "support/Parse.h"
 #include "support/ParserLines.h"
 
 #include <gtest/gtest.h>
@@ -21,13 +22,6 @@ std::string itemLength(unsigned left) {
     return "ISDBTUtils: TCompatibilityDescriptorItem::parse: Item length not valid: " + std::to_string(left) +
            ". Aborting!";
 }
-
-const OwnedList<TCompatibilityDescriptor, TCompatibilityDescriptorItem> ITEMS = {
-    [] { return std::make_unique<TCompatibilityDescriptor>(); },
-    &TCompatibilityDescriptor::getCompatibilityDescriptorItemSize,
-    &TCompatibilityDescriptor::getCompatibilityDescriptorItem,
-    &TCompatibilityDescriptor::addCompatibilityDescriptorItem,
-    &TCompatibilityDescriptor::removeCompatibilityDescriptorItem};
 
 } // namespace
 
@@ -175,30 +169,6 @@ TEST(TCompatibilityDescriptor, LogsAtLevelFourUnderTheTagOfTheParsers) {
         EXPECT_EQ(line.level, 4);
         EXPECT_EQ(line.tag, "ISDBTUtils");
     }
-}
-
-TEST(TCompatibilityDescriptor, AddAppends) {
-    expectAddAppends(ITEMS);
-}
-
-TEST(TCompatibilityDescriptor, RemoveDeletesOneItem) {
-    expectRemoveDeletesOneItem(ITEMS);
-}
-
-TEST(TCompatibilityDescriptor, NothingIsPastTheEnd) {
-    expectNothingPastTheEnd(ITEMS);
-}
-
-TEST(TCompatibilityDescriptor, NullTakesAPlaceThatIsNoItem) {
-    expectNullTakesAPlaceThatIsNoItem(ITEMS);
-}
-
-TEST(TCompatibilityDescriptor, PositionsReachTo255) {
-    expectPositionsReachTo255(ITEMS);
-}
-
-TEST(TCompatibilityDescriptor, DestructorDeletesWhatIsLeft) {
-    expectDestructorDeletesWhatIsLeft(ITEMS);
 }
 
 TEST(TCompatibilityDescriptor, HasNoBaseButAVirtualDestructor) {

@@ -2,19 +2,15 @@
 
 #include "support/DirtyMemory.h"
 #include "support/Fields.h"
-#include "support/Lifetime.h"
 #include "support/Outcome.h"
 
 #include <gtest/gtest.h>
 
 using Quor::TDigitalCopyControlDescriptor;
 using Quor::TDigitalCopyControlDescriptorItem;
-using Quor::TISDBTDescriptor;
 using Quor::TISDBTTable;
 
 namespace {
-
-using CountedItem = Counted<TDigitalCopyControlDescriptorItem>;
 
 const std::string INVALID_ITEM = "ISDBTUtils: TDigitalCopyControlDescriptor::parse: Invalid item. Aborting!";
 
@@ -26,12 +22,6 @@ std::string longerLengthRequired(const std::string& lengths) {
 ByteVector copyControl(const ByteVector& body) {
     return descriptor(0xC1, body);
 }
-
-/// A descriptor without items, to put some into.
-struct Empty {
-    ByteVector bytes = hex("C1 01  00");
-    TDigitalCopyControlDescriptor descriptor{bytes.data(), 3};
-};
 
 } // namespace
 
@@ -226,17 +216,6 @@ TEST(TDigitalCopyControlDescriptor, ManyComponents) {
     EXPECT_EQ(parsed->get(252)->getDigitalRecordingControlData(), 2);
 }
 
-TEST(TDigitalCopyControlDescriptor, ItemsAreAppended) {
-    Empty empty;
-    auto* const first = new TDigitalCopyControlDescriptorItem;
-    auto* const second = new TDigitalCopyControlDescriptorItem;
-    empty.descriptor.add(first);
-    empty.descriptor.add(second);
-    EXPECT_EQ(empty.descriptor.size(), 2U);
-    EXPECT_EQ(empty.descriptor.get(0), first);
-    EXPECT_EQ(empty.descriptor.get(1), second);
-}
-
 TEST(TDigitalCopyControlDescriptor, ItemsAreAppendedBehindThoseOfTheWire) {
     const auto parsed = parseBytes<TDigitalCopyControlDescriptor>(hex("C1 03  10 01  C0"));
     auto* const item = new TDigitalCopyControlDescriptorItem;
@@ -244,72 +223,4 @@ TEST(TDigitalCopyControlDescriptor, ItemsAreAppendedBehindThoseOfTheWire) {
     EXPECT_EQ(parsed->size(), 2U);
     EXPECT_EQ(parsed->get(0)->getDigitalRecordingControlData(), 3);
     EXPECT_EQ(parsed->get(1), item);
-}
-
-TEST(TDigitalCopyControlDescriptor, RemovingDestroysOneItem) {
-    int first = 0;
-    int second = 0;
-    int third = 0;
-    {
-        Empty empty;
-        auto* const last = new CountedItem(third);
-        empty.descriptor.add(new CountedItem(first));
-        empty.descriptor.add(new CountedItem(second));
-        empty.descriptor.add(last);
-        EXPECT_TRUE(empty.descriptor.remove(1));
-        EXPECT_EQ(first, 0);
-        EXPECT_EQ(second, 1);
-        EXPECT_EQ(third, 0);
-        EXPECT_EQ(empty.descriptor.size(), 2U);
-        EXPECT_EQ(empty.descriptor.get(1), last);
-        EXPECT_TRUE(empty.descriptor.remove(0));
-        EXPECT_EQ(first, 1);
-        EXPECT_EQ(empty.descriptor.get(0), last);
-    }
-    EXPECT_EQ(first, 1);
-    EXPECT_EQ(second, 1);
-    EXPECT_EQ(third, 1);
-}
-
-TEST(TDigitalCopyControlDescriptor, DestroysItsItems) {
-    int destroyed = 0;
-    ByteVector bytes = hex("C1 01  00");
-    std::unique_ptr<TISDBTDescriptor> descriptor;
-    {
-        auto control = std::make_unique<TDigitalCopyControlDescriptor>(bytes.data(), 3);
-        control->add(new CountedItem(destroyed));
-        control->add(new CountedItem(destroyed));
-        descriptor = std::move(control);
-    }
-    EXPECT_EQ(destroyed, 0);
-    descriptor.reset();
-    EXPECT_EQ(destroyed, 2);
-}
-
-TEST(TDigitalCopyControlDescriptor, PositionsPastTheEndHoldNothing) {
-    Empty empty;
-    EXPECT_EQ(empty.descriptor.get(0), nullptr);
-    EXPECT_FALSE(empty.descriptor.remove(0));
-    empty.descriptor.add(new TDigitalCopyControlDescriptorItem);
-    EXPECT_EQ(empty.descriptor.get(1), nullptr);
-    EXPECT_EQ(empty.descriptor.get(256), nullptr);
-    EXPECT_EQ(empty.descriptor.get(0xFFFFFFFF), nullptr);
-    EXPECT_FALSE(empty.descriptor.remove(1));
-    EXPECT_FALSE(empty.descriptor.remove(256));
-    EXPECT_FALSE(empty.descriptor.remove(0xFFFFFFFF));
-    EXPECT_EQ(empty.descriptor.size(), 1U);
-}
-
-TEST(TDigitalCopyControlDescriptor, ANullItemTakesAPlaceThatCannotBeRemoved) {
-    Empty empty;
-    auto* const item = new TDigitalCopyControlDescriptorItem;
-    empty.descriptor.add(nullptr);
-    empty.descriptor.add(item);
-    EXPECT_EQ(empty.descriptor.size(), 2U);
-    EXPECT_EQ(empty.descriptor.get(0), nullptr);
-    EXPECT_EQ(empty.descriptor.get(1), item);
-    EXPECT_FALSE(empty.descriptor.remove(0));
-    EXPECT_EQ(empty.descriptor.size(), 2U);
-    EXPECT_TRUE(empty.descriptor.remove(1));
-    EXPECT_EQ(empty.descriptor.size(), 1U);
 }

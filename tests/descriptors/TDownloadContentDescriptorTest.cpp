@@ -1,8 +1,8 @@
 #include "descriptors/TDownloadContentDescriptor.h"
 
 #include "support/DirtyMemory.h"
+#include "support/Lifetime.h"
 #include "support/Outcome.h"
-#include "support/OwnedList.h"
 #include "support/ParserLines.h"
 #include "support/Survival.h"
 
@@ -71,16 +71,6 @@ const ByteVector FULL = descriptor(0xC9, join({hex("78 00000102 DEADBEEF 0000009
                                                    "03 987654"
                                                    "666F6F 08"),
                                                text("the text")}));
-
-const OwnedList<TDownloadContentDescriptor, TDownloadContentDescriptorItem> ITEMS = {
-    [] {
-        static QUOR_U8 nothing = 0;
-        return std::make_unique<TDownloadContentDescriptor>(&nothing, 0);
-    },
-    &TDownloadContentDescriptor::getDownloadContentDescriptorItemSize,
-    &TDownloadContentDescriptor::getDownloadContentDescriptorItem,
-    &TDownloadContentDescriptor::addDownloadContentDescriptorItem,
-    &TDownloadContentDescriptor::removeDownloadContentDescriptorItem};
 
 } // namespace
 
@@ -659,30 +649,6 @@ TEST(TDownloadContentDescriptor, LogsAtLevelFourUnderTwoTags) {
 }
 
 // The list of modules in the caller's hands.
-
-TEST(TDownloadContentDescriptor, AddAppends) {
-    expectAddAppends(ITEMS);
-}
-
-TEST(TDownloadContentDescriptor, RemoveDeletesOneItem) {
-    expectRemoveDeletesOneItem(ITEMS);
-}
-
-TEST(TDownloadContentDescriptor, NothingIsPastTheEnd) {
-    expectNothingPastTheEnd(ITEMS);
-}
-
-TEST(TDownloadContentDescriptor, NullTakesAPlaceThatIsNoItem) {
-    expectNullTakesAPlaceThatIsNoItem(ITEMS);
-}
-
-TEST(TDownloadContentDescriptor, PositionsReachTo255) {
-    expectPositionsReachTo255(ITEMS);
-}
-
-TEST(TDownloadContentDescriptor, DestructorDeletesWhatIsLeft) {
-    expectDestructorDeletesWhatIsLeft(ITEMS);
-}
 
 TEST(TDownloadContentDescriptor, IsDestroyedThroughItsBase) {
     int deleted = 0;

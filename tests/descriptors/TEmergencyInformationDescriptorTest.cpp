@@ -1,7 +1,6 @@
 #include "descriptors/TEmergencyInformationDescriptor.h"
 
 #include "support/DirtyMemory.h"
-#include "support/Lifetime.h"
 #include "support/Outcome.h"
 
 #include <gtest/gtest.h>
@@ -84,59 +83,4 @@ TEST(TEmergencyInformationDescriptor, ItemsRunToTheEndOfTheGivenBytes) {
     EXPECT_EQ(emergency->size(), 2U);
     expectFailure<TEmergencyInformationDescriptor>(hex("FC 06  5C20 80 02 1230  5C"),
                                                    TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH, invalidItem(1));
-}
-
-TEST(TEmergencyInformationDescriptor, AddAppends) {
-    QUOR_U8 bytes[] = {0xFC, 0x00};
-    TEmergencyInformationDescriptor emergency(bytes, sizeof bytes);
-    auto* const first = new TEmergencyInformationDescriptorItem;
-    auto* const second = new TEmergencyInformationDescriptorItem;
-    emergency.add(first);
-    emergency.add(second);
-    EXPECT_EQ(emergency.size(), 2U);
-    EXPECT_EQ(emergency.get(0), first);
-    EXPECT_EQ(emergency.get(1), second);
-}
-
-TEST(TEmergencyInformationDescriptor, NullTakesAPlace) {
-    QUOR_U8 bytes[] = {0xFC, 0x00};
-    TEmergencyInformationDescriptor emergency(bytes, sizeof bytes);
-    emergency.add(nullptr);
-    auto* const second = new TEmergencyInformationDescriptorItem;
-    emergency.add(second);
-    EXPECT_EQ(emergency.size(), 2U);
-    EXPECT_EQ(emergency.get(0), nullptr);
-    EXPECT_EQ(emergency.get(1), second);
-}
-
-TEST(TEmergencyInformationDescriptor, RemoveUnlinksAndDeletes) {
-    int destroyed = 0;
-    QUOR_U8 bytes[] = {0xFC, 0x00};
-    TEmergencyInformationDescriptor emergency(bytes, sizeof bytes);
-    auto* const first = new TEmergencyInformationDescriptorItem;
-    auto* const third = new TEmergencyInformationDescriptorItem;
-    emergency.add(first);
-    emergency.add(new Counted<TEmergencyInformationDescriptorItem>(destroyed));
-    emergency.add(third);
-    EXPECT_FALSE(emergency.remove(3));
-    EXPECT_EQ(emergency.size(), 3U);
-    EXPECT_TRUE(emergency.remove(1));
-    EXPECT_EQ(destroyed, 1);
-    EXPECT_EQ(emergency.size(), 2U);
-    EXPECT_EQ(emergency.get(0), first);
-    EXPECT_EQ(emergency.get(1), third);
-    EXPECT_FALSE(emergency.remove(2));
-    EXPECT_FALSE(emergency.remove(255));
-    EXPECT_EQ(emergency.size(), 2U);
-}
-
-TEST(TEmergencyInformationDescriptor, DeletesItsItems) {
-    int destroyed = 0;
-    {
-        QUOR_U8 bytes[] = {0xFC, 0x00};
-        TEmergencyInformationDescriptor emergency(bytes, sizeof bytes);
-        emergency.add(new Counted<TEmergencyInformationDescriptorItem>(destroyed));
-        emergency.add(new Counted<TEmergencyInformationDescriptorItem>(destroyed));
-    }
-    EXPECT_EQ(destroyed, 2);
 }

@@ -1,7 +1,6 @@
 #include "descriptors/TMosaicDescriptor.h"
 
 #include "support/DirtyMemory.h"
-#include "support/Lifetime.h"
 #include "support/Outcome.h"
 
 #include <gtest/gtest.h>
@@ -131,46 +130,4 @@ TEST(TMosaicDescriptor, BrokenBytesBehindTheCountDoNoHarm) {
 TEST(TMosaicDescriptor, CellsRunToTheEndOfTheGivenBytes) {
     const auto mosaic = expectDescriptor<TMosaicDescriptor>(join({hex("51 01 11"), cells(3)}), 19);
     EXPECT_EQ(mosaic->size(), 3U);
-}
-
-TEST(TMosaicDescriptor, AddAppends) {
-    QUOR_U8 bytes[] = {0x51, 0x00};
-    TMosaicDescriptor mosaic(bytes, sizeof bytes);
-    auto* const first = new TMosaicDescriptorCell;
-    auto* const third = new TMosaicDescriptorCell;
-    mosaic.addCell(first);
-    mosaic.addCell(nullptr);
-    mosaic.addCell(third);
-    EXPECT_EQ(mosaic.size(), 3U);
-    EXPECT_EQ(mosaic.getCell(0), first);
-    EXPECT_EQ(mosaic.getCell(1), nullptr);
-    EXPECT_EQ(mosaic.getCell(2), third);
-}
-
-TEST(TMosaicDescriptor, RemoveUnlinksAndDeletes) {
-    int destroyed = 0;
-    QUOR_U8 bytes[] = {0x51, 0x00};
-    TMosaicDescriptor mosaic(bytes, sizeof bytes);
-    auto* const second = new TMosaicDescriptorCell;
-    mosaic.addCell(new Counted<TMosaicDescriptorCell>(destroyed));
-    mosaic.addCell(second);
-    EXPECT_FALSE(mosaic.removeCell(2));
-    EXPECT_FALSE(mosaic.removeCell(0xFFFFFFFF));
-    EXPECT_EQ(mosaic.size(), 2U);
-    EXPECT_TRUE(mosaic.removeCell(0));
-    EXPECT_EQ(destroyed, 1);
-    EXPECT_EQ(mosaic.size(), 1U);
-    EXPECT_EQ(mosaic.getCell(0), second);
-    EXPECT_FALSE(mosaic.removeCell(1));
-}
-
-TEST(TMosaicDescriptor, DeletesItsCells) {
-    int destroyed = 0;
-    {
-        QUOR_U8 bytes[] = {0x51, 0x00};
-        TMosaicDescriptor mosaic(bytes, sizeof bytes);
-        mosaic.addCell(new Counted<TMosaicDescriptorCell>(destroyed));
-        mosaic.addCell(new Counted<TMosaicDescriptorCell>(destroyed));
-    }
-    EXPECT_EQ(destroyed, 2);
 }

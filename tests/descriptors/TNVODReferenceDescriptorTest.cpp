@@ -1,7 +1,6 @@
 #include "descriptors/TNVODReferenceDescriptor.h"
 
 #include "support/DirtyMemory.h"
-#include "support/Lifetime.h"
 #include "support/Outcome.h"
 
 #include <gtest/gtest.h>
@@ -51,46 +50,4 @@ TEST(TNVODReferenceDescriptor, ItemsRunToTheEndOfTheGivenBytes) {
     EXPECT_EQ(references->size(), 2U);
     expectFailure<TNVODReferenceDescriptor>(hex("4B 06  0001 0002 0003  00"),
                                             TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH, invalidItem(1));
-}
-
-TEST(TNVODReferenceDescriptor, AddAppends) {
-    QUOR_U8 bytes[] = {0x4B, 0x00};
-    TNVODReferenceDescriptor references(bytes, sizeof bytes);
-    auto* const first = new TNVODReferenceDescriptorItem;
-    auto* const third = new TNVODReferenceDescriptorItem;
-    references.add(first);
-    references.add(nullptr);
-    references.add(third);
-    EXPECT_EQ(references.size(), 3U);
-    EXPECT_EQ(references.get(0), first);
-    EXPECT_EQ(references.get(1), nullptr);
-    EXPECT_EQ(references.get(2), third);
-}
-
-TEST(TNVODReferenceDescriptor, RemoveUnlinksAndDeletes) {
-    int destroyed = 0;
-    QUOR_U8 bytes[] = {0x4B, 0x00};
-    TNVODReferenceDescriptor references(bytes, sizeof bytes);
-    auto* const first = new TNVODReferenceDescriptorItem;
-    references.add(first);
-    references.add(new Counted<TNVODReferenceDescriptorItem>(destroyed));
-    EXPECT_FALSE(references.remove(2));
-    EXPECT_FALSE(references.remove(255));
-    EXPECT_EQ(references.size(), 2U);
-    EXPECT_TRUE(references.remove(1));
-    EXPECT_EQ(destroyed, 1);
-    EXPECT_EQ(references.size(), 1U);
-    EXPECT_EQ(references.get(0), first);
-    EXPECT_FALSE(references.remove(1));
-}
-
-TEST(TNVODReferenceDescriptor, DeletesItsItems) {
-    int destroyed = 0;
-    {
-        QUOR_U8 bytes[] = {0x4B, 0x00};
-        TNVODReferenceDescriptor references(bytes, sizeof bytes);
-        references.add(new Counted<TNVODReferenceDescriptorItem>(destroyed));
-        references.add(new Counted<TNVODReferenceDescriptorItem>(destroyed));
-    }
-    EXPECT_EQ(destroyed, 2);
 }

@@ -2,19 +2,15 @@
 
 #include "support/DirtyMemory.h"
 #include "support/Fields.h"
-#include "support/Lifetime.h"
 #include "support/Outcome.h"
 
 #include <gtest/gtest.h>
 
-using Quor::TISDBTDescriptor;
 using Quor::TISDBTTable;
 using Quor::TParentalRatingDescriptor;
 using Quor::TParentalRatingDescriptorItem;
 
 namespace {
-
-using CountedItem = Counted<TParentalRatingDescriptorItem>;
 
 Lines invalidItem(const std::string& left) {
     return {"ISDBTUtils: TParentalRatingDescriptorItem::parse: Descriptor length not valid: " + left + ". Aborting!",
@@ -24,12 +20,6 @@ Lines invalidItem(const std::string& left) {
 ByteVector rating(const std::string& country, QUOR_U8 value) {
     return join({text(country), {value}});
 }
-
-/// A descriptor without items, to put some into.
-struct Empty {
-    ByteVector bytes = hex("55 00");
-    TParentalRatingDescriptor descriptor{bytes.data(), 2};
-};
 
 } // namespace
 
@@ -119,17 +109,6 @@ TEST(TParentalRatingDescriptor, MoreItemsThanPositions) {
     EXPECT_EQ(parsed->get(255)->getRating(), 255);
 }
 
-TEST(TParentalRatingDescriptor, ItemsAreAppended) {
-    Empty empty;
-    auto* const first = new TParentalRatingDescriptorItem;
-    auto* const second = new TParentalRatingDescriptorItem;
-    empty.descriptor.add(first);
-    empty.descriptor.add(second);
-    EXPECT_EQ(empty.descriptor.size(), 2U);
-    EXPECT_EQ(empty.descriptor.get(0), first);
-    EXPECT_EQ(empty.descriptor.get(1), second);
-}
-
 TEST(TParentalRatingDescriptor, ItemsAreAppendedBehindThoseOfTheWire) {
     const auto parsed = parseBytes<TParentalRatingDescriptor>(descriptor(0x55, rating("BRA", 5)));
     auto* const item = new TParentalRatingDescriptorItem;
@@ -137,70 +116,4 @@ TEST(TParentalRatingDescriptor, ItemsAreAppendedBehindThoseOfTheWire) {
     EXPECT_EQ(parsed->size(), 2U);
     EXPECT_EQ(parsed->get(0)->getRating(), 5);
     EXPECT_EQ(parsed->get(1), item);
-}
-
-TEST(TParentalRatingDescriptor, RemovingDestroysOneItem) {
-    int first = 0;
-    int second = 0;
-    int third = 0;
-    {
-        Empty empty;
-        auto* const last = new CountedItem(third);
-        empty.descriptor.add(new CountedItem(first));
-        empty.descriptor.add(new CountedItem(second));
-        empty.descriptor.add(last);
-        EXPECT_TRUE(empty.descriptor.remove(1));
-        EXPECT_EQ(first, 0);
-        EXPECT_EQ(second, 1);
-        EXPECT_EQ(third, 0);
-        EXPECT_EQ(empty.descriptor.size(), 2U);
-        EXPECT_EQ(empty.descriptor.get(1), last);
-        EXPECT_TRUE(empty.descriptor.remove(0));
-        EXPECT_EQ(first, 1);
-        EXPECT_EQ(empty.descriptor.get(0), last);
-    }
-    EXPECT_EQ(first, 1);
-    EXPECT_EQ(second, 1);
-    EXPECT_EQ(third, 1);
-}
-
-TEST(TParentalRatingDescriptor, DestroysItsItems) {
-    int destroyed = 0;
-    ByteVector bytes = hex("55 00");
-    std::unique_ptr<TISDBTDescriptor> descriptor;
-    {
-        auto ratings = std::make_unique<TParentalRatingDescriptor>(bytes.data(), 2);
-        ratings->add(new CountedItem(destroyed));
-        ratings->add(new CountedItem(destroyed));
-        descriptor = std::move(ratings);
-    }
-    EXPECT_EQ(destroyed, 0);
-    descriptor.reset();
-    EXPECT_EQ(destroyed, 2);
-}
-
-TEST(TParentalRatingDescriptor, PositionsPastTheEndHoldNothing) {
-    Empty empty;
-    EXPECT_EQ(empty.descriptor.get(0), nullptr);
-    EXPECT_FALSE(empty.descriptor.remove(0));
-    empty.descriptor.add(new TParentalRatingDescriptorItem);
-    EXPECT_EQ(empty.descriptor.get(1), nullptr);
-    EXPECT_EQ(empty.descriptor.get(255), nullptr);
-    EXPECT_FALSE(empty.descriptor.remove(1));
-    EXPECT_FALSE(empty.descriptor.remove(255));
-    EXPECT_EQ(empty.descriptor.size(), 1U);
-}
-
-TEST(TParentalRatingDescriptor, ANullItemTakesAPlaceThatCannotBeRemoved) {
-    Empty empty;
-    auto* const item = new TParentalRatingDescriptorItem;
-    empty.descriptor.add(nullptr);
-    empty.descriptor.add(item);
-    EXPECT_EQ(empty.descriptor.size(), 2U);
-    EXPECT_EQ(empty.descriptor.get(0), nullptr);
-    EXPECT_EQ(empty.descriptor.get(1), item);
-    EXPECT_FALSE(empty.descriptor.remove(0));
-    EXPECT_EQ(empty.descriptor.size(), 2U);
-    EXPECT_TRUE(empty.descriptor.remove(1));
-    EXPECT_EQ(empty.descriptor.size(), 1U);
 }

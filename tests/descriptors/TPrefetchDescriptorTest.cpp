@@ -115,30 +115,6 @@ TEST(TPrefetchDescriptor, BehindTheLongestLabelTheItemsGoOnAfterOneByte) {
     EXPECT_EQ(parsed->get(2)->getPriority(), 0x0B);
 }
 
-TEST(TPrefetchDescriptor, AddedItemsBelongToIt) {
-    int deletedWithTheDescriptor = 0;
-    int deletedOnRemoval = 0;
-    {
-        TPrefetchDescriptor descriptor(nullptr, 0);
-        auto* const last = new Counted<Item>(deletedWithTheDescriptor);
-        descriptor.add(new Counted<Item>(deletedWithTheDescriptor));
-        descriptor.add(new Counted<Item>(deletedOnRemoval));
-        descriptor.add(last);
-        EXPECT_EQ(descriptor.size(), 3U);
-        EXPECT_EQ(descriptor.get(2), last);
-
-        EXPECT_EQ(descriptor.remove(1), 1);
-        EXPECT_EQ(deletedOnRemoval, 1);
-        EXPECT_EQ(descriptor.size(), 2U);
-        EXPECT_EQ(descriptor.get(1), last);
-
-        EXPECT_EQ(descriptor.remove(2), 0);
-        EXPECT_EQ(deletedWithTheDescriptor, 0);
-    }
-    EXPECT_EQ(deletedWithTheDescriptor, 2);
-    EXPECT_EQ(deletedOnRemoval, 1);
-}
-
 TEST(TPrefetchDescriptor, NullTakesAPlaceAsWell) {
     int deleted = 0;
     {

@@ -1,7 +1,6 @@
 #include "descriptors/TTSInformationDescriptor.h"
 
 #include "support/DirtyMemory.h"
-#include "support/Lifetime.h"
 #include "support/Outcome.h"
 
 #include <gtest/gtest.h>
@@ -149,53 +148,4 @@ TEST(TTSInformationDescriptor, ReadsToTheEndOfTheGivenBytes) {
         expectDescriptor<TTSInformationDescriptor>(hex("CD 08  07 0D 474C42  AF 02 5C38 5C20"), 12);
     ASSERT_EQ(information->getTransmissionTypeCount(), 1U);
     EXPECT_EQ(information->getTransmissionType(0)->getServices()[1], 0x5C20);
-}
-
-TEST(TTSInformationDescriptor, AddAppends) {
-    QUOR_U8 bytes[] = {0xCD, 0x00};
-    TTSInformationDescriptor information(bytes, sizeof bytes);
-    auto* const first = new TTSInformationDescriptorItem;
-    auto* const second = new TTSInformationDescriptorItem;
-    information.addTransmissionType(first);
-    information.addTransmissionType(second);
-    EXPECT_EQ(information.getTransmissionTypeCount(), 2U);
-    EXPECT_EQ(information.getTransmissionType(0), first);
-    EXPECT_EQ(information.getTransmissionType(1), second);
-}
-
-TEST(TTSInformationDescriptor, NullTakesAPlace) {
-    QUOR_U8 bytes[] = {0xCD, 0x00};
-    TTSInformationDescriptor information(bytes, sizeof bytes);
-    information.addTransmissionType(nullptr);
-    EXPECT_EQ(information.getTransmissionTypeCount(), 1U);
-    EXPECT_EQ(information.getTransmissionType(0), nullptr);
-}
-
-TEST(TTSInformationDescriptor, RemoveUnlinksAndDeletes) {
-    int destroyed = 0;
-    QUOR_U8 bytes[] = {0xCD, 0x00};
-    TTSInformationDescriptor information(bytes, sizeof bytes);
-    auto* const second = new TTSInformationDescriptorItem;
-    information.addTransmissionType(new Counted<TTSInformationDescriptorItem>(destroyed));
-    information.addTransmissionType(second);
-    EXPECT_FALSE(information.removeTransmissionType(2));
-    EXPECT_EQ(destroyed, 0);
-    EXPECT_TRUE(information.removeTransmissionType(0));
-    EXPECT_EQ(destroyed, 1);
-    EXPECT_EQ(information.getTransmissionTypeCount(), 1U);
-    EXPECT_EQ(information.getTransmissionType(0), second);
-    EXPECT_FALSE(information.removeTransmissionType(1));
-    EXPECT_FALSE(information.removeTransmissionType(255));
-    EXPECT_EQ(information.getTransmissionTypeCount(), 1U);
-}
-
-TEST(TTSInformationDescriptor, DeletesItsTransmissionTypes) {
-    int destroyed = 0;
-    {
-        QUOR_U8 bytes[] = {0xCD, 0x00};
-        TTSInformationDescriptor information(bytes, sizeof bytes);
-        information.addTransmissionType(new Counted<TTSInformationDescriptorItem>(destroyed));
-        information.addTransmissionType(new Counted<TTSInformationDescriptorItem>(destroyed));
-    }
-    EXPECT_EQ(destroyed, 2);
 }

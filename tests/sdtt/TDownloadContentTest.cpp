@@ -3,7 +3,7 @@
 #include "descriptors/TDownloadContentDescriptor.h"
 #include "sdtt/TSDTTTable.h"
 #include "support/DirtyMemory.h"
-#include "support/OwnedList.h"
+#include "support/Lifetime.h"
 #include "support/ParserLines.h"
 #include "support/Survival.h"
 
@@ -56,10 +56,6 @@ ByteVector download(QUOR_U8 componentTag) {
 
 const ByteVector FIRST_SLOT = hex("C079 123456 013000");
 const ByteVector SECOND_SLOT = hex("C07A 000000 235959");
-
-const OwnedList<TDownloadContent, TScheduleInfo> SLOTS = {
-    [] { return std::make_unique<TDownloadContent>(); }, &TDownloadContent::getScheduleInfoSize,
-    &TDownloadContent::getScheduleInfo, &TDownloadContent::addScheduleInfo, &TDownloadContent::removeScheduleInfo};
 
 } // namespace
 
@@ -461,30 +457,6 @@ TEST(TDownloadContent, EveryPrefixAndEveryByteChangeSurvives) {
 }
 
 // The schedule in the caller's hands.
-
-TEST(TDownloadContent, AddAppends) {
-    expectAddAppends(SLOTS);
-}
-
-TEST(TDownloadContent, RemoveDeletesOneItem) {
-    expectRemoveDeletesOneItem(SLOTS);
-}
-
-TEST(TDownloadContent, NothingIsPastTheEnd) {
-    expectNothingPastTheEnd(SLOTS);
-}
-
-TEST(TDownloadContent, NullTakesAPlaceThatIsNoItem) {
-    expectNullTakesAPlaceThatIsNoItem(SLOTS);
-}
-
-TEST(TDownloadContent, PositionsReachTo255) {
-    expectPositionsReachTo255(SLOTS);
-}
-
-TEST(TDownloadContent, DestructorDeletesWhatIsLeft) {
-    expectDestructorDeletesWhatIsLeft(SLOTS);
-}
 
 TEST(TDownloadContent, SlotsParsedAreRemovedAndAddedTo) {
     int deleted = 0;

@@ -3,7 +3,7 @@
 #include "descriptors/TDownloadContentDescriptor.h"
 #include "support/DirtyMemory.h"
 #include "support/Header.h"
-#include "support/OwnedList.h"
+#include "support/Lifetime.h"
 #include "support/ParserLines.h"
 #include "support/Recordings.h"
 #include "support/Survival.h"
@@ -80,10 +80,6 @@ std::unique_ptr<TSDTTTable> emptySdtt() {
     QUOR_U8 nothing = 0;
     return std::make_unique<TSDTTTable>(&nothing, 0);
 }
-
-const OwnedList<TSDTTTable, TDownloadContent> CONTENTS = {
-    emptySdtt, &TSDTTTable::getDownloadContentSize, &TSDTTTable::getDownloadContent, &TSDTTTable::addDownloadContent,
-    &TSDTTTable::removeDownloadContent};
 
 } // namespace
 
@@ -589,38 +585,6 @@ TEST(TSDTTTable, EveryByteChangeSurvives) {
 }
 
 // The contents in the caller's hands.
-
-TEST(TSDTTTable, AddAppends) {
-    expectAddAppends(CONTENTS);
-}
-
-TEST(TSDTTTable, RemoveDeletesOneItem) {
-    expectRemoveDeletesOneItem(CONTENTS);
-}
-
-TEST(TSDTTTable, NothingIsPastTheEnd) {
-    expectNothingPastTheEnd(CONTENTS);
-}
-
-TEST(TSDTTTable, NullTakesAPlaceThatIsNoItem) {
-    expectNullTakesAPlaceThatIsNoItem(CONTENTS);
-}
-
-TEST(TSDTTTable, PositionsReachTo255) {
-    expectPositionsReachTo255(CONTENTS);
-}
-
-TEST(TSDTTTable, DestructorDeletesWhatIsLeft) {
-    expectDestructorDeletesWhatIsLeft(CONTENTS);
-}
-
-TEST(TSDTTTable, IsDestroyedThroughItsBase) {
-    std::array<int, 2> deleted = {};
-    std::unique_ptr<TISDBTTable> base = CONTENTS.filled(deleted);
-    EXPECT_EQ(deleted, (std::array<int, 2>{0, 0}));
-    base.reset();
-    EXPECT_EQ(deleted, (std::array<int, 2>{1, 1}));
-}
 
 TEST(TSDTTTable, ContentsParsedAreRemovedAndAddedTo) {
     int deleted = 0;
