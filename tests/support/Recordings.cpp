@@ -28,10 +28,6 @@ Lines split(const std::string& line, char separator) {
 
 } // namespace
 
-bool haveRecordings() {
-    return std::ifstream(std::string(TEST_DATA "/") + INDEX).good();
-}
-
 Lines recordedLines(const std::string& file) {
     std::ifstream stream = opened(file);
     Lines lines;

@@ -1,18 +1,10 @@
 #pragma once
 
 #include "support/Bytes.h"
+#include "support/RecordedFolder.h"
 
 #include <string>
 #include <vector>
-
-/// The folder of recorded sections, which lies beside the project and need not be there.
-bool haveRecordings();
-
-#define SKIP_WITHOUT_RECORDINGS()                                                                                      \
-    if (!haveRecordings()) {                                                                                           \
-        GTEST_SKIP() << "no recorded sections in " TEST_DATA;                                                          \
-    }                                                                                                                  \
-    static_assert(true, "takes the semicolon")
 
 /// One line of the folder's index.
 struct Recording {

@@ -1,7 +1,7 @@
 #include "Process.h"
 #include "Streams.h"
+#include "support/RecordedFolder.h"
 
-#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -288,11 +288,8 @@ TEST(InspectDiff, SampleFitsInEightyColumns) {
 }
 
 TEST(InspectDiff, RecordedStreamEvents) {
-    const std::string recorded = TEST_DATA "/streams/tsduck-032.1.ts";
-    if (!std::filesystem::exists(recorded)) {
-        GTEST_SKIP() << "no recorded streams";
-    }
-    EXPECT_EQ(inspect({"--view", "diff", "--width", "80", "--pid", "404", recorded}).output,
+    SKIP_WITHOUT_RECORDINGS();
+    EXPECT_EQ(inspect({"--view", "diff", "--width", "80", "--pid", "404", recordedStream("tsduck-032.1.ts")}).output,
               "+ DSM-CC 0x0001  PID 0x0194  version 0  section 0/0  packet 1  new\n"
               "~ DSM-CC 0x0001  PID 0x0194  version 0  section 0/0  packet 2  CHANGED WITHOUT A\n"
               "    NEW VERSION\n"

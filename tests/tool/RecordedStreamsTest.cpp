@@ -1,4 +1,5 @@
 #include "Process.h"
+#include "support/RecordedFolder.h"
 
 #include <filesystem>
 #include <gmock/gmock.h>
@@ -10,24 +11,13 @@ using testing::StartsWith;
 
 namespace {
 
-std::string recorded(const std::string& name) {
-    return TEST_DATA "/streams/" + name;
-}
-
-class InspectRecordedStreams : public testing::Test {
-protected:
-    void SetUp() override {
-        if (!std::filesystem::exists(TEST_DATA "/streams")) {
-            GTEST_SKIP() << "no recorded streams";
-        }
-    }
-};
+class InspectRecordedStreams : public RecordedTest {};
 
 } // namespace
 
 /// The values are those of the independent readings beside the stream.
 TEST_F(InspectRecordedStreams, ItalianMultiplexWithTwentyProgramsAndThreeTimes) {
-    const Finished finished = inspectTables({recorded("tsduck-018.ts")});
+    const Finished finished = inspectTables({recordedStream("tsduck-018.ts")});
     EXPECT_EQ(finished.status, 3); // one of its applications comes over a protocol that is not for these receivers
     EXPECT_EQ(finished.errors, "");
     EXPECT_THAT(finished.output, StartsWith("PAT  PID 0x0000  version 2  section 0/0  current  packet 3\n"
@@ -47,7 +37,7 @@ TEST_F(InspectRecordedStreams, ItalianMultiplexWithTwentyProgramsAndThreeTimes) 
 }
 
 TEST_F(InspectRecordedStreams, ClockOfATestStream) {
-    const Finished finished = inspectTables({recorded("tsduck-182.1.ts")});
+    const Finished finished = inspectTables({recordedStream("tsduck-182.1.ts")});
     EXPECT_EQ(finished.errors, "");
     EXPECT_THAT(finished.output, StartsWith("TOT  PID 0x0014  packet 1\n"
                                             "  unix_time  1903823940 = 2030-04-30T23:59:00Z\n"));
@@ -55,14 +45,14 @@ TEST_F(InspectRecordedStreams, ClockOfATestStream) {
 }
 
 TEST_F(InspectRecordedStreams, SectionsWithWrongLengths) {
-    const Finished finished = inspectTables({recorded("tsduck-120.ts")});
+    const Finished finished = inspectTables({recordedStream("tsduck-120.ts")});
     EXPECT_EQ(finished.status, 3);
     EXPECT_EQ(finished.errors, "");
     EXPECT_THAT(finished.output, HasSubstr("30 packets of 188 bytes, 31 sections on 1 PID: 0 shown"));
 }
 
 TEST_F(InspectRecordedStreams, OneSegMultiplexFromALab) {
-    const Finished finished = inspectTables({recorded("gr-isdbt-tx.ts")});
+    const Finished finished = inspectTables({recordedStream("gr-isdbt-tx.ts")});
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.errors, "");
     EXPECT_THAT(finished.output, HasSubstr("PMT  PID 0x0218  version 23  section 0/0  current  packet 214\n"
@@ -86,7 +76,7 @@ TEST_F(InspectRecordedStreams, OneSegMultiplexFromALab) {
 }
 
 TEST_F(InspectRecordedStreams, ItalianApplications) {
-    const std::string output = inspectTables({recorded("tsduck-018.ts")}).output;
+    const std::string output = inspectTables({recordedStream("tsduck-018.ts")}).output;
     EXPECT_THAT(output, HasSubstr("AIT  PID 0x1EC6  version 0  section 0/0  current  packet 25\n"
                                   "  application_type  0x0001 (1) Ginga-J\n"
                                   "  applications (1)\n"
@@ -108,7 +98,7 @@ TEST_F(InspectRecordedStreams, ItalianApplications) {
 }
 
 TEST_F(InspectRecordedStreams, FrenchApplicationsForOtherReceivers) {
-    const Finished finished = inspectTables({recorded("exoplayer-ait.ts")});
+    const Finished finished = inspectTables({recordedStream("exoplayer-ait.ts")});
     EXPECT_EQ(finished.status, 3);
     EXPECT_THAT(finished.output, HasSubstr("PMT  PID 0x012C  version 22"));
     EXPECT_THAT(finished.output, HasSubstr("AIT  PID 0x0172  version 30  section 0/0  current  packet 47  REJECTED\n"));
@@ -119,7 +109,7 @@ TEST_F(InspectRecordedStreams, FrenchApplicationsForOtherReceivers) {
 }
 
 TEST_F(InspectRecordedStreams, JapaneseSatelliteWithAServiceListOfThreeBytesAnEntry) {
-    const Finished finished = inspectTables({recorded("tsduck-101.ts")});
+    const Finished finished = inspectTables({recordedStream("tsduck-101.ts")});
     EXPECT_EQ(finished.status, 3);
     EXPECT_THAT(finished.output, HasSubstr("PMT  PID 0x0101  version 9  section 0/0  current  packet 131\n"
                                            "  program_number  0x008D (141)\n"
@@ -139,7 +129,7 @@ TEST_F(InspectRecordedStreams, JapaneseSatelliteWithAServiceListOfThreeBytesAnEn
 }
 
 TEST_F(InspectRecordedStreams, JapaneseNetworkOnTwentyThreeFrequencies) {
-    const Finished finished = inspectTables({recorded("tsduck-208.1.ts")});
+    const Finished finished = inspectTables({recordedStream("tsduck-208.1.ts")});
     EXPECT_EQ(finished.status, 0);
     EXPECT_THAT(finished.output, HasSubstr("          area_code          0xAC6 (2758)\n"
                                            "          guard_interval     2 1/8\n"
@@ -154,8 +144,8 @@ TEST_F(InspectRecordedStreams, JapaneseNetworkOnTwentyThreeFrequencies) {
 
 /// They come under a tag that this library keeps for none of its classes.
 TEST_F(InspectRecordedStreams, StreamEventsOfATestService) {
-    EXPECT_THAT(inspectTables({recorded("tsduck-032.1.ts")}).output, HasSubstr("0 sections on 0 PIDs"));
-    const Finished finished = inspectTables({"--pid", "404", recorded("tsduck-032.1.ts")});
+    EXPECT_THAT(inspectTables({recordedStream("tsduck-032.1.ts")}).output, HasSubstr("0 sections on 0 PIDs"));
+    const Finished finished = inspectTables({"--pid", "404", recordedStream("tsduck-032.1.ts")});
     EXPECT_EQ(finished.status, 0);
     EXPECT_THAT(finished.output, StartsWith("DSM-CC  PID 0x0194  version 0  section 0/0  current  packet 1\n"
                                             "  data_event_id       0x0 (0)\n"

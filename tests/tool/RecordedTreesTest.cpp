@@ -1,6 +1,6 @@
 #include "Process.h"
+#include "support/RecordedFolder.h"
 
-#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -10,16 +10,10 @@ using testing::StartsWith;
 
 namespace {
 
-class InspectRecordedTrees : public testing::Test {
+class InspectRecordedTrees : public RecordedTest {
 protected:
-    void SetUp() override {
-        if (!std::filesystem::exists(TEST_DATA "/streams")) {
-            GTEST_SKIP() << "no recorded streams";
-        }
-    }
-
     static std::string shown(const std::string& name, std::vector<std::string> arguments = {}) {
-        arguments.push_back(TEST_DATA "/streams/" + name);
+        arguments.push_back(recordedStream(name));
         const Finished finished = inspect(arguments);
         EXPECT_EQ(finished.errors, "");
         return finished.output;

@@ -1,7 +1,7 @@
 #include "Process.h"
 #include "Streams.h"
+#include "support/RecordedFolder.h"
 
-#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -63,18 +63,7 @@ std::string golden(const std::string& name) {
     return readText(std::string(GOLDEN_FOLDER "/") + name);
 }
 
-std::string recorded(const std::string& name) {
-    return TEST_DATA "/streams/" + name;
-}
-
-class InspectRecordedStatistics : public testing::Test {
-protected:
-    void SetUp() override {
-        if (!std::filesystem::exists(TEST_DATA "/streams")) {
-            GTEST_SKIP() << "no recorded streams";
-        }
-    }
-};
+class InspectRecordedStatistics : public RecordedTest {};
 
 } // namespace
 
@@ -230,7 +219,7 @@ TEST(InspectStatistics, NarrowLinesLeaveOutColumns) {
 /// The clock comes on PID 0x021E, twenty times a second.
 TEST_F(InspectRecordedStatistics, OneSegMultiplexFromALab) {
     const std::string output =
-        squeezed(inspect({"--view", "stats", "--width", "80", recorded("gr-isdbt-tx.ts")}).output);
+        squeezed(inspect({"--view", "stats", "--width", "80", recordedStream("gr-isdbt-tx.ts")}).output);
     EXPECT_THAT(output, HasSubstr("\n0x0000 PAT 19 1 0 0 0 0.102 s 0.103 s 2.18\n"
                                   "0x0011 SDT 4 1 0 0 0 0.408 s 0.409 s 1.16\n"
                                   "0x0218 PMT 9 1 0 0 0 0.204 s 0.205 s 3.24\n"));
@@ -241,7 +230,7 @@ TEST_F(InspectRecordedStatistics, OneSegMultiplexFromALab) {
 
 TEST_F(InspectRecordedStatistics, ItalianMultiplexWithoutAClock) {
     const std::string output =
-        squeezed(inspect({"--view", "stats", "--width", "80", recorded("tsduck-018.ts")}).output);
+        squeezed(inspect({"--view", "stats", "--width", "80", recordedStream("tsduck-018.ts")}).output);
     EXPECT_THAT(output, HasSubstr("\n0x0014 0x70 4 4 0 0 0 - - -\n"
                                   "0x0014 TOT 3 3 0 0 0 - - -\n"));
     EXPECT_THAT(output, HasSubstr("\n0x1EC5 AIT 2 1 0 0 1 - - -\n"));

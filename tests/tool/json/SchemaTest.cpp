@@ -1,6 +1,7 @@
 #include "tool/json/Schema.h"
 
 #include "support/FullSections.h"
+#include "support/RecordedFolder.h"
 #include "tool/Process.h"
 #include "tool/Streams.h"
 #include "tool/json/CarriedSections.h"
@@ -84,9 +85,7 @@ TEST(Schema, AllowsSectionsThatAreOddOrRejected) {
 }
 
 TEST(Schema, AllowsRecordedStreams) {
-    if (!std::filesystem::exists(TEST_DATA "/streams")) {
-        GTEST_SKIP() << "no recorded streams";
-    }
+    SKIP_WITHOUT_RECORDINGS();
     std::string lines;
     for (const auto& entry : std::filesystem::directory_iterator(TEST_DATA "/streams")) {
         lines += inspect({"--json", entry.path()}).output;
@@ -98,9 +97,7 @@ TEST(Schema, AllowsRecordedStreams) {
 }
 
 TEST(Schema, AllowsRecordedSections) {
-    if (!std::filesystem::exists(TEST_DATA "/sections")) {
-        GTEST_SKIP() << "no recorded sections";
-    }
+    SKIP_WITHOUT_RECORDINGS();
     std::vector<std::string> arguments{"--json", "--sections"};
     for (const char* const folder : {TEST_DATA "/sections", TEST_DATA "/generated"}) {
         for (const auto& entry : std::filesystem::directory_iterator(folder)) {
