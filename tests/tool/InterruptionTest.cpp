@@ -156,6 +156,7 @@ TEST(InspectInterruption, SecondOneKills) {
     const TemporaryFile file(changes.bytes());
     Running program({"--view", "tables", file.path()});
     ASSERT_TRUE(program.waitFor("TOT  PID 0x0014  packet 1\n"));
+    ASSERT_TRUE(program.waitUntilBlocked());
     // Two that come before the program is given the processor are one.
     for (int count = 0; count < 50; ++count) {
         program.signal(SIGINT);

@@ -118,6 +118,18 @@ bool Running::readOutput(std::chrono::milliseconds patience) {
     return count > 0;
 }
 
+bool Running::waitUntilBlocked() const {
+    const std::string process = "/proc/" + std::to_string(m_child);
+    pollfd output{open((process + "/fd/1").c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC), POLLOUT, 0};
+    bool blocked = false;
+    for (auto waited = 0ms; !blocked && waited < PATIENCE; waited += 1ms) {
+        std::this_thread::sleep_for(1ms);
+        blocked = poll(&output, 1, 0) == 0 && readText(process + "/stat").find(") S ") != std::string::npos;
+    }
+    close(output.fd);
+    return blocked;
+}
+
 void Running::signal(int number) const {
     kill(m_child, number);
 }

@@ -27,6 +27,9 @@ public:
     /// Reads its output until a text has come. @return whether it has.
     bool waitFor(const std::string& text);
 
+    /// Waits until it cannot go on, because nobody reads its output. @return whether it has come to that.
+    bool waitUntilBlocked() const;
+
     void signal(int number) const;
 
     /// What it wrote so far, as far as it was waited for.
