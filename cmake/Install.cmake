@@ -11,7 +11,7 @@ if(BUILD_SHARED_LIBS)
   list(APPEND loggers QuorLogger-2.0-static)
 endif()
 
-install(TARGETS ${libraries} EXPORT QuorISDBTTargets
+install(TARGETS ${libraries} QuorISDBT-constants EXPORT QuorISDBTTargets
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library NAMELINK_COMPONENT development
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
 install(EXPORT QuorISDBTTargets NAMESPACE QuorISDBT:: DESTINATION ${package_dir} COMPONENT development)

@@ -2,18 +2,18 @@
 #define QUOR_TISDBT_DATA_HOLDER_H
 
 #include "QuorDefs.h"
-#include "QuorISDBTExport.h"
+#include "TISDBTMemory.h"
 
 namespace Quor {
 
 /// The raw bytes that an object was built from: a private copy (tables) or a view of the caller's buffer
 /// (descriptors, applications), which must then live as long as getData() is used.
-class QUOR_ISDBT_API TISDBTDataHolder {
+class QUOR_ISDBT_API TISDBTDataHolder : public TISDBTMemory {
 public:
-    /// @param sectionData  the bytes. Null is kept as null; nothing is copied then.
-    /// @param dataLength   their number.
-    /// @param allocateData non-zero: keep a private copy; 0: keep @p sectionData itself, without ownership.
-    TISDBTDataHolder(QUOR_U8* sectionData, QUOR_U32 dataLength, int allocateData);
+    /// @param data         the bytes. Null is kept as null; nothing is copied then.
+    /// @param length       their number.
+    /// @param allocateData non-zero: keep a private copy; 0: keep @p data itself, without ownership.
+    TISDBTDataHolder(QUOR_U8* data, QUOR_U32 length, int allocateData);
     virtual ~TISDBTDataHolder();
 
     TISDBTDataHolder(const TISDBTDataHolder&) = delete;
@@ -26,9 +26,11 @@ public:
     QUOR_U32 getDataLength() const { return m_iDataLength; }
 
 private:
+    friend struct detail::Access;
+
     QUOR_U8* m_pData;
     QUOR_U32 m_iDataLength;
-    QUOR_BOOL m_bAllocated;
+    bool m_bAllocated;
 };
 
 } // namespace Quor

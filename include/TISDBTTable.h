@@ -71,11 +71,13 @@ public:
     /// @param type              which table it is.
     /// @param minimumDataLength fewest bytes that parseCommonHeader() accepts.
     /// @param expectedTableId   the table_id that the section must have.
-    /// @param sectionData       the section, from table_id to CRC_32.
-    /// @param dataLength        number of bytes.
-    TISDBTTable(Type type, QUOR_U32 minimumDataLength, QUOR_U16 expectedTableId, QUOR_U8* sectionData,
-                QUOR_U32 dataLength);
+    /// @param data              the section, from table_id to CRC_32.
+    /// @param length            number of bytes.
+    TISDBTTable(Type type, QUOR_U32 minimumDataLength, QUOR_U16 expectedTableId, QUOR_U8* data, QUOR_U32 length);
     ~TISDBTTable() override;
+
+    TISDBTTable(const TISDBTTable&) = delete;
+    TISDBTTable& operator=(const TISDBTTable&) = delete;
 
     /// The descriptor that the table itself holds for a tag, or null. The table keeps ownership.
     virtual TISDBTDescriptor* getDescriptor(QUOR_U8 descriptorTag) const;
@@ -84,14 +86,14 @@ public:
     virtual std::list<QUOR_U8>* getDescriptorTags() const;
 
     /// Checks the section header: null data, length, table_id, section_length, in this order.
-    /// @param sectionData   the section, from table_id to CRC_32.
-    /// @param dataLength    number of bytes; those behind the section are ignored.
+    /// @param data          the section, from table_id to CRC_32.
+    /// @param length        number of bytes; those behind the section are ignored.
     /// @param checkCRC32    ignored.
     /// @param errorCode     the reason of a failure; not written on success. May be null.
     /// @param sectionLength receives the number of bytes between this header and the CRC_32, modulo 65536. Not null.
     /// @param previous      ignored here; see TISDBTVersionedTable.
     /// @return whether the header is good.
-    virtual bool parseCommonHeader(QUOR_U8* sectionData, QUOR_U32 dataLength, int checkCRC32, QUOR_U16* errorCode,
+    virtual bool parseCommonHeader(QUOR_U8* data, QUOR_U32 length, int checkCRC32, QUOR_U16* errorCode,
                                    QUOR_U16* sectionLength, TISDBTTable* previous);
 
     /// Which table this is.
@@ -101,6 +103,10 @@ public:
     static void setDebug(int debug, int recursive);
 
 private:
+    friend struct detail::Access;
+
+    void* m_pLastBlock =
+        nullptr; ///< of the blocks of memory that the table chained, each of which knows the one before
     Type m_eMyType;
     QUOR_U32 m_iMinimumDataLength;
     QUOR_U16 m_iExpectedTableId;

@@ -17,20 +17,20 @@ public:
     static constexpr QUOR_U32 COMMON_HEADER_LENGTH = 8;
 
     /// Keeps a private copy of the section; the header fields are 0 until parseCommonHeader().
-    TISDBTVersionedTable(Type type, QUOR_U32 minimumDataLength, QUOR_U16 expectedTableId, QUOR_U8* sectionData,
-                         QUOR_U32 dataLength);
+    TISDBTVersionedTable(Type type, QUOR_U32 minimumDataLength, QUOR_U16 expectedTableId, QUOR_U8* data,
+                         QUOR_U32 length);
     ~TISDBTVersionedTable() override;
 
     /// Checks the short header as TISDBTTable does, then @p previous, and reads the long header.
-    /// @param sectionData   the section, from table_id to CRC_32.
-    /// @param dataLength    number of bytes; those behind the section are ignored.
+    /// @param data          the section, from table_id to CRC_32.
+    /// @param length        number of bytes; those behind the section are ignored.
     /// @param checkCRC32    ignored.
     /// @param errorCode     the reason of a failure; not written on success. May be null.
     /// @param sectionLength receives the number of bytes between this header and the CRC_32, modulo 65536. Not null.
     /// @param previous      the table of an earlier version, or null. Not kept.
     /// @return whether the header is good.
-    bool parseCommonHeader(QUOR_U8* sectionData, QUOR_U32 dataLength, int checkCRC32, QUOR_U16* errorCode,
-                           QUOR_U16* sectionLength, TISDBTTable* previous) override;
+    bool parseCommonHeader(QUOR_U8* data, QUOR_U32 length, int checkCRC32, QUOR_U16* errorCode, QUOR_U16* sectionLength,
+                           TISDBTTable* previous) override;
 
     /// The table_id_extension, which every table names differently (transport_stream_id, program_number, ...).
     QUOR_U16 getGenericDataField() const { return m_iGenericDataField; }
@@ -48,11 +48,11 @@ public:
     QUOR_U8 getLastSectionNumber() const { return m_iLastSectionNum; }
 
 private:
-    QUOR_U16 m_iGenericDataField;
-    QUOR_U8 m_iVersion;
-    QUOR_BOOL m_bCurrentIndicator;
-    QUOR_U8 m_iSectionNum;
-    QUOR_U8 m_iLastSectionNum;
+    QUOR_U16 m_iGenericDataField = 0;
+    QUOR_U8 m_iVersion = 0;
+    QUOR_BOOL m_bCurrentIndicator = false;
+    QUOR_U8 m_iSectionNum = 0;
+    QUOR_U8 m_iLastSectionNum = 0;
 };
 
 } // namespace Quor

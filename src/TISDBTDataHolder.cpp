@@ -4,17 +4,17 @@
 
 namespace Quor {
 
-TISDBTDataHolder::TISDBTDataHolder(QUOR_U8* sectionData, QUOR_U32 dataLength, int allocateData)
-    : m_pData(sectionData), m_iDataLength(dataLength), m_bAllocated(allocateData != 0) {
-    if (m_bAllocated && sectionData != nullptr) {
-        m_pData = new QUOR_U8[dataLength];
-        std::copy_n(sectionData, dataLength, m_pData);
+TISDBTDataHolder::TISDBTDataHolder(QUOR_U8* data, QUOR_U32 length, int allocateData)
+    : m_pData(data), m_iDataLength(length), m_bAllocated(allocateData != 0) {
+    if (m_bAllocated && data != nullptr) {
+        m_pData = static_cast<QUOR_U8*>(TISDBTMemory::operator new(length));
+        std::copy_n(data, length, m_pData);
     }
 }
 
 TISDBTDataHolder::~TISDBTDataHolder() {
     if (m_bAllocated) {
-        delete[] m_pData;
+        TISDBTMemory::operator delete(m_pData);
     }
 }
 

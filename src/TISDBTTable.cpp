@@ -2,31 +2,19 @@
 
 #include "detail/Bytes.h"
 #include "detail/Log.h"
+#include "detail/Memory.h"
 #include "utils/QuorISDBTUtils.h"
 
 namespace Quor {
 
-constexpr QUOR_U16 TISDBTTable::ERROR_OK;
-constexpr QUOR_U16 TISDBTTable::ERROR_INCOMPATIBLE_TABLE_TYPE;
-constexpr QUOR_U16 TISDBTTable::ERROR_TABLE_NOT_UPDATED;
-constexpr QUOR_U16 TISDBTTable::ERROR_INVALID_DATA;
-constexpr QUOR_U16 TISDBTTable::ERROR_INVALID_DATA_LENGTH;
-constexpr QUOR_U16 TISDBTTable::ERROR_INVALID_TABLE_ID;
-constexpr QUOR_U16 TISDBTTable::ERROR_INVALID_SECTION_LEN_TOO_BIG;
-constexpr QUOR_U16 TISDBTTable::ERROR_INVALID_CRC32;
-constexpr QUOR_U16 TISDBTTable::ERROR_INVALID_DESCRIPTOR_TAG;
-constexpr QUOR_U16 TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH;
-constexpr QUOR_U16 TISDBTTable::ERROR_INVALID_STRING;
-constexpr QUOR_U16 TISDBTTable::ERROR_INVALID_ITEM;
-constexpr QUOR_U32 TISDBTTable::COMMON_HEADER_LENGTH;
-constexpr QUOR_U32 TISDBTTable::CRC_LENGTH;
-
-TISDBTTable::TISDBTTable(Type type, QUOR_U32 minimumDataLength, QUOR_U16 expectedTableId, QUOR_U8* sectionData,
-                         QUOR_U32 dataLength)
-    : TISDBTDataHolder(sectionData, dataLength, 1), m_eMyType(type), m_iMinimumDataLength(minimumDataLength),
+TISDBTTable::TISDBTTable(Type type, QUOR_U32 minimumDataLength, QUOR_U16 expectedTableId, QUOR_U8* data,
+                         QUOR_U32 length)
+    : TISDBTDataHolder(data, length, 1), m_eMyType(type), m_iMinimumDataLength(minimumDataLength),
       m_iExpectedTableId(expectedTableId) {}
 
-TISDBTTable::~TISDBTTable() = default;
+TISDBTTable::~TISDBTTable() {
+    detail::Memory::release(m_pLastBlock);
+}
 
 TISDBTDescriptor* TISDBTTable::getDescriptor(QUOR_U8 /*descriptorTag*/) const {
     return nullptr;
@@ -36,20 +24,21 @@ std::list<QUOR_U8>* TISDBTTable::getDescriptorTags() const {
     return new std::list<QUOR_U8>;
 }
 
-bool TISDBTTable::parseCommonHeader(QUOR_U8* sectionData, QUOR_U32 dataLength, int /*checkCRC32*/, QUOR_U16* errorCode,
+bool TISDBTTable::parseCommonHeader(QUOR_U8* data, QUOR_U32 length, int /*checkCRC32*/, QUOR_U16* errorCode,
                                     QUOR_U16* sectionLength, TISDBTTable* /*previous*/) {
-    if (sectionData == nullptr) {
+    if (data == nullptr) {
         QUOR_ISDBT_LOG("%s: TISDBTTable::parse: Invalid data. Aborting!", detail::LOG_TAG);
         ISDBTUtils::setErrorCode(errorCode, ERROR_INVALID_DATA);
         return false;
     }
-    if (dataLength < m_iMinimumDataLength) {
+    if (length < m_iMinimumDataLength) {
         QUOR_ISDBT_LOG("%s: TISDBTTable::parse: Longer data length is required: %u < %u. Aborting!", detail::LOG_TAG,
-                       dataLength, m_iMinimumDataLength);
+                       length, m_iMinimumDataLength);
         ISDBTUtils::setErrorCode(errorCode, ERROR_INVALID_DATA_LENGTH);
         return false;
     }
-    const detail::Bytes section(sectionData, dataLength);
+    detail::Memory heap;
+    const detail::Bytes section(data, length, heap);
     if (section.u8(0) != m_iExpectedTableId) {
         QUOR_ISDBT_LOG("%s: TISDBTTable::parse: Unexpected table ID. Got 0x%02X, instead of 0x%02X. Aborting!",
                        detail::LOG_TAG, unsigned{section.u8(0)}, unsigned{m_iExpectedTableId});

@@ -2,12 +2,23 @@
 #define QUOR_TAIT_TABLE_H
 
 #include "TISDBTVersionedTable.h"
-#include "ait/TAITDescriptors.h"
 #include "ait/TApplication.h"
+#include "descriptors/TApplicationDescriptor.h"
+#include "descriptors/TApplicationIconDescriptor.h"
+#include "descriptors/TApplicationNameDescriptor.h"
+#include "descriptors/TDIILocationDescriptor.h"
+#include "descriptors/TExternalApplicationAuthorizationDescriptor.h"
+#include "descriptors/TGingaJavaApplicationDescriptor.h"
+#include "descriptors/TGingaJavaApplicationLocationDescriptor.h"
+#include "descriptors/TGingaNCLApplicationDescriptor.h"
+#include "descriptors/TGingaNCLApplicationLocationDescriptor.h"
+#include "descriptors/TIPSignalingDescriptor.h"
+#include "descriptors/TPrefetchDescriptor.h"
+#include "descriptors/TTransportProtocolDescriptor.h"
+#include "detail/Descriptors.h"
+#include "detail/Owned.h"
 
 #include <list>
-#include <map>
-#include <memory>
 #include <string>
 
 namespace Quor {
@@ -23,16 +34,16 @@ public:
     ~TAITTable() override;
 
     /// The common descriptor of a tag, or null. The table keeps ownership.
-    TISDBTDescriptor* getDescriptor(QUOR_U8 descriptorTag) const override;
+    TISDBTDescriptor* getDescriptor(QUOR_U8 descriptorTag) const override { return m_descriptors.find(descriptorTag); }
 
     /// The tags of the common descriptors, in the order of TApplication::getDescriptorTags(): a new list, which the
     /// caller deletes.
     std::list<QUOR_U8>* getDescriptorTags() const override;
 
     /// Parses one section.
-    /// @param sectionData      the section, from table_id to CRC_32; it must outlive the use of getData() of
+    /// @param data             the section, from table_id to CRC_32; it must outlive the use of getData() of
     ///                         applications and descriptors.
-    /// @param dataLength       number of bytes; those behind the section are ignored.
+    /// @param length           number of bytes; those behind the section are ignored.
     /// @param parseDescriptors ignored: descriptors and applications are always parsed.
     /// @param checkCRC32       ignored.
     /// @param errorCode        ERROR_OK or the reason of a failure: ERROR_INVALID_DATA, ERROR_INVALID_DATA_LENGTH,
@@ -42,8 +53,8 @@ public:
     ///                         ERROR_OK for a transport protocol that is not supported. May be null.
     /// @param previous         the table of an earlier version, or null; see TISDBTVersionedTable.
     /// @return a new table, which the caller deletes, or null.
-    static TAITTable* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, int parseDescriptors, int checkCRC32,
-                            QUOR_U16* errorCode, TAITTable* previous);
+    static TAITTable* parse(QUOR_U8* data, QUOR_U32 length, int parseDescriptors, int checkCRC32, QUOR_U16* errorCode,
+                            TAITTable* previous);
 
     /// application_type, all 16 bits; see TApplication.
     QUOR_U16 getApplicationType() const { return getGenericDataField(); }
@@ -51,32 +62,34 @@ public:
     /// @name The common descriptors
     /// Owned by the table, null when absent.
     /// @{
-    TApplicationDescriptor* getApplicationDescriptor() const { return m_descriptors.m_pApplicationDesc.get(); }
+    TApplicationDescriptor* getApplicationDescriptor() const { return m_descriptors.get<TApplicationDescriptor>(); }
     TApplicationNameDescriptor* getApplicationNameDescriptor() const {
-        return m_descriptors.m_pApplicationNameDesc.get();
+        return m_descriptors.get<TApplicationNameDescriptor>();
     }
     TApplicationIconDescriptor* getApplicationIconDescriptor() const {
-        return m_descriptors.m_pApplicationIconDesc.get();
+        return m_descriptors.get<TApplicationIconDescriptor>();
     }
     TExternalApplicationAuthorizationDescriptor* getExternalApplicationAuthorizationDescriptor() const {
-        return m_descriptors.m_pExternalAppAuthDesc.get();
+        return m_descriptors.get<TExternalApplicationAuthorizationDescriptor>();
     }
     TTransportProtocolDescriptor* getTransportProtocolDescriptor() const {
-        return m_descriptors.m_pTransportProtocolDesc.get();
+        return m_descriptors.get<TTransportProtocolDescriptor>();
     }
-    TIPSignalingDescriptor* getIPSignalingDescriptor() const { return m_descriptors.m_pIPSignalingDesc.get(); }
-    TPrefetchDescriptor* getPrefetchDescriptor() const { return m_descriptors.m_pPrefetchDesc.get(); }
-    TDIILocationDescriptor* getDIILocationDescriptor() const { return m_descriptors.m_pDIILocationDesc.get(); }
+    TIPSignalingDescriptor* getIPSignalingDescriptor() const { return m_descriptors.get<TIPSignalingDescriptor>(); }
+    TPrefetchDescriptor* getPrefetchDescriptor() const { return m_descriptors.get<TPrefetchDescriptor>(); }
+    TDIILocationDescriptor* getDIILocationDescriptor() const { return m_descriptors.get<TDIILocationDescriptor>(); }
     TGingaApplicationDescriptor* getGingaApplicationDescriptor() const {
-        return m_descriptors.m_pGingaAppParamsDesc.get();
+        return m_descriptors
+            .get<TGingaJavaApplicationDescriptor, TGingaNCLApplicationDescriptor, TGingaApplicationDescriptor>();
     }
     TGingaApplicationLocationDescriptor* getGingaApplicationLocationDescriptor() const {
-        return m_descriptors.m_pGingaAppLocationDesc.get();
+        return m_descriptors.get<TGingaJavaApplicationLocationDescriptor, TGingaNCLApplicationLocationDescriptor,
+                                 TGingaApplicationLocationDescriptor>();
     }
     /// @}
 
     /// The number of applications.
-    QUOR_U32 getApplicationsCount() const;
+    QUOR_U32 getApplicationsCount() const { return m_pApplications.size(); }
 
     /// The keys of the applications in ascending order, that is by organisation_id, then application_id: a new list,
     /// which the caller deletes by its address.
@@ -94,15 +107,13 @@ public:
     BOOL removeApplication(std::string id);
 
 private:
+    friend struct detail::Access;
     friend class TApplication;
 
-    struct Walk;
+    detail::Outcome decode(const detail::Bytes& section, QUOR_U16 remaining);
 
-    detail::Outcome parseCommonDescriptors(Walk& walk, QUOR_U16* errorCode);
-    detail::Outcome parseApplications(Walk& walk, QUOR_U16* errorCode);
-
-    TAITDescriptors m_descriptors;
-    std::map<std::string, std::unique_ptr<TApplication>> m_pApplications;
+    detail::Items<TApplication> m_pApplications{};
+    detail::Descriptors m_descriptors{};
 };
 
 } // namespace Quor

@@ -2,22 +2,28 @@
 #define QUOR_TAPPLICATION_H
 
 #include "TISDBTDataHolder.h"
-#include "ait/TAITDescriptors.h"
 #include "ait/TApplicationIdentifier.h"
+#include "descriptors/TApplicationDescriptor.h"
+#include "descriptors/TApplicationIconDescriptor.h"
+#include "descriptors/TApplicationNameDescriptor.h"
+#include "descriptors/TDIILocationDescriptor.h"
+#include "descriptors/TExternalApplicationAuthorizationDescriptor.h"
+#include "descriptors/TGingaJavaApplicationDescriptor.h"
+#include "descriptors/TGingaJavaApplicationLocationDescriptor.h"
+#include "descriptors/TGingaNCLApplicationDescriptor.h"
+#include "descriptors/TGingaNCLApplicationLocationDescriptor.h"
+#include "descriptors/TIPSignalingDescriptor.h"
+#include "descriptors/TPrefetchDescriptor.h"
+#include "descriptors/TTransportProtocolDescriptor.h"
+#include "detail/Descriptors.h"
+#include "detail/Owned.h"
 
 #include <list>
-#include <memory>
 #include <string>
 
 namespace Quor {
 
 class TAITTable;
-class TISDBTDescriptor;
-
-namespace detail {
-class Bytes;
-class Outcome;
-} // namespace detail
 
 /// One interactive application of an application information table: its identifier, how the receiver is to control it,
 /// and its own descriptors, each of which it can also take from the common ones of its table.
@@ -40,7 +46,7 @@ public:
     /// @}
 
     /// An empty application without a table, over the caller's bytes, which are not copied.
-    TApplication(QUOR_U8* sectionData, QUOR_U32 dataLength);
+    TApplication(QUOR_U8* data, QUOR_U32 length) : TISDBTDataHolder(data, length, 0) {}
 
     /// A deep copy, without a table. It needs neither the source nor its table nor the section any more, except that
     /// getData() still points into the section.
@@ -50,21 +56,24 @@ public:
 
     ~TApplication() override;
 
+    TApplication(const TApplication&) = delete;
+    TApplication& operator=(const TApplication&) = delete;
+
     /// Parses one entry of the application loop.
-    /// @param sectionData      the entry; it must outlive the use of getData(). With a @p dataLength of 6 to 8 it is
-    ///                         the caller's duty that nine bytes can be read all the same.
-    /// @param dataLength       bytes left in the section before its CRC_32.
+    /// @param data             the entry; it must outlive the use of getData(). With a @p length of 6 to 8 it is the
+    ///                         caller's duty that nine bytes can be read all the same.
+    /// @param length           bytes left in the section before its CRC_32.
     /// @param parseDescriptors ignored: descriptors are always parsed.
-    /// @param itemLength       receives the bytes of the entry: 9 and those of its descriptors. May be null.
+    /// @param parsedLength     receives the bytes of the entry: 9 and those of its descriptors. May be null.
     /// @param errorCode        ERROR_OK or the reason of a failure: ERROR_INVALID_DATA_LENGTH, ERROR_INVALID_ITEM or
     ///                         what a descriptor failed with, which is ERROR_OK for a transport protocol that is not
     ///                         supported. May be null.
     /// @return a new application, which the caller deletes, or null.
-    static TApplication* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, int parseDescriptors, QUOR_U32* itemLength,
+    static TApplication* parse(QUOR_U8* data, QUOR_U32 length, int parseDescriptors, QUOR_U32* parsedLength,
                                QUOR_U16* errorCode);
 
     /// Sets the table that descriptors are inherited from; null for none. It is not owned and must outlive its use.
-    void setParentAITTable(TAITTable* parent) { m_pParentAITTable = parent; }
+    void setParentAITTable(TAITTable* parent);
 
     /// Sets what getApplicationType() returns; parsing a table sets its application_type.
     void setApplicationType(QUOR_U16 appType) { m_iApplicationType = appType; }
@@ -87,42 +96,61 @@ public:
     /// non-zero the table's descriptor stands in for one that the application lacks; 1 is then written to
     /// @p inherited, which may be null and is otherwise left as it was.
     /// @{
-    TApplicationDescriptor* getApplicationDescriptor(int inherit, int* inherited) const;
-    TApplicationNameDescriptor* getApplicationNameDescriptor(int inherit, int* inherited) const;
-    TApplicationIconDescriptor* getApplicationIconDescriptor(int inherit, int* inherited) const;
+    TApplicationDescriptor* getApplicationDescriptor(int inherit, int* inherited) const {
+        return m_descriptors.get<TApplicationDescriptor>(m_pCommon, inherit, inherited);
+    }
+    TApplicationNameDescriptor* getApplicationNameDescriptor(int inherit, int* inherited) const {
+        return m_descriptors.get<TApplicationNameDescriptor>(m_pCommon, inherit, inherited);
+    }
+    TApplicationIconDescriptor* getApplicationIconDescriptor(int inherit, int* inherited) const {
+        return m_descriptors.get<TApplicationIconDescriptor>(m_pCommon, inherit, inherited);
+    }
     TExternalApplicationAuthorizationDescriptor* getExternalApplicationAuthorizationDescriptor(int inherit,
-                                                                                               int* inherited) const;
-    TTransportProtocolDescriptor* getTransportProtocolDescriptor(int inherit, int* inherited) const;
-    TIPSignalingDescriptor* getIPSignalingDescriptor(int inherit, int* inherited) const;
-    TPrefetchDescriptor* getPrefetchDescriptor(int inherit, int* inherited) const;
-    TDIILocationDescriptor* getDIILocationDescriptor(int inherit, int* inherited) const;
-    TGingaApplicationDescriptor* getGingaApplicationDescriptor(int inherit, int* inherited) const;
-    TGingaApplicationLocationDescriptor* getGingaApplicationLocationDescriptor(int inherit, int* inherited) const;
+                                                                                               int* inherited) const {
+        return m_descriptors.get<TExternalApplicationAuthorizationDescriptor>(m_pCommon, inherit, inherited);
+    }
+    TTransportProtocolDescriptor* getTransportProtocolDescriptor(int inherit, int* inherited) const {
+        return m_descriptors.get<TTransportProtocolDescriptor>(m_pCommon, inherit, inherited);
+    }
+    TIPSignalingDescriptor* getIPSignalingDescriptor(int inherit, int* inherited) const {
+        return m_descriptors.get<TIPSignalingDescriptor>(m_pCommon, inherit, inherited);
+    }
+    TPrefetchDescriptor* getPrefetchDescriptor(int inherit, int* inherited) const {
+        return m_descriptors.get<TPrefetchDescriptor>(m_pCommon, inherit, inherited);
+    }
+    TDIILocationDescriptor* getDIILocationDescriptor(int inherit, int* inherited) const {
+        return m_descriptors.get<TDIILocationDescriptor>(m_pCommon, inherit, inherited);
+    }
+    TGingaApplicationDescriptor* getGingaApplicationDescriptor(int inherit, int* inherited) const {
+        return m_descriptors
+            .get<TGingaJavaApplicationDescriptor, TGingaNCLApplicationDescriptor, TGingaApplicationDescriptor>(
+                m_pCommon, inherit, inherited);
+    }
+    TGingaApplicationLocationDescriptor* getGingaApplicationLocationDescriptor(int inherit, int* inherited) const {
+        return m_descriptors.get<TGingaJavaApplicationLocationDescriptor, TGingaNCLApplicationLocationDescriptor,
+                                 TGingaApplicationLocationDescriptor>(m_pCommon, inherit, inherited);
+    }
     /// @}
 
     /// The application's own descriptor of a tag, or null. The application keeps ownership.
-    TISDBTDescriptor* getDescriptor(QUOR_U8 descriptorTag) const;
+    TISDBTDescriptor* getDescriptor(QUOR_U8 descriptorTag) const { return m_descriptors.find(descriptorTag); }
 
     /// The tags of the application's own descriptors in the order 0x00, 0x01, 0x0B, 0x05, 0x02, 0x11, 0x0C, 0x0D, 0x03
     /// or 0x06, 0x04 or 0x07: a new list, which the caller deletes.
     std::list<QUOR_U8>* getDescriptorTags() const;
 
 private:
-    friend class TAITTable;
+    friend struct detail::Access;
 
-    /// The parse of an entry that a table offers with a count that may differ from the bytes that there are.
-    static TApplication* parseWithin(detail::Bytes bytes, QUOR_U32 dataLength, QUOR_U32* itemLength,
-                                     QUOR_U16* errorCode);
-    detail::Outcome decode(detail::Bytes bytes, QUOR_U32 dataLength, QUOR_U16* errorCode);
+    /// @param stated the bytes left as the section counts them, which may be more than there are.
+    detail::Outcome decode(const detail::Bytes& entry, QUOR_U32 stated);
 
-    const TAITDescriptors* commonDescriptors() const;
-
-    TAITTable* m_pParentAITTable;
-    std::string m_sHashId;
-    QUOR_U8 m_iControlCode;
-    QUOR_U16 m_iApplicationType;
-    std::unique_ptr<TApplicationIdentifier> m_pAppIdentifier;
-    TAITDescriptors m_descriptors;
+    const detail::Descriptors* m_pCommon = nullptr; ///< the table's, or null
+    detail::Text m_sHashId{};
+    QUOR_U8 m_iControlCode = 0;
+    QUOR_U16 m_iApplicationType = 0;
+    std::unique_ptr<TApplicationIdentifier> m_pAppIdentifier{};
+    detail::Descriptors m_descriptors{};
 };
 
 } // namespace Quor

@@ -2,14 +2,14 @@
 #define QUOR_TAPPLICATION_IDENTIFIER_H
 
 #include "QuorDefs.h"
-#include "QuorISDBTExport.h"
+#include "TISDBTMemory.h"
 
 #include <string>
 
 namespace Quor {
 
 /// The pair of numbers that names an interactive application, and the key by which tables and descriptors find it.
-class QUOR_ISDBT_API TApplicationIdentifier {
+class QUOR_ISDBT_API TApplicationIdentifier : public TISDBTMemory {
 public:
     /// Bytes of an identifier.
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 6;
@@ -24,14 +24,14 @@ public:
     virtual ~TApplicationIdentifier();
 
     /// Parses one identifier.
-    /// @param sectionData      the identifier.
-    /// @param dataLength       bytes left in the loop that carries it.
+    /// @param data             the identifier.
+    /// @param length           bytes left in the loop that carries it.
     /// @param parseDescriptors ignored.
-    /// @param itemLength       receives 6. May be null.
+    /// @param parsedLength     receives 6. May be null.
     /// @param errorCode        ERROR_OK or ERROR_INVALID_DATA_LENGTH. May be null.
     /// @return a new identifier, which the caller deletes, or null.
-    static TApplicationIdentifier* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, int parseDescriptors,
-                                         QUOR_U32* itemLength, QUOR_U16* errorCode);
+    static TApplicationIdentifier* parse(QUOR_U8* data, QUOR_U32 length, int parseDescriptors, QUOR_U32* parsedLength,
+                                         QUOR_U16* errorCode);
 
     /// organisation_id.
     QUOR_U32 getOrganizationID() const { return m_iOrganizationID; }
@@ -47,6 +47,10 @@ public:
     static std::string calculateHashID(TApplicationIdentifier* identifier);
 
 private:
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& left);
+
     QUOR_U32 m_iOrganizationID;
     QUOR_U16 m_iApplicationID;
 };

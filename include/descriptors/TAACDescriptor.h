@@ -2,8 +2,7 @@
 #define QUOR_TAAC_DESCRIPTOR_H
 
 #include "descriptors/TISDBTDescriptor.h"
-
-#include <memory>
+#include "detail/Owned.h"
 
 namespace Quor {
 
@@ -28,18 +27,17 @@ public:
     /// @}
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TAACDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TAACDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TAACDescriptor() override;
 
     /// Parses one descriptor.
-    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
-    /// @param dataLength   descriptor_length + 2.
-    /// @param parsedLength receives dataLength - 2, the bytes of the body. May be null.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2.
+    /// @param parsedLength receives length - 2, the bytes of the body. May be null.
     /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(), or
     ///                     ERROR_INVALID_DESCRIPTOR_LENGTH when AAC_type is announced and missing. May be null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TAACDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
-                                 QUOR_U16* errorCode);
+    static TAACDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* errorCode);
 
     /// profile_and_level, 0 to 255.
     QUOR_U8 getProfileAndLevel() const { return m_iProfileAndLevel; }
@@ -57,11 +55,15 @@ public:
     QUOR_U8* getAdditionalInfo() const { return m_pAdditionalInfo.get(); }
 
 private:
-    QUOR_U8 m_iProfileAndLevel;
-    QUOR_BOOL m_bAACTypeFlag;
-    QUOR_U8 m_iAACType;
-    QUOR_U8 m_iAdditionalInfoSize;
-    std::unique_ptr<QUOR_U8[]> m_pAdditionalInfo;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_U8 m_iProfileAndLevel = 0;
+    QUOR_BOOL m_bAACTypeFlag = false;
+    QUOR_U8 m_iAACType = 0;
+    QUOR_U8 m_iAdditionalInfoSize = 0;
+    detail::Array<QUOR_U8> m_pAdditionalInfo{};
 };
 
 } // namespace Quor

@@ -13,18 +13,18 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 2;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TAVCTimingAndHRDDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TAVCTimingAndHRDDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TAVCTimingAndHRDDescriptor() override;
 
     /// Parses one descriptor.
-    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
-    /// @param dataLength   descriptor_length + 2.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2.
     /// @param parsedLength receives 2 without picture and timing information, 3 with it, 11 with N and K. May be null.
     /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(), or
     ///                     ERROR_INVALID_DESCRIPTOR_LENGTH when the body is too short for the fields that its flags
     ///                     announce. May be null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TAVCTimingAndHRDDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
+    static TAVCTimingAndHRDDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
                                              QUOR_U16* errorCode);
 
     /// hrd_management_valid_flag.
@@ -57,15 +57,19 @@ public:
     QUOR_BOOL isPictureToDisplayConversionFlag() const { return m_bPict2DisplayConvFlag; }
 
 private:
-    QUOR_BOOL m_bHRDManagementValid;
-    QUOR_BOOL m_bPictTimingInfoPresent;
-    QUOR_BOOL m_b90kHzFlag;
-    QUOR_U32 m_iN;
-    QUOR_U32 m_iK;
-    QUOR_U32 m_iNumUnitsInTick;
-    QUOR_BOOL m_bFixedFrameRateFlag;
-    QUOR_BOOL m_bTemporalPOCFlag;
-    QUOR_BOOL m_bPict2DisplayConvFlag;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_BOOL m_bHRDManagementValid = false;
+    QUOR_BOOL m_bPictTimingInfoPresent = false;
+    QUOR_BOOL m_b90kHzFlag = false;
+    QUOR_U32 m_iN = 0;
+    QUOR_U32 m_iK = 0;
+    QUOR_U32 m_iNumUnitsInTick = 0;
+    QUOR_BOOL m_bFixedFrameRateFlag = false;
+    QUOR_BOOL m_bTemporalPOCFlag = false;
+    QUOR_BOOL m_bPict2DisplayConvFlag = false;
 };
 
 } // namespace Quor

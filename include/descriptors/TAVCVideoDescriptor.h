@@ -23,18 +23,17 @@ public:
     /// @}
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TAVCVideoDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TAVCVideoDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TAVCVideoDescriptor() override;
 
     /// Parses one descriptor.
-    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
-    /// @param dataLength   descriptor_length + 2.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2.
     /// @param parsedLength receives 4, the bytes of the body that are read. May be null.
     /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(). May be
     ///                     null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TAVCVideoDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
-                                      QUOR_U16* errorCode);
+    static TAVCVideoDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* errorCode);
 
     /// profile_idc of the stream.
     QUOR_U8 getProfileIDC() const { return m_iProfileIDC; }
@@ -61,14 +60,18 @@ public:
     QUOR_BOOL getAVC24HourPictureFlag() const { return m_bAVC24HourPictureFlag; }
 
 private:
-    QUOR_U8 m_iProfileIDC;
-    QUOR_BOOL m_bConstraintSet0Flag;
-    QUOR_BOOL m_bConstraintSet1Flag;
-    QUOR_BOOL m_bConstraintSet2Flag;
-    QUOR_U8 m_iAVCCompatibleFlags;
-    QUOR_U8 m_iLevelIDC;
-    QUOR_BOOL m_bAVCStillPresent;
-    QUOR_BOOL m_bAVC24HourPictureFlag;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_U8 m_iProfileIDC = 0;
+    QUOR_BOOL m_bConstraintSet0Flag = false;
+    QUOR_BOOL m_bConstraintSet1Flag = false;
+    QUOR_BOOL m_bConstraintSet2Flag = false;
+    QUOR_U8 m_iAVCCompatibleFlags = 0;
+    QUOR_U8 m_iLevelIDC = 0;
+    QUOR_BOOL m_bAVCStillPresent = false;
+    QUOR_BOOL m_bAVC24HourPictureFlag = false;
 };
 
 } // namespace Quor

@@ -3,10 +3,9 @@
 
 #include "descriptors/TApplicationDescriptorProfile.h"
 #include "descriptors/TISDBTDescriptor.h"
+#include "detail/Owned.h"
 
 #include <list>
-#include <map>
-#include <memory>
 
 namespace Quor {
 
@@ -18,7 +17,7 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 3;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TApplicationDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TApplicationDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     /// A deep copy of @p source, which must not be null; without data.
     explicit TApplicationDescriptor(TApplicationDescriptor* source);
     ~TApplicationDescriptor() override;
@@ -33,7 +32,7 @@ public:
     static TApplicationDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* errorCode);
 
     /// The number of profiles.
-    QUOR_U32 getProfilesCount() const;
+    QUOR_U32 getProfilesCount() const { return m_pProfiles.size(); }
 
     /// The profile of a number, owned by the descriptor; null when there is none.
     TApplicationDescriptorProfile* getProfile(QUOR_U16 applicationProfile) const;
@@ -71,14 +70,18 @@ public:
     QUOR_U8* getTransportProtocols() const;
 
 private:
-    std::map<QUOR_U16, std::unique_ptr<TApplicationDescriptorProfile>> m_pProfiles;
-    QUOR_BOOL m_bServiceBoundFlag;
-    QUOR_U8 m_iVisibility;
-    QUOR_U8 m_iApplicationPriority;
-    QUOR_BOOL m_bVisibilityUsers;
-    QUOR_BOOL m_bVisibilityApps;
-    QUOR_U8 m_iTransportProtSize;
-    std::unique_ptr<QUOR_U8[]> m_pTransportProts;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    detail::Items<TApplicationDescriptorProfile> m_pProfiles{};
+    QUOR_BOOL m_bServiceBoundFlag = false;
+    QUOR_U8 m_iVisibility = 0;
+    QUOR_U8 m_iApplicationPriority = 0;
+    QUOR_BOOL m_bVisibilityUsers = false;
+    QUOR_BOOL m_bVisibilityApps = false;
+    QUOR_U8 m_iTransportProtSize = 0;
+    detail::Array<QUOR_U8> m_pTransportProts{};
 };
 
 } // namespace Quor

@@ -2,15 +2,15 @@
 #define QUOR_TAPPLICATION_DESCRIPTOR_PROFILE_H
 
 #include "QuorDefs.h"
-#include "QuorISDBTExport.h"
+#include "TISDBTMemory.h"
 
 namespace Quor {
 
 /// A receiver profile that an application needs, with the lowest version of it.
-class QUOR_ISDBT_API TApplicationDescriptorProfile {
+class QUOR_ISDBT_API TApplicationDescriptorProfile : public TISDBTMemory {
 public:
     /// Profile 0, version 0.0.0.
-    TApplicationDescriptorProfile();
+    TApplicationDescriptorProfile() = default;
     /// A copy of @p source, which must not be null.
     explicit TApplicationDescriptorProfile(TApplicationDescriptorProfile* source);
     virtual ~TApplicationDescriptorProfile();
@@ -37,10 +37,14 @@ public:
     QUOR_U8 getVersionMicro() const { return m_iVersionMicro; }
 
 private:
-    QUOR_U16 m_iApplicationProfile;
-    QUOR_U8 m_iVersionMajor;
-    QUOR_U8 m_iVersionMinor;
-    QUOR_U8 m_iVersionMicro;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& left);
+
+    QUOR_U16 m_iApplicationProfile = 0;
+    QUOR_U8 m_iVersionMajor = 0;
+    QUOR_U8 m_iVersionMinor = 0;
+    QUOR_U8 m_iVersionMicro = 0;
 };
 
 } // namespace Quor

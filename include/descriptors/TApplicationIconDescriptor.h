@@ -2,6 +2,7 @@
 #define QUOR_TAPPLICATION_ICON_DESCRIPTOR_H
 
 #include "descriptors/TISDBTDescriptor.h"
+#include "detail/Owned.h"
 
 #include <string>
 
@@ -28,7 +29,7 @@ public:
     /// @}
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TApplicationIconDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TApplicationIconDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     /// A descriptor without data.
     TApplicationIconDescriptor(std::string iconLocator, QUOR_U16 iconFlags);
     /// A copy of @p source, which must not be null; without data.
@@ -52,8 +53,12 @@ public:
     QUOR_U16 getIconFlags() const { return m_iIconFlags; }
 
 private:
-    std::string m_sIconLocator;
-    QUOR_U16 m_iIconFlags;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    detail::Text m_sIconLocator{};
+    QUOR_U16 m_iIconFlags = 0;
 };
 
 } // namespace Quor

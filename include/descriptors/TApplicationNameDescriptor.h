@@ -3,10 +3,9 @@
 
 #include "descriptors/TApplicationNameDescriptorItem.h"
 #include "descriptors/TISDBTDescriptor.h"
+#include "detail/Owned.h"
 
 #include <list>
-#include <map>
-#include <memory>
 #include <string>
 
 namespace Quor {
@@ -19,9 +18,9 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 4;
 
     /// An empty descriptor without data.
-    TApplicationNameDescriptor();
+    TApplicationNameDescriptor() : TApplicationNameDescriptor(nullptr, 0) {}
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TApplicationNameDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TApplicationNameDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     /// A deep copy of @p source, which must not be null; without data.
     explicit TApplicationNameDescriptor(TApplicationNameDescriptor* source);
     ~TApplicationNameDescriptor() override;
@@ -37,7 +36,7 @@ public:
                                              QUOR_U16* errorCode);
 
     /// The number of languages.
-    QUOR_U32 size() const;
+    QUOR_U32 size() const { return m_pItems.size(); }
 
     /// The item of a language, owned by the descriptor; null when there is none.
     TApplicationNameDescriptorItem* get(std::string languageCode) const;
@@ -53,7 +52,11 @@ public:
     std::list<std::string>* getLanguageCodes() const;
 
 private:
-    std::map<std::string, std::unique_ptr<TApplicationNameDescriptorItem>> m_pItems;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    detail::Items<TApplicationNameDescriptorItem> m_pItems{};
 };
 
 } // namespace Quor

@@ -2,17 +2,18 @@
 #define QUOR_TAPPLICATION_NAME_DESCRIPTOR_ITEM_H
 
 #include "QuorDefs.h"
-#include "QuorISDBTExport.h"
+#include "TISDBTMemory.h"
+#include "detail/Owned.h"
 
 #include <string>
 
 namespace Quor {
 
 /// The name of an application in one language.
-class QUOR_ISDBT_API TApplicationNameDescriptorItem {
+class QUOR_ISDBT_API TApplicationNameDescriptorItem : public TISDBTMemory {
 public:
     /// Empty strings.
-    TApplicationNameDescriptorItem();
+    TApplicationNameDescriptorItem() = default;
     /// @param languageCode ISO_639_language_code, three letters.
     /// @param name         application_name.
     TApplicationNameDescriptorItem(std::string languageCode, std::string name);
@@ -36,8 +37,12 @@ public:
     std::string getName() const { return m_sName; }
 
 private:
-    std::string m_sLanguageCode;
-    std::string m_sName;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& left);
+
+    detail::Text m_sLanguageCode{};
+    detail::Text m_sName{};
 };
 
 } // namespace Quor

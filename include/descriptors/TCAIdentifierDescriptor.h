@@ -2,8 +2,7 @@
 #define QUOR_TCA_IDENTIFIER_DESCRIPTOR_H
 
 #include "descriptors/TISDBTDescriptor.h"
-
-#include <memory>
+#include "detail/Owned.h"
 
 namespace Quor {
 
@@ -14,18 +13,17 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 2;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TCAIdentifierDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TCAIdentifierDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TCAIdentifierDescriptor() override;
 
     /// Parses one descriptor.
-    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
-    /// @param dataLength   descriptor_length + 2.
-    /// @param parsedLength receives dataLength - 2. May be null.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2.
+    /// @param parsedLength receives length - 2. May be null.
     /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(). May be
     ///                     null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TCAIdentifierDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
-                                          QUOR_U16* errorCode);
+    static TCAIdentifierDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* errorCode);
 
     /// The number of identifiers, kept in 8 bits. An odd last byte of the body is no identifier.
     QUOR_U8 getCASystemIDCount() const { return m_iCASystemIDCount; }
@@ -34,8 +32,12 @@ public:
     QUOR_U16* getCASystemIDs() const { return m_pCASystemIDs.get(); }
 
 private:
-    QUOR_U8 m_iCASystemIDCount;
-    std::unique_ptr<QUOR_U16[]> m_pCASystemIDs;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_U8 m_iCASystemIDCount = 0;
+    detail::Array<QUOR_U16> m_pCASystemIDs{};
 };
 
 } // namespace Quor

@@ -13,18 +13,24 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 4;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TCarouselCompatibleCompositeDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TCarouselCompatibleCompositeDescriptor(QUOR_U8* data, QUOR_U32 length)
+        : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TCarouselCompatibleCompositeDescriptor() override;
 
     /// Parses one descriptor.
-    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
-    /// @param dataLength   descriptor_length + 2.
-    /// @param parsedLength receives dataLength, header included. May be null.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2.
+    /// @param parsedLength receives length, header included. May be null.
     /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(). May be
     ///                     null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TCarouselCompatibleCompositeDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength,
-                                                         QUOR_U32* parsedLength, QUOR_U16* errorCode);
+    static TCarouselCompatibleCompositeDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
+                                                         QUOR_U16* errorCode);
+
+private:
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
 };
 
 } // namespace Quor

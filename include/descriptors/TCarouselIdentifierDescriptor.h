@@ -2,8 +2,7 @@
 #define QUOR_TCAROUSEL_IDENTIFIER_DESCRIPTOR_H
 
 #include "descriptors/TISDBTDescriptor.h"
-
-#include <memory>
+#include "detail/Owned.h"
 
 namespace Quor {
 
@@ -21,17 +20,17 @@ public:
     /// @}
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TCarouselIdentifierDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TCarouselIdentifierDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TCarouselIdentifierDescriptor() override;
 
     /// Parses one descriptor.
-    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
-    /// @param dataLength   descriptor_length + 2.
-    /// @param parsedLength receives dataLength - 2. May be null.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2.
+    /// @param parsedLength receives length - 2. May be null.
     /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(). May be
     ///                     null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TCarouselIdentifierDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
+    static TCarouselIdentifierDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
                                                 QUOR_U16* errorCode);
 
     /// carousel_id.
@@ -74,19 +73,23 @@ public:
     QUOR_U8* getPrivateData() const { return m_pPrivateData.get(); }
 
 private:
-    QUOR_U32 m_iCarouselID;
-    QUOR_U8 m_iFormatID;
-    QUOR_U8 m_iModuleVersion;
-    QUOR_U16 m_iModuleID;
-    QUOR_U16 m_iBlockSize;
-    QUOR_U32 m_iModuleSize;
-    QUOR_U8 m_iCompressionMethod;
-    QUOR_U32 m_iOriginalSize;
-    QUOR_U8 m_iTimeOut;
-    QUOR_U8 m_iObjectKeySize;
-    std::unique_ptr<QUOR_U8[]> m_pObjectKeyData;
-    QUOR_U8 m_iPrivateDataSize;
-    std::unique_ptr<QUOR_U8[]> m_pPrivateData;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_U32 m_iCarouselID = 0;
+    QUOR_U8 m_iFormatID = 0;
+    QUOR_U8 m_iModuleVersion = 0;
+    QUOR_U16 m_iModuleID = 0;
+    QUOR_U16 m_iBlockSize = 0;
+    QUOR_U32 m_iModuleSize = 0;
+    QUOR_U8 m_iCompressionMethod = 0;
+    QUOR_U32 m_iOriginalSize = 0;
+    QUOR_U8 m_iTimeOut = 0;
+    QUOR_U8 m_iObjectKeySize = 0;
+    detail::Array<QUOR_U8> m_pObjectKeyData{};
+    QUOR_U8 m_iPrivateDataSize = 0;
+    detail::Array<QUOR_U8> m_pPrivateData{};
 };
 
 } // namespace Quor

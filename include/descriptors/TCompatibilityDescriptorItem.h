@@ -2,30 +2,28 @@
 #define QUOR_TCOMPATIBILITY_DESCRIPTOR_ITEM_H
 
 #include "descriptors/TCompatibilityDescriptorSubItem.h"
-
-#include <list>
-#include <memory>
+#include "detail/Owned.h"
 
 namespace Quor {
 
 /// One item of a compatibility descriptor: a kind of receiver hardware or software that the download is made for.
-class QUOR_ISDBT_API TCompatibilityDescriptorItem {
+class QUOR_ISDBT_API TCompatibilityDescriptorItem : public TISDBTMemory {
 public:
-    TCompatibilityDescriptorItem();
+    TCompatibilityDescriptorItem() = default;
     virtual ~TCompatibilityDescriptorItem();
 
     TCompatibilityDescriptorItem(const TCompatibilityDescriptorItem&) = delete;
     TCompatibilityDescriptorItem& operator=(const TCompatibilityDescriptorItem&) = delete;
 
     /// Parses one item.
-    /// @param sectionData  the item.
-    /// @param dataLength   bytes left in the compatibility descriptor.
+    /// @param data         the item.
+    /// @param length       bytes left in the compatibility descriptor.
     /// @param parsedLength receives the bytes that the item took: 11 and its subdescriptors, whatever its
     ///                     descriptorLength says. May be null.
     /// @param errorCode    ERROR_OK, ERROR_INVALID_DATA_LENGTH, or ERROR_INVALID_ITEM for a bad subdescriptor. May be
     ///                     null.
     /// @return a new item, which the caller deletes, or null.
-    static TCompatibilityDescriptorItem* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
+    static TCompatibilityDescriptorItem* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
                                                QUOR_U16* errorCode);
 
     /// descriptorType: whether the item speaks of hardware or of software.
@@ -44,10 +42,12 @@ public:
     QUOR_U16 getVersion() const { return m_iVersion; }
 
     /// The number of subdescriptors.
-    QUOR_U32 getCompatibilityDescriptorSubItemSize() const;
+    QUOR_U32 getCompatibilityDescriptorSubItemSize() const { return m_pItems.size(); }
 
     /// The subdescriptor at a position in wire order, owned by this item; null past the end.
-    TCompatibilityDescriptorSubItem* getCompatibilityDescriptorSubItem(QUOR_U8 index) const;
+    TCompatibilityDescriptorSubItem* getCompatibilityDescriptorSubItem(QUOR_U8 index) const {
+        return detail::at(m_pItems, index);
+    }
 
     /// Appends a subdescriptor, which this item owns from now on.
     void addCompatibilityDescriptorSubItem(TCompatibilityDescriptorSubItem* item);
@@ -56,12 +56,16 @@ public:
     QUOR_BOOL removeCompatibilityDescriptorSubItem(QUOR_U8 index);
 
 private:
-    QUOR_U8 m_iDescriptorType;
-    QUOR_U8 m_iSpecifierType;
-    QUOR_U32 m_iSpecifierData;
-    QUOR_U16 m_iModel;
-    QUOR_U16 m_iVersion;
-    std::list<std::unique_ptr<TCompatibilityDescriptorSubItem>> m_pItems;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& left);
+
+    QUOR_U8 m_iDescriptorType = 0;
+    QUOR_U8 m_iSpecifierType = 0;
+    QUOR_U32 m_iSpecifierData = 0;
+    QUOR_U16 m_iModel = 0;
+    QUOR_U16 m_iVersion = 0;
+    detail::Items<TCompatibilityDescriptorSubItem> m_pItems{};
 };
 
 } // namespace Quor

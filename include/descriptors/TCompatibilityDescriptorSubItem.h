@@ -2,27 +2,26 @@
 #define QUOR_TCOMPATIBILITY_DESCRIPTOR_SUB_ITEM_H
 
 #include "QuorDefs.h"
-#include "QuorISDBTExport.h"
-
-#include <memory>
+#include "TISDBTMemory.h"
+#include "detail/Owned.h"
 
 namespace Quor {
 
 /// One subdescriptor of a compatibility descriptor's item: additional information of a type of its own.
-class QUOR_ISDBT_API TCompatibilityDescriptorSubItem {
+class QUOR_ISDBT_API TCompatibilityDescriptorSubItem : public TISDBTMemory {
 public:
-    TCompatibilityDescriptorSubItem();
+    TCompatibilityDescriptorSubItem() = default;
     virtual ~TCompatibilityDescriptorSubItem();
 
     /// Parses one subdescriptor.
-    /// @param sectionData  the subdescriptor.
-    /// @param dataLength   bytes left in the item.
+    /// @param data         the subdescriptor.
+    /// @param length       bytes left in the item.
     /// @param parsedLength receives the bytes that the subdescriptor took: 2 and its additional information. May be
     ///                     null.
     /// @param errorCode    ERROR_OK, ERROR_INVALID_DATA_LENGTH, or ERROR_INVALID_STRING for additional information that
     ///                     reaches beyond the bytes left. May be null.
     /// @return a new subdescriptor, which the caller deletes, or null.
-    static TCompatibilityDescriptorSubItem* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
+    static TCompatibilityDescriptorSubItem* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
                                                   QUOR_U16* errorCode);
 
     /// subDescriptorType, 0 to 255.
@@ -35,9 +34,13 @@ public:
     QUOR_U8* getAdditionalInformation() const { return m_iAdditionalInformation.get(); }
 
 private:
-    QUOR_U8 m_iSubDescriptorType;
-    QUOR_U8 m_iAdditionalInformationLength;
-    std::unique_ptr<QUOR_U8[]> m_iAdditionalInformation;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& left);
+
+    QUOR_U8 m_iSubDescriptorType = 0;
+    QUOR_U8 m_iAdditionalInformationLength = 0;
+    detail::Array<QUOR_U8> m_iAdditionalInformation{};
 };
 
 } // namespace Quor

@@ -2,6 +2,7 @@
 #define QUOR_TCOMPONENT_DESCRIPTOR_H
 
 #include "descriptors/TISDBTDescriptor.h"
+#include "detail/Owned.h"
 
 #include <string>
 
@@ -14,19 +15,18 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 6;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TComponentDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TComponentDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TComponentDescriptor() override;
 
     /// Parses one descriptor.
-    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
-    /// @param dataLength   descriptor_length + 2.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2.
     /// @param parsedLength receives the bytes of the text plus 3, which is 3 less than the body; the text counts modulo
     ///                     256. May be null.
     /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(), or
     ///                     ERROR_INVALID_STRING for a language code or a text that does not fit. May be null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TComponentDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
-                                       QUOR_U16* errorCode);
+    static TComponentDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* errorCode);
 
     /// stream_content, 0 to 15: video, audio, data and the like.
     QUOR_U8 getStreamContent() const { return m_iStreamContent; }
@@ -44,14 +44,20 @@ public:
     std::string getText() const { return m_sText; }
 
     /// stream_content in the upper eight bits, component_type in the lower.
-    QUOR_U16 getStreamContentComponentType() const;
+    QUOR_U16 getStreamContentComponentType() const {
+        return static_cast<QUOR_U16>(m_iStreamContent << 8 | m_iComponentType);
+    }
 
 private:
-    QUOR_U8 m_iStreamContent;
-    QUOR_U8 m_iComponentType;
-    QUOR_U8 m_iComponentTag;
-    std::string m_sLanguageCode;
-    std::string m_sText;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_U8 m_iStreamContent = 0;
+    QUOR_U8 m_iComponentType = 0;
+    QUOR_U8 m_iComponentTag = 0;
+    detail::Text m_sLanguageCode{};
+    detail::Text m_sText{};
 };
 
 } // namespace Quor

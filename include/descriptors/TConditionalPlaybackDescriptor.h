@@ -2,8 +2,7 @@
 #define QUOR_TCONDITIONAL_PLAYBACK_DESCRIPTOR_H
 
 #include "descriptors/TISDBTDescriptor.h"
-
-#include <memory>
+#include "detail/Owned.h"
 
 namespace Quor {
 
@@ -15,17 +14,17 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 4;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TConditionalPlaybackDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TConditionalPlaybackDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TConditionalPlaybackDescriptor() override;
 
     /// Parses one descriptor.
-    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
-    /// @param dataLength   descriptor_length + 2.
-    /// @param parsedLength receives dataLength - 2. May be null.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2.
+    /// @param parsedLength receives length - 2. May be null.
     /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(). May be
     ///                     null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TConditionalPlaybackDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
+    static TConditionalPlaybackDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
                                                  QUOR_U16* errorCode);
 
     /// CA_system_id, 0 to 65535.
@@ -41,10 +40,14 @@ public:
     QUOR_U8* getPrivateData() const { return m_pPrivateData.get(); }
 
 private:
-    QUOR_U16 m_iCASystemID;
-    QUOR_U16 m_iCAPID;
-    QUOR_U8 m_iPrivateDataSize;
-    std::unique_ptr<QUOR_U8[]> m_pPrivateData;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_U16 m_iCASystemID = 0;
+    QUOR_U16 m_iCAPID = 0;
+    QUOR_U8 m_iPrivateDataSize = 0;
+    detail::Array<QUOR_U8> m_pPrivateData{};
 };
 
 } // namespace Quor

@@ -25,17 +25,17 @@ public:
     /// @}
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TContentAvailabilityDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TContentAvailabilityDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TContentAvailabilityDescriptor() override;
 
     /// Parses one descriptor.
-    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
-    /// @param dataLength   descriptor_length + 2.
-    /// @param parsedLength receives dataLength, header included. May be null.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2.
+    /// @param parsedLength receives length, header included. May be null.
     /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(). May be
     ///                     null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TContentAvailabilityDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
+    static TContentAvailabilityDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
                                                  QUOR_U16* errorCode);
 
     /// True when image_constraint_token is 0: the image quality of analogue outputs is constrained.
@@ -51,10 +51,14 @@ public:
     QUOR_BOOL isEncryptionModeEnabled() const { return m_bEncryptionMode; }
 
 private:
-    QUOR_BOOL m_bImageConstraintToken;
-    QUOR_BOOL m_bRetentionMode;
-    QUOR_U8 m_iRetentionState;
-    QUOR_BOOL m_bEncryptionMode;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_BOOL m_bImageConstraintToken = false;
+    QUOR_BOOL m_bRetentionMode = false;
+    QUOR_U8 m_iRetentionState = 0;
+    QUOR_BOOL m_bEncryptionMode = false;
 };
 
 } // namespace Quor

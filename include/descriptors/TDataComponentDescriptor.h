@@ -2,8 +2,7 @@
 #define QUOR_TDATA_COMPONENT_DESCRIPTOR_H
 
 #include "descriptors/TISDBTDescriptor.h"
-
-#include <memory>
+#include "detail/Owned.h"
 
 namespace Quor {
 
@@ -27,18 +26,17 @@ public:
     /// @}
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TDataComponentDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TDataComponentDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TDataComponentDescriptor() override;
 
     /// Parses one descriptor.
-    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
-    /// @param dataLength   descriptor_length + 2.
-    /// @param parsedLength receives dataLength - 2. May be null.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2.
+    /// @param parsedLength receives length - 2. May be null.
     /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(). May be
     ///                     null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TDataComponentDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
-                                           QUOR_U16* errorCode);
+    static TDataComponentDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* errorCode);
 
     /// data_component_id. Values without a COMPONENT_ID constant are accepted as well.
     QUOR_U16 getDataComponentID() const { return m_iDataComponentID; }
@@ -50,9 +48,13 @@ public:
     QUOR_U8* getAdditionalData() const { return m_pAdditionalData.get(); }
 
 private:
-    QUOR_U16 m_iDataComponentID;
-    QUOR_U8 m_iAdditionalDataSize;
-    std::unique_ptr<QUOR_U8[]> m_pAdditionalData;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_U16 m_iDataComponentID = 0;
+    QUOR_U8 m_iAdditionalDataSize = 0;
+    detail::Array<QUOR_U8> m_pAdditionalData{};
 };
 
 } // namespace Quor

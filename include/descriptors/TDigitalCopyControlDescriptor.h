@@ -3,9 +3,7 @@
 
 #include "descriptors/TDigitalCopyControlDescriptorItem.h"
 #include "descriptors/TISDBTDescriptor.h"
-
-#include <list>
-#include <memory>
+#include "detail/Owned.h"
 
 namespace Quor {
 
@@ -24,18 +22,18 @@ public:
     /// @}
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TDigitalCopyControlDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TDigitalCopyControlDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TDigitalCopyControlDescriptor() override;
 
     /// Parses one descriptor.
-    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
-    /// @param dataLength   descriptor_length + 2.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2.
     /// @param parsedLength receives the bytes of the body that are read: the fixed part and its items. May be null.
     /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(), or
     ///                     ERROR_INVALID_DESCRIPTOR_LENGTH when an announced field is missing or an item is not valid.
     ///                     May be null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TDigitalCopyControlDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
+    static TDigitalCopyControlDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
                                                 QUOR_U16* errorCode);
 
     /// digital_recording_control_data, 0 to 3.
@@ -57,10 +55,10 @@ public:
     QUOR_U8 getMaximumBitrate() const { return m_iMaximumBitrate; }
 
     /// The number of items.
-    QUOR_U32 size() const;
+    QUOR_U32 size() const { return m_pItems.size(); }
 
     /// The item at a position, from 0 in wire order, owned by the descriptor; null past the end.
-    TDigitalCopyControlDescriptorItem* get(QUOR_U32 index) const;
+    TDigitalCopyControlDescriptorItem* get(QUOR_U32 index) const { return detail::at(m_pItems, index); }
 
     /// Appends an item, which the descriptor owns from now on. Null takes a place as well.
     void add(TDigitalCopyControlDescriptorItem* item);
@@ -69,13 +67,17 @@ public:
     QUOR_BOOL remove(QUOR_U32 index);
 
 private:
-    QUOR_U8 m_iDigitalRecCtrlData;
-    QUOR_BOOL m_bMaximumBitrate;
-    QUOR_BOOL m_bComponentControl;
-    QUOR_U8 m_iCopyControlType;
-    QUOR_U8 m_iAPSControlData;
-    QUOR_U8 m_iMaximumBitrate;
-    std::list<std::unique_ptr<TDigitalCopyControlDescriptorItem>> m_pItems;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_U8 m_iDigitalRecCtrlData = 0;
+    QUOR_BOOL m_bMaximumBitrate = false;
+    QUOR_BOOL m_bComponentControl = false;
+    QUOR_U8 m_iCopyControlType = 0;
+    QUOR_U8 m_iAPSControlData = 0;
+    QUOR_U8 m_iMaximumBitrate = 0;
+    detail::Items<TDigitalCopyControlDescriptorItem> m_pItems{};
 };
 
 } // namespace Quor

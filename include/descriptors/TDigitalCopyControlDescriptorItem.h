@@ -2,25 +2,25 @@
 #define QUOR_TDIGITAL_COPY_CONTROL_DESCRIPTOR_ITEM_H
 
 #include "QuorDefs.h"
-#include "QuorISDBTExport.h"
+#include "TISDBTMemory.h"
 
 namespace Quor {
 
 /// How one component of a service may be recorded and copied. Mind that no component_tag is read: the item begins with
 /// its flags.
-class QUOR_ISDBT_API TDigitalCopyControlDescriptorItem {
+class QUOR_ISDBT_API TDigitalCopyControlDescriptorItem : public TISDBTMemory {
 public:
-    TDigitalCopyControlDescriptorItem();
+    TDigitalCopyControlDescriptorItem() = default;
     virtual ~TDigitalCopyControlDescriptorItem();
 
     /// Parses one item of one or two bytes.
-    /// @param sectionData the item.
-    /// @param dataLength  bytes left in the descriptor.
-    /// @param itemLength  receives the bytes that the item took, 2 with a maximum bit rate and 1 without. May be null.
-    /// @param errorCode   ERROR_OK, ERROR_INVALID_DATA_LENGTH when there is no byte, or ERROR_INVALID_DESCRIPTOR_LENGTH
-    ///                    when the maximum bit rate is missing. May be null.
+    /// @param data         the item.
+    /// @param length       bytes left in the descriptor.
+    /// @param parsedLength receives the bytes that the item took, 2 with a maximum bit rate and 1 without. May be null.
+    /// @param errorCode    ERROR_OK, ERROR_INVALID_DATA_LENGTH when there is no byte, or
+    ///                     ERROR_INVALID_DESCRIPTOR_LENGTH when the maximum bit rate is missing. May be null.
     /// @return a new item, which the caller deletes, or null.
-    static TDigitalCopyControlDescriptorItem* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* itemLength,
+    static TDigitalCopyControlDescriptorItem* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
                                                     QUOR_U16* errorCode);
 
     /// digital_recording_control_data, 0 to 3.
@@ -40,14 +40,18 @@ public:
 
 protected:
     /// component_tag is not read from the wire; the place is kept for it.
-    QUOR_U8 m_iComponentTag;
+    QUOR_U8 m_iComponentTag = 0;
 
 private:
-    QUOR_U8 m_iDigitalRecCtrlData;
-    QUOR_BOOL m_bMaximumBitrate;
-    QUOR_U8 m_iCopyControlType;
-    QUOR_U8 m_iAPSControlData;
-    QUOR_U8 m_iMaximumBitrate;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& left);
+
+    QUOR_U8 m_iDigitalRecCtrlData = 0;
+    QUOR_BOOL m_bMaximumBitrate = false;
+    QUOR_U8 m_iCopyControlType = 0;
+    QUOR_U8 m_iAPSControlData = 0;
+    QUOR_U8 m_iMaximumBitrate = 0;
 };
 
 } // namespace Quor

@@ -4,9 +4,8 @@
 #include "descriptors/TCompatibilityDescriptor.h"
 #include "descriptors/TDownloadContentDescriptorItem.h"
 #include "descriptors/TISDBTDescriptor.h"
+#include "detail/Owned.h"
 
-#include <list>
-#include <memory>
 #include <string>
 
 namespace Quor {
@@ -24,18 +23,18 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 18;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TDownloadContentDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TDownloadContentDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TDownloadContentDescriptor() override;
 
     /// Parses one descriptor.
-    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
-    /// @param dataLength   descriptor_length + 2.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2.
     /// @param parsedLength receives the bytes of the body that were used. May be null.
     /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(),
     ///                     ERROR_INVALID_DATA_LENGTH or ERROR_INVALID_ITEM for a bad compatibility descriptor or module
     ///                     list, ERROR_INVALID_STRING for bad private data, language code or text. May be null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TDownloadContentDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
+    static TDownloadContentDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
                                              QUOR_U16* errorCode);
 
     /// reboot: 1 when the receiver has to restart after the download, else 0.
@@ -84,10 +83,12 @@ public:
     TCompatibilityDescriptor* getCompatibilityDescriptor() const { return m_pCompatibilityDesc.get(); }
 
     /// The number of modules.
-    QUOR_U32 getDownloadContentDescriptorItemSize() const;
+    QUOR_U32 getDownloadContentDescriptorItemSize() const { return m_pItems.size(); }
 
     /// The module at a position in wire order, owned by the descriptor; null past the end.
-    TDownloadContentDescriptorItem* getDownloadContentDescriptorItem(QUOR_U8 index) const;
+    TDownloadContentDescriptorItem* getDownloadContentDescriptorItem(QUOR_U8 index) const {
+        return detail::at(m_pItems, index);
+    }
 
     /// Appends a module, which the descriptor owns from now on.
     void addDownloadContentDescriptorItem(TDownloadContentDescriptorItem* item);
@@ -96,28 +97,32 @@ public:
     QUOR_BOOL removeDownloadContentDescriptorItem(QUOR_U8 index);
 
 private:
-    void parseFixed(detail::Bytes descriptor);
-    detail::Outcome parseCompatibility(detail::Bytes& left, QUOR_U16* errorCode);
-    detail::Outcome parseModules(detail::Bytes& left, QUOR_U16* errorCode);
-    detail::Outcome parsePrivateData(detail::Bytes& left);
-    detail::Outcome parseText(detail::Bytes& left);
+    friend struct detail::Access;
 
-    QUOR_U8 m_iReboot;
-    QUOR_U8 m_iAddOn;
-    QUOR_U8 m_iCompatibilityFlag;
-    QUOR_U8 m_iModuleInfoFlag;
-    QUOR_U8 m_iTextInfoFlag;
-    QUOR_U32 m_iComponentSize;
-    QUOR_U32 m_iDownloadID;
-    QUOR_U32 m_iTimeOutValueDII;
-    QUOR_U32 m_iLeakRate;
-    QUOR_U8 m_iComponentTag;
-    QUOR_U8 m_iPrivateDataLength;
-    std::unique_ptr<QUOR_U8[]> m_iPrivateData;
-    std::string m_sLanguageCode;
-    std::string m_sText;
-    std::unique_ptr<TCompatibilityDescriptor> m_pCompatibilityDesc;
-    std::list<std::unique_ptr<TDownloadContentDescriptorItem>> m_pItems;
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    void decodeFixed(const detail::Bytes& descriptor);
+    detail::Outcome decodeCompatibility(detail::Bytes& left);
+    detail::Outcome decodeModules(detail::Bytes& left);
+    detail::Outcome decodePrivateData(detail::Bytes& left);
+    detail::Outcome decodeText(detail::Bytes& left);
+
+    QUOR_U8 m_iReboot = 0;
+    QUOR_U8 m_iAddOn = 0;
+    QUOR_U8 m_iCompatibilityFlag = 0;
+    QUOR_U8 m_iModuleInfoFlag = 0;
+    QUOR_U8 m_iTextInfoFlag = 0;
+    QUOR_U32 m_iComponentSize = 0;
+    QUOR_U32 m_iDownloadID = 0;
+    QUOR_U32 m_iTimeOutValueDII = 0;
+    QUOR_U32 m_iLeakRate = 0;
+    QUOR_U8 m_iComponentTag = 0;
+    QUOR_U8 m_iPrivateDataLength = 0;
+    detail::Array<QUOR_U8> m_iPrivateData{};
+    detail::Text m_sLanguageCode{};
+    detail::Text m_sText{};
+    std::unique_ptr<TCompatibilityDescriptor> m_pCompatibilityDesc{};
+    detail::Items<TDownloadContentDescriptorItem> m_pItems{};
 };
 
 } // namespace Quor

@@ -2,16 +2,15 @@
 #define QUOR_TEMERGENCY_INFORMATION_DESCRIPTOR_ITEM_H
 
 #include "QuorDefs.h"
-#include "QuorISDBTExport.h"
-
-#include <memory>
+#include "TISDBTMemory.h"
+#include "detail/Owned.h"
 
 namespace Quor {
 
 /// The emergency signal of one service, and the areas that it concerns.
-class QUOR_ISDBT_API TEmergencyInformationDescriptorItem {
+class QUOR_ISDBT_API TEmergencyInformationDescriptorItem : public TISDBTMemory {
 public:
-    TEmergencyInformationDescriptorItem();
+    TEmergencyInformationDescriptorItem() = default;
     virtual ~TEmergencyInformationDescriptorItem();
 
     /// Parses one item.
@@ -19,10 +18,10 @@ public:
     /// @param length       bytes left in the descriptor. At least 6 are needed, also by an item without area codes,
     ///                     which takes only 4.
     /// @param parsedLength receives the bytes that the item took: 4 and 2 for each area code. May be null.
-    /// @param err          ERROR_OK or ERROR_INVALID_DATA_LENGTH. May be null.
+    /// @param errorCode    ERROR_OK or ERROR_INVALID_DATA_LENGTH. May be null.
     /// @return a new item, which the caller deletes, or null.
     static TEmergencyInformationDescriptorItem* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
-                                                      QUOR_U16* err);
+                                                      QUOR_U16* errorCode);
 
     /// service_id of the service that carries the emergency broadcast.
     QUOR_U16 getServiceID() const { return m_iServiceID; }
@@ -40,11 +39,15 @@ public:
     QUOR_U16* getAreaCodes() const { return m_pAreaCodes.get(); }
 
 private:
-    QUOR_U16 m_iServiceID;
-    QUOR_BOOL m_bStart;
-    QUOR_U8 m_iSignalLevel;
-    QUOR_U8 m_iAreaCodeLength;
-    std::unique_ptr<QUOR_U16[]> m_pAreaCodes;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& left);
+
+    QUOR_U16 m_iServiceID = 0;
+    QUOR_BOOL m_bStart = false;
+    QUOR_U8 m_iSignalLevel = 0;
+    QUOR_U8 m_iAreaCodeLength = 0;
+    detail::Array<QUOR_U16> m_pAreaCodes{};
 };
 
 } // namespace Quor

@@ -2,8 +2,7 @@
 #define QUOR_TGENERAL_EVENT_DESCRIPTOR_H
 
 #include "descriptors/TISDBTDescriptor.h"
-
-#include <memory>
+#include "detail/Owned.h"
 
 namespace Quor {
 
@@ -26,18 +25,17 @@ public:
     /// @}
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TGeneralEventDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TGeneralEventDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TGeneralEventDescriptor() override;
 
     /// Parses one descriptor.
-    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
-    /// @param dataLength   descriptor_length + 2.
-    /// @param parsedLength receives dataLength - 2. May be null.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2.
+    /// @param parsedLength receives length - 2. May be null.
     /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(). May be
     ///                     null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TGeneralEventDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
-                                          QUOR_U16* errorCode);
+    static TGeneralEventDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* errorCode);
 
     /// event_msg_group_id, whose two parts overlap: the first byte of the body times 16, or-ed with the upper four bits
     /// of the second.
@@ -75,17 +73,21 @@ public:
     QUOR_U8* getPrivateData() const { return m_pPrivateData.get(); }
 
 private:
-    QUOR_U16 m_iEventMsgGroupID;
-    QUOR_U8 m_iTimeMode;
-    QUOR_U32 m_iEventMsgJSTTime;
-    QUOR_U8 m_iEventMsgNPTH;
-    QUOR_U32 m_iEventMsgNPTL;
-    QUOR_U8 m_iEventMsgRelativeTimeH;
-    QUOR_U32 m_iEventMsgRelativeTimeL;
-    QUOR_U8 m_iEventMsgType;
-    QUOR_U16 m_iEventMsgID;
-    QUOR_U8 m_iPrivateDataSize;
-    std::unique_ptr<QUOR_U8[]> m_pPrivateData;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_U16 m_iEventMsgGroupID = 0;
+    QUOR_U8 m_iTimeMode = 0;
+    QUOR_U32 m_iEventMsgJSTTime = 0;
+    QUOR_U8 m_iEventMsgNPTH = 0;
+    QUOR_U32 m_iEventMsgNPTL = 0;
+    QUOR_U8 m_iEventMsgRelativeTimeH = 0;
+    QUOR_U32 m_iEventMsgRelativeTimeL = 0;
+    QUOR_U8 m_iEventMsgType = 0;
+    QUOR_U16 m_iEventMsgID = 0;
+    QUOR_U8 m_iPrivateDataSize = 0;
+    detail::Array<QUOR_U8> m_pPrivateData{};
 };
 
 } // namespace Quor

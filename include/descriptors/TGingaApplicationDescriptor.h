@@ -2,8 +2,8 @@
 #define QUOR_TGINGA_APPLICATION_DESCRIPTOR_H
 
 #include "descriptors/TISDBTDescriptor.h"
+#include "detail/Owned.h"
 
-#include <list>
 #include <string>
 
 namespace Quor {
@@ -15,7 +15,7 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 0;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TGingaApplicationDescriptor(QUOR_U8 tag, QUOR_U8* data, QUOR_U32 length);
+    TGingaApplicationDescriptor(QUOR_U8 tag, QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(tag, data, length) {}
     /// A deep copy of @p source, which must not be null, with its tag; without data.
     explicit TGingaApplicationDescriptor(TGingaApplicationDescriptor* source);
     ~TGingaApplicationDescriptor() override = 0;
@@ -29,7 +29,7 @@ public:
     virtual QUOR_BOOL parseData(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* errorCode);
 
     /// The number of parameters.
-    QUOR_U32 size() const;
+    QUOR_U32 size() const { return m_pItems.size(); }
 
     /// The parameter at a position, from 0 in wire order, as received; empty past the end.
     std::string get(QUOR_U32 index) const;
@@ -41,7 +41,12 @@ public:
     QUOR_BOOL remove(QUOR_U32 index);
 
 private:
-    std::list<std::string> m_pItems;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+    detail::Outcome decodeBody(const detail::Bytes& body);
+
+    detail::Row<detail::Text> m_pItems{};
 };
 
 } // namespace Quor

@@ -2,6 +2,7 @@
 #define QUOR_TGINGA_APPLICATION_LOCATION_DESCRIPTOR_H
 
 #include "descriptors/TISDBTDescriptor.h"
+#include "detail/Owned.h"
 
 #include <string>
 
@@ -14,7 +15,8 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 2;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TGingaApplicationLocationDescriptor(QUOR_U8 tag, QUOR_U8* data, QUOR_U32 length);
+    TGingaApplicationLocationDescriptor(QUOR_U8 tag, QUOR_U8* data, QUOR_U32 length)
+        : TISDBTDescriptor(tag, data, length) {}
     /// A descriptor without data.
     TGingaApplicationLocationDescriptor(QUOR_U8 tag, std::string baseDirectory, std::string classpathExtension,
                                         std::string initialClass);
@@ -43,9 +45,14 @@ public:
     std::string getInitialClass() const { return m_sInitialClass; }
 
 private:
-    std::string m_sBaseDirectory;
-    std::string m_sClasspathExt;
-    std::string m_sInitialClass;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+    detail::Outcome decodeBody(const detail::Bytes& body);
+
+    detail::Text m_sBaseDirectory{};
+    detail::Text m_sClasspathExt{};
+    detail::Text m_sInitialClass{};
 };
 
 } // namespace Quor

@@ -13,7 +13,8 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 0;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TGingaNCLApplicationDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TGingaNCLApplicationDescriptor(QUOR_U8* data, QUOR_U32 length)
+        : TGingaApplicationDescriptor(DESCRIPTOR_TAG, data, length) {}
     /// A deep copy of @p source, which must not be null; without data.
     explicit TGingaNCLApplicationDescriptor(TGingaNCLApplicationDescriptor* source);
     ~TGingaNCLApplicationDescriptor() override;

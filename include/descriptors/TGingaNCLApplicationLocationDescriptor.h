@@ -3,6 +3,8 @@
 
 #include "descriptors/TGingaApplicationLocationDescriptor.h"
 
+#include <string>
+
 namespace Quor {
 
 /// Ginga-NCL application location descriptor (ABNT NBR 15606, tag 0x07, in the application information table): where
@@ -13,7 +15,8 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 4;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TGingaNCLApplicationLocationDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TGingaNCLApplicationLocationDescriptor(QUOR_U8* data, QUOR_U32 length)
+        : TGingaApplicationLocationDescriptor(DESCRIPTOR_TAG, data, length) {}
     /// A descriptor without data.
     TGingaNCLApplicationLocationDescriptor(std::string baseDirectory, std::string classpathExtension,
                                            std::string initialClass);

@@ -13,17 +13,18 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 3;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    THierarchicalTransmissionDescriptor(QUOR_U8* data, QUOR_U32 length);
+    THierarchicalTransmissionDescriptor(QUOR_U8* data, QUOR_U32 length)
+        : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~THierarchicalTransmissionDescriptor() override;
 
     /// Parses one descriptor.
-    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
-    /// @param dataLength   descriptor_length + 2.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2.
     /// @param parsedLength receives 3, the bytes of the body that are read. May be null.
     /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(). May be
     ///                     null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static THierarchicalTransmissionDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
+    static THierarchicalTransmissionDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
                                                       QUOR_U16* errorCode);
 
     /// quality_level: 1 when the stream is the one of high quality, 0 of low quality.
@@ -33,8 +34,12 @@ public:
     QUOR_U16 getReferencePID() const { return m_iReferencePID; }
 
 private:
-    QUOR_U8 m_iQualityLevel;
-    QUOR_U16 m_iReferencePID;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_U8 m_iQualityLevel = 0;
+    QUOR_U16 m_iReferencePID = 0;
 };
 
 } // namespace Quor

@@ -2,8 +2,7 @@
 #define QUOR_TLINKAGE_DESCRIPTOR_H
 
 #include "descriptors/TISDBTDescriptor.h"
-
-#include <memory>
+#include "detail/Owned.h"
 
 namespace Quor {
 
@@ -26,17 +25,17 @@ public:
     /// @}
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TLinkageDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TLinkageDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TLinkageDescriptor() override;
 
     /// Parses one descriptor.
     /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
     /// @param length       descriptor_length + 2.
     /// @param parsedLength receives the bytes of the body, `length` - 2. May be null.
-    /// @param err          ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(). May be
+    /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(). May be
     ///                     null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TLinkageDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* err);
+    static TLinkageDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* errorCode);
 
     /// transport_stream_id of the linked service.
     QUOR_U16 getTransportStreamID() const { return m_iTransportStreamID; }
@@ -57,12 +56,16 @@ public:
     QUOR_U8* getPrivateData() const { return m_pPrivateData.get(); }
 
 private:
-    QUOR_U16 m_iTransportStreamID;
-    QUOR_U16 m_iOriginalNetworkID;
-    QUOR_U16 m_iServiceID;
-    QUOR_U8 m_iLinkageType;
-    QUOR_U8 m_iPrivateDataSize;
-    std::unique_ptr<QUOR_U8[]> m_pPrivateData;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_U16 m_iTransportStreamID = 0;
+    QUOR_U16 m_iOriginalNetworkID = 0;
+    QUOR_U16 m_iServiceID = 0;
+    QUOR_U8 m_iLinkageType = 0;
+    QUOR_U8 m_iPrivateDataSize = 0;
+    detail::Array<QUOR_U8> m_pPrivateData{};
 };
 
 } // namespace Quor

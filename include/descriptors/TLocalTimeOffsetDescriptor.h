@@ -3,10 +3,9 @@
 
 #include "descriptors/TISDBTDescriptor.h"
 #include "descriptors/TLocalTimeOffsetDescriptorItem.h"
+#include "detail/Owned.h"
 
 #include <list>
-#include <map>
-#include <memory>
 #include <string>
 
 namespace Quor {
@@ -19,17 +18,17 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 11;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TLocalTimeOffsetDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TLocalTimeOffsetDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TLocalTimeOffsetDescriptor() override;
 
     /// Parses one descriptor.
-    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
-    /// @param dataLength   descriptor_length + 2. getDataLength() returns two less.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2. getDataLength() returns two less.
     /// @param parsedLength receives the bytes of the last item, 13. May be null.
     /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(), or
     ///                     ERROR_INVALID_DESCRIPTOR_LENGTH for an incomplete item. May be null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TLocalTimeOffsetDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
+    static TLocalTimeOffsetDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
                                              QUOR_U16* errorCode);
 
     /// The item of a country, owned by the descriptor; null when there is none.
@@ -43,13 +42,17 @@ public:
     void add(TLocalTimeOffsetDescriptorItem* item);
 
     /// The number of countries.
-    QUOR_U32 size() const;
+    QUOR_U32 size() const { return m_pItems.size(); }
 
     /// The country codes in ascending order: a new list, which the caller deletes.
     std::list<std::string>* getCountryCodes() const;
 
 private:
-    std::map<std::string, std::unique_ptr<TLocalTimeOffsetDescriptorItem>> m_pItems;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    detail::Items<TLocalTimeOffsetDescriptorItem> m_pItems{};
 };
 
 } // namespace Quor

@@ -2,23 +2,23 @@
 #define QUOR_TLOCAL_TIME_OFFSET_DESCRIPTOR_ITEM_H
 
 #include "QuorDefs.h"
-#include "QuorISDBTExport.h"
+#include "TISDBTMemory.h"
 
 namespace Quor {
 
 /// The offset of local time from UTC in one region of a country.
-class QUOR_ISDBT_API TLocalTimeOffsetDescriptorItem {
+class QUOR_ISDBT_API TLocalTimeOffsetDescriptorItem : public TISDBTMemory {
 public:
-    TLocalTimeOffsetDescriptorItem();
+    TLocalTimeOffsetDescriptorItem() = default;
     virtual ~TLocalTimeOffsetDescriptorItem();
 
     /// Parses one item of 13 bytes.
-    /// @param sectionData the item.
-    /// @param dataLength  bytes left in the descriptor.
-    /// @param itemLength  receives the bytes that the item took. May be null.
-    /// @param errorCode   ERROR_OK or ERROR_INVALID_DATA_LENGTH. May be null.
+    /// @param data         the item.
+    /// @param length       bytes left in the descriptor.
+    /// @param parsedLength receives the bytes that the item took. May be null.
+    /// @param errorCode    ERROR_OK or ERROR_INVALID_DATA_LENGTH. May be null.
     /// @return a new item, which the caller deletes, or null.
-    static TLocalTimeOffsetDescriptorItem* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* itemLength,
+    static TLocalTimeOffsetDescriptorItem* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
                                                  QUOR_U16* errorCode);
 
     /// country_code, three letters of ISO 3166-1 and a terminating zero. Owned by the item.
@@ -35,14 +35,18 @@ public:
     QUOR_U16 getLocalTimeOffset() const { return m_iLocalTimeOffset; }
 
 private:
-    char m_sCountryCode[4];
-    QUOR_U8 m_iCountryRegionID;
-    QUOR_U16 m_iLocalTimeOffsetPolarity;
-    QUOR_U16 m_iLocalTimeOffset;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& left);
+
+    char m_sCountryCode[4] = {};
+    QUOR_U8 m_iCountryRegionID = 0;
+    QUOR_U16 m_iLocalTimeOffsetPolarity = 1;
+    QUOR_U16 m_iLocalTimeOffset = 0;
 
 protected:
     /// next_time_offset is not read from the wire; the place is kept for it.
-    QUOR_U16 m_iNextTimeOffset;
+    QUOR_U16 m_iNextTimeOffset = 0;
 };
 
 } // namespace Quor

@@ -2,8 +2,7 @@
 #define QUOR_TLOGO_TRANSMISSION_DESCRIPTOR_H
 
 #include "descriptors/TISDBTDescriptor.h"
-
-#include <memory>
+#include "detail/Owned.h"
 
 namespace Quor {
 
@@ -26,7 +25,7 @@ public:
     /// @}
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TLogoTransmissionDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TLogoTransmissionDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TLogoTransmissionDescriptor() override;
 
     /// Parses one descriptor. One with an unknown type is kept with nothing but its type.
@@ -34,10 +33,11 @@ public:
     /// @param length       descriptor_length + 2.
     /// @param parsedLength receives the bytes that were decoded: 7 for TYPE_CDT1, 3 for TYPE_CDT2, `length` - 2 for
     ///                     TYPE_SIMPLE, else 1. May be null.
-    /// @param err          ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(), or
+    /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(), or
     ///                     ERROR_INVALID_DESCRIPTOR_LENGTH for a body that its type does not fit in. May be null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TLogoTransmissionDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* err);
+    static TLogoTransmissionDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
+                                              QUOR_U16* errorCode);
 
     /// logo_transmission_type, 0 to 255.
     QUOR_U8 getLogoTransmType() const { return m_iLogoTransmType; }
@@ -58,12 +58,16 @@ public:
     QUOR_U8* getLogoData() const { return m_pLogoData.get(); }
 
 private:
-    QUOR_U8 m_iLogoTransmType;
-    QUOR_U16 m_iLogoID;
-    QUOR_U16 m_iLogoVersion;
-    QUOR_U16 m_iDownloadDataID;
-    QUOR_U8 m_iLogoDataLength;
-    std::unique_ptr<QUOR_U8[]> m_pLogoData;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_U8 m_iLogoTransmType = 0;
+    QUOR_U16 m_iLogoID = 0;
+    QUOR_U16 m_iLogoVersion = 0;
+    QUOR_U16 m_iDownloadDataID = 0;
+    QUOR_U8 m_iLogoDataLength = 0;
+    detail::Array<QUOR_U8> m_pLogoData{};
 };
 
 } // namespace Quor

@@ -3,9 +3,7 @@
 
 #include "descriptors/TISDBTDescriptor.h"
 #include "descriptors/TMosaicDescriptorCell.h"
-
-#include <list>
-#include <memory>
+#include "detail/Owned.h"
 
 namespace Quor {
 
@@ -30,7 +28,7 @@ public:
     /// @}
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TMosaicDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TMosaicDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TMosaicDescriptor() override;
 
     /// Parses one descriptor. Fewer cells than the grid has are accepted; bytes behind as many cells as it has are
@@ -38,10 +36,10 @@ public:
     /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
     /// @param length       descriptor_length + 2.
     /// @param parsedLength receives 1 plus the bytes of the cells. May be null.
-    /// @param err          ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(), or
+    /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(), or
     ///                     ERROR_INVALID_DESCRIPTOR_LENGTH for a cell that failed. May be null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TMosaicDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* err);
+    static TMosaicDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* errorCode);
 
     /// The two lower bits of number_of_horizontal_elementary_cells, 0 to 3: grids of more than four columns read as
     /// smaller ones.
@@ -52,10 +50,10 @@ public:
     QUOR_U8 getNumberOfVerticalCells() const { return m_iNumberOfVerticalCells; }
 
     /// The number of logical cells.
-    QUOR_U32 size() const;
+    QUOR_U32 size() const { return m_pItems.size(); }
 
     /// The logical cell at a position, from 0 in wire order, owned by the descriptor; null past the end.
-    TMosaicDescriptorCell* getCell(QUOR_U32 index) const;
+    TMosaicDescriptorCell* getCell(QUOR_U32 index) const { return detail::at(m_pItems, index); }
 
     /// Appends a logical cell, which the descriptor owns from now on. Null takes a place as well.
     void addCell(TMosaicDescriptorCell* cell);
@@ -65,12 +63,16 @@ public:
 
 protected:
     /// mosaic_entry_point is not read from the wire; the place is kept for it.
-    QUOR_BOOL m_bMosaicEntryPoint;
+    QUOR_BOOL m_bMosaicEntryPoint = false;
 
 private:
-    QUOR_U8 m_iNumberOfHorizontalCells;
-    QUOR_U8 m_iNumberOfVerticalCells;
-    std::list<std::unique_ptr<TMosaicDescriptorCell>> m_pItems;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_U8 m_iNumberOfHorizontalCells = 0;
+    QUOR_U8 m_iNumberOfVerticalCells = 0;
+    detail::Items<TMosaicDescriptorCell> m_pItems{};
 };
 
 } // namespace Quor

@@ -2,14 +2,13 @@
 #define QUOR_TMOSAIC_DESCRIPTOR_CELL_H
 
 #include "QuorDefs.h"
-#include "QuorISDBTExport.h"
-
-#include <memory>
+#include "TISDBTMemory.h"
+#include "detail/Owned.h"
 
 namespace Quor {
 
 /// One logical cell of a mosaic: the elementary cells that it covers, and what it leads to.
-class QUOR_ISDBT_API TMosaicDescriptorCell {
+class QUOR_ISDBT_API TMosaicDescriptorCell : public TISDBTMemory {
 public:
     /// @name Values of logical_cell_presentation_info
     /// @{
@@ -28,17 +27,17 @@ public:
     static constexpr QUOR_U8 LINKAGE_TYPE_EVENT_RELATED = 4;        ///< leads to a programme of a service
     /// @}
 
-    TMosaicDescriptorCell();
+    TMosaicDescriptorCell() = default;
     virtual ~TMosaicDescriptorCell();
 
     /// Parses one cell.
     /// @param data         the cell.
     /// @param length       bytes left in the descriptor.
     /// @param parsedLength receives the bytes that the cell took. May be null.
-    /// @param err          ERROR_OK or ERROR_INVALID_DATA_LENGTH, also for a cell_linkage_info other than 1 to 4.
-    ///                     May be null.
+    /// @param errorCode    ERROR_OK or ERROR_INVALID_DATA_LENGTH, also for a cell_linkage_info other than 1 to 4. May
+    ///                     be null.
     /// @return a new cell, which the caller deletes, or null.
-    static TMosaicDescriptorCell* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* err);
+    static TMosaicDescriptorCell* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* errorCode);
 
     /// logical_cell_id, 0 to 63.
     QUOR_U8 getLogicalCellID() const { return m_iLogicalCellID; }
@@ -71,16 +70,20 @@ public:
     QUOR_U16 getEventID() const { return m_iEventID; }
 
 private:
-    QUOR_U8 m_iLogicalCellID;
-    QUOR_U8 m_iLogicalCellPresentationInfo;
-    QUOR_U8 m_iElementaryCellFieldLength;
-    std::unique_ptr<QUOR_U8[]> m_pElementaryCellIDs;
-    QUOR_U8 m_iCellLinkageInfo;
-    QUOR_U16 m_iBouquetID;
-    QUOR_U16 m_iOriginalNetworkID;
-    QUOR_U16 m_iTransportStreamID;
-    QUOR_U16 m_iServiceID;
-    QUOR_U16 m_iEventID;
+    friend struct detail::Access;
+
+    detail::Outcome decode(detail::Bytes left);
+
+    QUOR_U8 m_iLogicalCellID = 0;
+    QUOR_U8 m_iLogicalCellPresentationInfo = 0;
+    QUOR_U8 m_iElementaryCellFieldLength = 0;
+    detail::Array<QUOR_U8> m_pElementaryCellIDs{};
+    QUOR_U8 m_iCellLinkageInfo = 0;
+    QUOR_U16 m_iBouquetID = 0;
+    QUOR_U16 m_iOriginalNetworkID = 0;
+    QUOR_U16 m_iTransportStreamID = 0;
+    QUOR_U16 m_iServiceID = 0;
+    QUOR_U16 m_iEventID = 0;
 };
 
 } // namespace Quor

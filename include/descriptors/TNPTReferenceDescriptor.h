@@ -13,18 +13,17 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 18;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TNPTReferenceDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TNPTReferenceDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TNPTReferenceDescriptor() override;
 
     /// Parses one descriptor.
-    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
-    /// @param dataLength   descriptor_length + 2.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2.
     /// @param parsedLength is not written; the variable keeps its value. May be null.
     /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(). May be
     ///                     null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TNPTReferenceDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
-                                          QUOR_U16* errorCode);
+    static TNPTReferenceDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* errorCode);
 
     /// postDiscontinuityIndicator: whether the reference holds only after the next discontinuity of the clock.
     QUOR_BOOL isPostDiscontinuity() const { return m_bPostDiscontinuity; }
@@ -51,14 +50,18 @@ public:
     QUOR_U16 getScaleDenominator() const { return m_iScaleDenominator; }
 
 private:
-    QUOR_BOOL m_bPostDiscontinuity;
-    QUOR_U8 m_iDSMCCContentID;
-    QUOR_U8 m_iSTCReferenceH;
-    QUOR_U32 m_iSTCReferenceL;
-    QUOR_U8 m_iNPTReferenceH;
-    QUOR_U32 m_iNPTReferenceL;
-    QUOR_U16 m_iScaleNumerator;
-    QUOR_U16 m_iScaleDenominator;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_BOOL m_bPostDiscontinuity = false;
+    QUOR_U8 m_iDSMCCContentID = 0;
+    QUOR_U8 m_iSTCReferenceH = 0;
+    QUOR_U32 m_iSTCReferenceL = 0;
+    QUOR_U8 m_iNPTReferenceH = 0;
+    QUOR_U32 m_iNPTReferenceL = 0;
+    QUOR_U16 m_iScaleNumerator = 0;
+    QUOR_U16 m_iScaleDenominator = 0;
 };
 
 } // namespace Quor

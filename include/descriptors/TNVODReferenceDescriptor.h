@@ -3,9 +3,7 @@
 
 #include "descriptors/TISDBTDescriptor.h"
 #include "descriptors/TNVODReferenceDescriptorItem.h"
-
-#include <list>
-#include <memory>
+#include "detail/Owned.h"
 
 namespace Quor {
 
@@ -17,23 +15,23 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 6;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TNVODReferenceDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TNVODReferenceDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TNVODReferenceDescriptor() override;
 
     /// Parses one descriptor.
     /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
     /// @param length       descriptor_length + 2.
     /// @param parsedLength receives the bytes of the last item, 6. May be null.
-    /// @param err          ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(), or
+    /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(), or
     ///                     ERROR_INVALID_DESCRIPTOR_LENGTH for an incomplete item. May be null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TNVODReferenceDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* err);
+    static TNVODReferenceDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* errorCode);
 
     /// The number of items.
-    QUOR_U32 size() const;
+    QUOR_U32 size() const { return m_pItems.size(); }
 
     /// The item at a position, from 0 in wire order, owned by the descriptor; null past the end.
-    TNVODReferenceDescriptorItem* get(QUOR_U8 index) const;
+    TNVODReferenceDescriptorItem* get(QUOR_U8 index) const { return detail::at(m_pItems, index); }
 
     /// Appends an item, which the descriptor owns from now on. Null takes a place as well.
     void add(TNVODReferenceDescriptorItem* item);
@@ -42,7 +40,11 @@ public:
     QUOR_BOOL remove(QUOR_U8 index);
 
 private:
-    std::list<std::unique_ptr<TNVODReferenceDescriptorItem>> m_pItems;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    detail::Items<TNVODReferenceDescriptorItem> m_pItems{};
 };
 
 } // namespace Quor

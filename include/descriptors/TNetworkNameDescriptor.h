@@ -2,6 +2,7 @@
 #define QUOR_TNETWORK_NAME_DESCRIPTOR_H
 
 #include "descriptors/TISDBTDescriptor.h"
+#include "detail/Owned.h"
 
 #include <string>
 
@@ -14,23 +15,27 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 1;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TNetworkNameDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TNetworkNameDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TNetworkNameDescriptor() override;
 
     /// Parses one descriptor.
     /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
     /// @param length       descriptor_length + 2.
     /// @param parsedLength receives the bytes of the name, `length` - 2. May be null.
-    /// @param err          ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(), or
+    /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(), or
     ///                     ERROR_INVALID_STRING for a name of more than 255 bytes. May be null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TNetworkNameDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* err);
+    static TNetworkNameDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* errorCode);
 
     /// The name as it is on the wire, in the character coding of the broadcast.
     std::string getNetworkName() const { return m_sNetworkName; }
 
 private:
-    std::string m_sNetworkName;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    detail::Text m_sNetworkName{};
 };
 
 } // namespace Quor

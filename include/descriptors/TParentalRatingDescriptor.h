@@ -3,9 +3,7 @@
 
 #include "descriptors/TISDBTDescriptor.h"
 #include "descriptors/TParentalRatingDescriptorItem.h"
-
-#include <list>
-#include <memory>
+#include "detail/Owned.h"
 
 namespace Quor {
 
@@ -17,24 +15,24 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 0;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TParentalRatingDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TParentalRatingDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TParentalRatingDescriptor() override;
 
     /// Parses one descriptor.
-    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
-    /// @param dataLength   descriptor_length + 2.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2.
     /// @param parsedLength receives the bytes of the last item, 4; 0 when there is none. May be null.
     /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(), or
     ///                     ERROR_INVALID_DESCRIPTOR_LENGTH for an incomplete item. May be null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TParentalRatingDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
+    static TParentalRatingDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
                                             QUOR_U16* errorCode);
 
     /// The number of items.
-    QUOR_U32 size() const;
+    QUOR_U32 size() const { return m_pItems.size(); }
 
     /// The item at a position, from 0 in wire order, owned by the descriptor; null past the end.
-    TParentalRatingDescriptorItem* get(QUOR_U8 index) const;
+    TParentalRatingDescriptorItem* get(QUOR_U8 index) const { return detail::at(m_pItems, index); }
 
     /// Appends an item, which the descriptor owns from now on. Null takes a place as well.
     void add(TParentalRatingDescriptorItem* item);
@@ -43,7 +41,11 @@ public:
     QUOR_BOOL remove(QUOR_U8 index);
 
 private:
-    std::list<std::unique_ptr<TParentalRatingDescriptorItem>> m_pItems;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    detail::Items<TParentalRatingDescriptorItem> m_pItems{};
 };
 
 } // namespace Quor

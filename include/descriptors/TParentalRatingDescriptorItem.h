@@ -2,26 +2,27 @@
 #define QUOR_TPARENTAL_RATING_DESCRIPTOR_ITEM_H
 
 #include "QuorDefs.h"
-#include "QuorISDBTExport.h"
+#include "TISDBTMemory.h"
+#include "detail/Owned.h"
 
 #include <string>
 
 namespace Quor {
 
 /// The parental rating in one country.
-class QUOR_ISDBT_API TParentalRatingDescriptorItem {
+class QUOR_ISDBT_API TParentalRatingDescriptorItem : public TISDBTMemory {
 public:
-    TParentalRatingDescriptorItem();
+    TParentalRatingDescriptorItem() = default;
     virtual ~TParentalRatingDescriptorItem();
 
     /// Parses one item of four bytes.
-    /// @param sectionData the item.
-    /// @param dataLength  bytes left in the descriptor.
-    /// @param itemLength  receives the bytes that the item took, 4. May be null.
-    /// @param errorCode   ERROR_OK, ERROR_INVALID_DATA_LENGTH, or ERROR_INVALID_STRING for a country code that does not
-    ///                    fit. May be null.
+    /// @param data         the item.
+    /// @param length       bytes left in the descriptor.
+    /// @param parsedLength receives the bytes that the item took, 4. May be null.
+    /// @param errorCode    ERROR_OK, ERROR_INVALID_DATA_LENGTH, or ERROR_INVALID_STRING for a country code that does
+    ///                     not fit. May be null.
     /// @return a new item, which the caller deletes, or null.
-    static TParentalRatingDescriptorItem* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* itemLength,
+    static TParentalRatingDescriptorItem* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
                                                 QUOR_U16* errorCode);
 
     /// country_code, three letters of ISO 3166-1.
@@ -31,8 +32,12 @@ public:
     QUOR_U8 getRating() const { return m_iRating; }
 
 private:
-    std::string m_sCountryCode;
-    QUOR_U8 m_iRating;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& left);
+
+    detail::Text m_sCountryCode{};
+    QUOR_U8 m_iRating = 0;
 };
 
 } // namespace Quor

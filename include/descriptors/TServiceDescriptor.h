@@ -2,6 +2,7 @@
 #define QUOR_TSERVICE_DESCRIPTOR_H
 
 #include "descriptors/TISDBTDescriptor.h"
+#include "detail/Owned.h"
 
 #include <string>
 
@@ -53,18 +54,18 @@ public:
     /// @}
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TServiceDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TServiceDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TServiceDescriptor() override;
 
     /// Parses one descriptor. Bytes behind the service name are ignored.
     /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
     /// @param length       descriptor_length + 2.
     /// @param parsedLength receives the bytes of both names with their length bytes, modulo 256. May be null.
-    /// @param err          ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(),
+    /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(),
     ///                     ERROR_INVALID_STRING for a name that does not fit, or ERROR_INVALID_DESCRIPTOR_LENGTH when
     ///                     the body ends with the provider name. May be null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TServiceDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* err);
+    static TServiceDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* errorCode);
 
     /// service_type, 0 to 255, also values without a name above.
     QUOR_U8 getServiceType() const { return m_iServiceType; }
@@ -76,9 +77,13 @@ public:
     std::string getServiceName() const { return m_sServiceName; }
 
 private:
-    QUOR_U8 m_iServiceType;
-    std::string m_sServiceProviderName;
-    std::string m_sServiceName;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_U8 m_iServiceType = 0;
+    detail::Text m_sServiceProviderName{};
+    detail::Text m_sServiceName{};
 };
 
 } // namespace Quor

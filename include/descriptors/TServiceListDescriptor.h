@@ -3,10 +3,9 @@
 
 #include "descriptors/TISDBTDescriptor.h"
 #include "descriptors/TServiceListDescriptorItem.h"
+#include "detail/Owned.h"
 
 #include <list>
-#include <map>
-#include <memory>
 
 namespace Quor {
 
@@ -21,17 +20,17 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 2;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TServiceListDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TServiceListDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TServiceListDescriptor() override;
 
     /// Parses one descriptor.
     /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
     /// @param length       descriptor_length + 2.
     /// @param parsedLength receives the bytes of the last item, 2. May be null.
-    /// @param err          ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(), or
+    /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(), or
     ///                     ERROR_INVALID_DESCRIPTOR_LENGTH for an incomplete item. May be null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TServiceListDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* err);
+    static TServiceListDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* errorCode);
 
     /// The item of a service, owned by the descriptor; null when there is none.
     TServiceListDescriptorItem* get(QUOR_U8 serviceId) const;
@@ -44,13 +43,17 @@ public:
     void add(TServiceListDescriptorItem* item);
 
     /// The number of services.
-    QUOR_U32 size() const;
+    QUOR_U32 size() const { return m_pItems.size(); }
 
     /// The service ids in ascending order: a new list, which the caller deletes.
     std::list<QUOR_U8>* getServiceIDs() const;
 
 private:
-    std::map<QUOR_U8, std::unique_ptr<TServiceListDescriptorItem>> m_pItems;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    detail::Items<TServiceListDescriptorItem> m_pItems{};
 };
 
 } // namespace Quor

@@ -2,8 +2,7 @@
 #define QUOR_TSTREAM_EVENT_DESCRIPTOR_H
 
 #include "descriptors/TISDBTDescriptor.h"
-
-#include <memory>
+#include "detail/Owned.h"
 
 namespace Quor {
 
@@ -15,18 +14,17 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 10;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TStreamEventDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TStreamEventDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TStreamEventDescriptor() override;
 
     /// Parses one descriptor.
-    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
-    /// @param dataLength   descriptor_length + 2.
-    /// @param parsedLength receives dataLength - 2. May be null.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2.
+    /// @param parsedLength receives length - 2. May be null.
     /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(). May be
     ///                     null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TStreamEventDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
-                                         QUOR_U16* errorCode);
+    static TStreamEventDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* errorCode);
 
     /// eventId, 0 to 65535.
     QUOR_U16 getEventID() const { return m_iEventID; }
@@ -44,11 +42,15 @@ public:
     QUOR_U8* getPrivateData() const { return m_pPrivateData.get(); }
 
 private:
-    QUOR_U16 m_iEventID;
-    QUOR_U8 m_iEventNPTH;
-    QUOR_U32 m_iEventNPTL;
-    QUOR_U8 m_iPrivateDataSize;
-    std::unique_ptr<QUOR_U8[]> m_pPrivateData;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_U16 m_iEventID = 0;
+    QUOR_U8 m_iEventNPTH = 0;
+    QUOR_U32 m_iEventNPTL = 0;
+    QUOR_U8 m_iPrivateDataSize = 0;
+    detail::Array<QUOR_U8> m_pPrivateData{};
 };
 
 } // namespace Quor

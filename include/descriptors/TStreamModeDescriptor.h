@@ -26,24 +26,27 @@ public:
     /// @}
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TStreamModeDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TStreamModeDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TStreamModeDescriptor() override;
 
     /// Parses one descriptor.
-    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
-    /// @param dataLength   descriptor_length + 2.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2.
     /// @param parsedLength is not written; the variable keeps its value. May be null.
     /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(). May be
     ///                     null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TStreamModeDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
-                                        QUOR_U16* errorCode);
+    static TStreamModeDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* errorCode);
 
     /// streamMode, 0 to 255; values without a constant are accepted as well.
     QUOR_U8 getStreamMode() const { return m_iStreamMode; }
 
 private:
-    QUOR_U8 m_iStreamMode;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_U8 m_iStreamMode = 0;
 };
 
 } // namespace Quor

@@ -2,8 +2,7 @@
 #define QUOR_TSYSTEM_MANAGEMENT_DESCRIPTOR_H
 
 #include "descriptors/TISDBTDescriptor.h"
-
-#include <memory>
+#include "detail/Owned.h"
 
 namespace Quor {
 
@@ -25,17 +24,18 @@ public:
     static constexpr QUOR_U8 IDENTIFIER_ISDB = 3;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TSystemManagementDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TSystemManagementDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TSystemManagementDescriptor() override;
 
     /// Parses one descriptor.
     /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
     /// @param length       descriptor_length + 2.
     /// @param parsedLength receives the bytes of the body, `length` - 2. May be null.
-    /// @param err          ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(). May be
+    /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(). May be
     ///                     null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TSystemManagementDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* err);
+    static TSystemManagementDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
+                                              QUOR_U16* errorCode);
 
     /// system_management_id, all 16 bits.
     QUOR_U16 getSystemManagementID() const { return m_iSystemMngID; }
@@ -47,9 +47,13 @@ public:
     QUOR_U8* getAdditionalIdentificationInfo() const { return m_pAdditionalIdentInfo.get(); }
 
 private:
-    QUOR_U16 m_iSystemMngID;
-    QUOR_U8 m_iAdditionalIdentInfoSize;
-    std::unique_ptr<QUOR_U8[]> m_pAdditionalIdentInfo;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_U16 m_iSystemMngID = 0;
+    QUOR_U8 m_iAdditionalIdentInfoSize = 0;
+    detail::Array<QUOR_U8> m_pAdditionalIdentInfo{};
 };
 
 } // namespace Quor

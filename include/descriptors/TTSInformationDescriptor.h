@@ -3,9 +3,8 @@
 
 #include "descriptors/TISDBTDescriptor.h"
 #include "descriptors/TTSInformationDescriptorItem.h"
+#include "detail/Owned.h"
 
-#include <list>
-#include <memory>
 #include <string>
 
 namespace Quor {
@@ -18,7 +17,7 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 8;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TTSInformationDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TTSInformationDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TTSInformationDescriptor() override;
 
     /// Parses one descriptor. Bytes behind its last item are ignored.
@@ -26,11 +25,11 @@ public:
     /// @param length       descriptor_length + 2.
     /// @param parsedLength receives twice the bytes of the name plus the bytes of the items; the two bytes before the
     ///                     name do not count. May be null.
-    /// @param err          ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(),
+    /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(),
     ///                     ERROR_INVALID_STRING for a name that does not fit or is empty, or
     ///                     ERROR_INVALID_DESCRIPTOR_LENGTH for an incomplete item. May be null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TTSInformationDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* err);
+    static TTSInformationDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* errorCode);
 
     /// remote_control_key_id, 0 to 255.
     QUOR_U8 getRemoteControlKeyID() const { return m_iRCKeyID; }
@@ -39,10 +38,10 @@ public:
     std::string getTransportStreamName() const { return m_sTSName; }
 
     /// The number of transmission types; 0 to 3 after parse().
-    QUOR_U32 getTransmissionTypeCount() const;
+    QUOR_U32 getTransmissionTypeCount() const { return m_pItems.size(); }
 
     /// The transmission type at a position, from 0 in wire order, owned by the descriptor; null past the end.
-    TTSInformationDescriptorItem* getTransmissionType(QUOR_U8 index) const;
+    TTSInformationDescriptorItem* getTransmissionType(QUOR_U8 index) const { return detail::at(m_pItems, index); }
 
     /// Appends a transmission type, which the descriptor owns from now on. Null takes a place as well.
     void addTransmissionType(TTSInformationDescriptorItem* item);
@@ -51,9 +50,13 @@ public:
     QUOR_BOOL removeTransmissionType(QUOR_U8 index);
 
 private:
-    QUOR_U8 m_iRCKeyID;
-    std::string m_sTSName;
-    std::list<std::unique_ptr<TTSInformationDescriptorItem>> m_pItems;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_U8 m_iRCKeyID = 0;
+    detail::Text m_sTSName{};
+    detail::Items<TTSInformationDescriptorItem> m_pItems{};
 };
 
 } // namespace Quor

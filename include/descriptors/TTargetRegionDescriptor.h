@@ -2,8 +2,7 @@
 #define QUOR_TTARGET_REGION_DESCRIPTOR_H
 
 #include "descriptors/TISDBTDescriptor.h"
-
-#include <memory>
+#include "detail/Owned.h"
 
 namespace Quor {
 
@@ -14,18 +13,17 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_LENGTH = 1;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TTargetRegionDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TTargetRegionDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TTargetRegionDescriptor() override;
 
     /// Parses one descriptor.
-    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
-    /// @param dataLength   descriptor_length + 2.
-    /// @param parsedLength receives dataLength - 2. May be null.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2.
+    /// @param parsedLength receives length - 2. May be null.
     /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(). May be
     ///                     null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TTargetRegionDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
-                                          QUOR_U16* errorCode);
+    static TTargetRegionDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* errorCode);
 
     /// region_spec_type, 0 to 255: how getSpecData() is to be read.
     QUOR_U16 getRegionSpecType() const { return m_iRegionSpecType; }
@@ -37,9 +35,13 @@ public:
     QUOR_U8* getSpecData() const { return m_pSpec.get(); }
 
 private:
-    QUOR_U16 m_iRegionSpecType;
-    QUOR_U8 m_iSpecSize;
-    std::unique_ptr<QUOR_U8[]> m_pSpec;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_U16 m_iRegionSpecType = 0;
+    QUOR_U8 m_iSpecSize = 0;
+    detail::Array<QUOR_U8> m_pSpec{};
 };
 
 } // namespace Quor

@@ -2,8 +2,7 @@
 #define QUOR_TTERRESTRIAL_DELIVERY_SYSTEM_DESCRIPTOR_H
 
 #include "descriptors/TISDBTDescriptor.h"
-
-#include <memory>
+#include "detail/Owned.h"
 
 namespace Quor {
 
@@ -31,18 +30,19 @@ public:
     /// @}
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TTerrestrialDeliverySystemDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TTerrestrialDeliverySystemDescriptor(QUOR_U8* data, QUOR_U32 length)
+        : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TTerrestrialDeliverySystemDescriptor() override;
 
     /// Parses one descriptor.
     /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
     /// @param length       descriptor_length + 2.
     /// @param parsedLength receives the bytes of the body, `length` - 2. May be null.
-    /// @param err          ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(). May be
+    /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(). May be
     ///                     null.
     /// @return a new descriptor, which the caller deletes, or null.
     static TTerrestrialDeliverySystemDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
-                                                       QUOR_U16* err);
+                                                       QUOR_U16* errorCode);
 
     /// area_code, 12 bits.
     QUOR_U16 getAreaCode() const { return m_iAreaCode; }
@@ -60,11 +60,15 @@ public:
     QUOR_U16* getFrequencies() const { return m_pFrequencies.get(); }
 
 private:
-    QUOR_U16 m_iAreaCode;
-    QUOR_U8 m_iGuardInterval;
-    QUOR_U8 m_iTransmissionMode;
-    QUOR_U8 m_iFrequencyCounter;
-    std::unique_ptr<QUOR_U16[]> m_pFrequencies;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_U16 m_iAreaCode = 0;
+    QUOR_U8 m_iGuardInterval = 0;
+    QUOR_U8 m_iTransmissionMode = 0;
+    QUOR_U8 m_iFrequencyCounter = 0;
+    detail::Array<QUOR_U16> m_pFrequencies{};
 };
 
 } // namespace Quor

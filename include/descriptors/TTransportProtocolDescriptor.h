@@ -5,10 +5,6 @@
 
 namespace Quor {
 
-namespace detail {
-class Bytes;
-} // namespace detail
-
 /// Transport protocol descriptor (ABNT NBR 15606, tag 0x02, in the application information table): how the files of an
 /// application arrive. The class is abstract; parse() makes the variant that protocol_id selects.
 class QUOR_ISDBT_API TTransportProtocolDescriptor : public TISDBTDescriptor {
@@ -43,7 +39,7 @@ public:
 
     /// A deep copy of a descriptor of any variant, without data: a new object, which the caller deletes. Null for
     /// data piping and unknown types.
-    /// @param source an object of the class that belongs to its type; not null.
+    /// @param source an object of the class that belongs to its type; null gives null.
     static TTransportProtocolDescriptor* clone(TTransportProtocolDescriptor* source);
 
     /// Which variant this is.
@@ -65,7 +61,8 @@ protected:
     };
 
     /// A descriptor with label 0 over the caller's bytes, which are not copied.
-    TTransportProtocolDescriptor(Type type, QUOR_U16 protocolId, QUOR_U8* data, QUOR_U32 length);
+    TTransportProtocolDescriptor(Type type, QUOR_U16 protocolId, QUOR_U8* data, QUOR_U32 length)
+        : TISDBTDescriptor(DESCRIPTOR_TAG, data, length), m_eMyType(type), m_iProtocolID(protocolId) {}
 
     /// Decodes the label and the connection, with which every variant begins.
     /// @param body       the bytes from protocol_id on.
@@ -73,12 +70,16 @@ protected:
     /// @param connection receives what was decoded.
     /// @param left       receives the number of bytes that turned out to be too few, when 0 is returned.
     /// @return where the variant's own bytes begin in the body; 0 when it is too short.
-    QUOR_U32 parseConnection(detail::Bytes body, QUOR_U32 minimum, Connection& connection, QUOR_U32& left);
+    QUOR_U32 decodeConnection(const detail::Bytes& body, QUOR_U32 minimum, Connection& connection, QUOR_U32& left);
 
 private:
+    friend struct detail::Access;
+
+    static TISDBTDescriptor* parseVariant(const detail::Bytes& descriptor, detail::Outcome& outcome);
+
     Type m_eMyType;
     QUOR_U16 m_iProtocolID;
-    QUOR_U8 m_iTransportProtocolLabel;
+    QUOR_U8 m_iTransportProtocolLabel = 0;
 };
 
 } // namespace Quor

@@ -2,8 +2,8 @@
 #define QUOR_TTRANSPORT_PROTOCOL_DESCRIPTOR_IP_H
 
 #include "descriptors/TTransportProtocolDescriptor.h"
+#include "detail/Owned.h"
 
-#include <list>
 #include <string>
 
 namespace Quor {
@@ -15,7 +15,8 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_SPECIFIC_LENGTH = 5;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TTransportProtocolDescriptorIP(QUOR_U8* data, QUOR_U32 length);
+    TTransportProtocolDescriptorIP(QUOR_U8* data, QUOR_U32 length)
+        : TTransportProtocolDescriptor(IP, IP, data, length) {}
     /// A descriptor with one URL, without data.
     explicit TTransportProtocolDescriptorIP(std::string url);
     /// A deep copy of @p source, which must not be null; without data, and with label 0, unlike a copy made by clone().
@@ -40,7 +41,7 @@ public:
     QUOR_BOOL isAligned() const { return m_bAlignmentIndicator; }
 
     /// The number of URLs.
-    QUOR_U32 getURLCount() const;
+    QUOR_U32 getURLCount() const { return m_pURLs.size(); }
 
     /// The URL at a position, from 0 in wire order, as received; empty past the end.
     std::string getURL(QUOR_U8 index) const;
@@ -52,9 +53,13 @@ public:
     QUOR_BOOL removeURL(QUOR_U8 index);
 
 private:
-    Connection m_connection;
-    QUOR_BOOL m_bAlignmentIndicator;
-    std::list<std::string> m_pURLs;
+    friend struct detail::Access;
+
+    detail::Outcome decodeBody(const detail::Bytes& body);
+
+    Connection m_connection{};
+    QUOR_BOOL m_bAlignmentIndicator = false;
+    detail::Row<detail::Text> m_pURLs{};
 };
 
 } // namespace Quor

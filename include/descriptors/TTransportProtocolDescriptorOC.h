@@ -12,7 +12,8 @@ public:
     static constexpr QUOR_U32 MINIMUM_DESCRIPTOR_SPECIFIC_LENGTH = 5;
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TTransportProtocolDescriptorOC(QUOR_U8* data, QUOR_U32 length);
+    TTransportProtocolDescriptorOC(QUOR_U8* data, QUOR_U32 length)
+        : TTransportProtocolDescriptor(ObjectCarousel, ObjectCarousel, data, length) {}
     /// A copy of @p source, which must not be null; without data, and with label 0, unlike a copy made by clone().
     explicit TTransportProtocolDescriptorOC(TTransportProtocolDescriptorOC* source);
     ~TTransportProtocolDescriptorOC() override;
@@ -35,8 +36,12 @@ public:
     QUOR_U8 getComponentTag() const { return m_iComponentTag; }
 
 private:
-    Connection m_connection;
-    QUOR_U8 m_iComponentTag;
+    friend struct detail::Access;
+
+    detail::Outcome decodeBody(const detail::Bytes& body);
+
+    Connection m_connection{};
+    QUOR_U8 m_iComponentTag = 0;
 };
 
 } // namespace Quor

@@ -24,17 +24,17 @@ public:
     /// @}
 
     /// An empty descriptor over the caller's bytes, which are not copied.
-    TVideoDecodeControlDescriptor(QUOR_U8* data, QUOR_U32 length);
+    TVideoDecodeControlDescriptor(QUOR_U8* data, QUOR_U32 length) : TISDBTDescriptor(DESCRIPTOR_TAG, data, length) {}
     ~TVideoDecodeControlDescriptor() override;
 
     /// Parses one descriptor.
-    /// @param sectionData  the descriptor, from its tag on; it must outlive the use of getData().
-    /// @param dataLength   descriptor_length + 2.
+    /// @param data         the descriptor, from its tag on; it must outlive the use of getData().
+    /// @param length       descriptor_length + 2.
     /// @param parsedLength receives 1, the bytes of the body that are read. May be null.
     /// @param errorCode    ERROR_OK or the reason of a failure: those of TISDBTDescriptor::parseCommonHeader(). May be
     ///                     null.
     /// @return a new descriptor, which the caller deletes, or null.
-    static TVideoDecodeControlDescriptor* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U32* parsedLength,
+    static TVideoDecodeControlDescriptor* parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
                                                 QUOR_U16* errorCode);
 
     /// still_picture_flag: whether the component is a still picture.
@@ -47,9 +47,13 @@ public:
     QUOR_U8 getVideoEncodeFormat() const { return m_iVideoEncodeFormat; }
 
 private:
-    QUOR_BOOL m_bStillPictureFlag;
-    QUOR_BOOL m_bSequenceEndCodeFlag;
-    QUOR_U8 m_iVideoEncodeFormat;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& descriptor);
+
+    QUOR_BOOL m_bStillPictureFlag = false;
+    QUOR_BOOL m_bSequenceEndCodeFlag = false;
+    QUOR_U8 m_iVideoEncodeFormat = 0;
 };
 
 } // namespace Quor

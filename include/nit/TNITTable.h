@@ -2,17 +2,19 @@
 #define QUOR_TNIT_TABLE_H
 
 #include "TISDBTVersionedTable.h"
-#include "nit/TNITDescriptors.h"
+#include "descriptors/TEmergencyInformationDescriptor.h"
+#include "descriptors/TLinkageDescriptor.h"
+#include "descriptors/TNetworkNameDescriptor.h"
+#include "descriptors/TPartialReceptionDescriptor.h"
+#include "descriptors/TServiceListDescriptor.h"
+#include "descriptors/TSystemManagementDescriptor.h"
+#include "descriptors/TTSInformationDescriptor.h"
+#include "descriptors/TTerrestrialDeliverySystemDescriptor.h"
+#include "detail/Descriptors.h"
+#include "detail/Owned.h"
 #include "nit/TTransportStreamInfo.h"
 
-#include <map>
-
 namespace Quor {
-
-namespace detail {
-class Bytes;
-class Outcome;
-} // namespace detail
 
 /// Network information table of the actual network (ABNT NBR 15603, table_id 0x40, PID 0x0010): the network's
 /// descriptors, and its transport streams with theirs.
@@ -29,13 +31,13 @@ public:
     /// @param length           number of bytes; those behind the section are ignored.
     /// @param checkCRC32       ignored.
     /// @param parseDescriptors ignored: descriptors are always parsed.
-    /// @param err              ERROR_OK or the reason of a failure: those of the section header,
+    /// @param errorCode        ERROR_OK or the reason of a failure: those of the section header,
     ///                         ERROR_INVALID_DATA_LENGTH for a loop or descriptor that does not fit, what a descriptor
     ///                         of the network failed with, or ERROR_INVALID_ITEM for a transport stream that is not
     ///                         valid. May be null.
     /// @param previous         the table of an earlier version, or null; see TISDBTVersionedTable.
     /// @return a new table, which the caller deletes, or null.
-    static TNITTable* parse(QUOR_U8* data, QUOR_U32 length, int checkCRC32, int parseDescriptors, QUOR_U16* err,
+    static TNITTable* parse(QUOR_U8* data, QUOR_U32 length, int checkCRC32, int parseDescriptors, QUOR_U16* errorCode,
                             TNITTable* previous);
 
     /// network_id, 0 to 65535.
@@ -43,21 +45,31 @@ public:
 
     /// @name The descriptors of the network, owned by the table; null when absent.
     /// @{
-    TNetworkNameDescriptor* getNetworkNameDescriptor() const;
-    TSystemManagementDescriptor* getSystemManagementDescriptor() const;
-    TServiceListDescriptor* getServiceListDescriptor() const;
-    TLinkageDescriptor* getLinkageDescriptor() const;
-    TTerrestrialDeliverySystemDescriptor* getTerrestrialDeliverySystemDescriptor() const;
-    TEmergencyInformationDescriptor* getEmergencyInformationDescriptor() const;
-    TPartialReceptionDescriptor* getPartialReceptionDescriptor() const;
-    TTSInformationDescriptor* getTSInformationDescriptor() const;
+    TNetworkNameDescriptor* getNetworkNameDescriptor() const { return m_descriptors.get<TNetworkNameDescriptor>(); }
+    TSystemManagementDescriptor* getSystemManagementDescriptor() const {
+        return m_descriptors.get<TSystemManagementDescriptor>();
+    }
+    TServiceListDescriptor* getServiceListDescriptor() const { return m_descriptors.get<TServiceListDescriptor>(); }
+    TLinkageDescriptor* getLinkageDescriptor() const { return m_descriptors.get<TLinkageDescriptor>(); }
+    TTerrestrialDeliverySystemDescriptor* getTerrestrialDeliverySystemDescriptor() const {
+        return m_descriptors.get<TTerrestrialDeliverySystemDescriptor>();
+    }
+    TEmergencyInformationDescriptor* getEmergencyInformationDescriptor() const {
+        return m_descriptors.get<TEmergencyInformationDescriptor>();
+    }
+    TPartialReceptionDescriptor* getPartialReceptionDescriptor() const {
+        return m_descriptors.get<TPartialReceptionDescriptor>();
+    }
+    TTSInformationDescriptor* getTSInformationDescriptor() const {
+        return m_descriptors.get<TTSInformationDescriptor>();
+    }
     /// @}
 
-    TISDBTDescriptor* getDescriptor(QUOR_U8 tag) const override;
+    TISDBTDescriptor* getDescriptor(QUOR_U8 tag) const override { return m_descriptors.find(tag); }
     std::list<QUOR_U8>* getDescriptorTags() const override;
 
     /// The number of transport streams (not the bytes of their loop).
-    QUOR_U32 getTransportStreamLoopSize() const;
+    QUOR_U32 getTransportStreamLoopSize() const { return m_pItems.size(); }
 
     /// The transport_stream_ids in ascending order: a new list, which the caller deletes.
     std::list<QUOR_U16>* getTransportStreamIDs() const;
@@ -73,12 +85,12 @@ public:
     bool removeTransportStreamInfo(QUOR_U16 id);
 
 private:
-    detail::Outcome parseBody(detail::Bytes section, QUOR_U16 remaining, QUOR_U16* err);
-    detail::Outcome parseLoop(detail::Bytes& left, QUOR_U16& remaining, QUOR_U16 loopLength, QUOR_U16* err);
-    detail::Outcome parseStreams(detail::Bytes left, QUOR_U16 remaining, QUOR_U16 loopLength, QUOR_U16* err);
+    friend struct detail::Access;
 
-    TNITDescriptors m_descriptors;
-    std::map<QUOR_U16, std::unique_ptr<TTransportStreamInfo>> m_pItems;
+    detail::Outcome decode(const detail::Bytes& section, QUOR_U16 remaining);
+
+    detail::Items<TTransportStreamInfo> m_pItems{};
+    detail::Descriptors m_descriptors{};
 };
 
 } // namespace Quor

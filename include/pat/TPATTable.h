@@ -2,10 +2,8 @@
 #define QUOR_TPAT_TABLE_H
 
 #include "TISDBTVersionedTable.h"
+#include "detail/Owned.h"
 #include "pat/TProgramAssociation.h"
-
-#include <map>
-#include <memory>
 
 namespace Quor {
 
@@ -16,21 +14,21 @@ public:
     static constexpr QUOR_U32 MINIMUM_DATA_LENGTH = 10;
 
     /// An empty table over a private copy of the section.
-    TPATTable(QUOR_U8* sectionData, QUOR_U32 dataLength);
+    TPATTable(QUOR_U8* data, QUOR_U32 length);
     ~TPATTable() override;
 
     /// Parses one section.
-    /// @param sectionData      the section, from table_id to CRC_32.
-    /// @param dataLength       number of bytes; those behind the section are ignored.
+    /// @param data             the section, from table_id to CRC_32.
+    /// @param length           number of bytes; those behind the section are ignored.
     /// @param parseDescriptors ignored: this table has no descriptors.
     /// @param checkCRC32       ignored.
     /// @param errorCode        ERROR_OK or the reason of a failure: ERROR_INVALID_DATA, ERROR_INVALID_DATA_LENGTH,
-    ///                         ERROR_INVALID_TABLE_ID, ERROR_INVALID_SECTION_LEN_TOO_BIG,
-    ///                         ERROR_INCOMPATIBLE_TABLE_TYPE or ERROR_TABLE_NOT_UPDATED. May be null.
+    ///                         ERROR_INVALID_TABLE_ID, ERROR_INVALID_SECTION_LEN_TOO_BIG, ERROR_INCOMPATIBLE_TABLE_TYPE
+    ///                         or ERROR_TABLE_NOT_UPDATED. May be null.
     /// @param previous         the table of an earlier version, or null; see TISDBTVersionedTable.
     /// @return a new table, which the caller deletes, or null.
-    static TPATTable* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, int parseDescriptors, int checkCRC32,
-                            QUOR_U16* errorCode, TPATTable* previous);
+    static TPATTable* parse(QUOR_U8* data, QUOR_U32 length, int parseDescriptors, int checkCRC32, QUOR_U16* errorCode,
+                            TPATTable* previous);
 
     /// transport_stream_id, 0 to 65535.
     QUOR_U16 getTransportStreamID() const { return getGenericDataField(); }
@@ -39,7 +37,7 @@ public:
     QUOR_U16 getNetworkPid() const { return m_iNetworkPid; }
 
     /// The number of services; the entry of program_number 0 is not among them.
-    QUOR_U32 size() const;
+    QUOR_U32 size() const { return m_pItems.size(); }
 
     /// The entry of a service, owned by the table; null when there is none.
     TProgramAssociation* get(QUOR_U16 programNumber) const;
@@ -55,8 +53,12 @@ public:
     QUOR_BOOL remove(QUOR_U16 programNumber);
 
 private:
-    QUOR_U16 m_iNetworkPid;
-    std::map<QUOR_U16, std::unique_ptr<TProgramAssociation>> m_pItems;
+    friend struct detail::Access;
+
+    detail::Outcome decode(const detail::Bytes& section, QUOR_U16 remaining);
+
+    QUOR_U16 m_iNetworkPid = 0;
+    detail::Items<TProgramAssociation> m_pItems{};
 };
 
 } // namespace Quor

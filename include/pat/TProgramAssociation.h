@@ -2,16 +2,17 @@
 #define QUOR_TPROGRAM_ASSOCIATION_H
 
 #include "QuorDefs.h"
-#include "QuorISDBTExport.h"
+#include "TISDBTMemory.h"
 
 namespace Quor {
 
 /// One entry of the program association table: a service and the PID of its program map table.
-class QUOR_ISDBT_API TProgramAssociation {
+class QUOR_ISDBT_API TProgramAssociation : public TISDBTMemory {
 public:
     /// @param programNumber program_number, the service_id of the service.
     /// @param programMapPid program_map_PID, 13 bits.
-    TProgramAssociation(QUOR_U16 programNumber, QUOR_U16 programMapPid);
+    TProgramAssociation(QUOR_U16 programNumber, QUOR_U16 programMapPid)
+        : m_iProgramNumber(programNumber), m_iProgramMapPid(programMapPid) {}
     virtual ~TProgramAssociation();
 
     /// program_number, the service_id of the service.

@@ -2,15 +2,33 @@
 #define QUOR_TPMT_TABLE_H
 
 #include "TISDBTVersionedTable.h"
-#include "pmt/TPMTDescriptors.h"
+#include "descriptors/TAACDescriptor.h"
+#include "descriptors/TAVCTimingAndHRDDescriptor.h"
+#include "descriptors/TAVCVideoDescriptor.h"
+#include "descriptors/TCAIdentifierDescriptor.h"
+#include "descriptors/TCarouselCompatibleCompositeDescriptor.h"
+#include "descriptors/TCarouselIdentifierDescriptor.h"
+#include "descriptors/TComponentDescriptor.h"
+#include "descriptors/TConditionalPlaybackDescriptor.h"
+#include "descriptors/TContentAvailabilityDescriptor.h"
+#include "descriptors/TCopyrightDescriptor.h"
+#include "descriptors/TCountryAvailabilityDescriptor.h"
+#include "descriptors/TDataComponentDescriptor.h"
+#include "descriptors/TDigitalCopyControlDescriptor.h"
+#include "descriptors/TEmergencyInformationDescriptor.h"
+#include "descriptors/THierarchicalTransmissionDescriptor.h"
+#include "descriptors/TLinkageDescriptor.h"
+#include "descriptors/TMosaicDescriptor.h"
+#include "descriptors/TParentalRatingDescriptor.h"
+#include "descriptors/TStreamIdentifierDescriptor.h"
+#include "descriptors/TSystemManagementDescriptor.h"
+#include "descriptors/TTargetRegionDescriptor.h"
+#include "descriptors/TVideoDecodeControlDescriptor.h"
+#include "detail/Descriptors.h"
+#include "detail/Owned.h"
 #include "pmt/TProgramMap.h"
 
 namespace Quor {
-
-namespace detail {
-class Bytes;
-class Outcome;
-} // namespace detail
 
 /// Program map table (ISO/IEC 13818-1, table_id 0x02, on the PID that the program association table gives): the
 /// elementary streams of one service with their descriptors, the descriptors of the service as a whole, and the PID of
@@ -20,12 +38,12 @@ public:
     static constexpr QUOR_U32 MINIMUM_DATA_LENGTH = 4;
 
     /// An empty table over a private copy of the section.
-    TPMTTable(QUOR_U8* sectionData, QUOR_U32 dataLength);
+    TPMTTable(QUOR_U8* data, QUOR_U32 length);
     ~TPMTTable() override;
 
     /// Parses one section.
-    /// @param sectionData      the section, from table_id to CRC_32. getData() of the descriptors points into it.
-    /// @param dataLength       number of bytes; those behind the section are ignored.
+    /// @param data             the section, from table_id to CRC_32. getData() of the descriptors points into it.
+    /// @param length           number of bytes; those behind the section are ignored.
     /// @param parseDescriptors ignored: descriptors are always parsed.
     /// @param checkCRC32       ignored.
     /// @param errorCode        ERROR_OK or the reason of a failure: those of the section header,
@@ -34,8 +52,8 @@ public:
     ///                         an elementary stream that is not valid. May be null.
     /// @param previous         the table of an earlier version, or null; see TISDBTVersionedTable.
     /// @return a new table, which the caller deletes, or null.
-    static TPMTTable* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, int parseDescriptors, int checkCRC32,
-                            QUOR_U16* errorCode, TPMTTable* previous);
+    static TPMTTable* parse(QUOR_U8* data, QUOR_U32 length, int parseDescriptors, int checkCRC32, QUOR_U16* errorCode,
+                            TPMTTable* previous);
 
     /// program_number, the service_id of the service.
     QUOR_U16 getProgramNumber() const { return getGenericDataField(); }
@@ -45,41 +63,69 @@ public:
 
     /// @name The descriptors of the program, owned by the table; null when absent.
     /// @{
-    TCAIdentifierDescriptor* getCAIdentifierDescriptor() const;
-    TCopyrightDescriptor* getCopyrightDescriptor() const;
-    TCountryAvailabilityDescriptor* getCountryAvailabilityDescriptor() const;
-    TLinkageDescriptor* getLinkageDescriptor() const;
-    TComponentDescriptor* getComponentDescriptor() const;
-    TMosaicDescriptor* getMosaicDescriptor() const;
-    TStreamIdentifierDescriptor* getStreamIdentifierDescriptor() const;
-    TParentalRatingDescriptor* getParentalRatingDescriptor() const;
-    THierarchicalTransmissionDescriptor* getHierarchicalTransmissionDescriptor() const;
-    TDigitalCopyControlDescriptor* getDigitalCopyControlDescriptor() const;
-    TEmergencyInformationDescriptor* getEmergencyInformationDescriptor() const;
-    TDataComponentDescriptor* getDataComponentDescriptor() const;
-    TSystemManagementDescriptor* getSystemManagementDescriptor() const;
-    TTargetRegionDescriptor* getTargetRegionDescriptor() const;
-    TVideoDecodeControlDescriptor* getVideoDecodeControlDescriptor() const;
-    TContentAvailabilityDescriptor* getContentAvailabilityDescriptor() const;
-    TCarouselCompatibleCompositeDescriptor* getCarouselCompatibleCompositeDescriptor() const;
-    TConditionalPlaybackDescriptor* getConditionalPlaybackDescriptor() const;
-    TAVCVideoDescriptor* getAVCVideoDescriptor() const;
-    TAVCTimingAndHRDDescriptor* getAVCTimingAndHRDDescriptor() const;
-    TAACDescriptor* getAACDescriptor() const;
-    TCarouselIdentifierDescriptor* getCarouselIdentifierDescriptor() const;
+    TCAIdentifierDescriptor* getCAIdentifierDescriptor() const { return m_descriptors.get<TCAIdentifierDescriptor>(); }
+    TCopyrightDescriptor* getCopyrightDescriptor() const { return m_descriptors.get<TCopyrightDescriptor>(); }
+    TCountryAvailabilityDescriptor* getCountryAvailabilityDescriptor() const {
+        return m_descriptors.get<TCountryAvailabilityDescriptor>();
+    }
+    TLinkageDescriptor* getLinkageDescriptor() const { return m_descriptors.get<TLinkageDescriptor>(); }
+    TComponentDescriptor* getComponentDescriptor() const { return m_descriptors.get<TComponentDescriptor>(); }
+    TMosaicDescriptor* getMosaicDescriptor() const { return m_descriptors.get<TMosaicDescriptor>(); }
+    TStreamIdentifierDescriptor* getStreamIdentifierDescriptor() const {
+        return m_descriptors.get<TStreamIdentifierDescriptor>();
+    }
+    TParentalRatingDescriptor* getParentalRatingDescriptor() const {
+        return m_descriptors.get<TParentalRatingDescriptor>();
+    }
+    THierarchicalTransmissionDescriptor* getHierarchicalTransmissionDescriptor() const {
+        return m_descriptors.get<THierarchicalTransmissionDescriptor>();
+    }
+    TDigitalCopyControlDescriptor* getDigitalCopyControlDescriptor() const {
+        return m_descriptors.get<TDigitalCopyControlDescriptor>();
+    }
+    TEmergencyInformationDescriptor* getEmergencyInformationDescriptor() const {
+        return m_descriptors.get<TEmergencyInformationDescriptor>();
+    }
+    TDataComponentDescriptor* getDataComponentDescriptor() const {
+        return m_descriptors.get<TDataComponentDescriptor>();
+    }
+    TSystemManagementDescriptor* getSystemManagementDescriptor() const {
+        return m_descriptors.get<TSystemManagementDescriptor>();
+    }
+    TTargetRegionDescriptor* getTargetRegionDescriptor() const { return m_descriptors.get<TTargetRegionDescriptor>(); }
+    TVideoDecodeControlDescriptor* getVideoDecodeControlDescriptor() const {
+        return m_descriptors.get<TVideoDecodeControlDescriptor>();
+    }
+    TContentAvailabilityDescriptor* getContentAvailabilityDescriptor() const {
+        return m_descriptors.get<TContentAvailabilityDescriptor>();
+    }
+    TCarouselCompatibleCompositeDescriptor* getCarouselCompatibleCompositeDescriptor() const {
+        return m_descriptors.get<TCarouselCompatibleCompositeDescriptor>();
+    }
+    TConditionalPlaybackDescriptor* getConditionalPlaybackDescriptor() const {
+        return m_descriptors.get<TConditionalPlaybackDescriptor>();
+    }
+    TAVCVideoDescriptor* getAVCVideoDescriptor() const { return m_descriptors.get<TAVCVideoDescriptor>(); }
+    TAVCTimingAndHRDDescriptor* getAVCTimingAndHRDDescriptor() const {
+        return m_descriptors.get<TAVCTimingAndHRDDescriptor>();
+    }
+    TAACDescriptor* getAACDescriptor() const { return m_descriptors.get<TAACDescriptor>(); }
+    TCarouselIdentifierDescriptor* getCarouselIdentifierDescriptor() const {
+        return m_descriptors.get<TCarouselIdentifierDescriptor>();
+    }
     /// @}
 
-    TISDBTDescriptor* getDescriptor(QUOR_U8 descriptorTag) const override;
+    TISDBTDescriptor* getDescriptor(QUOR_U8 descriptorTag) const override { return m_descriptors.find(descriptorTag); }
     std::list<QUOR_U8>* getDescriptorTags() const override;
 
     /// The number of elementary streams.
-    QUOR_U32 size() const;
+    QUOR_U32 size() const { return m_pItems.size(); }
 
     /// Appends an elementary stream, which the table owns from now on. Its parent is not set.
     void addProgramMap(TProgramMap* item);
 
     /// The elementary stream at a position in order of arrival, owned by the table; null past the end.
-    TProgramMap* getProgramMap(QUOR_U8 index) const;
+    TProgramMap* getProgramMap(QUOR_U8 index) const { return detail::at(m_pItems, index); }
 
     /// Removes and deletes the elementary stream at a position. @return false when there is none.
     QUOR_BOOL removeProgramMap(QUOR_U8 index);
@@ -102,15 +148,14 @@ public:
     /// @}
 
 private:
+    friend struct detail::Access;
     friend class TProgramMap;
 
-    detail::Outcome parseBody(detail::Bytes section, QUOR_U16 remaining, QUOR_U16* errorCode);
-    detail::Outcome parseLoop(detail::Bytes& left, QUOR_U16& remaining, QUOR_U16 loopLength, QUOR_U16* errorCode);
-    detail::Outcome parseStreams(detail::Bytes left, QUOR_U16 remaining, QUOR_U16* errorCode);
+    detail::Outcome decode(const detail::Bytes& section, QUOR_U16 remaining);
 
-    QUOR_U16 m_iPCRPID;
-    TPMTDescriptors m_descriptors;
-    std::list<std::unique_ptr<TProgramMap>> m_pItems;
+    QUOR_U16 m_iPCRPID = 0;
+    detail::Descriptors m_descriptors{};
+    detail::Items<TProgramMap> m_pItems{};
 };
 
 } // namespace Quor

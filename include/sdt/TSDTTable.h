@@ -2,16 +2,10 @@
 #define QUOR_TSDT_TABLE_H
 
 #include "TISDBTVersionedTable.h"
+#include "detail/Owned.h"
 #include "sdt/TServiceDescription.h"
 
-#include <map>
-
 namespace Quor {
-
-namespace detail {
-class Bytes;
-class Outcome;
-} // namespace detail
 
 /// Service description table of the actual transport stream (ABNT NBR 15603, table_id 0x42, PID 0x0011): the services
 /// with their names and properties.
@@ -28,12 +22,12 @@ public:
     /// @param length           number of bytes; those behind the section are ignored.
     /// @param parseDescriptors ignored: descriptors are always parsed.
     /// @param checkCRC32       ignored.
-    /// @param err              ERROR_OK or the reason of a failure: those of the section header,
+    /// @param errorCode        ERROR_OK or the reason of a failure: those of the section header,
     ///                         ERROR_INVALID_DATA_LENGTH for a section without its fixed fields, or ERROR_INVALID_ITEM
     ///                         for a service that is not valid. May be null.
     /// @param previous         the table of an earlier version, or null; see TISDBTVersionedTable.
     /// @return a new table, which the caller deletes, or null.
-    static TSDTTable* parse(QUOR_U8* data, QUOR_U32 length, int parseDescriptors, int checkCRC32, QUOR_U16* err,
+    static TSDTTable* parse(QUOR_U8* data, QUOR_U32 length, int parseDescriptors, int checkCRC32, QUOR_U16* errorCode,
                             TSDTTable* previous);
 
     /// transport_stream_id of the stream whose services are described.
@@ -43,7 +37,7 @@ public:
     QUOR_U16 getOriginalNetworkID() const { return m_iOriginalNetworkID; }
 
     /// The number of services.
-    QUOR_U32 size() const;
+    QUOR_U32 size() const { return m_pItems.size(); }
 
     /// The description of a service, owned by the table; null when there is none.
     TServiceDescription* getServiceDescription(QUOR_U16 serviceId) const;
@@ -59,10 +53,12 @@ public:
     bool removeServiceDescription(QUOR_U16 serviceId);
 
 private:
-    detail::Outcome parseBody(detail::Bytes section, QUOR_U16 remaining, QUOR_U16* err);
+    friend struct detail::Access;
 
-    QUOR_U16 m_iOriginalNetworkID;
-    std::map<QUOR_U16, std::unique_ptr<TServiceDescription>> m_pItems;
+    detail::Outcome decode(const detail::Bytes& section, QUOR_U16 remaining);
+
+    QUOR_U16 m_iOriginalNetworkID = 0;
+    detail::Items<TServiceDescription> m_pItems{};
 };
 
 } // namespace Quor

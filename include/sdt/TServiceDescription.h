@@ -2,33 +2,26 @@
 #define QUOR_TSERVICE_DESCRIPTION_H
 
 #include "QuorDefs.h"
-#include "QuorISDBTExport.h"
+#include "TISDBTMemory.h"
+#include "descriptors/TBouquetNameDescriptor.h"
+#include "descriptors/TCAIdentifierDescriptor.h"
+#include "descriptors/TContentAvailabilityDescriptor.h"
+#include "descriptors/TCountryAvailabilityDescriptor.h"
+#include "descriptors/TDigitalCopyControlDescriptor.h"
+#include "descriptors/TLinkageDescriptor.h"
+#include "descriptors/TLogoTransmissionDescriptor.h"
+#include "descriptors/TMosaicDescriptor.h"
+#include "descriptors/TNVODReferenceDescriptor.h"
+#include "descriptors/TServiceDescriptor.h"
+#include "descriptors/TTimeShiftedServiceDescriptor.h"
+#include "detail/Descriptors.h"
 
 #include <list>
-#include <memory>
 
 namespace Quor {
 
-class TBouquetNameDescriptor;
-class TCAIdentifierDescriptor;
-class TContentAvailabilityDescriptor;
-class TCountryAvailabilityDescriptor;
-class TDigitalCopyControlDescriptor;
-class TISDBTDescriptor;
-class TLinkageDescriptor;
-class TLogoTransmissionDescriptor;
-class TMosaicDescriptor;
-class TNVODReferenceDescriptor;
-class TServiceDescriptor;
-class TTimeShiftedServiceDescriptor;
-
-namespace detail {
-class Bytes;
-class Outcome;
-} // namespace detail
-
 /// One service of the service description table (ABNT NBR 15603) with its descriptors.
-class QUOR_ISDBT_API TServiceDescription {
+class QUOR_ISDBT_API TServiceDescription : public TISDBTMemory {
 public:
     /// @name Values of running_status.
     /// @{
@@ -45,7 +38,7 @@ public:
     /// @}
 
     /// All fields 0, no descriptors.
-    TServiceDescription();
+    TServiceDescription() = default;
     virtual ~TServiceDescription();
 
     /// Parses one entry of the service loop.
@@ -53,11 +46,11 @@ public:
     /// @param length           bytes left in the section.
     /// @param parseDescriptors ignored: descriptors are always parsed.
     /// @param parsedLength     receives the bytes that the entry took. May be null.
-    /// @param err              ERROR_OK or the reason of a failure: ERROR_INVALID_DATA_LENGTH, or what a descriptor
+    /// @param errorCode        ERROR_OK or the reason of a failure: ERROR_INVALID_DATA_LENGTH, or what a descriptor
     ///                         failed with. May be null.
     /// @return a new entry, which the caller deletes, or null.
     static TServiceDescription* parse(QUOR_U8* data, QUOR_U32 length, int parseDescriptors, QUOR_U32* parsedLength,
-                                      QUOR_U16* err);
+                                      QUOR_U16* errorCode);
 
     /// service_id, the program_number of the service in other tables.
     QUOR_U16 getServiceID() const { return m_iServiceID; }
@@ -76,49 +69,49 @@ public:
 
     /// @name The descriptors of the service, owned by this entry; null when absent.
     /// @{
-    TServiceDescriptor* getServiceDescriptor() const;
-    TBouquetNameDescriptor* getBouquetNameDescriptor() const;
-    TCountryAvailabilityDescriptor* getCountryAvailabilityDescriptor() const;
-    TLinkageDescriptor* getLinkageDescriptor() const;
-    TDigitalCopyControlDescriptor* getDigitalCopyControlDescriptor() const;
-    TLogoTransmissionDescriptor* getLogoTransmissionDescriptor() const;
-    TContentAvailabilityDescriptor* getContentAvailabilityDescriptor() const;
-    TNVODReferenceDescriptor* getNVODReferenceDescriptor() const;
-    TTimeShiftedServiceDescriptor* getTimeShiftedServiceDescriptor() const;
-    TMosaicDescriptor* getMosaicDescriptor() const;
-    TCAIdentifierDescriptor* getCAIdentifierDescriptor() const;
+    TServiceDescriptor* getServiceDescriptor() const { return m_descriptors.get<TServiceDescriptor>(); }
+    TBouquetNameDescriptor* getBouquetNameDescriptor() const { return m_descriptors.get<TBouquetNameDescriptor>(); }
+    TCountryAvailabilityDescriptor* getCountryAvailabilityDescriptor() const {
+        return m_descriptors.get<TCountryAvailabilityDescriptor>();
+    }
+    TLinkageDescriptor* getLinkageDescriptor() const { return m_descriptors.get<TLinkageDescriptor>(); }
+    TDigitalCopyControlDescriptor* getDigitalCopyControlDescriptor() const {
+        return m_descriptors.get<TDigitalCopyControlDescriptor>();
+    }
+    TLogoTransmissionDescriptor* getLogoTransmissionDescriptor() const {
+        return m_descriptors.get<TLogoTransmissionDescriptor>();
+    }
+    TContentAvailabilityDescriptor* getContentAvailabilityDescriptor() const {
+        return m_descriptors.get<TContentAvailabilityDescriptor>();
+    }
+    TNVODReferenceDescriptor* getNVODReferenceDescriptor() const {
+        return m_descriptors.get<TNVODReferenceDescriptor>();
+    }
+    TTimeShiftedServiceDescriptor* getTimeShiftedServiceDescriptor() const {
+        return m_descriptors.get<TTimeShiftedServiceDescriptor>();
+    }
+    TMosaicDescriptor* getMosaicDescriptor() const { return m_descriptors.get<TMosaicDescriptor>(); }
+    TCAIdentifierDescriptor* getCAIdentifierDescriptor() const { return m_descriptors.get<TCAIdentifierDescriptor>(); }
     /// @}
 
     /// The descriptor for a tag, or null. The entry keeps ownership.
-    TISDBTDescriptor* getDescriptor(QUOR_U8 tag) const;
+    TISDBTDescriptor* getDescriptor(QUOR_U8 tag) const { return m_descriptors.find(tag); }
 
     /// The tags of the descriptors held: a new list, which the caller deletes.
     std::list<QUOR_U8>* getDescriptorTags() const;
 
 private:
-    friend class TSDTTable;
-    struct Kinds;
+    friend struct detail::Access;
 
     /// @param stated the bytes left as the section counts them, which may be more than there are.
-    static TServiceDescription* parse(detail::Bytes left, QUOR_U32 stated, QUOR_U32* parsedLength, QUOR_U16* err);
-    detail::Outcome parseBody(detail::Bytes left, QUOR_U32 stated, QUOR_U16* err);
+    detail::Outcome decode(const detail::Bytes& entry, QUOR_U32 stated);
 
-    QUOR_U16 m_iServiceID;
-    QUOR_BOOL m_bEITSchedule;
-    QUOR_BOOL m_bEITPresentFollowing;
-    QUOR_U8 m_iRunningStatus;
-    QUOR_U8 m_iFreeCAMode;
-    std::unique_ptr<TServiceDescriptor> m_pServiceDesc;
-    std::unique_ptr<TBouquetNameDescriptor> m_pBouquetNameDesc;
-    std::unique_ptr<TCountryAvailabilityDescriptor> m_pCountryAvailabilityDesc;
-    std::unique_ptr<TLinkageDescriptor> m_pLinkageDesc;
-    std::unique_ptr<TDigitalCopyControlDescriptor> m_pDigitalCopyControlDesc;
-    std::unique_ptr<TLogoTransmissionDescriptor> m_pLogoTransmissionDesc;
-    std::unique_ptr<TContentAvailabilityDescriptor> m_pContentAvailabilityDesc;
-    std::unique_ptr<TNVODReferenceDescriptor> m_pNVODReferenceDesc;
-    std::unique_ptr<TTimeShiftedServiceDescriptor> m_pTimeShiftServiceDesc;
-    std::unique_ptr<TMosaicDescriptor> m_pMosaicDesc;
-    std::unique_ptr<TCAIdentifierDescriptor> m_pCAIdentifierDesc;
+    QUOR_U16 m_iServiceID = 0;
+    QUOR_BOOL m_bEITSchedule = false;
+    QUOR_BOOL m_bEITPresentFollowing = false;
+    QUOR_U8 m_iRunningStatus = 0;
+    QUOR_U8 m_iFreeCAMode = 0;
+    detail::Descriptors m_descriptors{};
 };
 
 } // namespace Quor

@@ -1,41 +1,40 @@
 #ifndef QUOR_TDOWNLOAD_CONTENT_H
 #define QUOR_TDOWNLOAD_CONTENT_H
 
+#include "TISDBTMemory.h"
+#include "descriptors/TDownloadContentDescriptor.h"
+#include "detail/Descriptors.h"
+#include "detail/Owned.h"
 #include "sdtt/TScheduleInfo.h"
 
 #include <list>
-#include <memory>
 
 namespace Quor {
 
-class TDownloadContentDescriptor;
-class TISDBTDescriptor;
 class TSDTTTable;
-
-namespace detail {
-class Bytes;
-class Outcome;
-} // namespace detail
 
 /// One content of the software download trigger table: the receiver software that is offered, to which versions, when
 /// it is broadcast, and a descriptor of what is downloaded.
-class QUOR_ISDBT_API TDownloadContent {
+class QUOR_ISDBT_API TDownloadContent : public TISDBTMemory {
 public:
     /// A content without schedule and descriptor, all fields 0.
-    TDownloadContent();
+    TDownloadContent() = default;
     virtual ~TDownloadContent();
 
+    TDownloadContent(const TDownloadContent&) = delete;
+    TDownloadContent& operator=(const TDownloadContent&) = delete;
+
     /// Parses one content.
-    /// @param sectionData      the content.
-    /// @param dataLength       number of bytes from there on; the content may take fewer.
+    /// @param data             the content.
+    /// @param length           number of bytes from there on; the content may take fewer.
     /// @param parseDescriptors ignored: the descriptors are always parsed.
     /// @param parsedLength     receives the bytes that the content took: 8 and those of schedule and descriptors. May
     ///                         be null.
     /// @param errorCode        ERROR_OK or the reason of a failure: ERROR_INVALID_DATA_LENGTH, ERROR_INVALID_ITEM for a
     ///                         bad schedule slot, or what the descriptor failed with. May be null.
     /// @return a new content, which the caller deletes, or null.
-    static TDownloadContent* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, int parseDescriptors,
-                                   QUOR_U32* parsedLength, QUOR_U16* errorCode);
+    static TDownloadContent* parse(QUOR_U8* data, QUOR_U32 length, int parseDescriptors, QUOR_U32* parsedLength,
+                                   QUOR_U16* errorCode);
 
     /// Links the table that the content belongs to. Parsing leaves the link null; the table is not owned.
     void setParentSDTTTable(TSDTTTable* parent) { m_pParentSDTTTable = parent; }
@@ -59,19 +58,21 @@ public:
     QUOR_U16 getScheduleTimeShiftInfo() const { return m_iScheduleTimeShiftInfo; }
 
     /// The download content descriptor, owned by this content; null when there is none.
-    TDownloadContentDescriptor* getDownloadContentDescriptor() const { return m_pDownloadContentDesc.get(); }
+    TDownloadContentDescriptor* getDownloadContentDescriptor() const {
+        return m_descriptors.get<TDownloadContentDescriptor>();
+    }
 
     /// The descriptor held for a tag, owned by this content, or null. Only 0xC9 is known.
-    TISDBTDescriptor* getDescriptor(QUOR_U8 descriptorTag) const;
+    TISDBTDescriptor* getDescriptor(QUOR_U8 descriptorTag) const { return m_descriptors.find(descriptorTag); }
 
     /// The tags of the descriptors held: a new list, which the caller deletes.
     std::list<QUOR_U8>* getDescriptorTags() const;
 
     /// The number of schedule slots.
-    QUOR_U32 getScheduleInfoSize() const;
+    QUOR_U32 getScheduleInfoSize() const { return m_pItems.size(); }
 
     /// The schedule slot at a position in wire order, owned by this content; null past the end.
-    TScheduleInfo* getScheduleInfo(QUOR_U8 index) const;
+    TScheduleInfo* getScheduleInfo(QUOR_U8 index) const { return detail::at(m_pItems, index); }
 
     /// Appends a schedule slot, which this content owns from now on.
     void addScheduleInfo(TScheduleInfo* item);
@@ -80,24 +81,22 @@ public:
     QUOR_BOOL removeScheduleInfo(QUOR_U8 index);
 
 private:
-    friend class TSDTTTable;
-    struct Kinds;
+    friend struct detail::Access;
 
-    static TDownloadContent* parse(detail::Bytes left, QUOR_U32 dataLength, QUOR_U32* parsedLength,
-                                   QUOR_U16* errorCode);
-    detail::Outcome parseFields(detail::Bytes left, QUOR_U32 dataLength, QUOR_U16* errorCode);
-    detail::Outcome parseSchedule(detail::Bytes left, QUOR_U16 scheduleLength, QUOR_U16* errorCode);
-    detail::Outcome parseLoop(detail::Bytes left, QUOR_U32& remaining, QUOR_U16 loopLength, QUOR_U16* errorCode);
+    /// @param stated the bytes left as the section counts them, which may be more than there are.
+    detail::Outcome decode(const detail::Bytes& entry, QUOR_U32 stated);
 
-    TSDTTTable* m_pParentSDTTTable;
-    QUOR_U8 m_iGroup;
-    QUOR_U16 m_iTargetVersion;
-    QUOR_U16 m_iNewVersion;
-    QUOR_U8 m_iDownloadLevel;
-    QUOR_U8 m_iVersionIndicator;
-    QUOR_U16 m_iScheduleTimeShiftInfo;
-    std::unique_ptr<TDownloadContentDescriptor> m_pDownloadContentDesc;
-    std::list<std::unique_ptr<TScheduleInfo>> m_pItems;
+    detail::Outcome decodeSchedule(const detail::Bytes& left, QUOR_U16 scheduleLength);
+
+    TSDTTTable* m_pParentSDTTTable = nullptr;
+    QUOR_U8 m_iGroup = 0;
+    QUOR_U16 m_iTargetVersion = 0;
+    QUOR_U16 m_iNewVersion = 0;
+    QUOR_U8 m_iDownloadLevel = 0;
+    QUOR_U8 m_iVersionIndicator = 0;
+    QUOR_U16 m_iScheduleTimeShiftInfo = 0;
+    detail::Items<TScheduleInfo> m_pItems{};
+    detail::Descriptors m_descriptors{};
 };
 
 } // namespace Quor

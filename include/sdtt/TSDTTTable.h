@@ -2,10 +2,8 @@
 #define QUOR_TSDTT_TABLE_H
 
 #include "TISDBTVersionedTable.h"
+#include "detail/Owned.h"
 #include "sdtt/TDownloadContent.h"
-
-#include <list>
-#include <memory>
 
 namespace Quor {
 
@@ -16,12 +14,12 @@ public:
     static constexpr QUOR_U32 MINIMUM_DATA_LENGTH = 4;
 
     /// A table without contents over a private copy of the section, all fields 0.
-    TSDTTTable(QUOR_U8* sectionData, QUOR_U32 dataLength);
+    TSDTTTable(QUOR_U8* data, QUOR_U32 length);
     ~TSDTTTable() override;
 
     /// Parses one section.
-    /// @param sectionData      the section, from table_id to CRC_32. The descriptors refer to it.
-    /// @param dataLength       number of bytes; those behind the section are ignored.
+    /// @param data             the section, from table_id to CRC_32. The descriptors refer to it.
+    /// @param length           number of bytes; those behind the section are ignored.
     /// @param checkCRC32       ignored.
     /// @param parseDescriptors ignored: the descriptors are always parsed.
     /// @param errorCode        ERROR_OK or the reason of a failure: ERROR_INVALID_DATA, ERROR_INVALID_DATA_LENGTH,
@@ -30,8 +28,8 @@ public:
     ///                         content. May be null.
     /// @param previous         the table of an earlier version, or null; see TISDBTVersionedTable.
     /// @return a new table, which the caller deletes, or null.
-    static TSDTTTable* parse(QUOR_U8* sectionData, QUOR_U32 dataLength, int checkCRC32, int parseDescriptors,
-                             QUOR_U16* errorCode, TSDTTTable* previous);
+    static TSDTTTable* parse(QUOR_U8* data, QUOR_U32 length, int checkCRC32, int parseDescriptors, QUOR_U16* errorCode,
+                             TSDTTTable* previous);
 
     /// maker_id and model_id as one number.
     QUOR_U16 getTableIDExtension() const { return getGenericDataField(); }
@@ -52,10 +50,10 @@ public:
     QUOR_U16 getServiceID() const { return m_iServiceID; }
 
     /// The number of contents.
-    QUOR_U32 getDownloadContentSize() const;
+    QUOR_U32 getDownloadContentSize() const { return m_pItems.size(); }
 
     /// The content at a position in wire order, owned by the table; null past the end.
-    TDownloadContent* getDownloadContent(QUOR_U8 index) const;
+    TDownloadContent* getDownloadContent(QUOR_U8 index) const { return detail::at(m_pItems, index); }
 
     /// Appends a content, which the table owns from now on. The content's parent link is left as it is.
     void addDownloadContent(TDownloadContent* item);
@@ -64,12 +62,14 @@ public:
     QUOR_BOOL removeDownloadContent(QUOR_U8 index);
 
 private:
-    detail::Outcome parseContents(detail::Bytes left, QUOR_U16 remaining, QUOR_U16* errorCode);
+    friend struct detail::Access;
 
-    QUOR_U16 m_iTransportStreamID;
-    QUOR_U16 m_iOriginalNetworkID;
-    QUOR_U16 m_iServiceID;
-    std::list<std::unique_ptr<TDownloadContent>> m_pItems;
+    detail::Outcome decode(const detail::Bytes& section, QUOR_U16 remaining);
+
+    QUOR_U16 m_iTransportStreamID = 0;
+    QUOR_U16 m_iOriginalNetworkID = 0;
+    QUOR_U16 m_iServiceID = 0;
+    detail::Items<TDownloadContent> m_pItems{};
 };
 
 } // namespace Quor

@@ -29,9 +29,9 @@ public:
     /// Computes the CRC-32 of ISO/IEC 13818-1 (polynomial 0x04C11DB7, most significant bit first), but with the
     /// initial value 0, so that the result differs from a section's CRC_32 field. Traces every step to standard
     /// output.
-    /// @param data       the bytes; at least @p dataLength of them.
-    /// @param dataLength their number.
-    static U32 getSectionCRC32(QUOR_U8* data, QUOR_U32 dataLength);
+    /// @param data   the bytes; at least @p length of them.
+    /// @param length their number.
+    static U32 getSectionCRC32(QUOR_U8* data, QUOR_U32 length);
 };
 
 } // namespace Quor

@@ -1,13 +1,11 @@
 #include "ait/TApplicationIdentifier.h"
 
 #include "detail/Log.h"
-#include "detail/Shapes.h"
+#include "detail/Parse.h"
 
 #include <cstdio>
 
 namespace Quor {
-
-constexpr QUOR_U32 TApplicationIdentifier::MINIMUM_DESCRIPTOR_LENGTH;
 
 namespace {
 
@@ -29,20 +27,20 @@ TApplicationIdentifier::TApplicationIdentifier(TApplicationIdentifier* source)
 
 TApplicationIdentifier::~TApplicationIdentifier() = default;
 
-TApplicationIdentifier* TApplicationIdentifier::parse(QUOR_U8* sectionData, QUOR_U32 dataLength,
-                                                      int /*parseDescriptors*/, QUOR_U32* itemLength,
-                                                      QUOR_U16* errorCode) {
-    return detail::parseItem<TApplicationIdentifier>(
-        sectionData, dataLength, itemLength, errorCode, [](TApplicationIdentifier& item, detail::Bytes left) {
-            if (left.size() < MINIMUM_DESCRIPTOR_LENGTH) {
-                QUOR_ISDBT_LOG("%s: TApplicationIdentifier::parse: Item length not valid: %u. Aborting!",
-                               detail::LOG_TAG, left.size());
-                return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-            }
-            item.m_iOrganizationID = left.u32(ORGANIZATION_ID_AT);
-            item.m_iApplicationID = left.u16(APPLICATION_ID_AT);
-            return detail::Outcome::done(MINIMUM_DESCRIPTOR_LENGTH);
-        });
+TApplicationIdentifier* TApplicationIdentifier::parse(QUOR_U8* data, QUOR_U32 length, int /*parseDescriptors*/,
+                                                      QUOR_U32* parsedLength, QUOR_U16* errorCode) {
+    return detail::parseItem<TApplicationIdentifier>(data, length, parsedLength, errorCode);
+}
+
+detail::Outcome TApplicationIdentifier::decode(const detail::Bytes& left) {
+    if (left.size() < MINIMUM_DESCRIPTOR_LENGTH) {
+        QUOR_ISDBT_LOG("%s: TApplicationIdentifier::parse: Item length not valid: %u. Aborting!", detail::LOG_TAG,
+                       left.size());
+        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+    }
+    m_iOrganizationID = left.u32(ORGANIZATION_ID_AT);
+    m_iApplicationID = left.u16(APPLICATION_ID_AT);
+    return detail::Outcome::done(MINIMUM_DESCRIPTOR_LENGTH);
 }
 
 std::string TApplicationIdentifier::calculateHashID(QUOR_U32 organizationId, QUOR_U16 applicationId) {

@@ -1,7 +1,7 @@
 #include "descriptors/TAVCTimingAndHRDDescriptor.h"
 
+#include "detail/Family.h"
 #include "detail/Log.h"
-#include "detail/Shapes.h"
 
 namespace Quor {
 
@@ -19,7 +19,7 @@ constexpr QUOR_U32 AFTER_90KHZ_FLAG_AT = 4;
 constexpr QUOR_U32 N_TO_LAST_FLAGS_LENGTH = 13;
 constexpr QUOR_U32 AFTER_N_AND_K_AT = 12;
 
-// Callers depend on these values, though more is read with timing information.
+// Quirk: with timing information more is read than is reported.
 constexpr QUOR_U32 BYTES_READ_WITHOUT_TIMING = 2;
 constexpr QUOR_U32 BYTES_READ_WITH_TIMING = 3;
 constexpr QUOR_U32 BYTES_READ_WITH_N_AND_K = 11;
@@ -32,52 +32,44 @@ detail::Outcome tooShort(QUOR_U32 available, QUOR_U32 needed) {
 
 } // namespace
 
-constexpr U8 TAVCTimingAndHRDDescriptor::DESCRIPTOR_TAG;
-constexpr QUOR_U32 TAVCTimingAndHRDDescriptor::MINIMUM_DESCRIPTOR_LENGTH;
-
-TAVCTimingAndHRDDescriptor::TAVCTimingAndHRDDescriptor(QUOR_U8* data, QUOR_U32 length)
-    : TISDBTDescriptor(DESCRIPTOR_TAG, data, length), m_bHRDManagementValid(false), m_bPictTimingInfoPresent(false),
-      m_b90kHzFlag(false), m_iN(0), m_iK(0), m_iNumUnitsInTick(0), m_bFixedFrameRateFlag(false),
-      m_bTemporalPOCFlag(false), m_bPict2DisplayConvFlag(false) {}
-
 TAVCTimingAndHRDDescriptor::~TAVCTimingAndHRDDescriptor() = default;
 
-TAVCTimingAndHRDDescriptor* TAVCTimingAndHRDDescriptor::parse(QUOR_U8* sectionData, QUOR_U32 dataLength,
-                                                              QUOR_U32* parsedLength, QUOR_U16* errorCode) {
-    return detail::parseDescriptor<TAVCTimingAndHRDDescriptor>(
-        sectionData, dataLength, parsedLength, errorCode,
-        [](TAVCTimingAndHRDDescriptor& object, detail::Bytes descriptor) {
-            object.m_bHRDManagementValid = descriptor.bit(2, 7);
-            object.m_bPictTimingInfoPresent = descriptor.bit(2, 0);
-            QUOR_U32 lastFlagsAt = TIMING_AT;
-            QUOR_U32 bytesRead = BYTES_READ_WITHOUT_TIMING;
-            if (object.m_bPictTimingInfoPresent) {
-                const detail::Bytes timing = descriptor.from(TIMING_AT);
-                if (timing.size() < TIMING_LENGTH) {
-                    return tooShort(timing.size(), TIMING_LENGTH);
-                }
-                object.m_b90kHzFlag = timing.bit(0, 7);
-                lastFlagsAt = AFTER_90KHZ_FLAG_AT;
-                bytesRead = BYTES_READ_WITH_TIMING;
-                // N and K are taken when the flag is set, not when it is clear; callers depend on it.
-                if (object.m_b90kHzFlag) {
-                    const detail::Bytes ratio = descriptor.from(AFTER_90KHZ_FLAG_AT);
-                    if (ratio.size() < N_TO_LAST_FLAGS_LENGTH) {
-                        return tooShort(ratio.size(), N_TO_LAST_FLAGS_LENGTH);
-                    }
-                    object.m_iN = ratio.u32(0);
-                    object.m_iK = ratio.u32(4);
-                    lastFlagsAt = AFTER_N_AND_K_AT;
-                    bytesRead = BYTES_READ_WITH_N_AND_K;
-                }
-                // The last flags are the first bits of num_units_in_tick as well; callers depend on these values.
-                object.m_iNumUnitsInTick = descriptor.u32(lastFlagsAt);
+TAVCTimingAndHRDDescriptor* TAVCTimingAndHRDDescriptor::parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
+                                                              QUOR_U16* errorCode) {
+    return detail::parseDescriptor<TAVCTimingAndHRDDescriptor>(data, length, parsedLength, errorCode);
+}
+
+detail::Outcome TAVCTimingAndHRDDescriptor::decode(const detail::Bytes& descriptor) {
+    m_bHRDManagementValid = descriptor.bit(2, 7);
+    m_bPictTimingInfoPresent = descriptor.bit(2, 0);
+    QUOR_U32 lastFlagsAt = TIMING_AT;
+    QUOR_U32 bytesRead = BYTES_READ_WITHOUT_TIMING;
+    if (m_bPictTimingInfoPresent) {
+        const detail::Bytes timing = descriptor.from(TIMING_AT);
+        if (timing.size() < TIMING_LENGTH) {
+            return tooShort(timing.size(), TIMING_LENGTH);
+        }
+        m_b90kHzFlag = timing.bit(0, 7);
+        lastFlagsAt = AFTER_90KHZ_FLAG_AT;
+        bytesRead = BYTES_READ_WITH_TIMING;
+        // Quirk: N and K are taken when the flag is set, not when it is clear.
+        if (m_b90kHzFlag) {
+            const detail::Bytes ratio = descriptor.from(AFTER_90KHZ_FLAG_AT);
+            if (ratio.size() < N_TO_LAST_FLAGS_LENGTH) {
+                return tooShort(ratio.size(), N_TO_LAST_FLAGS_LENGTH);
             }
-            object.m_bFixedFrameRateFlag = descriptor.bit(lastFlagsAt, 7);
-            object.m_bTemporalPOCFlag = descriptor.bit(lastFlagsAt, 6);
-            object.m_bPict2DisplayConvFlag = descriptor.bit(lastFlagsAt, 5);
-            return detail::Outcome::done(bytesRead);
-        });
+            m_iN = ratio.u32(0);
+            m_iK = ratio.u32(4);
+            lastFlagsAt = AFTER_N_AND_K_AT;
+            bytesRead = BYTES_READ_WITH_N_AND_K;
+        }
+        // Quirk: the last flags are taken from the first bits of num_units_in_tick.
+        m_iNumUnitsInTick = descriptor.u32(lastFlagsAt);
+    }
+    m_bFixedFrameRateFlag = descriptor.bit(lastFlagsAt, 7);
+    m_bTemporalPOCFlag = descriptor.bit(lastFlagsAt, 6);
+    m_bPict2DisplayConvFlag = descriptor.bit(lastFlagsAt, 5);
+    return detail::Outcome::done(bytesRead);
 }
 
 } // namespace Quor

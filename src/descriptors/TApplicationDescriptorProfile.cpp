@@ -1,7 +1,7 @@
 #include "descriptors/TApplicationDescriptorProfile.h"
 
 #include "detail/Log.h"
-#include "detail/Shapes.h"
+#include "detail/Parse.h"
 
 namespace Quor {
 
@@ -12,9 +12,6 @@ constexpr QUOR_U32 PROFILE_LENGTH = 5;
 
 } // namespace
 
-TApplicationDescriptorProfile::TApplicationDescriptorProfile()
-    : m_iApplicationProfile(0), m_iVersionMajor(0), m_iVersionMinor(0), m_iVersionMicro(0) {}
-
 TApplicationDescriptorProfile::TApplicationDescriptorProfile(TApplicationDescriptorProfile* source)
     : m_iApplicationProfile(source->m_iApplicationProfile), m_iVersionMajor(source->m_iVersionMajor),
       m_iVersionMinor(source->m_iVersionMinor), m_iVersionMicro(source->m_iVersionMicro) {}
@@ -23,19 +20,20 @@ TApplicationDescriptorProfile::~TApplicationDescriptorProfile() = default;
 
 TApplicationDescriptorProfile* TApplicationDescriptorProfile::parse(QUOR_U8* data, QUOR_U32 length,
                                                                     QUOR_U32* parsedLength, QUOR_U16* errorCode) {
-    return detail::parseItem<TApplicationDescriptorProfile>(
-        data, length, parsedLength, errorCode, [](TApplicationDescriptorProfile& item, detail::Bytes left) {
-            if (left.size() < PROFILE_LENGTH) {
-                QUOR_ISDBT_LOG("%s: TApplicationDescriptorProfile::parse: Item length not valid: %u. Aborting!",
-                               detail::LOG_TAG, left.size());
-                return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-            }
-            item.m_iApplicationProfile = left.u16(0);
-            item.m_iVersionMajor = left.u8(2);
-            item.m_iVersionMinor = left.u8(3);
-            item.m_iVersionMicro = left.u8(4);
-            return detail::Outcome::done(PROFILE_LENGTH);
-        });
+    return detail::parseItem<TApplicationDescriptorProfile>(data, length, parsedLength, errorCode);
+}
+
+detail::Outcome TApplicationDescriptorProfile::decode(const detail::Bytes& left) {
+    if (left.size() < PROFILE_LENGTH) {
+        QUOR_ISDBT_LOG("%s: TApplicationDescriptorProfile::parse: Item length not valid: %u. Aborting!",
+                       detail::LOG_TAG, left.size());
+        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+    }
+    m_iApplicationProfile = left.u16(0);
+    m_iVersionMajor = left.u8(2);
+    m_iVersionMinor = left.u8(3);
+    m_iVersionMicro = left.u8(4);
+    return detail::Outcome::done(PROFILE_LENGTH);
 }
 
 } // namespace Quor

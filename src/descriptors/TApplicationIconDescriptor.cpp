@@ -1,22 +1,10 @@
 #include "descriptors/TApplicationIconDescriptor.h"
 
+#include "detail/Family.h"
 #include "detail/Log.h"
-#include "detail/Shapes.h"
-#include "utils/ParserUtils.h"
+#include "detail/Strings.h"
 
 namespace Quor {
-
-constexpr U8 TApplicationIconDescriptor::DESCRIPTOR_TAG;
-constexpr QUOR_U32 TApplicationIconDescriptor::MINIMUM_DESCRIPTOR_LENGTH;
-constexpr QUOR_U16 TApplicationIconDescriptor::FLAG_32x32_SQUARE;
-constexpr QUOR_U16 TApplicationIconDescriptor::FLAG_32x32_4x3;
-constexpr QUOR_U16 TApplicationIconDescriptor::FLAG_32x32_16x9;
-constexpr QUOR_U16 TApplicationIconDescriptor::FLAG_64x64_SQUARE;
-constexpr QUOR_U16 TApplicationIconDescriptor::FLAG_64x64_4x3;
-constexpr QUOR_U16 TApplicationIconDescriptor::FLAG_64x64_16x9;
-constexpr QUOR_U16 TApplicationIconDescriptor::FLAG_128x128_SQUARE;
-constexpr QUOR_U16 TApplicationIconDescriptor::FLAG_128x128_4x3;
-constexpr QUOR_U16 TApplicationIconDescriptor::FLAG_128x128_16x9;
 
 namespace {
 
@@ -25,9 +13,6 @@ constexpr QUOR_U32 LOCATOR_AT = 2;
 constexpr QUOR_U32 FLAGS_LENGTH = 2;
 
 } // namespace
-
-TApplicationIconDescriptor::TApplicationIconDescriptor(QUOR_U8* data, QUOR_U32 length)
-    : TISDBTDescriptor(DESCRIPTOR_TAG, data, length), m_iIconFlags(0) {}
 
 TApplicationIconDescriptor::TApplicationIconDescriptor(std::string iconLocator, QUOR_U16 iconFlags)
     : TISDBTDescriptor(DESCRIPTOR_TAG, nullptr, 0), m_sIconLocator(std::move(iconLocator)), m_iIconFlags(iconFlags) {}
@@ -39,19 +24,20 @@ TApplicationIconDescriptor::~TApplicationIconDescriptor() = default;
 
 TApplicationIconDescriptor* TApplicationIconDescriptor::parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
                                                               QUOR_U16* errorCode) {
-    return detail::parseDescriptor<TApplicationIconDescriptor>(
-        data, length, parsedLength, errorCode, [](TApplicationIconDescriptor& object, detail::Bytes descriptor) {
-            const detail::Bytes locator = descriptor.from(LOCATOR_AT);
-            const QUOR_S32 taken = ParserUtils::parseStr(locator.data(), object.m_sIconLocator, 0, locator.size());
-            if (taken < 0) {
-                QUOR_ISDBT_LOG("%s: TApplicationIconDescriptor:: parse: ERROR: parsing Icon Locator. Aborting!",
-                               detail::LOG_TAG);
-                return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_STRING);
-            }
-            const detail::Bytes flags = locator.from(static_cast<QUOR_U32>(taken));
-            object.m_iIconFlags = flags.size() < FLAGS_LENGTH ? QUOR_U16{0} : flags.u16(0);
-            return detail::Outcome::done(descriptor.size() & 0xFFU);
-        });
+    return detail::parseDescriptor<TApplicationIconDescriptor>(data, length, parsedLength, errorCode);
+}
+
+detail::Outcome TApplicationIconDescriptor::decode(const detail::Bytes& descriptor) {
+    const detail::Bytes locator = descriptor.from(LOCATOR_AT);
+    const QUOR_S32 taken = detail::readPrefixedText(locator, m_sIconLocator);
+    if (taken < 0) {
+        QUOR_ISDBT_LOG("%s: TApplicationIconDescriptor:: parse: ERROR: parsing Icon Locator. Aborting!",
+                       detail::LOG_TAG);
+        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_STRING);
+    }
+    const detail::Bytes flags = locator.from(static_cast<QUOR_U32>(taken));
+    m_iIconFlags = flags.size() < FLAGS_LENGTH ? QUOR_U16{0} : flags.u16(0);
+    return detail::Outcome::done(descriptor.size() & 0xFFU);
 }
 
 } // namespace Quor

@@ -1,8 +1,8 @@
 #include "descriptors/TApplicationNameDescriptorItem.h"
 
 #include "detail/Log.h"
-#include "detail/Shapes.h"
-#include "utils/ParserUtils.h"
+#include "detail/Parse.h"
+#include "detail/Strings.h"
 
 namespace Quor {
 
@@ -14,8 +14,6 @@ constexpr QUOR_U32 MINIMUM_ITEM_LENGTH = 4;
 
 } // namespace
 
-TApplicationNameDescriptorItem::TApplicationNameDescriptorItem() = default;
-
 TApplicationNameDescriptorItem::TApplicationNameDescriptorItem(std::string languageCode, std::string name)
     : m_sLanguageCode(std::move(languageCode)), m_sName(std::move(name)) {}
 
@@ -26,28 +24,27 @@ TApplicationNameDescriptorItem::~TApplicationNameDescriptorItem() = default;
 
 TApplicationNameDescriptorItem* TApplicationNameDescriptorItem::parse(QUOR_U8* data, QUOR_U32 length,
                                                                       QUOR_U32* parsedLength, QUOR_U16* errorCode) {
-    return detail::parseItem<TApplicationNameDescriptorItem>(
-        data, length, parsedLength, errorCode, [](TApplicationNameDescriptorItem& item, detail::Bytes left) {
-            if (left.size() < MINIMUM_ITEM_LENGTH) {
-                QUOR_ISDBT_LOG("%s: TApplicationNameDescriptorItem::parse: Item length not valid: %u. Aborting!",
-                               detail::LOG_TAG, left.size());
-                return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-            }
-            if (ParserUtils::parseStr(left.data(), item.m_sLanguageCode, LANGUAGE_CODE_LENGTH, left.size()) !=
-                QUOR_S32{LANGUAGE_CODE_LENGTH}) {
-                QUOR_ISDBT_LOG("%s: TApplicationNameDescriptorItem:: parse: ERROR: parsing Language Code. Aborting!",
-                               detail::LOG_TAG);
-                return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_STRING);
-            }
-            const detail::Bytes name = left.from(LANGUAGE_CODE_LENGTH);
-            const QUOR_S32 taken = ParserUtils::parseStr(name.data(), item.m_sName, 0, name.size());
-            if (taken < 0) {
-                QUOR_ISDBT_LOG("%s: TApplicationNameDescriptorItem:: parse: ERROR: parsing Name. Aborting!",
-                               detail::LOG_TAG);
-                return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_STRING);
-            }
-            return detail::Outcome::done((static_cast<QUOR_U32>(taken) + LANGUAGE_CODE_LENGTH) & 0xFFU);
-        });
+    return detail::parseItem<TApplicationNameDescriptorItem>(data, length, parsedLength, errorCode);
+}
+
+detail::Outcome TApplicationNameDescriptorItem::decode(const detail::Bytes& left) {
+    if (left.size() < MINIMUM_ITEM_LENGTH) {
+        QUOR_ISDBT_LOG("%s: TApplicationNameDescriptorItem::parse: Item length not valid: %u. Aborting!",
+                       detail::LOG_TAG, left.size());
+        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+    }
+    if (detail::readText(left, LANGUAGE_CODE_LENGTH, m_sLanguageCode) != QUOR_S32{LANGUAGE_CODE_LENGTH}) {
+        QUOR_ISDBT_LOG("%s: TApplicationNameDescriptorItem:: parse: ERROR: parsing Language Code. Aborting!",
+                       detail::LOG_TAG);
+        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_STRING);
+    }
+    const detail::Bytes name = left.from(LANGUAGE_CODE_LENGTH);
+    const QUOR_S32 taken = detail::readPrefixedText(name, m_sName);
+    if (taken < 0) {
+        QUOR_ISDBT_LOG("%s: TApplicationNameDescriptorItem:: parse: ERROR: parsing Name. Aborting!", detail::LOG_TAG);
+        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_STRING);
+    }
+    return detail::Outcome::done((static_cast<QUOR_U32>(taken) + LANGUAGE_CODE_LENGTH) & 0xFFU);
 }
 
 } // namespace Quor

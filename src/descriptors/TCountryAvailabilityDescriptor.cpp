@@ -1,7 +1,7 @@
 #include "descriptors/TCountryAvailabilityDescriptor.h"
 
+#include "detail/Family.h"
 #include "detail/Items.h"
-#include "detail/Shapes.h"
 
 namespace Quor {
 
@@ -14,38 +14,29 @@ constexpr QUOR_U32 COUNTRY_CODE_LENGTH = 3;
 
 } // namespace
 
-constexpr U8 TCountryAvailabilityDescriptor::DESCRIPTOR_TAG;
-constexpr QUOR_U32 TCountryAvailabilityDescriptor::MINIMUM_DESCRIPTOR_LENGTH;
-
-TCountryAvailabilityDescriptor::TCountryAvailabilityDescriptor(QUOR_U8* data, QUOR_U32 length)
-    : TISDBTDescriptor(DESCRIPTOR_TAG, data, length), m_iCountryAvailabilityFlag(0) {}
-
 TCountryAvailabilityDescriptor::~TCountryAvailabilityDescriptor() = default;
 
 TCountryAvailabilityDescriptor* TCountryAvailabilityDescriptor::parse(QUOR_U8* data, QUOR_U32 length,
-                                                                      QUOR_U32* parsedLength, QUOR_U16* err) {
-    return detail::parseDescriptor<TCountryAvailabilityDescriptor>(
-        data, length, parsedLength, err, [](TCountryAvailabilityDescriptor& object, detail::Bytes descriptor) {
-            object.m_iCountryAvailabilityFlag = descriptor.u8(2) >> 7;
-            for (detail::Bytes left = descriptor.from(COUNTRY_CODES_AT); left.has(0, COUNTRY_CODE_LENGTH);
-                 left = left.from(COUNTRY_CODE_LENGTH)) {
-                object.add(left.u24(0));
-            }
-            // Callers depend on this value.
-            return detail::Outcome::done(0);
-        });
+                                                                      QUOR_U32* parsedLength, QUOR_U16* errorCode) {
+    return detail::parseDescriptor<TCountryAvailabilityDescriptor>(data, length, parsedLength, errorCode);
 }
 
-QUOR_U32 TCountryAvailabilityDescriptor::size() const {
-    return detail::count(m_pItems);
+detail::Outcome TCountryAvailabilityDescriptor::decode(const detail::Bytes& descriptor) {
+    m_iCountryAvailabilityFlag = descriptor.u8(2) >> 7;
+    for (detail::Bytes left = descriptor.from(COUNTRY_CODES_AT); left.has(0, COUNTRY_CODE_LENGTH);
+         left = left.from(COUNTRY_CODE_LENGTH)) {
+        detail::append(m_pItems, left.u24(0), left.memory());
+    }
+    // Quirk: no bytes, however many there were.
+    return detail::Outcome::done(0);
 }
 
 QUOR_U32 TCountryAvailabilityDescriptor::get(QUOR_U32 index) const {
-    return detail::get(m_pItems, index);
+    return detail::get<QUOR_U32>(m_pItems, index);
 }
 
 void TCountryAvailabilityDescriptor::add(QUOR_U32 code) {
-    m_pItems.push_back(code);
+    detail::add(m_pItems, code);
 }
 
 QUOR_BOOL TCountryAvailabilityDescriptor::remove(QUOR_U32 index) {

@@ -1,8 +1,8 @@
 #include "descriptors/TDigitalCopyControlDescriptor.h"
 
-#include "detail/Items.h"
+#include "detail/Family.h"
 #include "detail/Log.h"
-#include "detail/Shapes.h"
+#include "detail/Parse.h"
 
 namespace Quor {
 
@@ -15,7 +15,7 @@ namespace {
 // if component_control_flag: component_control_length (8) | items ...
 
 detail::Outcome tooShort(QUOR_U32 available) {
-    // Always one byte needed, also when all of the items are missing; readers of the log depend on it.
+    // Quirk: the line says that one byte is needed, also when all of the items are missing.
     constexpr QUOR_U32 NEEDED = 1;
     QUOR_ISDBT_LOG("%s: TDigitalCopyControlDescriptor::parse: Longer data length is required: %u < %u. Aborting!",
                    detail::LOG_TAG, available, NEEDED);
@@ -24,78 +24,55 @@ detail::Outcome tooShort(QUOR_U32 available) {
 
 /// Takes items off the front of @p left. Their length is counted down in 8 bits that wrap: an item that overruns it is
 /// followed by more while there are bytes.
-detail::ItemWalk takeItems(detail::ItemList<TDigitalCopyControlDescriptorItem>& items, detail::Bytes left,
-                           QUOR_U8 length, QUOR_U16* errorCode) {
+bool takeItems(detail::Items<TDigitalCopyControlDescriptorItem>& items, detail::Bytes& left, QUOR_U8 length) {
     detail::ItemWalk walk(left);
-    const auto append = detail::appendTo(items);
-    while (walk.complete && length != 0) {
-        detail::parseNextItem<TDigitalCopyControlDescriptorItem>(left, walk, errorCode, append);
+    while (length != 0 && walk.take(items)) {
         length = static_cast<QUOR_U8>(length - walk.last);
     }
-    return walk;
+    left = walk.left;
+    return walk.complete;
 }
 
 } // namespace
 
-constexpr U8 TDigitalCopyControlDescriptor::DESCRIPTOR_TAG;
-constexpr QUOR_U32 TDigitalCopyControlDescriptor::MINIMUM_DESCRIPTOR_LENGTH;
-constexpr QUOR_U8 TDigitalCopyControlDescriptor::COPY_CONTROL_FREE;
-constexpr QUOR_U8 TDigitalCopyControlDescriptor::COPY_CONTROL_SD_FREE_ORIGINAL_ONCE;
-constexpr QUOR_U8 TDigitalCopyControlDescriptor::COPY_CONTROL_SD_FREE;
-
-TDigitalCopyControlDescriptor::TDigitalCopyControlDescriptor(QUOR_U8* data, QUOR_U32 length)
-    : TISDBTDescriptor(DESCRIPTOR_TAG, data, length), m_iDigitalRecCtrlData(0), m_bMaximumBitrate(false),
-      m_bComponentControl(false), m_iCopyControlType(0), m_iAPSControlData(0), m_iMaximumBitrate(0) {}
-
 TDigitalCopyControlDescriptor::~TDigitalCopyControlDescriptor() = default;
 
-TDigitalCopyControlDescriptor* TDigitalCopyControlDescriptor::parse(QUOR_U8* sectionData, QUOR_U32 dataLength,
+TDigitalCopyControlDescriptor* TDigitalCopyControlDescriptor::parse(QUOR_U8* data, QUOR_U32 length,
                                                                     QUOR_U32* parsedLength, QUOR_U16* errorCode) {
-    return detail::parseDescriptor<TDigitalCopyControlDescriptor>(
-        sectionData, dataLength, parsedLength, errorCode,
-        [errorCode](TDigitalCopyControlDescriptor& object, detail::Bytes descriptor) {
-            object.m_iDigitalRecCtrlData = descriptor.u8(2) >> 6;
-            object.m_bMaximumBitrate = descriptor.bit(2, 5);
-            object.m_bComponentControl = descriptor.bit(2, 4);
-            object.m_iCopyControlType = descriptor.u8(2) >> 2 & 3U;
-            if (object.m_iCopyControlType != COPY_CONTROL_FREE) {
-                object.m_iAPSControlData = descriptor.u8(2) & 3U;
-            }
-            detail::Bytes left = descriptor.from(3);
-            if (object.m_bMaximumBitrate) {
-                if (left.empty()) {
-                    return tooShort(left.size());
-                }
-                object.m_iMaximumBitrate = left.u8(0);
-                left = left.from(1);
-            }
-            if (object.m_bComponentControl) {
-                if (left.empty()) {
-                    return tooShort(left.size());
-                }
-                const QUOR_U8 componentControlLength = left.u8(0);
-                left = left.from(1);
-                if (left.size() < componentControlLength) {
-                    return tooShort(left.size());
-                }
-                const detail::ItemWalk walk = takeItems(object.m_pItems, left, componentControlLength, errorCode);
-                if (!walk.complete) {
-                    QUOR_ISDBT_LOG("%s: TDigitalCopyControlDescriptor::parse: Invalid item. Aborting!",
-                                   detail::LOG_TAG);
-                    return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);
-                }
-                left = left.from(left.size() - walk.left);
-            }
-            return detail::Outcome::done(descriptor.size() - left.size() - COMMON_HEADER_LENGTH);
-        });
+    return detail::parseDescriptor<TDigitalCopyControlDescriptor>(data, length, parsedLength, errorCode);
 }
 
-QUOR_U32 TDigitalCopyControlDescriptor::size() const {
-    return detail::count(m_pItems);
-}
-
-TDigitalCopyControlDescriptorItem* TDigitalCopyControlDescriptor::get(QUOR_U32 index) const {
-    return detail::get(m_pItems, index);
+detail::Outcome TDigitalCopyControlDescriptor::decode(const detail::Bytes& descriptor) {
+    m_iDigitalRecCtrlData = descriptor.u8(2) >> 6;
+    m_bMaximumBitrate = descriptor.bit(2, 5);
+    m_bComponentControl = descriptor.bit(2, 4);
+    m_iCopyControlType = descriptor.u8(2) >> 2 & 3U;
+    if (m_iCopyControlType != COPY_CONTROL_FREE) {
+        m_iAPSControlData = descriptor.u8(2) & 3U;
+    }
+    detail::Bytes left = descriptor.from(3);
+    if (m_bMaximumBitrate) {
+        if (left.empty()) {
+            return tooShort(left.size());
+        }
+        m_iMaximumBitrate = left.u8(0);
+        left = left.from(1);
+    }
+    if (m_bComponentControl) {
+        if (left.empty()) {
+            return tooShort(left.size());
+        }
+        const QUOR_U8 componentControlLength = left.u8(0);
+        left = left.from(1);
+        if (left.size() < componentControlLength) {
+            return tooShort(left.size());
+        }
+        if (!takeItems(m_pItems, left, componentControlLength)) {
+            QUOR_ISDBT_LOG("%s: TDigitalCopyControlDescriptor::parse: Invalid item. Aborting!", detail::LOG_TAG);
+            return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);
+        }
+    }
+    return detail::Outcome::done(descriptor.size() - left.size() - COMMON_HEADER_LENGTH);
 }
 
 void TDigitalCopyControlDescriptor::add(TDigitalCopyControlDescriptorItem* item) {

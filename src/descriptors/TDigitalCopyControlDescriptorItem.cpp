@@ -2,7 +2,7 @@
 
 #include "descriptors/TDigitalCopyControlDescriptor.h"
 #include "detail/Log.h"
-#include "detail/Shapes.h"
+#include "detail/Parse.h"
 
 namespace Quor {
 
@@ -16,40 +16,36 @@ constexpr QUOR_U32 MAXIMUM_BIT_RATE_LENGTH = 1;
 
 } // namespace
 
-TDigitalCopyControlDescriptorItem::TDigitalCopyControlDescriptorItem()
-    : m_iComponentTag(0), m_iDigitalRecCtrlData(0), m_bMaximumBitrate(false), m_iCopyControlType(0),
-      m_iAPSControlData(0), m_iMaximumBitrate(0) {}
-
 TDigitalCopyControlDescriptorItem::~TDigitalCopyControlDescriptorItem() = default;
 
-TDigitalCopyControlDescriptorItem* TDigitalCopyControlDescriptorItem::parse(QUOR_U8* sectionData, QUOR_U32 dataLength,
-                                                                            QUOR_U32* itemLength, QUOR_U16* errorCode) {
-    return detail::parseItem<TDigitalCopyControlDescriptorItem>(
-        sectionData, dataLength, itemLength, errorCode,
-        [](TDigitalCopyControlDescriptorItem& item, detail::Bytes left) {
-            if (left.empty()) {
-                QUOR_ISDBT_LOG("%s: TDigitalCopyControlDescriptorItem::parse: Item length not valid: %u. Aborting!",
-                               detail::LOG_TAG, left.size());
-                return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-            }
-            item.m_iDigitalRecCtrlData = left.u8(0) >> 6;
-            item.m_bMaximumBitrate = left.bit(0, 5);
-            item.m_iCopyControlType = left.u8(0) >> 2 & 3U;
-            if (item.m_iCopyControlType != TDigitalCopyControlDescriptor::COPY_CONTROL_FREE) {
-                item.m_iAPSControlData = left.u8(0) & 3U;
-            }
-            if (!item.m_bMaximumBitrate) {
-                return detail::Outcome::done(FLAGS_LENGTH);
-            }
-            if (left.size() == FLAGS_LENGTH) {
-                QUOR_ISDBT_LOG(
-                    "%s: TDigitalCopyControlDescriptorItem::parse: Longer data length is required: %u < %u. Aborting!",
-                    detail::LOG_TAG, left.size() - FLAGS_LENGTH, MAXIMUM_BIT_RATE_LENGTH);
-                return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);
-            }
-            item.m_iMaximumBitrate = left.u8(1);
-            return detail::Outcome::done(FLAGS_LENGTH + MAXIMUM_BIT_RATE_LENGTH);
-        });
+TDigitalCopyControlDescriptorItem*
+TDigitalCopyControlDescriptorItem::parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength, QUOR_U16* errorCode) {
+    return detail::parseItem<TDigitalCopyControlDescriptorItem>(data, length, parsedLength, errorCode);
+}
+
+detail::Outcome TDigitalCopyControlDescriptorItem::decode(const detail::Bytes& left) {
+    if (left.empty()) {
+        QUOR_ISDBT_LOG("%s: TDigitalCopyControlDescriptorItem::parse: Item length not valid: %u. Aborting!",
+                       detail::LOG_TAG, left.size());
+        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+    }
+    m_iDigitalRecCtrlData = left.u8(0) >> 6;
+    m_bMaximumBitrate = left.bit(0, 5);
+    m_iCopyControlType = left.u8(0) >> 2 & 3U;
+    if (m_iCopyControlType != TDigitalCopyControlDescriptor::COPY_CONTROL_FREE) {
+        m_iAPSControlData = left.u8(0) & 3U;
+    }
+    if (!m_bMaximumBitrate) {
+        return detail::Outcome::done(FLAGS_LENGTH);
+    }
+    if (left.size() == FLAGS_LENGTH) {
+        QUOR_ISDBT_LOG(
+            "%s: TDigitalCopyControlDescriptorItem::parse: Longer data length is required: %u < %u. Aborting!",
+            detail::LOG_TAG, left.size() - FLAGS_LENGTH, MAXIMUM_BIT_RATE_LENGTH);
+        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);
+    }
+    m_iMaximumBitrate = left.u8(1);
+    return detail::Outcome::done(FLAGS_LENGTH + MAXIMUM_BIT_RATE_LENGTH);
 }
 
 } // namespace Quor

@@ -1,15 +1,12 @@
 #include "descriptors/TDownloadContentDescriptor.h"
 
 #include "detail/Arrays.h"
-#include "detail/Items.h"
+#include "detail/Family.h"
 #include "detail/Log.h"
-#include "detail/Shapes.h"
-#include "utils/ParserUtils.h"
+#include "detail/Parse.h"
+#include "detail/Strings.h"
 
 namespace Quor {
-
-constexpr U8 TDownloadContentDescriptor::DESCRIPTOR_TAG;
-constexpr QUOR_U32 TDownloadContentDescriptor::MINIMUM_DESCRIPTOR_LENGTH;
 
 namespace {
 
@@ -29,36 +26,31 @@ constexpr QUOR_U32 TEXT_LENGTH_FIELD = 1;
 
 } // namespace
 
-TDownloadContentDescriptor::TDownloadContentDescriptor(QUOR_U8* data, QUOR_U32 length)
-    : TISDBTDescriptor(DESCRIPTOR_TAG, data, length), m_iReboot(0), m_iAddOn(0), m_iCompatibilityFlag(0),
-      m_iModuleInfoFlag(0), m_iTextInfoFlag(0), m_iComponentSize(0), m_iDownloadID(0), m_iTimeOutValueDII(0),
-      m_iLeakRate(0), m_iComponentTag(0), m_iPrivateDataLength(0) {}
-
 TDownloadContentDescriptor::~TDownloadContentDescriptor() = default;
 
-TDownloadContentDescriptor* TDownloadContentDescriptor::parse(QUOR_U8* sectionData, QUOR_U32 dataLength,
-                                                              QUOR_U32* parsedLength, QUOR_U16* errorCode) {
-    return detail::parseDescriptor<TDownloadContentDescriptor>(
-        sectionData, dataLength, parsedLength, errorCode,
-        [=](TDownloadContentDescriptor& object, detail::Bytes descriptor) {
-            object.parseFixed(descriptor);
-            detail::Bytes left = descriptor.from(FIXED_LENGTH);
-            detail::Outcome outcome = object.parseCompatibility(left, errorCode);
-            if (outcome.succeeded()) {
-                outcome = object.parseModules(left, errorCode);
-            }
-            if (outcome.succeeded()) {
-                outcome = object.parsePrivateData(left);
-            }
-            if (outcome.succeeded()) {
-                outcome = object.parseText(left);
-            }
-            return outcome.succeeded() ? detail::Outcome::done(descriptor.size() - left.size() - COMMON_HEADER_LENGTH)
-                                       : outcome;
-        });
+TDownloadContentDescriptor* TDownloadContentDescriptor::parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
+                                                              QUOR_U16* errorCode) {
+    return detail::parseDescriptor<TDownloadContentDescriptor>(data, length, parsedLength, errorCode);
 }
 
-void TDownloadContentDescriptor::parseFixed(detail::Bytes descriptor) {
+detail::Outcome TDownloadContentDescriptor::decode(const detail::Bytes& descriptor) {
+    decodeFixed(descriptor);
+    detail::Bytes left = descriptor.from(FIXED_LENGTH);
+    detail::Outcome outcome = decodeCompatibility(left);
+    if (outcome.succeeded()) {
+        outcome = decodeModules(left);
+    }
+    if (outcome.succeeded()) {
+        outcome = decodePrivateData(left);
+    }
+    if (outcome.succeeded()) {
+        outcome = decodeText(left);
+    }
+    return outcome.succeeded() ? detail::Outcome::done(descriptor.size() - left.size() - COMMON_HEADER_LENGTH)
+                               : outcome;
+}
+
+void TDownloadContentDescriptor::decodeFixed(const detail::Bytes& descriptor) {
     m_iReboot = descriptor.bit(2, 7);
     m_iAddOn = descriptor.bit(2, 6);
     m_iCompatibilityFlag = descriptor.bit(2, 5);
@@ -71,7 +63,7 @@ void TDownloadContentDescriptor::parseFixed(detail::Bytes descriptor) {
     m_iComponentTag = descriptor.u8(18);
 }
 
-detail::Outcome TDownloadContentDescriptor::parseCompatibility(detail::Bytes& left, QUOR_U16* errorCode) {
+detail::Outcome TDownloadContentDescriptor::decodeCompatibility(detail::Bytes& left) {
     if (m_iCompatibilityFlag == 0) {
         return detail::Outcome::done();
     }
@@ -82,15 +74,13 @@ detail::Outcome TDownloadContentDescriptor::parseCompatibility(detail::Bytes& le
                        detail::LOG_TAG, length, left.size());
         return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
     }
-    m_pCompatibilityDesc.reset(TCompatibilityDescriptor::parse(left.data(), length, nullptr, errorCode));
-    if (m_pCompatibilityDesc == nullptr) {
-        return detail::Outcome::failedBelow();
-    }
+    detail::ItemWalk walk(left.first(length));
+    m_pCompatibilityDesc = walk.next<TCompatibilityDescriptor>();
     left = left.from(length);
-    return detail::Outcome::done();
+    return walk.outcome;
 }
 
-detail::Outcome TDownloadContentDescriptor::parseModules(detail::Bytes& left, QUOR_U16* errorCode) {
+detail::Outcome TDownloadContentDescriptor::decodeModules(detail::Bytes& left) {
     if (m_iModuleInfoFlag == 0) {
         return detail::Outcome::done();
     }
@@ -101,16 +91,16 @@ detail::Outcome TDownloadContentDescriptor::parseModules(detail::Bytes& left, QU
     }
     const QUOR_U16 numberOfModules = left.u16(0);
     left = left.from(NUM_OF_MODULES_FIELD);
-    const detail::ItemWalk walk = detail::parseItems(left, numberOfModules, errorCode, m_pItems);
+    const detail::ItemWalk walk = detail::decodeItems(left, m_pItems, numberOfModules);
     if (!walk.complete) {
         QUOR_ISDBT_LOG("%s: TDownloadContentDescriptor::parse: Invalid item. Aborting!", detail::LOG_TAG);
         return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_ITEM);
     }
-    left = left.from(left.size() - walk.left);
+    left = walk.left;
     return detail::Outcome::done();
 }
 
-detail::Outcome TDownloadContentDescriptor::parsePrivateData(detail::Bytes& left) {
+detail::Outcome TDownloadContentDescriptor::decodePrivateData(detail::Bytes& left) {
     if (!detail::readByteArray(left, m_iPrivateDataLength, m_iPrivateData)) {
         QUOR_ISDBT_LOG("%s: TDownloadContentDescriptor:: parse: ERROR: parsing Private Data. Aborting!",
                        detail::LOG_TAG);
@@ -120,12 +110,11 @@ detail::Outcome TDownloadContentDescriptor::parsePrivateData(detail::Bytes& left
     return detail::Outcome::done();
 }
 
-detail::Outcome TDownloadContentDescriptor::parseText(detail::Bytes& left) {
+detail::Outcome TDownloadContentDescriptor::decodeText(detail::Bytes& left) {
     if (m_iTextInfoFlag == 0) {
         return detail::Outcome::done();
     }
-    if (ParserUtils::parseStr(left.data(), m_sLanguageCode, LANGUAGE_CODE_LENGTH, left.size()) !=
-        QUOR_S32{LANGUAGE_CODE_LENGTH}) {
+    if (detail::readText(left, LANGUAGE_CODE_LENGTH, m_sLanguageCode) != QUOR_S32{LANGUAGE_CODE_LENGTH}) {
         QUOR_ISDBT_LOG("%s: TDownloadContentDescriptor:: parse: ERROR: parsing Language Code. Aborting!",
                        detail::LOG_TAG);
         return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_STRING);
@@ -133,21 +122,13 @@ detail::Outcome TDownloadContentDescriptor::parseText(detail::Bytes& left) {
     left = left.from(LANGUAGE_CODE_LENGTH);
     const QUOR_U8 textLength = left.u8(0);
     const detail::Bytes text = left.from(TEXT_LENGTH_FIELD);
-    if (left.empty() || ParserUtils::parseStr(text.data(), m_sText, textLength, text.size()) != textLength) {
-        // The line of another descriptor with a text; readers of the log depend on it.
+    if (left.empty() || detail::readText(text, textLength, m_sText) != textLength) {
+        // Quirk: the line of another descriptor with a text.
         QUOR_ISDBT_LOG("%s: TComponentDescriptor:: parse: ERROR: parsing Text. Aborting!", detail::LOG_TAG);
         return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_STRING);
     }
     left = text.from(textLength);
     return detail::Outcome::done();
-}
-
-QUOR_U32 TDownloadContentDescriptor::getDownloadContentDescriptorItemSize() const {
-    return detail::count(m_pItems);
-}
-
-TDownloadContentDescriptorItem* TDownloadContentDescriptor::getDownloadContentDescriptorItem(QUOR_U8 index) const {
-    return detail::get(m_pItems, index);
 }
 
 void TDownloadContentDescriptor::addDownloadContentDescriptorItem(TDownloadContentDescriptorItem* item) {

@@ -1,12 +1,9 @@
 #include "descriptors/TExternalApplicationAuthorizationDescriptorItem.h"
 
-#include "detail/Items.h"
 #include "detail/Log.h"
-#include "detail/Shapes.h"
+#include "detail/Parse.h"
 
 namespace Quor {
-
-constexpr QUOR_U32 TExternalApplicationAuthorizationDescriptorItem::MINIMUM_DESCRIPTOR_LENGTH;
 
 namespace {
 
@@ -15,8 +12,6 @@ constexpr QUOR_U32 ITEM_LENGTH = 7;
 
 } // namespace
 
-TExternalApplicationAuthorizationDescriptorItem::TExternalApplicationAuthorizationDescriptorItem() : m_iPriority(0) {}
-
 TExternalApplicationAuthorizationDescriptorItem::TExternalApplicationAuthorizationDescriptorItem(
     TExternalApplicationAuthorizationDescriptorItem* source)
     : m_pAppIdentifier(detail::copy(source->m_pAppIdentifier.get())), m_iPriority(source->m_iPriority) {}
@@ -24,26 +19,25 @@ TExternalApplicationAuthorizationDescriptorItem::TExternalApplicationAuthorizati
 TExternalApplicationAuthorizationDescriptorItem::~TExternalApplicationAuthorizationDescriptorItem() = default;
 
 TExternalApplicationAuthorizationDescriptorItem*
-TExternalApplicationAuthorizationDescriptorItem::parse(QUOR_U8* sectionData, QUOR_U32 dataLength,
-                                                       QUOR_U32* parsedLength, QUOR_U16* errorCode) {
-    return detail::parseItem<TExternalApplicationAuthorizationDescriptorItem>(
-        sectionData, dataLength, parsedLength, errorCode,
-        [=](TExternalApplicationAuthorizationDescriptorItem& item, detail::Bytes left) {
-            if (left.size() < ITEM_LENGTH) {
-                QUOR_ISDBT_LOG(
-                    "%s: TExternalApplicationAuthorizationDescriptorItem::parse: Item length not valid: %u. Aborting!",
-                    detail::LOG_TAG, left.size());
-                return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-            }
-            QUOR_U32 priorityAt = 0;
-            item.m_pAppIdentifier.reset(
-                TApplicationIdentifier::parse(left.data(), left.size(), 1, &priorityAt, errorCode));
-            if (item.m_pAppIdentifier == nullptr) {
-                return detail::Outcome::failedBelow();
-            }
-            item.m_iPriority = left.u8(priorityAt);
-            return detail::Outcome::done(ITEM_LENGTH);
-        });
+TExternalApplicationAuthorizationDescriptorItem::parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
+                                                       QUOR_U16* errorCode) {
+    return detail::parseItem<TExternalApplicationAuthorizationDescriptorItem>(data, length, parsedLength, errorCode);
+}
+
+detail::Outcome TExternalApplicationAuthorizationDescriptorItem::decode(const detail::Bytes& left) {
+    if (left.size() < ITEM_LENGTH) {
+        QUOR_ISDBT_LOG(
+            "%s: TExternalApplicationAuthorizationDescriptorItem::parse: Item length not valid: %u. Aborting!",
+            detail::LOG_TAG, left.size());
+        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+    }
+    detail::ItemWalk walk(left);
+    m_pAppIdentifier = walk.next<TApplicationIdentifier>();
+    if (m_pAppIdentifier == nullptr) {
+        return walk.outcome;
+    }
+    m_iPriority = walk.left.u8(0);
+    return detail::Outcome::done(ITEM_LENGTH);
 }
 
 } // namespace Quor

@@ -2,43 +2,40 @@
 
 #include "detail/Items.h"
 #include "detail/Log.h"
-#include "detail/Outcome.h"
+#include "detail/Parse.h"
 #include "detail/Strings.h"
 
 namespace Quor {
 
-constexpr QUOR_U32 TGingaApplicationDescriptor::MINIMUM_DESCRIPTOR_LENGTH;
-
-TGingaApplicationDescriptor::TGingaApplicationDescriptor(QUOR_U8 tag, QUOR_U8* data, QUOR_U32 length)
-    : TISDBTDescriptor(tag, data, length) {}
-
 TGingaApplicationDescriptor::TGingaApplicationDescriptor(TGingaApplicationDescriptor* source)
-    : TISDBTDescriptor(source->getDescriptorTag(), nullptr, 0), m_pItems(source->m_pItems) {}
+    : TISDBTDescriptor(source->getDescriptorTag(), nullptr, 0), m_pItems(detail::copy(source->m_pItems)) {}
 
 TGingaApplicationDescriptor::~TGingaApplicationDescriptor() = default;
 
 QUOR_BOOL TGingaApplicationDescriptor::parseData(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
                                                  QUOR_U16* errorCode) {
-    // (parameter_length (8) | parameter)...
-    if (!detail::appendStrings(m_pItems, detail::Bytes(data, length))) {
-        QUOR_ISDBT_LOG("%s: TGingaApplicationDescriptor:: parse: ERROR: parsing Parameter. Aborting!", detail::LOG_TAG);
-        ISDBTUtils::setErrorCode(errorCode, TISDBTTable::ERROR_INVALID_STRING);
-        return false;
-    }
-    detail::Outcome::done(length).report(parsedLength, errorCode);
-    return true;
+    return detail::parseBody(*this, data, length, parsedLength, errorCode);
 }
 
-QUOR_U32 TGingaApplicationDescriptor::size() const {
-    return detail::count(m_pItems);
+detail::Outcome TGingaApplicationDescriptor::decode(const detail::Bytes& descriptor) {
+    return decodeBody(descriptor.from(COMMON_HEADER_LENGTH));
+}
+
+detail::Outcome TGingaApplicationDescriptor::decodeBody(const detail::Bytes& body) {
+    // (parameter_length (8) | parameter)...
+    if (!detail::readPrefixedTexts(body, m_pItems)) {
+        QUOR_ISDBT_LOG("%s: TGingaApplicationDescriptor:: parse: ERROR: parsing Parameter. Aborting!", detail::LOG_TAG);
+        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_STRING);
+    }
+    return detail::Outcome::done(body.size());
 }
 
 std::string TGingaApplicationDescriptor::get(QUOR_U32 index) const {
-    return detail::get(m_pItems, index);
+    return detail::get<std::string>(m_pItems, index);
 }
 
 void TGingaApplicationDescriptor::add(std::string parameter) {
-    m_pItems.push_back(std::move(parameter));
+    detail::add(m_pItems, detail::Text(parameter));
 }
 
 QUOR_BOOL TGingaApplicationDescriptor::remove(QUOR_U32 index) {

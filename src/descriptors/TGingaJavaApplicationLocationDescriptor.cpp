@@ -1,14 +1,8 @@
 #include "descriptors/TGingaJavaApplicationLocationDescriptor.h"
 
-#include "detail/Shapes.h"
+#include "detail/Family.h"
 
 namespace Quor {
-
-constexpr U8 TGingaJavaApplicationLocationDescriptor::DESCRIPTOR_TAG;
-constexpr QUOR_U32 TGingaJavaApplicationLocationDescriptor::MINIMUM_DESCRIPTOR_LENGTH;
-
-TGingaJavaApplicationLocationDescriptor::TGingaJavaApplicationLocationDescriptor(QUOR_U8* data, QUOR_U32 length)
-    : TGingaApplicationLocationDescriptor(DESCRIPTOR_TAG, data, length) {}
 
 TGingaJavaApplicationLocationDescriptor::TGingaJavaApplicationLocationDescriptor(std::string baseDirectory,
                                                                                  std::string classpathExtension,
@@ -25,7 +19,7 @@ TGingaJavaApplicationLocationDescriptor::~TGingaJavaApplicationLocationDescripto
 TGingaJavaApplicationLocationDescriptor* TGingaJavaApplicationLocationDescriptor::parse(QUOR_U8* data, QUOR_U32 length,
                                                                                         QUOR_U32* parsedLength,
                                                                                         QUOR_U16* errorCode) {
-    return detail::parseDescriptorData<TGingaJavaApplicationLocationDescriptor>(data, length, parsedLength, errorCode);
+    return detail::parseDescriptor<TGingaJavaApplicationLocationDescriptor>(data, length, parsedLength, errorCode);
 }
 
 } // namespace Quor

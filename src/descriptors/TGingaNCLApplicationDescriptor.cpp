@@ -1,14 +1,8 @@
 #include "descriptors/TGingaNCLApplicationDescriptor.h"
 
-#include "detail/Shapes.h"
+#include "detail/Family.h"
 
 namespace Quor {
-
-constexpr U8 TGingaNCLApplicationDescriptor::DESCRIPTOR_TAG;
-constexpr QUOR_U32 TGingaNCLApplicationDescriptor::MINIMUM_DESCRIPTOR_LENGTH;
-
-TGingaNCLApplicationDescriptor::TGingaNCLApplicationDescriptor(QUOR_U8* data, QUOR_U32 length)
-    : TGingaApplicationDescriptor(DESCRIPTOR_TAG, data, length) {}
 
 TGingaNCLApplicationDescriptor::TGingaNCLApplicationDescriptor(TGingaNCLApplicationDescriptor* source)
     : TGingaApplicationDescriptor(source) {}
@@ -17,7 +11,7 @@ TGingaNCLApplicationDescriptor::~TGingaNCLApplicationDescriptor() = default;
 
 TGingaNCLApplicationDescriptor* TGingaNCLApplicationDescriptor::parse(QUOR_U8* data, QUOR_U32 length,
                                                                       QUOR_U32* parsedLength, QUOR_U16* errorCode) {
-    return detail::parseDescriptorData<TGingaNCLApplicationDescriptor>(data, length, parsedLength, errorCode);
+    return detail::parseDescriptor<TGingaNCLApplicationDescriptor>(data, length, parsedLength, errorCode);
 }
 
 } // namespace Quor

@@ -1,14 +1,8 @@
 #include "descriptors/TGingaNCLApplicationLocationDescriptor.h"
 
-#include "detail/Shapes.h"
+#include "detail/Family.h"
 
 namespace Quor {
-
-constexpr U8 TGingaNCLApplicationLocationDescriptor::DESCRIPTOR_TAG;
-constexpr QUOR_U32 TGingaNCLApplicationLocationDescriptor::MINIMUM_DESCRIPTOR_LENGTH;
-
-TGingaNCLApplicationLocationDescriptor::TGingaNCLApplicationLocationDescriptor(QUOR_U8* data, QUOR_U32 length)
-    : TGingaApplicationLocationDescriptor(DESCRIPTOR_TAG, data, length) {}
 
 TGingaNCLApplicationLocationDescriptor::TGingaNCLApplicationLocationDescriptor(std::string baseDirectory,
                                                                                std::string classpathExtension,
@@ -25,7 +19,7 @@ TGingaNCLApplicationLocationDescriptor::~TGingaNCLApplicationLocationDescriptor(
 TGingaNCLApplicationLocationDescriptor* TGingaNCLApplicationLocationDescriptor::parse(QUOR_U8* data, QUOR_U32 length,
                                                                                       QUOR_U32* parsedLength,
                                                                                       QUOR_U16* errorCode) {
-    return detail::parseDescriptorData<TGingaNCLApplicationLocationDescriptor>(data, length, parsedLength, errorCode);
+    return detail::parseDescriptor<TGingaNCLApplicationLocationDescriptor>(data, length, parsedLength, errorCode);
 }
 
 } // namespace Quor

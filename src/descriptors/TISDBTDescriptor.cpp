@@ -3,34 +3,31 @@
 #include "TISDBTTable.h"
 #include "detail/Bytes.h"
 #include "detail/Log.h"
+#include "detail/Memory.h"
 #include "utils/QuorISDBTUtils.h"
 
 namespace Quor {
 
-constexpr QUOR_U32 TISDBTDescriptor::COMMON_HEADER_LENGTH;
-
-TISDBTDescriptor::TISDBTDescriptor(QUOR_U8 descriptorTag, QUOR_U8* sectionData, QUOR_U32 dataLength)
-    : TISDBTDataHolder(sectionData, dataLength, 0), m_iDescriptorTag(descriptorTag) {}
-
 TISDBTDescriptor::~TISDBTDescriptor() = default;
 
-bool TISDBTDescriptor::parseCommonHeader(QUOR_U8* sectionData, QUOR_U32 dataLength, QUOR_U16* errorCode,
+bool TISDBTDescriptor::parseCommonHeader(QUOR_U8* data, QUOR_U32 length, QUOR_U16* errorCode,
                                          QUOR_U8 minimumDescriptorLength, QUOR_U16 expectedDescriptorTag) {
-    if (sectionData == nullptr) {
+    if (data == nullptr) {
         QUOR_ISDBT_LOG("%s: TISDBTDescriptor::parseCommonHeader: (1) Invalid data. Aborting!", detail::LOG_TAG);
         ISDBTUtils::setErrorCode(errorCode, TISDBTTable::ERROR_INVALID_DATA);
         return false;
     }
     // Kept in 8 bits, as callers' minimums are; with a minimum of 254 or 255 only the emptiness is left to check.
     const auto needed = static_cast<QUOR_U8>(minimumDescriptorLength + COMMON_HEADER_LENGTH);
-    if (dataLength < needed || dataLength == 0) {
+    if (length < needed || length == 0) {
         QUOR_ISDBT_LOG(
             "%s: TISDBTDescriptor::parseCommonHeader: (2) Longer data length is required: %u < %u. Aborting!",
-            detail::LOG_TAG, dataLength, unsigned{needed});
+            detail::LOG_TAG, length, unsigned{needed});
         ISDBTUtils::setErrorCode(errorCode, TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);
         return false;
     }
-    const detail::Bytes descriptor(sectionData, dataLength);
+    detail::Memory heap;
+    const detail::Bytes descriptor(data, length, heap);
     if (descriptor.u8(0) != expectedDescriptorTag) {
         QUOR_ISDBT_LOG(
             "%s: TISDBTDescriptor::parseCommonHeader: (3) Unexpected Descriptor Tag. Got 0x%02X, instead of 0x%02X. Aborting!",
@@ -39,11 +36,11 @@ bool TISDBTDescriptor::parseCommonHeader(QUOR_U8* sectionData, QUOR_U32 dataLeng
         return false;
     }
     const QUOR_U8 descriptorLength = descriptor.u8(1);
-    if (dataLength < descriptorLength + COMMON_HEADER_LENGTH) {
-        // The needed length comes first here, unlike in (2); readers of the log depend on it.
+    if (length < descriptorLength + COMMON_HEADER_LENGTH) {
+        // Quirk: the needed length comes first here, unlike in (2).
         QUOR_ISDBT_LOG(
             "%s: TISDBTDescriptor::parseCommonHeader: (4) Longer data length is required: %u < %u. Aborting!",
-            detail::LOG_TAG, descriptorLength + COMMON_HEADER_LENGTH, dataLength);
+            detail::LOG_TAG, descriptorLength + COMMON_HEADER_LENGTH, length);
         ISDBTUtils::setErrorCode(errorCode, TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);
         return false;
     }

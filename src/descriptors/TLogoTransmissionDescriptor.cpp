@@ -1,8 +1,8 @@
 #include "descriptors/TLogoTransmissionDescriptor.h"
 
 #include "detail/Arrays.h"
+#include "detail/Family.h"
 #include "detail/Log.h"
-#include "detail/Shapes.h"
 
 namespace Quor {
 
@@ -21,7 +21,7 @@ QUOR_U16 logoID(detail::Bytes descriptor) {
 }
 
 detail::Outcome tooShort(QUOR_U32 available) {
-    // The length of a CDT1 logo, also when a CDT2 logo is too short; readers of the log depend on it.
+    // Quirk: the line has the length of a CDT1 logo, also when a CDT2 logo is too short.
     QUOR_ISDBT_LOG("%s: TLogoTransmissionDescriptor::parse: Longer data length is required: %u < %u. Aborting!",
                    detail::LOG_TAG, available, CDT1_LENGTH);
     return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);
@@ -29,49 +29,39 @@ detail::Outcome tooShort(QUOR_U32 available) {
 
 } // namespace
 
-constexpr U8 TLogoTransmissionDescriptor::DESCRIPTOR_TAG;
-constexpr QUOR_U32 TLogoTransmissionDescriptor::MINIMUM_DESCRIPTOR_LENGTH;
-constexpr QUOR_U8 TLogoTransmissionDescriptor::TYPE_CDT1;
-constexpr QUOR_U8 TLogoTransmissionDescriptor::TYPE_CDT2;
-constexpr QUOR_U8 TLogoTransmissionDescriptor::TYPE_SIMPLE;
-
-TLogoTransmissionDescriptor::TLogoTransmissionDescriptor(QUOR_U8* data, QUOR_U32 length)
-    : TISDBTDescriptor(DESCRIPTOR_TAG, data, length), m_iLogoTransmType(0), m_iLogoID(0), m_iLogoVersion(0),
-      m_iDownloadDataID(0), m_iLogoDataLength(0) {}
-
 TLogoTransmissionDescriptor::~TLogoTransmissionDescriptor() = default;
 
 TLogoTransmissionDescriptor* TLogoTransmissionDescriptor::parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
-                                                                QUOR_U16* err) {
-    return detail::parseDescriptor<TLogoTransmissionDescriptor>(
-        data, length, parsedLength, err, [](TLogoTransmissionDescriptor& object, detail::Bytes descriptor) {
-            object.m_iLogoTransmType = descriptor.u8(2);
-            const detail::Bytes body = descriptor.from(COMMON_HEADER_LENGTH + TYPE_LENGTH);
-            switch (object.m_iLogoTransmType) {
-            case TYPE_CDT1:
-                if (body.size() < CDT1_LENGTH) {
-                    return tooShort(body.size());
-                }
-                object.m_iLogoID = logoID(descriptor);
-                object.m_iLogoVersion = descriptor.u16(5) & 0x0FFFU;
-                object.m_iDownloadDataID = descriptor.u16(7);
-                return detail::Outcome::done(TYPE_LENGTH + CDT1_LENGTH);
-            case TYPE_CDT2:
-                if (body.size() < CDT2_LENGTH) {
-                    return tooShort(body.size());
-                }
-                object.m_iLogoID = logoID(descriptor);
-                return detail::Outcome::done(TYPE_LENGTH + CDT2_LENGTH);
-            case TYPE_SIMPLE:
-                object.m_pLogoData = detail::copyBytes(body, object.m_iLogoDataLength);
-                return detail::Outcome::done(TYPE_LENGTH + body.size());
-            default:
-                QUOR_ISDBT_LOG(
-                    "%s: TLogoTransmissionDescriptor::parse: Unsupported Logo Transmission Type: 0x%02X (%d)",
-                    detail::LOG_TAG, unsigned{object.m_iLogoTransmType}, int{object.m_iLogoTransmType});
-                return detail::Outcome::done(TYPE_LENGTH);
-            }
-        });
+                                                                QUOR_U16* errorCode) {
+    return detail::parseDescriptor<TLogoTransmissionDescriptor>(data, length, parsedLength, errorCode);
+}
+
+detail::Outcome TLogoTransmissionDescriptor::decode(const detail::Bytes& descriptor) {
+    m_iLogoTransmType = descriptor.u8(2);
+    const detail::Bytes body = descriptor.from(COMMON_HEADER_LENGTH + TYPE_LENGTH);
+    switch (m_iLogoTransmType) {
+    case TYPE_CDT1:
+        if (body.size() < CDT1_LENGTH) {
+            return tooShort(body.size());
+        }
+        m_iLogoID = logoID(descriptor);
+        m_iLogoVersion = descriptor.u16(5) & 0x0FFFU;
+        m_iDownloadDataID = descriptor.u16(7);
+        return detail::Outcome::done(TYPE_LENGTH + CDT1_LENGTH);
+    case TYPE_CDT2:
+        if (body.size() < CDT2_LENGTH) {
+            return tooShort(body.size());
+        }
+        m_iLogoID = logoID(descriptor);
+        return detail::Outcome::done(TYPE_LENGTH + CDT2_LENGTH);
+    case TYPE_SIMPLE:
+        m_pLogoData = detail::copyBytes(body, m_iLogoDataLength);
+        return detail::Outcome::done(TYPE_LENGTH + body.size());
+    default:
+        QUOR_ISDBT_LOG("%s: TLogoTransmissionDescriptor::parse: Unsupported Logo Transmission Type: 0x%02X (%d)",
+                       detail::LOG_TAG, unsigned{m_iLogoTransmType}, int{m_iLogoTransmType});
+        return detail::Outcome::done(TYPE_LENGTH);
+    }
 }
 
 } // namespace Quor

@@ -2,7 +2,7 @@
 
 #include "detail/Arrays.h"
 #include "detail/Log.h"
-#include "detail/Shapes.h"
+#include "detail/Parse.h"
 
 namespace Quor {
 
@@ -57,7 +57,7 @@ detail::Outcome checkLengths(detail::Bytes left) {
     }
     const QUOR_U32 available = left.size() - FIXED_LENGTH - cellCount;
     if (available < needed) {
-        // The kind of linkage in place of the 2 bytes of a bouquet_id; readers of the log depend on it.
+        // Quirk: the line has the kind of linkage in place of the 2 bytes of a bouquet_id.
         return tooShort(available, info == TMosaicDescriptorCell::LINKAGE_TYPE_BOUQUET_RELATED ? info : needed);
     }
     return detail::Outcome::done(FIXED_LENGTH + cellCount + needed);
@@ -65,52 +65,39 @@ detail::Outcome checkLengths(detail::Bytes left) {
 
 } // namespace
 
-constexpr QUOR_U8 TMosaicDescriptorCell::PRESENTATION_TYPE_UNDEFINED;
-constexpr QUOR_U8 TMosaicDescriptorCell::PRESENTATION_TYPE_VIDEO;
-constexpr QUOR_U8 TMosaicDescriptorCell::PRESENTATION_TYPE_STILL_PICTURE;
-constexpr QUOR_U8 TMosaicDescriptorCell::PRESENTATION_TYPE_GRAPHICS_OR_TEXT;
-constexpr QUOR_U8 TMosaicDescriptorCell::LINKAGE_TYPE_UNDEFINED;
-constexpr QUOR_U8 TMosaicDescriptorCell::LINKAGE_TYPE_BOUQUET_RELATED;
-constexpr QUOR_U8 TMosaicDescriptorCell::LINKAGE_TYPE_SERVICE_RELATED;
-constexpr QUOR_U8 TMosaicDescriptorCell::LINKAGE_TYPE_OTHER_MOSAIC_RELATED;
-constexpr QUOR_U8 TMosaicDescriptorCell::LINKAGE_TYPE_EVENT_RELATED;
-
-TMosaicDescriptorCell::TMosaicDescriptorCell()
-    : m_iLogicalCellID(0), m_iLogicalCellPresentationInfo(0), m_iElementaryCellFieldLength(0), m_iCellLinkageInfo(0),
-      m_iBouquetID(0), m_iOriginalNetworkID(0), m_iTransportStreamID(0), m_iServiceID(0), m_iEventID(0) {}
-
 TMosaicDescriptorCell::~TMosaicDescriptorCell() = default;
 
 TMosaicDescriptorCell* TMosaicDescriptorCell::parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
-                                                    QUOR_U16* err) {
-    return detail::parseItem<TMosaicDescriptorCell>(
-        data, length, parsedLength, err, [](TMosaicDescriptorCell& cell, detail::Bytes left) {
-            const detail::Outcome lengths = checkLengths(left);
-            if (!lengths.succeeded()) {
-                return lengths;
-            }
-            cell.m_iLogicalCellID = left.u8(0) >> 2;
-            cell.m_iLogicalCellPresentationInfo = left.u8(1) & 7U;
-            cell.m_iElementaryCellFieldLength = left.u8(2);
-            left = left.from(ELEMENTARY_CELLS_AT);
-            cell.m_pElementaryCellIDs = detail::copyBytes(left.first(cell.m_iElementaryCellFieldLength));
-            for (QUOR_U32 i = 0; i < cell.m_iElementaryCellFieldLength; ++i) {
-                cell.m_pElementaryCellIDs[i] &= 0x3FU;
-            }
-            left = left.from(cell.m_iElementaryCellFieldLength);
-            cell.m_iCellLinkageInfo = left.u8(0);
-            if (cell.m_iCellLinkageInfo == LINKAGE_TYPE_BOUQUET_RELATED) {
-                cell.m_iBouquetID = left.u16(1);
-                return lengths;
-            }
-            cell.m_iOriginalNetworkID = left.u16(1);
-            cell.m_iTransportStreamID = left.u16(3);
-            cell.m_iServiceID = left.u16(5);
-            if (cell.m_iCellLinkageInfo == LINKAGE_TYPE_EVENT_RELATED) {
-                cell.m_iEventID = left.u16(7);
-            }
-            return lengths;
-        });
+                                                    QUOR_U16* errorCode) {
+    return detail::parseItem<TMosaicDescriptorCell>(data, length, parsedLength, errorCode);
+}
+
+detail::Outcome TMosaicDescriptorCell::decode(detail::Bytes left) {
+    const detail::Outcome lengths = checkLengths(left);
+    if (!lengths.succeeded()) {
+        return lengths;
+    }
+    m_iLogicalCellID = left.u8(0) >> 2;
+    m_iLogicalCellPresentationInfo = left.u8(1) & 7U;
+    m_iElementaryCellFieldLength = left.u8(2);
+    left = left.from(ELEMENTARY_CELLS_AT);
+    m_pElementaryCellIDs = detail::copyBytes(left.first(m_iElementaryCellFieldLength));
+    for (QUOR_U32 i = 0; i < m_iElementaryCellFieldLength; ++i) {
+        m_pElementaryCellIDs[i] &= 0x3FU;
+    }
+    left = left.from(m_iElementaryCellFieldLength);
+    m_iCellLinkageInfo = left.u8(0);
+    if (m_iCellLinkageInfo == LINKAGE_TYPE_BOUQUET_RELATED) {
+        m_iBouquetID = left.u16(1);
+        return lengths;
+    }
+    m_iOriginalNetworkID = left.u16(1);
+    m_iTransportStreamID = left.u16(3);
+    m_iServiceID = left.u16(5);
+    if (m_iCellLinkageInfo == LINKAGE_TYPE_EVENT_RELATED) {
+        m_iEventID = left.u16(7);
+    }
+    return lengths;
 }
 
 } // namespace Quor

@@ -1,8 +1,8 @@
 #include "descriptors/TParentalRatingDescriptorItem.h"
 
 #include "detail/Log.h"
-#include "detail/Shapes.h"
-#include "utils/ParserUtils.h"
+#include "detail/Parse.h"
+#include "detail/Strings.h"
 
 namespace Quor {
 
@@ -14,28 +14,26 @@ constexpr QUOR_U32 COUNTRY_CODE_LENGTH = 3;
 
 } // namespace
 
-TParentalRatingDescriptorItem::TParentalRatingDescriptorItem() : m_iRating(0) {}
-
 TParentalRatingDescriptorItem::~TParentalRatingDescriptorItem() = default;
 
-TParentalRatingDescriptorItem* TParentalRatingDescriptorItem::parse(QUOR_U8* sectionData, QUOR_U32 dataLength,
-                                                                    QUOR_U32* itemLength, QUOR_U16* errorCode) {
-    return detail::parseItem<TParentalRatingDescriptorItem>(
-        sectionData, dataLength, itemLength, errorCode, [](TParentalRatingDescriptorItem& item, detail::Bytes left) {
-            if (left.size() < ITEM_LENGTH) {
-                QUOR_ISDBT_LOG("%s: TParentalRatingDescriptorItem::parse: Descriptor length not valid: %u. Aborting!",
-                               detail::LOG_TAG, left.size());
-                return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-            }
-            if (ParserUtils::parseStr(left.data(), item.m_sCountryCode, COUNTRY_CODE_LENGTH, left.size()) !=
-                QUOR_S32{COUNTRY_CODE_LENGTH}) {
-                QUOR_ISDBT_LOG("%s: TParentalRatingDescriptorItem:: parse: ERROR: parsing Language Code. Aborting!",
-                               detail::LOG_TAG);
-                return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_STRING);
-            }
-            item.m_iRating = left.u8(3);
-            return detail::Outcome::done(ITEM_LENGTH);
-        });
+TParentalRatingDescriptorItem* TParentalRatingDescriptorItem::parse(QUOR_U8* data, QUOR_U32 length,
+                                                                    QUOR_U32* parsedLength, QUOR_U16* errorCode) {
+    return detail::parseItem<TParentalRatingDescriptorItem>(data, length, parsedLength, errorCode);
+}
+
+detail::Outcome TParentalRatingDescriptorItem::decode(const detail::Bytes& left) {
+    if (left.size() < ITEM_LENGTH) {
+        QUOR_ISDBT_LOG("%s: TParentalRatingDescriptorItem::parse: Descriptor length not valid: %u. Aborting!",
+                       detail::LOG_TAG, left.size());
+        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+    }
+    if (detail::readText(left, COUNTRY_CODE_LENGTH, m_sCountryCode) != QUOR_S32{COUNTRY_CODE_LENGTH}) {
+        QUOR_ISDBT_LOG("%s: TParentalRatingDescriptorItem:: parse: ERROR: parsing Language Code. Aborting!",
+                       detail::LOG_TAG);
+        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_STRING);
+    }
+    m_iRating = left.u8(3);
+    return detail::Outcome::done(ITEM_LENGTH);
 }
 
 } // namespace Quor

@@ -1,8 +1,8 @@
 #include "descriptors/TPrefetchDescriptorItem.h"
 
 #include "detail/Log.h"
-#include "detail/Shapes.h"
-#include "utils/ParserUtils.h"
+#include "detail/Parse.h"
+#include "detail/Strings.h"
 
 namespace Quor {
 
@@ -19,32 +19,31 @@ detail::Outcome lengthNotValid(QUOR_U32 length) {
 
 } // namespace
 
-TPrefetchDescriptorItem::TPrefetchDescriptorItem() : m_iPriority(0) {}
-
 TPrefetchDescriptorItem::TPrefetchDescriptorItem(TPrefetchDescriptorItem* source)
     : m_sLabel(source->m_sLabel), m_iPriority(source->m_iPriority) {}
 
 TPrefetchDescriptorItem::~TPrefetchDescriptorItem() = default;
 
-TPrefetchDescriptorItem* TPrefetchDescriptorItem::parse(QUOR_U8* sectionData, QUOR_U32 dataLength,
-                                                        QUOR_U32* parsedLength, QUOR_U16* errorCode) {
-    return detail::parseItem<TPrefetchDescriptorItem>(
-        sectionData, dataLength, parsedLength, errorCode, [](TPrefetchDescriptorItem& item, detail::Bytes left) {
-            if (left.size() < LABEL_LENGTH_LENGTH + PRIORITY_LENGTH) {
-                return lengthNotValid(left.size());
-            }
-            const QUOR_S32 taken = ParserUtils::parseStr(left.data(), item.m_sLabel, 0, left.size());
-            if (taken < 0) {
-                QUOR_ISDBT_LOG("%s: TPrefetchDescriptorItem:: parse: ERROR: parsing Label. Aborting!", detail::LOG_TAG);
-                return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_STRING);
-            }
-            const detail::Bytes priority = left.from(LABEL_LENGTH_LENGTH + left.u8(0));
-            if (priority.empty()) {
-                return lengthNotValid(0);
-            }
-            item.m_iPriority = priority.u8(0);
-            return detail::Outcome::done(static_cast<QUOR_U32>(taken) + PRIORITY_LENGTH);
-        });
+TPrefetchDescriptorItem* TPrefetchDescriptorItem::parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
+                                                        QUOR_U16* errorCode) {
+    return detail::parseItem<TPrefetchDescriptorItem>(data, length, parsedLength, errorCode);
+}
+
+detail::Outcome TPrefetchDescriptorItem::decode(const detail::Bytes& left) {
+    if (left.size() < LABEL_LENGTH_LENGTH + PRIORITY_LENGTH) {
+        return lengthNotValid(left.size());
+    }
+    const QUOR_S32 taken = detail::readPrefixedText(left, m_sLabel);
+    if (taken < 0) {
+        QUOR_ISDBT_LOG("%s: TPrefetchDescriptorItem:: parse: ERROR: parsing Label. Aborting!", detail::LOG_TAG);
+        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_STRING);
+    }
+    const detail::Bytes priority = left.from(LABEL_LENGTH_LENGTH + left.u8(0));
+    if (priority.empty()) {
+        return lengthNotValid(0);
+    }
+    m_iPriority = priority.u8(0);
+    return detail::Outcome::done(static_cast<QUOR_U32>(taken) + PRIORITY_LENGTH);
 }
 
 } // namespace Quor

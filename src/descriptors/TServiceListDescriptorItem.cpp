@@ -1,7 +1,7 @@
 #include "descriptors/TServiceListDescriptorItem.h"
 
 #include "detail/Log.h"
-#include "detail/Shapes.h"
+#include "detail/Parse.h"
 
 namespace Quor {
 
@@ -12,23 +12,22 @@ constexpr QUOR_U32 ITEM_LENGTH = 2;
 
 } // namespace
 
-TServiceListDescriptorItem::TServiceListDescriptorItem() : m_iServiceID(0), m_iServiceType(0) {}
-
 TServiceListDescriptorItem::~TServiceListDescriptorItem() = default;
 
 TServiceListDescriptorItem* TServiceListDescriptorItem::parse(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
-                                                              QUOR_U16* err) {
-    return detail::parseItem<TServiceListDescriptorItem>(
-        data, length, parsedLength, err, [](TServiceListDescriptorItem& item, detail::Bytes left) {
-            if (left.size() < ITEM_LENGTH) {
-                QUOR_ISDBT_LOG("%s: TServiceListDescriptorItem::parse: Descriptor length not valid: %u. Aborting!",
-                               detail::LOG_TAG, left.size());
-                return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-            }
-            item.m_iServiceID = left.u8(0);
-            item.m_iServiceType = left.u8(1);
-            return detail::Outcome::done(ITEM_LENGTH);
-        });
+                                                              QUOR_U16* errorCode) {
+    return detail::parseItem<TServiceListDescriptorItem>(data, length, parsedLength, errorCode);
+}
+
+detail::Outcome TServiceListDescriptorItem::decode(const detail::Bytes& left) {
+    if (left.size() < ITEM_LENGTH) {
+        QUOR_ISDBT_LOG("%s: TServiceListDescriptorItem::parse: Descriptor length not valid: %u. Aborting!",
+                       detail::LOG_TAG, left.size());
+        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+    }
+    m_iServiceID = left.u8(0);
+    m_iServiceType = left.u8(1);
+    return detail::Outcome::done(ITEM_LENGTH);
 }
 
 } // namespace Quor

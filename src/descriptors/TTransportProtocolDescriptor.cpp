@@ -3,13 +3,10 @@
 #include "descriptors/TTransportProtocolDescriptorDC.h"
 #include "descriptors/TTransportProtocolDescriptorIP.h"
 #include "descriptors/TTransportProtocolDescriptorOC.h"
+#include "detail/Family.h"
 #include "detail/Log.h"
-#include "detail/Shapes.h"
 
 namespace Quor {
-
-constexpr U8 TTransportProtocolDescriptor::DESCRIPTOR_TAG;
-constexpr QUOR_U32 TTransportProtocolDescriptor::MINIMUM_DESCRIPTOR_LENGTH;
 
 namespace {
 
@@ -25,55 +22,50 @@ constexpr QUOR_U32 REMOTE_CONNECTION_AT = 3;
 constexpr QUOR_U32 SERVICE_AT = 4;
 constexpr QUOR_U32 SERVICE_LENGTH = 6;
 
-/// An empty object of the variant that the protocol_id selects; null when there is none.
-std::unique_ptr<TTransportProtocolDescriptor> create(QUOR_U16 protocolId, QUOR_U8* data, QUOR_U32 length) {
-    switch (protocolId) {
-    case TTransportProtocolDescriptor::ObjectCarousel:
-        return std::make_unique<TTransportProtocolDescriptorOC>(data, length);
-    case TTransportProtocolDescriptor::IP:
-        return std::make_unique<TTransportProtocolDescriptorIP>(data, length);
-    case TTransportProtocolDescriptor::DataCarousel:
-        return std::make_unique<TTransportProtocolDescriptorDC>(data, length);
-    case TTransportProtocolDescriptor::DataPiping:
-        QUOR_ISDBT_LOG("%s: TTransportProtocolDescriptor::parse: DataPiping not supported. Aborting!", detail::LOG_TAG);
-        return nullptr;
-    default:
-        QUOR_ISDBT_LOG("%s: TTransportProtocolDescriptor::parse: Unknown protocol ID: 0x%04X. Aborting!",
-                       detail::LOG_TAG, unsigned{protocolId});
-        return nullptr;
-    }
+/// Quirk: the object records two bytes less than it points at.
+template <class Variant> TISDBTDescriptor* parseVariantAs(const detail::Bytes& descriptor, detail::Outcome& outcome) {
+    const detail::Bytes body = descriptor.from(PROTOCOL_ID_AT);
+    std::unique_ptr<Variant> variant = descriptor.memory().make<Variant>(descriptor.data(), body.size());
+    outcome = detail::Access::decodeBody(*variant, body);
+    return outcome.succeeded() ? variant.release() : nullptr;
 }
 
 } // namespace
-
-TTransportProtocolDescriptor::TTransportProtocolDescriptor(Type type, QUOR_U16 protocolId, QUOR_U8* data,
-                                                           QUOR_U32 length)
-    : TISDBTDescriptor(DESCRIPTOR_TAG, data, length), m_eMyType(type), m_iProtocolID(protocolId),
-      m_iTransportProtocolLabel(0) {}
 
 TTransportProtocolDescriptor::~TTransportProtocolDescriptor() = default;
 
 TTransportProtocolDescriptor* TTransportProtocolDescriptor::parse(QUOR_U8* data, QUOR_U32 length,
                                                                   QUOR_U32* parsedLength, QUOR_U16* errorCode) {
-    constexpr QUOR_U8 minimum{MINIMUM_DESCRIPTOR_LENGTH};
-    if (!parseCommonHeader(data, length, errorCode, minimum, DESCRIPTOR_TAG)) {
-        return nullptr;
+    return detail::parseDescriptor<TTransportProtocolDescriptor>(data, length, parsedLength, errorCode);
+}
+
+TISDBTDescriptor* TTransportProtocolDescriptor::parseVariant(const detail::Bytes& descriptor,
+                                                             detail::Outcome& outcome) {
+    const QUOR_U16 protocolId = descriptor.u16(PROTOCOL_ID_AT);
+    switch (protocolId) {
+    case ObjectCarousel:
+        return parseVariantAs<TTransportProtocolDescriptorOC>(descriptor, outcome);
+    case IP:
+        return parseVariantAs<TTransportProtocolDescriptorIP>(descriptor, outcome);
+    case DataCarousel:
+        return parseVariantAs<TTransportProtocolDescriptorDC>(descriptor, outcome);
+    case DataPiping:
+        QUOR_ISDBT_LOG("%s: TTransportProtocolDescriptor::parse: DataPiping not supported. Aborting!", detail::LOG_TAG);
+        break;
+    default:
+        QUOR_ISDBT_LOG("%s: TTransportProtocolDescriptor::parse: Unknown protocol ID: 0x%04X. Aborting!",
+                       detail::LOG_TAG, unsigned{protocolId});
+        break;
     }
-    // The object records two bytes less than it points at; callers depend on this value.
-    const detail::Bytes body = detail::Bytes(data, length).from(PROTOCOL_ID_AT);
-    std::unique_ptr<TTransportProtocolDescriptor> object = create(body.u16(0), data, body.size());
-    if (object == nullptr) {
-        // The error code stays ERROR_OK; callers tell an unsupported transport by it.
-        return nullptr;
-    }
-    return detail::decodeInto(std::move(object), parsedLength, errorCode, [=](TTransportProtocolDescriptor& variant) {
-        QUOR_U32 used = 0;
-        const bool sound = variant.parseData(body.data(), body.size(), &used, errorCode);
-        return sound ? detail::Outcome::done(used) : detail::Outcome::failedBelow();
-    });
+    // Quirk: a failure with ERROR_OK, by which callers tell an unsupported transport.
+    outcome = detail::Outcome::failed(TISDBTTable::ERROR_OK);
+    return nullptr;
 }
 
 TTransportProtocolDescriptor* TTransportProtocolDescriptor::clone(TTransportProtocolDescriptor* source) {
+    if (source == nullptr) {
+        return nullptr;
+    }
     TTransportProtocolDescriptor* copy = nullptr;
     switch (source->m_eMyType) {
     case ObjectCarousel:
@@ -97,8 +89,8 @@ TTransportProtocolDescriptor* TTransportProtocolDescriptor::clone(TTransportProt
     return copy;
 }
 
-QUOR_U32 TTransportProtocolDescriptor::parseConnection(detail::Bytes body, QUOR_U32 minimum, Connection& connection,
-                                                       QUOR_U32& left) {
+QUOR_U32 TTransportProtocolDescriptor::decodeConnection(const detail::Bytes& body, QUOR_U32 minimum,
+                                                        Connection& connection, QUOR_U32& left) {
     left = body.size();
     if (left < minimum) {
         return 0;

@@ -1,13 +1,10 @@
 #include "descriptors/TTransportProtocolDescriptorIP.h"
 
-#include "detail/Items.h"
 #include "detail/Log.h"
-#include "detail/Shapes.h"
+#include "detail/Parse.h"
 #include "detail/Strings.h"
 
 namespace Quor {
-
-constexpr QUOR_U32 TTransportProtocolDescriptorIP::MINIMUM_DESCRIPTOR_SPECIFIC_LENGTH;
 
 namespace {
 
@@ -16,52 +13,45 @@ constexpr QUOR_U32 ALIGNMENT_LENGTH = 1;
 
 } // namespace
 
-TTransportProtocolDescriptorIP::TTransportProtocolDescriptorIP(QUOR_U8* data, QUOR_U32 length)
-    : TTransportProtocolDescriptor(IP, IP, data, length), m_connection(), m_bAlignmentIndicator(false) {}
-
 TTransportProtocolDescriptorIP::TTransportProtocolDescriptorIP(std::string url)
     : TTransportProtocolDescriptorIP(nullptr, 0) {
-    m_pURLs.push_back(std::move(url));
+    detail::add(m_pURLs, detail::Text(url));
 }
 
 TTransportProtocolDescriptorIP::TTransportProtocolDescriptorIP(TTransportProtocolDescriptorIP* source)
     : TTransportProtocolDescriptor(IP, IP, nullptr, 0), m_connection(source->m_connection),
-      m_bAlignmentIndicator(source->m_bAlignmentIndicator), m_pURLs(source->m_pURLs) {}
+      m_bAlignmentIndicator(source->m_bAlignmentIndicator), m_pURLs(detail::copy(source->m_pURLs)) {}
 
 TTransportProtocolDescriptorIP::~TTransportProtocolDescriptorIP() = default;
 
 QUOR_BOOL TTransportProtocolDescriptorIP::parseData(QUOR_U8* data, QUOR_U32 length, QUOR_U32* parsedLength,
                                                     QUOR_U16* errorCode) {
-    const detail::Bytes body(data, length);
+    return detail::parseBody(*this, data, length, parsedLength, errorCode);
+}
+
+detail::Outcome TTransportProtocolDescriptorIP::decodeBody(const detail::Bytes& body) {
     QUOR_U32 left = 0;
-    const QUOR_U32 alignmentAt = parseConnection(body, MINIMUM_DESCRIPTOR_SPECIFIC_LENGTH, m_connection, left);
+    const QUOR_U32 alignmentAt = decodeConnection(body, MINIMUM_DESCRIPTOR_SPECIFIC_LENGTH, m_connection, left);
     if (alignmentAt == 0) {
         QUOR_ISDBT_LOG("%s: TTransportProtocolDescriptorIP::parse: Item length not valid: %u. Aborting!",
                        detail::LOG_TAG, left);
-        ISDBTUtils::setErrorCode(errorCode, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-        return false;
+        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
     }
     m_bAlignmentIndicator = body.bit(alignmentAt, 7);
-    if (!detail::appendStrings(m_pURLs, body.from(alignmentAt + ALIGNMENT_LENGTH))) {
-        // Another class's words; readers of the log depend on them.
+    if (!detail::readPrefixedTexts(body.from(alignmentAt + ALIGNMENT_LENGTH), m_pURLs)) {
+        // Quirk: the line of another class.
         QUOR_ISDBT_LOG("%s: TApplicationNameDescriptorItem:: parse: ERROR: parsing Name. Aborting!", detail::LOG_TAG);
-        ISDBTUtils::setErrorCode(errorCode, TISDBTTable::ERROR_INVALID_STRING);
-        return false;
+        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_STRING);
     }
-    detail::Outcome::done(body.size()).report(parsedLength, errorCode);
-    return true;
-}
-
-QUOR_U32 TTransportProtocolDescriptorIP::getURLCount() const {
-    return detail::count(m_pURLs);
+    return detail::Outcome::done(body.size());
 }
 
 std::string TTransportProtocolDescriptorIP::getURL(QUOR_U8 index) const {
-    return detail::get(m_pURLs, index);
+    return detail::get<std::string>(m_pURLs, index);
 }
 
 void TTransportProtocolDescriptorIP::addURL(std::string url) {
-    m_pURLs.push_back(std::move(url));
+    detail::add(m_pURLs, detail::Text(url));
 }
 
 QUOR_BOOL TTransportProtocolDescriptorIP::removeURL(QUOR_U8 index) {

@@ -4,64 +4,47 @@
 #include "TISDBTTable.h"
 #include "utils/QuorISDBTUtils.h"
 
-#include <memory>
-
 namespace Quor::detail {
 
-/// How the decoding of an object ended, and what its caller is told.
-class Outcome {
+/// How the decoding of an object ended: with the number of bytes that its parse reports, or with the error code of the
+/// failure. One word, which travels from the decoder that knows it up to the parse that was called.
+class [[nodiscard]] Outcome {
 public:
-    /// Success.
-    static Outcome done() { return Outcome(true, true, TISDBTTable::ERROR_OK); }
+    /// Success with a number for the caller's parsedLength. No section, and no receiver's memory, comes near FAILED.
+    static constexpr Outcome done(QUOR_U32 length) { return Outcome(length < SILENT ? length : SILENT - 1); }
 
-    /// Success with a number for the caller's parsedLength or itemLength.
-    static Outcome done(QUOR_U32 length) {
-        Outcome outcome = done();
-        outcome.m_bHasLength = true;
-        outcome.m_iLength = length;
-        return outcome;
-    }
+    /// Success that leaves the caller's parsedLength as it is.
+    static constexpr Outcome done() { return Outcome(WITHOUT_LENGTH); }
 
-    /// Success that leaves the caller's error code as it is.
-    static Outcome doneSilently() { return Outcome(true, false, TISDBTTable::ERROR_OK); }
+    /// Success that leaves the caller's error code as it is, too.
+    static constexpr Outcome doneSilently() { return Outcome(SILENT); }
 
-    static Outcome failed(QUOR_U16 code) { return Outcome(false, true, code); }
+    static constexpr Outcome failed(QUOR_U16 code) { return Outcome(FAILED | code); }
 
-    /// A failure below, which has already written the caller's error code.
-    static Outcome failedBelow() { return Outcome(false, false, TISDBTTable::ERROR_OK); }
+    constexpr bool succeeded() const { return m_iWord < FAILED; }
 
-    bool succeeded() const { return m_bSucceeded; }
+    /// The number of a success that has one.
+    constexpr QUOR_U32 length() const { return m_iWord; }
 
     /// Writes what the caller asked for. Both pointers may be null.
-    void report(QUOR_U32* length, QUOR_U16* errorCode) const {
-        if (m_bHasLength && length != nullptr) {
-            *length = m_iLength;
+    void report(QUOR_U32* parsedLength, QUOR_U16* errorCode) const {
+        if (parsedLength != nullptr && m_iWord < SILENT) {
+            *parsedLength = m_iWord;
         }
-        if (m_bHasCode) {
-            ISDBTUtils::setErrorCode(errorCode, m_iCode);
+        if (m_iWord != SILENT) {
+            ISDBTUtils::setErrorCode(errorCode, succeeded() ? TISDBTTable::ERROR_OK : static_cast<QUOR_U16>(m_iWord));
         }
     }
 
 private:
-    Outcome(bool succeeded, bool hasCode, QUOR_U16 code)
-        : m_bSucceeded(succeeded), m_bHasCode(hasCode), m_iCode(code) {}
+    static constexpr QUOR_U32 FAILED = 0xFFFF0000;
+    static constexpr QUOR_U32 WITHOUT_LENGTH = FAILED - 1;
+    static constexpr QUOR_U32 SILENT = FAILED - 2;
 
-    bool m_bSucceeded;
-    bool m_bHasCode;
-    QUOR_U16 m_iCode;
-    bool m_bHasLength = false;
-    QUOR_U32 m_iLength = 0;
+    constexpr explicit Outcome(QUOR_U32 word) : m_iWord(word) {}
+
+    QUOR_U32 m_iWord;
 };
-
-/// Decodes into a new object, which becomes visible only when all of it proved sound.
-/// @param decode Outcome(T&)
-/// @return the object, owned by the caller, or null.
-template <class T, class Decode>
-T* decodeInto(std::unique_ptr<T> object, QUOR_U32* length, QUOR_U16* errorCode, Decode decode) {
-    const Outcome outcome = decode(*object);
-    outcome.report(length, errorCode);
-    return outcome.succeeded() ? object.release() : nullptr;
-}
 
 } // namespace Quor::detail
 

@@ -10,7 +10,7 @@ namespace Quor::detail {
 constexpr QUOR_U32 TIME_LENGTH = 5;
 
 /// Seconds since 1970-01-01 00:00:00 UTC of a date and time, in 32 bits that wrap.
-inline QUOR_S32 unixTime(Bytes time) {
+inline QUOR_S32 unixTime(const Bytes& time) {
     const auto day = static_cast<QUOR_U32>(ISDBTUtils::mjd2unix(time.u16(0)));
     const QUOR_U32 seconds =
         ISDBTUtils::bcd2U8(time.u8(2)) * 3600U + ISDBTUtils::bcd2U8(time.u8(3)) * 60U + ISDBTUtils::bcd2U8(time.u8(4));

@@ -1,13 +1,10 @@
 #include "nit/TNITTable.h"
 
-#include "detail/Items.h"
 #include "detail/Log.h"
-#include "detail/Shapes.h"
+#include "detail/Parse.h"
 #include "nit/TNITFamily.h"
 
 namespace Quor {
-
-constexpr QUOR_U32 TNITTable::MINIMUM_DATA_LENGTH;
 
 namespace {
 
@@ -17,16 +14,48 @@ constexpr QUOR_U16 TABLE_ID = 0x40;
 // reserved (4) transport_stream_loop_length (12) | transport streams
 constexpr QUOR_U32 LOOP_LENGTH_LENGTH = 2;
 
-detail::Outcome tooLong(QUOR_U32 needed, QUOR_U32 left) {
-    QUOR_ISDBT_LOG("%s: TNITTable::parse: Item length not valid: %u > %u. Aborting!", detail::LOG_TAG, needed, left);
-    return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-}
+constexpr auto KEY = &TTransportStreamInfo::getTransportStreamID;
 
-void unknown(QUOR_U8 tag) {
-    if (tag != detail::STUFFING_TAG) {
-        QUOR_ISDBT_LOG("%s: TNITTable::parse: Unknown descriptor: 0x%02X. Ignored!", detail::LOG_TAG, unsigned{tag});
+struct Walk {
+    detail::Bytes left;
+    QUOR_U16 remaining; ///< the stated number of bytes before the CRC_32; it may wrap
+
+    /// Reads the length that each loop begins with.
+    detail::Outcome enterLoop(QUOR_U16& loopLength) {
+        if (!left.has(0, LOOP_LENGTH_LENGTH)) {
+            return tooLong(LOOP_LENGTH_LENGTH, left.size());
+        }
+        loopLength = left.length12(0);
+        count(LOOP_LENGTH_LENGTH);
+        return remaining < loopLength ? tooLong(loopLength, remaining) : detail::Outcome::done();
     }
-}
+
+    void count(QUOR_U32 length) {
+        remaining = static_cast<QUOR_U16>(remaining - length);
+        left = left.from(length);
+    }
+
+    detail::Outcome take(QUOR_U32 bodyLength) {
+        if (TISDBTDescriptor::COMMON_HEADER_LENGTH + bodyLength > remaining) {
+            return tooLong(bodyLength, remaining - TISDBTDescriptor::COMMON_HEADER_LENGTH);
+        }
+        remaining = static_cast<QUOR_U16>(remaining - TISDBTDescriptor::COMMON_HEADER_LENGTH - bodyLength);
+        return detail::Outcome::done();
+    }
+
+    static detail::Outcome tooLong(QUOR_U32 needed, QUOR_U32 left) {
+        QUOR_ISDBT_LOG("%s: TNITTable::parse: Item length not valid: %u > %u. Aborting!", detail::LOG_TAG, needed,
+                       left);
+        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+    }
+
+    static void unknown(QUOR_U8 tag) {
+        if (tag != detail::STUFFING_TAG) {
+            QUOR_ISDBT_LOG("%s: TNITTable::parse: Unknown descriptor: 0x%02X. Ignored!", detail::LOG_TAG,
+                           unsigned{tag});
+        }
+    }
+};
 
 } // namespace
 
@@ -35,129 +64,56 @@ TNITTable::TNITTable(QUOR_U8* data, QUOR_U32 length)
 
 TNITTable::~TNITTable() = default;
 
-TNITTable* TNITTable::parse(QUOR_U8* data, QUOR_U32 length, int checkCRC32, int /*parseDescriptors*/, QUOR_U16* err,
-                            TNITTable* previous) {
-    return detail::parseTable<TNITTable>(data, length, checkCRC32, err, previous,
-                                         [=](TNITTable& table, detail::Bytes section, QUOR_U16 remaining) {
-                                             return table.parseBody(section, remaining, err);
-                                         });
+TNITTable* TNITTable::parse(QUOR_U8* data, QUOR_U32 length, int checkCRC32, int /*parseDescriptors*/,
+                            QUOR_U16* errorCode, TNITTable* previous) {
+    return detail::parseTable<TNITTable>(data, length, checkCRC32, errorCode, previous);
 }
 
-detail::Outcome TNITTable::parseBody(detail::Bytes section, QUOR_U16 remaining, QUOR_U16* err) {
-    detail::Bytes left = section.from(COMMON_HEADER_LENGTH);
+detail::Outcome TNITTable::decode(const detail::Bytes& section, QUOR_U16 remaining) {
+    Walk walk{section.from(COMMON_HEADER_LENGTH), remaining};
     QUOR_U16 loopLength = 0;
-    const auto readLoopLength = [&] {
-        if (!left.has(0, LOOP_LENGTH_LENGTH)) {
-            return tooLong(LOOP_LENGTH_LENGTH, left.size());
-        }
-        loopLength = left.length12(0);
-        remaining = static_cast<QUOR_U16>(remaining - LOOP_LENGTH_LENGTH);
-        left = left.from(LOOP_LENGTH_LENGTH);
-        return remaining < loopLength ? tooLong(loopLength, remaining) : detail::Outcome::done();
-    };
-
-    const detail::Outcome network = readLoopLength();
-    if (!network.succeeded()) {
-        return network;
+    detail::Outcome outcome = walk.enterLoop(loopLength);
+    if (outcome.succeeded()) {
+        outcome = detail::walkLoop(NIT_FAMILY, m_descriptors, walk, loopLength);
     }
-    const detail::Outcome descriptors = parseLoop(left, remaining, loopLength, err);
-    if (!descriptors.succeeded()) {
-        return descriptors;
+    if (outcome.succeeded()) {
+        outcome = walk.enterLoop(loopLength);
     }
-    const detail::Outcome streams = readLoopLength();
-    return streams.succeeded() ? parseStreams(left, remaining, loopLength, err) : streams;
-}
-
-detail::Outcome TNITTable::parseLoop(detail::Bytes& left, QUOR_U16& remaining, QUOR_U16 loopLength, QUOR_U16* err) {
-    return detail::walkLoop(
-        NIT_FAMILY, m_descriptors, left, loopLength, err,
-        [&](QUOR_U32 bodyLength) {
-            if (TISDBTDescriptor::COMMON_HEADER_LENGTH + bodyLength > remaining) {
-                return tooLong(bodyLength, remaining - TISDBTDescriptor::COMMON_HEADER_LENGTH);
-            }
-            remaining = static_cast<QUOR_U16>(remaining - TISDBTDescriptor::COMMON_HEADER_LENGTH - bodyLength);
-            return detail::Outcome::done();
-        },
-        unknown, tooLong);
-}
-
-detail::Outcome TNITTable::parseStreams(detail::Bytes left, QUOR_U16 remaining, QUOR_U16 loopLength, QUOR_U16* err) {
+    if (!outcome.succeeded()) {
+        return outcome;
+    }
     while (loopLength != 0) {
-        QUOR_U32 length = 0;
-        std::unique_ptr<TTransportStreamInfo> info(TTransportStreamInfo::parse(left, remaining, &length, err));
-        if (info == nullptr) {
+        std::unique_ptr<TTransportStreamInfo> stream;
+        const detail::Outcome decoded = detail::decodeEntry(stream, walk.left, walk.remaining);
+        if (!decoded.succeeded()) {
             QUOR_ISDBT_LOG("%s: TNITTable::parse: Invalid item. Aborting!", detail::LOG_TAG);
             return detail::Outcome::failed(ERROR_INVALID_ITEM);
         }
-        const QUOR_U16 id = info->getTransportStreamID();
-        detail::store(m_pItems, id, std::move(info));
-        loopLength = static_cast<QUOR_U16>(loopLength - length);
-        remaining = static_cast<QUOR_U16>(remaining - length);
-        left = left.from(length);
+        detail::store<KEY>(m_pItems, std::move(stream), section.memory());
+        loopLength = static_cast<QUOR_U16>(loopLength - decoded.length());
+        walk.count(decoded.length());
     }
     return detail::Outcome::done();
-}
-
-TISDBTDescriptor* TNITTable::getDescriptor(QUOR_U8 tag) const {
-    return NIT_FAMILY.get(m_descriptors, tag);
 }
 
 std::list<QUOR_U8>* TNITTable::getDescriptorTags() const {
     return NIT_FAMILY.tags(m_descriptors);
 }
 
-QUOR_U32 TNITTable::getTransportStreamLoopSize() const {
-    return detail::count(m_pItems);
-}
-
 std::list<QUOR_U16>* TNITTable::getTransportStreamIDs() const {
-    return detail::keys(m_pItems);
+    return detail::keys<KEY>(m_pItems);
 }
 
 TTransportStreamInfo* TNITTable::getTransportStreamInfo(QUOR_U16 id) const {
-    return detail::find(m_pItems, id);
+    return detail::find<KEY>(m_pItems, id);
 }
 
 void TNITTable::addTransportStreamInfo(TTransportStreamInfo* info) {
-    if (info != nullptr) {
-        detail::add(m_pItems, info->getTransportStreamID(), info);
-    }
+    detail::add<KEY>(m_pItems, info);
 }
 
 bool TNITTable::removeTransportStreamInfo(QUOR_U16 id) {
-    return detail::remove(m_pItems, id) != 0;
-}
-
-TNetworkNameDescriptor* TNITTable::getNetworkNameDescriptor() const {
-    return m_descriptors.m_pNetworkNameDesc.get();
-}
-
-TSystemManagementDescriptor* TNITTable::getSystemManagementDescriptor() const {
-    return m_descriptors.m_pSystemMngDesc.get();
-}
-
-TServiceListDescriptor* TNITTable::getServiceListDescriptor() const {
-    return m_descriptors.m_pServiceListDesc.get();
-}
-
-TLinkageDescriptor* TNITTable::getLinkageDescriptor() const {
-    return m_descriptors.m_pLinkageDesc.get();
-}
-
-TTerrestrialDeliverySystemDescriptor* TNITTable::getTerrestrialDeliverySystemDescriptor() const {
-    return m_descriptors.m_pTerDelSysDesc.get();
-}
-
-TEmergencyInformationDescriptor* TNITTable::getEmergencyInformationDescriptor() const {
-    return m_descriptors.m_pEmergencyInfoDesc.get();
-}
-
-TPartialReceptionDescriptor* TNITTable::getPartialReceptionDescriptor() const {
-    return m_descriptors.m_pPartialRecepDesc.get();
-}
-
-TTSInformationDescriptor* TNITTable::getTSInformationDescriptor() const {
-    return m_descriptors.m_pTSInfoDesc.get();
+    return detail::remove<KEY>(m_pItems, id) != 0;
 }
 
 } // namespace Quor

@@ -1,13 +1,10 @@
 #include "pmt/TPMTTable.h"
 
-#include "detail/Items.h"
 #include "detail/Log.h"
-#include "detail/Shapes.h"
+#include "detail/Parse.h"
 #include "pmt/TPMTFamily.h"
 
 namespace Quor {
-
-constexpr QUOR_U32 TPMTTable::MINIMUM_DATA_LENGTH;
 
 namespace {
 
@@ -16,13 +13,29 @@ constexpr QUOR_U16 TABLE_ID = 0x02;
 // reserved (3) PCR_PID (13) | reserved (4) program_info_length (12) | descriptors | elementary streams
 constexpr QUOR_U32 FIXED_LENGTH = 4;
 
-detail::Outcome tooLong(QUOR_U32 needed, QUOR_U32 left) {
-    QUOR_ISDBT_LOG("%s: TPMTTable::parse: Item length not valid: %u > %u. Aborting!", detail::LOG_TAG, needed, left);
-    return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-}
+struct Walk {
+    detail::Bytes left;
+    QUOR_U16 remaining; ///< the stated number of bytes before the CRC_32; it may wrap
+    QUOR_U32 longest;   ///< body of a descriptor: the same for all, by the data's length, not by what is left of it
+
+    detail::Outcome take(QUOR_U32 bodyLength) {
+        remaining = static_cast<QUOR_U16>(remaining - TISDBTDescriptor::COMMON_HEADER_LENGTH - bodyLength);
+        return bodyLength > longest ? tooLong(bodyLength, longest) : detail::Outcome::done();
+    }
+
+    static detail::Outcome tooLong(QUOR_U32 needed, QUOR_U32 left) {
+        QUOR_ISDBT_LOG("%s: TPMTTable::parse: Item length not valid: %u > %u. Aborting!", detail::LOG_TAG, needed,
+                       left);
+        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+    }
+
+    static void unknown(QUOR_U8 tag) {
+        QUOR_ISDBT_LOG("%s: TPMTTable::parse: Unknown descriptor: 0x%02X. Ignored!", detail::LOG_TAG, unsigned{tag});
+    }
+};
 
 /// The program maps for which @p wanted holds; a null one that a caller added is none of them.
-template <class Wanted> std::list<TProgramMap*>* select(const detail::ItemList<TProgramMap>& items, Wanted wanted) {
+template <class Wanted> std::list<TProgramMap*>* select(const detail::Items<TProgramMap>& items, Wanted wanted) {
     std::unique_ptr<std::list<TProgramMap*>> selected(new std::list<TProgramMap*>);
     for (const auto& item : items) {
         if (item != nullptr && wanted(*item)) {
@@ -32,92 +45,59 @@ template <class Wanted> std::list<TProgramMap*>* select(const detail::ItemList<T
     return selected.release();
 }
 
-void unknown(QUOR_U8 tag) {
-    QUOR_ISDBT_LOG("%s: TPMTTable::parse: Unknown descriptor: 0x%02X. Ignored!", detail::LOG_TAG, unsigned{tag});
-}
-
 } // namespace
 
-TPMTTable::TPMTTable(QUOR_U8* sectionData, QUOR_U32 dataLength)
-    : TISDBTVersionedTable(PMT, MINIMUM_DATA_LENGTH, TABLE_ID, sectionData, dataLength), m_iPCRPID(0) {}
+TPMTTable::TPMTTable(QUOR_U8* data, QUOR_U32 length)
+    : TISDBTVersionedTable(PMT, MINIMUM_DATA_LENGTH, TABLE_ID, data, length) {}
 
 TPMTTable::~TPMTTable() = default;
 
-TPMTTable* TPMTTable::parse(QUOR_U8* sectionData, QUOR_U32 dataLength, int /*parseDescriptors*/, int checkCRC32,
+TPMTTable* TPMTTable::parse(QUOR_U8* data, QUOR_U32 length, int /*parseDescriptors*/, int checkCRC32,
                             QUOR_U16* errorCode, TPMTTable* previous) {
-    return detail::parseTable<TPMTTable>(sectionData, dataLength, checkCRC32, errorCode, previous,
-                                         [=](TPMTTable& table, detail::Bytes section, QUOR_U16 remaining) {
-                                             return table.parseBody(section, remaining, errorCode);
-                                         });
+    return detail::parseTable<TPMTTable>(data, length, checkCRC32, errorCode, previous);
 }
 
-detail::Outcome TPMTTable::parseBody(detail::Bytes section, QUOR_U16 remaining, QUOR_U16* errorCode) {
-    detail::Bytes left = section.from(COMMON_HEADER_LENGTH);
-    if (!left.has(0, FIXED_LENGTH)) {
-        return tooLong(FIXED_LENGTH, left.size());
+detail::Outcome TPMTTable::decode(const detail::Bytes& section, QUOR_U16 remaining) {
+    Walk walk{section.from(COMMON_HEADER_LENGTH), static_cast<QUOR_U16>(remaining - FIXED_LENGTH),
+              section.size() - TISDBTDescriptor::COMMON_HEADER_LENGTH};
+    if (!walk.left.has(0, FIXED_LENGTH)) {
+        return Walk::tooLong(FIXED_LENGTH, walk.left.size());
     }
-    m_iPCRPID = left.pid(0);
-    remaining = static_cast<QUOR_U16>(remaining - FIXED_LENGTH);
-    const QUOR_U16 loopLength = left.length12(2);
-    if (remaining < loopLength) {
+    m_iPCRPID = walk.left.pid(0);
+    const QUOR_U16 loopLength = walk.left.length12(2);
+    if (walk.remaining < loopLength) {
         QUOR_ISDBT_LOG("%s: TPMTTable::parse: Longer data length is required: %u < %u. Aborting!", detail::LOG_TAG,
-                       unsigned{remaining}, unsigned{loopLength});
+                       unsigned{walk.remaining}, unsigned{loopLength});
         return detail::Outcome::failed(ERROR_INVALID_DESCRIPTOR_LENGTH);
     }
     if (section.size() < loopLength) {
-        return tooLong(loopLength, section.size());
+        return Walk::tooLong(loopLength, section.size());
     }
-    left = left.from(FIXED_LENGTH);
-    const detail::Outcome descriptors = parseLoop(left, remaining, loopLength, errorCode);
-    return descriptors.succeeded() ? parseStreams(left, remaining, errorCode) : descriptors;
-}
-
-detail::Outcome TPMTTable::parseLoop(detail::Bytes& left, QUOR_U16& remaining, QUOR_U16 loopLength,
-                                     QUOR_U16* errorCode) {
-    // The same bound for every descriptor: the data's length, not what is left of it.
-    const QUOR_U32 longest = getDataLength() - TISDBTDescriptor::COMMON_HEADER_LENGTH;
-    return detail::walkLoop(
-        PMT_FAMILY, m_descriptors, left, loopLength, errorCode,
-        [&, longest](QUOR_U32 bodyLength) {
-            remaining = static_cast<QUOR_U16>(remaining - TISDBTDescriptor::COMMON_HEADER_LENGTH - bodyLength);
-            return bodyLength > longest ? tooLong(bodyLength, longest) : detail::Outcome::done();
-        },
-        unknown, tooLong);
-}
-
-detail::Outcome TPMTTable::parseStreams(detail::Bytes left, QUOR_U16 remaining, QUOR_U16* errorCode) {
-    while (remaining != 0) {
-        QUOR_U32 length = 0;
-        std::unique_ptr<TProgramMap> item(TProgramMap::parse(left, remaining, &length, errorCode));
-        if (item == nullptr) {
+    walk.left = walk.left.from(FIXED_LENGTH);
+    const detail::Outcome descriptors = detail::walkLoop(PMT_FAMILY, m_descriptors, walk, loopLength);
+    if (!descriptors.succeeded()) {
+        return descriptors;
+    }
+    while (walk.remaining != 0) {
+        std::unique_ptr<TProgramMap> stream;
+        const detail::Outcome decoded = detail::decodeEntry(stream, walk.left, walk.remaining);
+        if (!decoded.succeeded()) {
             QUOR_ISDBT_LOG("%s: TPMTTable::parse: Invalid item. Aborting!", detail::LOG_TAG);
             return detail::Outcome::failed(ERROR_INVALID_ITEM);
         }
-        m_pItems.push_back(std::move(item));
-        remaining = static_cast<QUOR_U16>(remaining - length);
-        left = left.from(length);
+        detail::append(m_pItems, std::move(stream), section.memory());
+        walk.remaining = static_cast<QUOR_U16>(walk.remaining - decoded.length());
+        walk.left = walk.left.from(decoded.length());
     }
     return detail::Outcome::done();
-}
-
-TISDBTDescriptor* TPMTTable::getDescriptor(QUOR_U8 descriptorTag) const {
-    return PMT_FAMILY.get(m_descriptors, descriptorTag);
 }
 
 std::list<QUOR_U8>* TPMTTable::getDescriptorTags() const {
     return PMT_FAMILY.tags(m_descriptors);
 }
 
-QUOR_U32 TPMTTable::size() const {
-    return detail::count(m_pItems);
-}
-
 void TPMTTable::addProgramMap(TProgramMap* item) {
     detail::add(m_pItems, item);
-}
-
-TProgramMap* TPMTTable::getProgramMap(QUOR_U8 index) const {
-    return detail::get(m_pItems, index);
 }
 
 QUOR_BOOL TPMTTable::removeProgramMap(QUOR_U8 index) {
@@ -145,94 +125,6 @@ std::list<TProgramMap*>* TPMTTable::getProgramMapsByStreamType(QUOR_U8 streamTyp
 
 std::list<TProgramMap*>* TPMTTable::getProgramMapByStreamType(QUOR_U8 streamType) const {
     return getProgramMapsByStreamType(streamType);
-}
-
-TCAIdentifierDescriptor* TPMTTable::getCAIdentifierDescriptor() const {
-    return m_descriptors.m_pCAIdentifierDesc.get();
-}
-
-TCopyrightDescriptor* TPMTTable::getCopyrightDescriptor() const {
-    return m_descriptors.m_pCopyrightDesc.get();
-}
-
-TCountryAvailabilityDescriptor* TPMTTable::getCountryAvailabilityDescriptor() const {
-    return m_descriptors.m_pCountryAvailabilityDesc.get();
-}
-
-TLinkageDescriptor* TPMTTable::getLinkageDescriptor() const {
-    return m_descriptors.m_pLinkageDesc.get();
-}
-
-TComponentDescriptor* TPMTTable::getComponentDescriptor() const {
-    return m_descriptors.m_pComponentDesc.get();
-}
-
-TMosaicDescriptor* TPMTTable::getMosaicDescriptor() const {
-    return m_descriptors.m_pMosaicDesc.get();
-}
-
-TStreamIdentifierDescriptor* TPMTTable::getStreamIdentifierDescriptor() const {
-    return m_descriptors.m_pStreamIdentifierDesc.get();
-}
-
-TParentalRatingDescriptor* TPMTTable::getParentalRatingDescriptor() const {
-    return m_descriptors.m_pParentalRatingDesc.get();
-}
-
-THierarchicalTransmissionDescriptor* TPMTTable::getHierarchicalTransmissionDescriptor() const {
-    return m_descriptors.m_pHierarchicalTransmDesc.get();
-}
-
-TDigitalCopyControlDescriptor* TPMTTable::getDigitalCopyControlDescriptor() const {
-    return m_descriptors.m_pDigitalCopyControlDesc.get();
-}
-
-TEmergencyInformationDescriptor* TPMTTable::getEmergencyInformationDescriptor() const {
-    return m_descriptors.m_pEmergencyInfoDesc.get();
-}
-
-TDataComponentDescriptor* TPMTTable::getDataComponentDescriptor() const {
-    return m_descriptors.m_pDataComponentDesc.get();
-}
-
-TSystemManagementDescriptor* TPMTTable::getSystemManagementDescriptor() const {
-    return m_descriptors.m_pSystemMngDesc.get();
-}
-
-TTargetRegionDescriptor* TPMTTable::getTargetRegionDescriptor() const {
-    return m_descriptors.m_pTargetRegionDesc.get();
-}
-
-TVideoDecodeControlDescriptor* TPMTTable::getVideoDecodeControlDescriptor() const {
-    return m_descriptors.m_pVideoDecodeControlDesc.get();
-}
-
-TContentAvailabilityDescriptor* TPMTTable::getContentAvailabilityDescriptor() const {
-    return m_descriptors.m_pContentAvailabilityDesc.get();
-}
-
-TCarouselCompatibleCompositeDescriptor* TPMTTable::getCarouselCompatibleCompositeDescriptor() const {
-    return m_descriptors.m_pCarouselCompCompoDesc.get();
-}
-
-TConditionalPlaybackDescriptor* TPMTTable::getConditionalPlaybackDescriptor() const {
-    return m_descriptors.m_pConditionalPlaybackDesc.get();
-}
-
-TAVCVideoDescriptor* TPMTTable::getAVCVideoDescriptor() const {
-    return m_descriptors.m_pAVCVideoDescriptor.get();
-}
-
-TAVCTimingAndHRDDescriptor* TPMTTable::getAVCTimingAndHRDDescriptor() const {
-    return m_descriptors.m_pAVCTimingAndHRDDesc.get();
-}
-
-TAACDescriptor* TPMTTable::getAACDescriptor() const {
-    return m_descriptors.m_pAACDesc.get();
-}
-
-TCarouselIdentifierDescriptor* TPMTTable::getCarouselIdentifierDescriptor() const {
-    return m_descriptors.m_pCarouselIdentDesc.get();
 }
 
 } // namespace Quor

@@ -1,10 +1,8 @@
 #include "sdtt/TDownloadContent.h"
 
-#include "descriptors/TDownloadContentDescriptor.h"
-#include "detail/Family.h"
-#include "detail/Items.h"
 #include "detail/Log.h"
-#include "detail/Shapes.h"
+#include "detail/Loop.h"
+#include "detail/Parse.h"
 
 namespace Quor {
 
@@ -18,117 +16,89 @@ constexpr QUOR_U32 FIXED_LENGTH = 8;
 // start_time (40) | duration (24)
 constexpr QUOR_U32 SCHEDULE_SLOT_LENGTH = 8;
 
-detail::Outcome tooLong(QUOR_U32 needed, QUOR_U32 left) {
-    QUOR_ISDBT_LOG("%s: TDownloadContent::parse: Item length not valid: %u > %u. Aborting!", detail::LOG_TAG, needed,
-                   left);
-    return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-}
+constexpr const detail::Family& FAMILY = detail::FamilyOf<TDownloadContentDescriptor>::FAMILY;
+
+struct Walk {
+    detail::Bytes left;
+    QUOR_U32 stated; ///< bytes left as the section counts them; it may wrap
+
+    detail::Outcome take(QUOR_U32 bodyLength) {
+        return detail::takeStated(*this, bodyLength, TISDBTDescriptor::COMMON_HEADER_LENGTH);
+    }
+
+    static detail::Outcome tooLong(QUOR_U32 needed, QUOR_U32 left) {
+        QUOR_ISDBT_LOG("%s: TDownloadContent::parse: Item length not valid: %u > %u. Aborting!", detail::LOG_TAG,
+                       needed, left);
+        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+    }
+
+    static void unknown(QUOR_U8 tag) {
+        QUOR_ISDBT_LOG("%s: TDownloadContent::parse: Unknown descriptor: 0x%02X. Ignored!", detail::LOG_TAG,
+                       unsigned{tag});
+    }
+};
 
 detail::Outcome notValid(QUOR_U32 length) {
     QUOR_ISDBT_LOG("%s: TDownloadContent::parse: Item length not valid: %u. Aborting!", detail::LOG_TAG, length);
     return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
 }
 
-void unknown(QUOR_U8 tag) {
-    QUOR_ISDBT_LOG("%s: TDownloadContent::parse: Unknown descriptor: 0x%02X. Ignored!", detail::LOG_TAG, unsigned{tag});
-}
-
 } // namespace
-
-TDownloadContent::TDownloadContent()
-    : m_pParentSDTTTable(nullptr), m_iGroup(0), m_iTargetVersion(0), m_iNewVersion(0), m_iDownloadLevel(0),
-      m_iVersionIndicator(0), m_iScheduleTimeShiftInfo(0) {}
 
 TDownloadContent::~TDownloadContent() = default;
 
-struct TDownloadContent::Kinds {
-    static constexpr detail::Family FAMILY{detail::kind<&TDownloadContent::m_pDownloadContentDesc>()};
-};
-
-TDownloadContent* TDownloadContent::parse(QUOR_U8* sectionData, QUOR_U32 dataLength, int /*parseDescriptors*/,
+TDownloadContent* TDownloadContent::parse(QUOR_U8* data, QUOR_U32 length, int /*parseDescriptors*/,
                                           QUOR_U32* parsedLength, QUOR_U16* errorCode) {
-    return parse(detail::Bytes(sectionData, dataLength), dataLength, parsedLength, errorCode);
+    return detail::parseEntry<TDownloadContent>(data, length, parsedLength, errorCode);
 }
 
-/// A table offers what its 16-bit count says is left, which may have wrapped; @p left ends where the data does.
-TDownloadContent* TDownloadContent::parse(detail::Bytes left, QUOR_U32 dataLength, QUOR_U32* parsedLength,
-                                          QUOR_U16* errorCode) {
-    return detail::decodeInto(
-        std::make_unique<TDownloadContent>(), parsedLength, errorCode,
-        [=](TDownloadContent& content) { return content.parseFields(left, dataLength, errorCode); });
+/// A table offers what its 16-bit count says is left, which may have wrapped; @p entry ends where the data does.
+detail::Outcome TDownloadContent::decode(const detail::Bytes& entry, QUOR_U32 stated) {
+    if (stated < FIXED_LENGTH) {
+        return notValid(stated);
+    }
+    if (!entry.has(0, FIXED_LENGTH)) {
+        return Walk::tooLong(FIXED_LENGTH, entry.size());
+    }
+    m_iGroup = entry.u8(0) >> 4;
+    m_iTargetVersion = entry.u16(0) & 0x0FFFU;
+    m_iNewVersion = entry.u16(2) >> 4;
+    m_iDownloadLevel = entry.u8(3) >> 2 & 0x03;
+    m_iVersionIndicator = entry.u8(3) & 0x03U;
+    const QUOR_U16 contentLength = entry.u16(4) >> 4;
+    const QUOR_U16 scheduleLength = entry.u16(6) >> 4;
+    m_iScheduleTimeShiftInfo = entry.u8(7) & 0x0FU;
+
+    if (stated - FIXED_LENGTH < contentLength) {
+        return Walk::tooLong(contentLength, stated - FIXED_LENGTH);
+    }
+    const detail::Outcome schedule = decodeSchedule(entry.from(FIXED_LENGTH), scheduleLength);
+    if (!schedule.succeeded()) {
+        return schedule;
+    }
+    // A schedule longer than the whole content wraps both counts; the walk goes on with them.
+    Walk walk{entry.from(FIXED_LENGTH + scheduleLength), stated - FIXED_LENGTH - scheduleLength};
+    const detail::Outcome loop =
+        detail::walkLoop(FAMILY, m_descriptors, walk, static_cast<QUOR_U16>(contentLength - scheduleLength));
+    return loop.succeeded() ? detail::Outcome::done(stated - walk.stated) : loop;
 }
 
-detail::Outcome TDownloadContent::parseFields(detail::Bytes left, QUOR_U32 dataLength, QUOR_U16* errorCode) {
-    if (dataLength < FIXED_LENGTH) {
-        return notValid(dataLength);
-    }
-    if (!left.has(0, FIXED_LENGTH)) {
-        return tooLong(FIXED_LENGTH, left.size());
-    }
-    m_iGroup = left.u8(0) >> 4;
-    m_iTargetVersion = left.u16(0) & 0x0FFFU;
-    m_iNewVersion = left.u16(2) >> 4;
-    m_iDownloadLevel = left.u8(3) >> 2 & 0x03;
-    m_iVersionIndicator = left.u8(3) & 0x03U;
-    const QUOR_U16 contentLength = left.u16(4) >> 4;
-    const QUOR_U16 scheduleLength = left.u16(6) >> 4;
-    m_iScheduleTimeShiftInfo = left.u8(7) & 0x0FU;
-
-    QUOR_U32 remaining = dataLength - FIXED_LENGTH;
-    if (remaining < contentLength) {
-        return tooLong(contentLength, remaining);
-    }
-    left = left.from(FIXED_LENGTH);
-    detail::Outcome outcome = parseSchedule(left, scheduleLength, errorCode);
-    if (outcome.succeeded()) {
-        // A schedule longer than the whole content wraps both counts; the walk goes on with them.
-        remaining -= scheduleLength;
-        outcome = parseLoop(left.from(scheduleLength), remaining, static_cast<QUOR_U16>(contentLength - scheduleLength),
-                            errorCode);
-    }
-    return outcome.succeeded() ? detail::Outcome::done(dataLength - remaining) : outcome;
-}
-
-detail::Outcome TDownloadContent::parseSchedule(detail::Bytes left, QUOR_U16 scheduleLength, QUOR_U16* errorCode) {
+detail::Outcome TDownloadContent::decodeSchedule(const detail::Bytes& left, QUOR_U16 scheduleLength) {
     if (!left.has(0, scheduleLength)) {
-        return tooLong(scheduleLength, left.size());
+        return Walk::tooLong(scheduleLength, left.size());
     }
     if (scheduleLength % SCHEDULE_SLOT_LENGTH != 0) {
         return notValid(scheduleLength);
     }
-    if (!detail::parseItems(left, scheduleLength / SCHEDULE_SLOT_LENGTH, errorCode, m_pItems).complete) {
+    if (!detail::decodeItems(left, m_pItems, scheduleLength / SCHEDULE_SLOT_LENGTH).complete) {
         QUOR_ISDBT_LOG("%s: TDownloadContent::parse: Invalid item. Aborting!", detail::LOG_TAG);
         return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_ITEM);
     }
     return detail::Outcome::done();
 }
 
-/// @param remaining the bytes that the caller says are left; ends up without the descriptors.
-detail::Outcome TDownloadContent::parseLoop(detail::Bytes left, QUOR_U32& remaining, QUOR_U16 loopLength,
-                                            QUOR_U16* errorCode) {
-    return detail::walkLoop(
-        Kinds::FAMILY, *this, left, loopLength, errorCode,
-        [&](QUOR_U32 bodyLength) {
-            return detail::takeStated(remaining, bodyLength, remaining - TISDBTDescriptor::COMMON_HEADER_LENGTH,
-                                      tooLong);
-        },
-        unknown, tooLong);
-}
-
-TISDBTDescriptor* TDownloadContent::getDescriptor(QUOR_U8 descriptorTag) const {
-    return Kinds::FAMILY.get(*this, descriptorTag);
-}
-
 std::list<QUOR_U8>* TDownloadContent::getDescriptorTags() const {
-    return Kinds::FAMILY.tags(*this);
-}
-
-QUOR_U32 TDownloadContent::getScheduleInfoSize() const {
-    return detail::count(m_pItems);
-}
-
-TScheduleInfo* TDownloadContent::getScheduleInfo(QUOR_U8 index) const {
-    return detail::get(m_pItems, index);
+    return FAMILY.tags(m_descriptors);
 }
 
 void TDownloadContent::addScheduleInfo(TScheduleInfo* item) {

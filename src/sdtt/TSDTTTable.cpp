@@ -1,12 +1,9 @@
 #include "sdtt/TSDTTTable.h"
 
-#include "detail/Items.h"
 #include "detail/Log.h"
-#include "detail/Shapes.h"
+#include "detail/Parse.h"
 
 namespace Quor {
-
-constexpr QUOR_U32 TSDTTTable::MINIMUM_DATA_LENGTH;
 
 namespace {
 
@@ -18,24 +15,20 @@ constexpr QUOR_U32 FIXED_LENGTH = 7;
 
 } // namespace
 
-TSDTTTable::TSDTTTable(QUOR_U8* sectionData, QUOR_U32 dataLength)
-    : TISDBTVersionedTable(SDTT, MINIMUM_DATA_LENGTH, TABLE_ID, sectionData, dataLength), m_iTransportStreamID(0),
-      m_iOriginalNetworkID(0), m_iServiceID(0) {}
+TSDTTTable::TSDTTTable(QUOR_U8* data, QUOR_U32 length)
+    : TISDBTVersionedTable(SDTT, MINIMUM_DATA_LENGTH, TABLE_ID, data, length) {}
 
 TSDTTTable::~TSDTTTable() = default;
 
-TSDTTTable* TSDTTTable::parse(QUOR_U8* sectionData, QUOR_U32 dataLength, int checkCRC32, int /*parseDescriptors*/,
+TSDTTTable* TSDTTTable::parse(QUOR_U8* data, QUOR_U32 length, int checkCRC32, int /*parseDescriptors*/,
                               QUOR_U16* errorCode, TSDTTTable* previous) {
-    return detail::parseTable<TSDTTTable>(sectionData, dataLength, checkCRC32, errorCode, previous,
-                                          [=](TSDTTTable& table, detail::Bytes section, QUOR_U16 remaining) {
-                                              return table.parseContents(section.from(COMMON_HEADER_LENGTH), remaining,
-                                                                         errorCode);
-                                          });
+    return detail::parseTable<TSDTTTable, 10>(data, length, checkCRC32, errorCode, previous);
 }
 
 /// Each content is offered what the section says is left, a count that wraps in a section too short for its own
 /// fields; @p left ends where the data does.
-detail::Outcome TSDTTTable::parseContents(detail::Bytes left, QUOR_U16 remaining, QUOR_U16* errorCode) {
+detail::Outcome TSDTTTable::decode(const detail::Bytes& section, QUOR_U16 remaining) {
+    detail::Bytes left = section.from(COMMON_HEADER_LENGTH);
     if (!left.has(0, FIXED_LENGTH)) {
         QUOR_ISDBT_LOG("%s: TSDTTTable::parse: Item length not valid: %u > %u. Aborting!", detail::LOG_TAG,
                        FIXED_LENGTH, left.size());
@@ -49,25 +42,17 @@ detail::Outcome TSDTTTable::parseContents(detail::Bytes left, QUOR_U16 remaining
     remaining = static_cast<QUOR_U16>(remaining - FIXED_LENGTH);
 
     for (unsigned i = 0; i < numberOfContents; ++i) {
-        QUOR_U32 used = 0;
-        std::unique_ptr<TDownloadContent> content(TDownloadContent::parse(left, remaining, &used, errorCode));
-        if (content == nullptr) {
+        std::unique_ptr<TDownloadContent> content;
+        const detail::Outcome decoded = detail::decodeEntry(content, left, remaining);
+        if (!decoded.succeeded()) {
             QUOR_ISDBT_LOG("%s: TSDTTTable::parse: Invalid item. Aborting!", detail::LOG_TAG);
             return detail::Outcome::failed(ERROR_INVALID_ITEM);
         }
-        m_pItems.push_back(std::move(content));
-        left = left.from(used);
-        remaining = static_cast<QUOR_U16>(remaining - used);
+        detail::append(m_pItems, std::move(content), section.memory());
+        left = left.from(decoded.length());
+        remaining = static_cast<QUOR_U16>(remaining - decoded.length());
     }
     return detail::Outcome::done();
-}
-
-QUOR_U32 TSDTTTable::getDownloadContentSize() const {
-    return detail::count(m_pItems);
-}
-
-TDownloadContent* TSDTTTable::getDownloadContent(QUOR_U8 index) const {
-    return detail::get(m_pItems, index);
 }
 
 void TSDTTTable::addDownloadContent(TDownloadContent* item) {

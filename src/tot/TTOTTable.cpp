@@ -1,14 +1,11 @@
 #include "tot/TTOTTable.h"
 
-#include "descriptors/TLocalTimeOffsetDescriptor.h"
-#include "detail/Family.h"
 #include "detail/Log.h"
-#include "detail/Shapes.h"
+#include "detail/Loop.h"
+#include "detail/Parse.h"
 #include "detail/Time.h"
 
 namespace Quor {
-
-constexpr QUOR_U32 TTOTTable::MINIMUM_DATA_LENGTH;
 
 namespace {
 
@@ -19,57 +16,49 @@ constexpr QUOR_U32 UTC_TIME_AT = 3;
 constexpr QUOR_U32 LOOP_LENGTH_AT = 8;
 constexpr QUOR_U32 DESCRIPTORS_AT = 10;
 
-detail::Outcome tooLong(QUOR_U32 needed, QUOR_U32 left) {
-    QUOR_ISDBT_LOG("%s: TTOTTable::parse: Item length not valid: %u > %u. Aborting!", detail::LOG_TAG, needed, left);
-    return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-}
+constexpr const detail::Family& FAMILY = detail::FamilyOf<TLocalTimeOffsetDescriptor>::FAMILY;
 
-void unknown(QUOR_U8 tag) {
-    QUOR_ISDBT_LOG("%s: TTOTTable::parse: Unknown descriptor: 0x%02X. Ignored!", detail::LOG_TAG, unsigned{tag});
-}
+/// Bounded by descriptors_loop_length alone, which may reach beyond the section; the data ends the walk at last.
+struct Walk {
+    detail::Bytes left;
+
+    static detail::Outcome take(QUOR_U32 /*bodyLength*/) { return detail::Outcome::done(); }
+
+    static detail::Outcome tooLong(QUOR_U32 needed, QUOR_U32 left) {
+        QUOR_ISDBT_LOG("%s: TTOTTable::parse: Item length not valid: %u > %u. Aborting!", detail::LOG_TAG, needed,
+                       left);
+        return detail::Outcome::failed(TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+    }
+
+    static void unknown(QUOR_U8 tag) {
+        QUOR_ISDBT_LOG("%s: TTOTTable::parse: Unknown descriptor: 0x%02X. Ignored!", detail::LOG_TAG, unsigned{tag});
+    }
+};
 
 } // namespace
 
-TTOTTable::TTOTTable(QUOR_U8* sectionData, QUOR_U32 dataLength)
-    : TISDBTTable(TOT, MINIMUM_DATA_LENGTH, TABLE_ID, sectionData, dataLength), m_iUnixTime(0) {}
+TTOTTable::TTOTTable(QUOR_U8* data, QUOR_U32 length) : TISDBTTable(TOT, MINIMUM_DATA_LENGTH, TABLE_ID, data, length) {}
 
 TTOTTable::~TTOTTable() = default;
 
-struct TTOTTable::Kinds {
-    static constexpr detail::Family FAMILY{detail::kind<&TTOTTable::m_pLocalTimeOffsetDesc>()};
-};
-
-TTOTTable* TTOTTable::parse(QUOR_U8* sectionData, QUOR_U32 dataLength, int checkCRC32, int parseDescriptors,
-                            QUOR_U16* errorCode, TTOTTable* previous) {
-    return detail::parseTable<TTOTTable>(sectionData, dataLength, checkCRC32, errorCode, previous,
-                                         [=](TTOTTable& table, detail::Bytes /*section*/, QUOR_U16 /*remaining*/) {
-                                             const detail::Bytes copy(table.getData(), table.getDataLength());
-                                             table.m_iUnixTime = detail::unixTime(copy.from(UTC_TIME_AT));
-                                             if (parseDescriptors == 0) {
-                                                 return detail::Outcome::doneSilently();
-                                             }
-                                             return table.parseLoop(copy.from(DESCRIPTORS_AT),
-                                                                    copy.length12(LOOP_LENGTH_AT), errorCode);
-                                         });
+TTOTTable* TTOTTable::parse(QUOR_U8* data, QUOR_U32 length, int checkCRC32, int parseDescriptors, QUOR_U16* errorCode,
+                            TTOTTable* previous) {
+    return detail::parseTable<TTOTTable, 7>(data, length, checkCRC32, errorCode, previous, parseDescriptors);
 }
 
-/// Bounded by descriptors_loop_length alone, which may reach beyond the section; the data ends the walk at last.
-detail::Outcome TTOTTable::parseLoop(detail::Bytes left, QUOR_U16 loopLength, QUOR_U16* errorCode) {
-    return detail::walkLoop(
-        Kinds::FAMILY, *this, left, loopLength, errorCode,
-        [](QUOR_U32 /*bodyLength*/) { return detail::Outcome::done(); }, unknown, tooLong);
-}
-
-TLocalTimeOffsetDescriptor* TTOTTable::getLocalTimeOffsetDescriptor() const {
-    return m_pLocalTimeOffsetDesc.get();
-}
-
-TISDBTDescriptor* TTOTTable::getDescriptor(QUOR_U8 descriptorTag) const {
-    return Kinds::FAMILY.get(*this, descriptorTag);
+detail::Outcome TTOTTable::decode(const detail::Bytes& section, QUOR_U16 /*remaining*/, int parseDescriptors) {
+    // The table walks its own copy, into which the descriptor's getData() points.
+    const detail::Bytes copy(getData(), getDataLength(), section.memory());
+    m_iUnixTime = detail::unixTime(copy.from(UTC_TIME_AT));
+    if (parseDescriptors == 0) {
+        return detail::Outcome::doneSilently();
+    }
+    Walk walk{copy.from(DESCRIPTORS_AT)};
+    return detail::walkLoop(FAMILY, m_descriptors, walk, copy.length12(LOOP_LENGTH_AT));
 }
 
 std::list<QUOR_U8>* TTOTTable::getDescriptorTags() const {
-    return Kinds::FAMILY.tags(*this);
+    return FAMILY.tags(m_descriptors);
 }
 
 } // namespace Quor

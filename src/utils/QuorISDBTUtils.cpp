@@ -5,8 +5,6 @@
 
 namespace Quor {
 
-constexpr QUOR_S32 ISDBTUtils::MJD_1970;
-
 namespace {
 
 constexpr QUOR_U32 CRC32_POLYNOMIAL = 0x04C11DB7;
@@ -51,11 +49,11 @@ S32 ISDBTUtils::mjd2unix(QUOR_U16 mjdDate) {
     return static_cast<S32>(static_cast<QUOR_U32>(mjdDate - MJD_1970) * SECONDS_OF_A_DAY);
 }
 
-U32 ISDBTUtils::getSectionCRC32(QUOR_U8* data, QUOR_U32 dataLength) {
-    // Callers depend on the initial value 0, unlike the all-ones of a section's CRC_32.
+U32 ISDBTUtils::getSectionCRC32(QUOR_U8* data, QUOR_U32 length) {
+    // Quirk: the initial value 0, unlike the all-ones of a section's CRC_32.
     QUOR_U32 crc = 0;
     std::printf("    Initial: 0x%08X\n", crc);
-    for (QUOR_U32 i = 0; i < dataLength; ++i) {
+    for (QUOR_U32 i = 0; i < length; ++i) {
         crc = crctab[crc >> 24 ^ data[i]] ^ crc << 8;
         std::printf("    0x%02X --> 0x%08X\n", static_cast<unsigned>(data[i]), crc);
     }

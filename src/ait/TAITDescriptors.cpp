@@ -1,8 +1,0 @@
-#include "ait/TAITFamily.h"
-
-namespace Quor {
-
-TAITDescriptors::TAITDescriptors() = default;
-TAITDescriptors::~TAITDescriptors() = default;
-
-} // namespace Quor
