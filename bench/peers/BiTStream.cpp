@@ -1,9 +1,10 @@
 #include "Peer.h"
 
-// biTStream reads a section where it lies: inline functions for each field, no objects and no heap. Verified, with its
-// own functions, is what keeps those inside the section: the CRC_32, the loops and the fields of each descriptor.
-// Loops are walked with the library's sizes of their entries, as its own validation does, and not with its accessors by
-// position, which count from the beginning each time.
+// biTStream reads a section where it lies: inline functions for each field, no objects and no heap. To read a field is
+// to decode it, so that the readout is what is timed, too. Verified, with its own functions, is what keeps those inside
+// the section: the CRC_32, the loops and the fields of each descriptor. Loops are walked with the library's sizes of
+// their entries, as its own validation does, and not with its accessors by position, which count from the beginning
+// each time.
 
 #include <bitstream/dvb/si.h>
 #include <bitstream/mpeg/psi.h>
@@ -93,29 +94,31 @@ void addAll(Readout& readout, QUOR_U8* loop) {
     }
 }
 
+QUOR_U32 versionOf(const QUOR_U8* section) {
+    return versioned(psi_get_version(section), psi_get_current(section));
+}
+
 QUOR_U8* endOf(QUOR_U8* section) {
     return section + PSI_HEADER_SIZE + psi_get_length(section) - PSI_CRC_SIZE;
 }
 
-Readout readPat(QUOR_U8* pat, QUOR_U32 /*size*/) {
-    Readout readout;
+bool readPat(Readout& readout, QUOR_U8* pat, QUOR_U32 /*size*/) {
     if (!psi_validate(pat) || !psi_check_crc(pat) || !pat_validate(pat)) {
-        return readout;
+        return false;
     }
-    readout.table = pat_get_tsid(pat);
+    readout.table = pat_get_tsid(pat) + versionOf(pat);
     const QUOR_U8* const end = endOf(pat);
     for (const QUOR_U8* program = pat + PAT_HEADER_SIZE; program < end; program += PAT_PROGRAM_SIZE) {
         readout.addEntry(QUOR_U32{patn_get_program(program)} + patn_get_pid(program));
     }
-    return readout;
+    return true;
 }
 
-Readout readPmt(QUOR_U8* pmt, QUOR_U32 /*size*/) {
-    Readout readout;
+bool readPmt(Readout& readout, QUOR_U8* pmt, QUOR_U32 /*size*/) {
     if (!psi_validate(pmt) || !pmt_validate(pmt)) { // pmt_validate() verifies the CRC_32, unlike the others
-        return readout;
+        return false;
     }
-    readout.table = QUOR_U32{pmt_get_program(pmt)} + pmt_get_pcrpid(pmt);
+    readout.table = QUOR_U32{pmt_get_program(pmt)} + pmt_get_pcrpid(pmt) + versionOf(pmt);
     addAll(readout, pmt_get_descs(pmt));
     const QUOR_U8* const end = endOf(pmt);
     for (QUOR_U8* stream = pmt + PMT_HEADER_SIZE + pmt_get_desclength(pmt); stream < end;
@@ -123,15 +126,14 @@ Readout readPmt(QUOR_U8* pmt, QUOR_U32 /*size*/) {
         readout.addEntry(QUOR_U32{pmtn_get_streamtype(stream)} + pmtn_get_pid(stream));
         addAll(readout, pmtn_get_descs(stream));
     }
-    return readout;
+    return true;
 }
 
-Readout readSdt(QUOR_U8* sdt, QUOR_U32 /*size*/) {
-    Readout readout;
+bool readSdt(Readout& readout, QUOR_U8* sdt, QUOR_U32 /*size*/) {
     if (!psi_validate(sdt) || !psi_check_crc(sdt) || !sdt_validate(sdt)) {
-        return readout;
+        return false;
     }
-    readout.table = QUOR_U32{sdt_get_tsid(sdt)} + sdt_get_onid(sdt);
+    readout.table = QUOR_U32{sdt_get_tsid(sdt)} + sdt_get_onid(sdt) + versionOf(sdt);
     const QUOR_U8* const end = endOf(sdt);
     for (QUOR_U8* service = sdt + SDT_HEADER_SIZE; service < end;
          service += SDT_SERVICE_SIZE + sdtn_get_desclength(service)) {
@@ -139,15 +141,14 @@ Readout readSdt(QUOR_U8* sdt, QUOR_U32 /*size*/) {
                          (sdtn_get_eitschedule(service) ? 1 : 0) + (sdtn_get_eitpresent(service) ? 1 : 0));
         addAll(readout, sdtn_get_descs(service));
     }
-    return readout;
+    return true;
 }
 
-Readout readNit(QUOR_U8* nit, QUOR_U32 /*size*/) {
-    Readout readout;
+bool readNit(Readout& readout, QUOR_U8* nit, QUOR_U32 /*size*/) {
     if (!psi_validate(nit) || !psi_check_crc(nit) || !nit_validate(nit)) {
-        return readout;
+        return false;
     }
-    readout.table = nit_get_nid(nit);
+    readout.table = nit_get_nid(nit) + versionOf(nit);
     addAll(readout, nit_get_descs(nit));
     const QUOR_U8* const end = endOf(nit);
     for (QUOR_U8* stream = nit_get_header2(nit) + NIT_HEADER2_SIZE; stream < end;
@@ -155,11 +156,12 @@ Readout readNit(QUOR_U8* nit, QUOR_U32 /*size*/) {
         readout.addEntry(QUOR_U32{nitn_get_tsid(stream)} + nitn_get_onid(stream));
         addAll(readout, nitn_get_descs(stream));
     }
-    return readout;
+    return true;
 }
 
 } // namespace
 
 Peer biTStream() {
-    return {readVersions<readPat>, readVersions<readPmt>, readVersions<readSdt>, readVersions<readNit>};
+    return {decoderOf<Readout, readPat, readPat>, decoderOf<Readout, readPmt, readPmt>,
+            decoderOf<Readout, readSdt, readSdt>, decoderOf<Readout, readNit, readNit>};
 }

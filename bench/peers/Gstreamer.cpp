@@ -37,13 +37,13 @@ template <class Item> const Item& itemAt(const GPtrArray* items, guint index) {
     return *static_cast<const Item*>(g_ptr_array_index(items, index));
 }
 
-void add(Readout& readout, const GstMpegtsDescriptor& descriptor) {
+template <class Out> void decodeDescriptor(Out& out, const GstMpegtsDescriptor& descriptor) {
     switch (descriptor.tag) {
     case GST_MTS_DESC_DVB_NETWORK_NAME: {
         gchar* network = nullptr;
         if (gst_mpegts_descriptor_parse_dvb_network_name(&descriptor, &network) != FALSE) {
             const Text owner(network);
-            readout.addDescriptor(Kind::NETWORK_NAME, name(network));
+            out.read([&](Readout& readout) { readout.addDescriptor(Kind::NETWORK_NAME, name(network)); });
         }
         break;
     }
@@ -51,12 +51,14 @@ void add(Readout& readout, const GstMpegtsDescriptor& descriptor) {
         GPtrArray* services = nullptr;
         if (gst_mpegts_descriptor_parse_dvb_service_list(&descriptor, &services) != FALSE) {
             const Items owner(services);
-            QUOR_U32 sum = 0;
-            for (guint i = 0; i < services->len; ++i) {
-                const auto& service = itemAt<GstMpegtsDVBServiceListItem>(services, i);
-                sum += bytesOf(service.service_id) + static_cast<QUOR_U32>(service.type);
-            }
-            readout.addDescriptor(Kind::SERVICE_LIST, sum);
+            out.read([&](Readout& readout) {
+                QUOR_U32 sum = 0;
+                for (guint i = 0; i < services->len; ++i) {
+                    const auto& service = itemAt<GstMpegtsDVBServiceListItem>(services, i);
+                    sum += bytesOf(service.service_id) + static_cast<QUOR_U32>(service.type);
+                }
+                readout.addDescriptor(Kind::SERVICE_LIST, sum);
+            });
         }
         break;
     }
@@ -66,7 +68,9 @@ void add(Readout& readout, const GstMpegtsDescriptor& descriptor) {
         gchar* provider = nullptr;
         if (gst_mpegts_descriptor_parse_dvb_service(&descriptor, &type, &service, &provider) != FALSE) {
             const Text owners[]{Text(service), Text(provider)};
-            readout.addDescriptor(Kind::SERVICE, static_cast<QUOR_U32>(type) + name(provider) + name(service));
+            out.read([&](Readout& readout) {
+                readout.addDescriptor(Kind::SERVICE, static_cast<QUOR_U32>(type) + name(provider) + name(service));
+            });
         }
         break;
     }
@@ -74,9 +78,11 @@ void add(Readout& readout, const GstMpegtsDescriptor& descriptor) {
         GstMpegtsDVBLinkageDescriptor* linkage = nullptr;
         if (gst_mpegts_descriptor_parse_dvb_linkage(&descriptor, &linkage) != FALSE) {
             const std::unique_ptr<GstMpegtsDVBLinkageDescriptor, Free> owner(linkage);
-            const QUOR_U32 stream = QUOR_U32{linkage->transport_stream_id} + linkage->original_network_id;
-            readout.addDescriptor(Kind::LINKAGE,
-                                  stream + linkage->service_id + static_cast<QUOR_U32>(linkage->linkage_type));
+            out.read([&](Readout& readout) {
+                const QUOR_U32 stream = QUOR_U32{linkage->transport_stream_id} + linkage->original_network_id;
+                readout.addDescriptor(Kind::LINKAGE,
+                                      stream + linkage->service_id + static_cast<QUOR_U32>(linkage->linkage_type));
+            });
         }
         break;
     }
@@ -84,16 +90,18 @@ void add(Readout& readout, const GstMpegtsDescriptor& descriptor) {
         GstMpegtsComponentDescriptor* component = nullptr;
         if (gst_mpegts_descriptor_parse_dvb_component(&descriptor, &component) != FALSE) {
             const std::unique_ptr<GstMpegtsComponentDescriptor, Free> owner(component);
-            const QUOR_U32 content = QUOR_U32{component->stream_content} + component->component_type;
-            readout.addDescriptor(Kind::COMPONENT,
-                                  content + component->component_tag + letters(component->language_code));
+            out.read([&](Readout& readout) {
+                const QUOR_U32 content = QUOR_U32{component->stream_content} + component->component_type;
+                readout.addDescriptor(Kind::COMPONENT,
+                                      content + component->component_tag + letters(component->language_code));
+            });
         }
         break;
     }
     case GST_MTS_DESC_DVB_STREAM_IDENTIFIER: {
         guint8 componentTag = 0;
         if (gst_mpegts_descriptor_parse_dvb_stream_identifier(&descriptor, &componentTag) != FALSE) {
-            readout.addDescriptor(Kind::STREAM_IDENTIFIER, componentTag);
+            out.read([&](Readout& readout) { readout.addDescriptor(Kind::STREAM_IDENTIFIER, componentTag); });
         }
         break;
     }
@@ -101,11 +109,13 @@ void add(Readout& readout, const GstMpegtsDescriptor& descriptor) {
         GArray* systems = nullptr;
         if (gst_mpegts_descriptor_parse_dvb_ca_identifier(&descriptor, &systems) != FALSE) {
             const std::unique_ptr<GArray, Free> owner(systems);
-            QUOR_U32 sum = 0;
-            for (guint i = 0; i < systems->len; ++i) {
-                sum += g_array_index(systems, guint16, i);
-            }
-            readout.addDescriptor(Kind::CA_IDENTIFIER, sum);
+            out.read([&](Readout& readout) {
+                QUOR_U32 sum = 0;
+                for (guint i = 0; i < systems->len; ++i) {
+                    sum += g_array_index(systems, guint16, i);
+                }
+                readout.addDescriptor(Kind::CA_IDENTIFIER, sum);
+            });
         }
         break;
     }
@@ -113,12 +123,14 @@ void add(Readout& readout, const GstMpegtsDescriptor& descriptor) {
         GPtrArray* ratings = nullptr;
         if (gst_mpegts_descriptor_parse_dvb_parental_rating(&descriptor, &ratings) != FALSE) {
             const Items owner(ratings);
-            QUOR_U32 sum = 0;
-            for (guint i = 0; i < ratings->len; ++i) {
-                const auto& rating = itemAt<GstMpegtsDVBParentalRatingItem>(ratings, i);
-                sum += letters(rating.country_code) + rated(rating.rating);
-            }
-            readout.addDescriptor(Kind::PARENTAL_RATING, sum);
+            out.read([&](Readout& readout) {
+                QUOR_U32 sum = 0;
+                for (guint i = 0; i < ratings->len; ++i) {
+                    const auto& rating = itemAt<GstMpegtsDVBParentalRatingItem>(ratings, i);
+                    sum += letters(rating.country_code) + rated(rating.rating);
+                }
+                readout.addDescriptor(Kind::PARENTAL_RATING, sum);
+            });
         }
         break;
     }
@@ -127,77 +139,86 @@ void add(Readout& readout, const GstMpegtsDescriptor& descriptor) {
     }
 }
 
-void addAll(Readout& readout, const GPtrArray* descriptors) {
+template <class Out> void decodeDescriptors(Out& out, const GPtrArray* descriptors) {
     for (guint i = 0; i < descriptors->len; ++i) {
-        add(readout, itemAt<GstMpegtsDescriptor>(descriptors, i));
+        decodeDescriptor(out, itemAt<GstMpegtsDescriptor>(descriptors, i));
     }
 }
 
-Readout readPat(QUOR_U8* bytes, QUOR_U32 size) {
-    Readout readout;
+QUOR_U32 versionOf(const Section& section) {
+    return versioned(section->version_number, section->current_next_indicator != FALSE);
+}
+
+template <class Out> bool decodePat(Out& out, QUOR_U8* bytes, QUOR_U32 size) {
     const Section section = sectionOf(0x0000, bytes, size);
     const Items programs(gst_mpegts_section_get_pat(section.get()));
     if (!programs) {
-        return readout;
+        return false;
     }
-    readout.table = section->subtable_extension;
-    for (guint i = 0; i < programs->len; ++i) {
-        const auto& program = itemAt<GstMpegtsPatProgram>(programs.get(), i);
-        readout.addEntry(QUOR_U32{program.program_number} + program.network_or_program_map_PID);
-    }
-    return readout;
+    out.read([&](Readout& readout) {
+        readout.table = section->subtable_extension + versionOf(section);
+        for (guint i = 0; i < programs->len; ++i) {
+            const auto& program = itemAt<GstMpegtsPatProgram>(programs.get(), i);
+            readout.addEntry(QUOR_U32{program.program_number} + program.network_or_program_map_PID);
+        }
+    });
+    return true;
 }
 
-Readout readPmt(QUOR_U8* bytes, QUOR_U32 size) {
-    Readout readout;
+template <class Out> bool decodePmt(Out& out, QUOR_U8* bytes, QUOR_U32 size) {
     const Section section = sectionOf(0x0100, bytes, size);
     const GstMpegtsPMT* const pmt = gst_mpegts_section_get_pmt(section.get());
     if (pmt == nullptr) {
-        return readout;
+        return false;
     }
-    readout.table = QUOR_U32{pmt->program_number} + pmt->pcr_pid;
-    addAll(readout, pmt->descriptors);
+    out.read(
+        [&](Readout& readout) { readout.table = QUOR_U32{pmt->program_number} + pmt->pcr_pid + versionOf(section); });
+    decodeDescriptors(out, pmt->descriptors);
     for (guint i = 0; i < pmt->streams->len; ++i) {
         const auto& stream = itemAt<GstMpegtsPMTStream>(pmt->streams, i);
-        readout.addEntry(QUOR_U32{stream.stream_type} + stream.pid);
-        addAll(readout, stream.descriptors);
+        out.read([&](Readout& readout) { readout.addEntry(QUOR_U32{stream.stream_type} + stream.pid); });
+        decodeDescriptors(out, stream.descriptors);
     }
-    return readout;
+    return true;
 }
 
-Readout readSdt(QUOR_U8* bytes, QUOR_U32 size) {
-    Readout readout;
+template <class Out> bool decodeSdt(Out& out, QUOR_U8* bytes, QUOR_U32 size) {
     const Section section = sectionOf(0x0011, bytes, size);
     const GstMpegtsSDT* const sdt = gst_mpegts_section_get_sdt(section.get());
     if (sdt == nullptr) {
-        return readout;
+        return false;
     }
-    readout.table = QUOR_U32{sdt->transport_stream_id} + sdt->original_network_id;
+    out.read([&](Readout& readout) {
+        readout.table = QUOR_U32{sdt->transport_stream_id} + sdt->original_network_id + versionOf(section);
+    });
     for (guint i = 0; i < sdt->services->len; ++i) {
         const auto& service = itemAt<GstMpegtsSDTService>(sdt->services, i);
-        readout.addEntry(QUOR_U32{service.service_id} + static_cast<QUOR_U32>(service.running_status) +
-                         (service.free_CA_mode != FALSE ? 1 : 0) + (service.EIT_schedule_flag != FALSE ? 1 : 0) +
-                         (service.EIT_present_following_flag != FALSE ? 1 : 0));
-        addAll(readout, service.descriptors);
+        out.read([&](Readout& readout) {
+            readout.addEntry(QUOR_U32{service.service_id} + static_cast<QUOR_U32>(service.running_status) +
+                             (service.free_CA_mode != FALSE ? 1 : 0) + (service.EIT_schedule_flag != FALSE ? 1 : 0) +
+                             (service.EIT_present_following_flag != FALSE ? 1 : 0));
+        });
+        decodeDescriptors(out, service.descriptors);
     }
-    return readout;
+    return true;
 }
 
-Readout readNit(QUOR_U8* bytes, QUOR_U32 size) {
-    Readout readout;
+template <class Out> bool decodeNit(Out& out, QUOR_U8* bytes, QUOR_U32 size) {
     const Section section = sectionOf(0x0010, bytes, size);
     const GstMpegtsNIT* const nit = gst_mpegts_section_get_nit(section.get());
     if (nit == nullptr) {
-        return readout;
+        return false;
     }
-    readout.table = nit->network_id;
-    addAll(readout, nit->descriptors);
+    out.read([&](Readout& readout) { readout.table = nit->network_id + versionOf(section); });
+    decodeDescriptors(out, nit->descriptors);
     for (guint i = 0; i < nit->streams->len; ++i) {
         const auto& stream = itemAt<GstMpegtsNITStream>(nit->streams, i);
-        readout.addEntry(QUOR_U32{stream.transport_stream_id} + stream.original_network_id);
-        addAll(readout, stream.descriptors);
+        out.read([&](Readout& readout) {
+            readout.addEntry(QUOR_U32{stream.transport_stream_id} + stream.original_network_id);
+        });
+        decodeDescriptors(out, stream.descriptors);
     }
-    return readout;
+    return true;
 }
 
 } // namespace
@@ -206,5 +227,6 @@ Peer gstreamer() {
     setenv("GST_REGISTRY_DISABLE", "yes", 1); // no plugin is needed, and none need be searched for
     gst_init(nullptr, nullptr);
     gst_mpegts_initialize();
-    return {readVersions<readPat>, readVersions<readPmt>, readVersions<readSdt>, readVersions<readNit>};
+    return {decoderOf<Unread, decodePat, decodePat>, decoderOf<Unread, decodePmt, decodePmt>,
+            decoderOf<Unread, decodeSdt, decodeSdt>, decoderOf<Unread, decodeNit, decodeNit>};
 }

@@ -2,8 +2,9 @@
 
 #include <cstdio>
 
-// What each library asks of the heap for a section. A program of its own, so that no count slows down what is timed:
-// the dynamic linker finds the executable's malloc() before that of the C library, for the calls of all libraries.
+// What each library asks of the heap to decode a section. A program of its own, so that no count slows down what is
+// timed: the dynamic linker finds the executable's malloc() before that of the C library, for the calls of all
+// libraries.
 
 namespace {
 
@@ -43,10 +44,10 @@ int main() {
         }
         const Peer peer = candidate.make();
         for (std::size_t table = 0; table < TABLES.size(); ++table) {
-            const Reader read = peer[table](fourServices(TABLES[table]));
-            read(); // the first section may make a library prepare what it needs for good
+            const Decoder decoder = peer[table](fourServices(TABLES[table]));
+            decoder.decode(); // the first section may make a library prepare what it needs for good
             const std::size_t before = requests;
-            read();
+            decoder.decode();
             std::printf(" %6zu", requests - before);
         }
         std::printf("\n");

@@ -89,74 +89,63 @@ struct Free {
     void operator()(dvb_table_nit* table) const { dvb_table_nit_free(table); }
 };
 
-/// Null: refused.
-template <class Table>
-std::unique_ptr<Table, Free> tableOf(ssize_t (*init)(dvb_v5_fe_parms*, const uint8_t*, ssize_t, Table**),
-                                     QUOR_U8* section, QUOR_U32 size) {
-    Table* table = nullptr;
-    if (dvb_crc32(section, size, 0xFFFFFFFF) == 0) {
-        init(parameters, section, static_cast<ssize_t>(size) - DVB_CRC_SIZE, &table);
-    }
-    return std::unique_ptr<Table, Free>(table);
+template <class Table> QUOR_U32 versionOf(const Table& table) {
+    return versioned(table.header.version, table.header.current_next != 0);
 }
 
-Readout readPat(QUOR_U8* section, QUOR_U32 size) {
-    Readout readout;
-    const auto pat = tableOf(dvb_table_pat_init, section, size);
-    if (!pat) {
-        return readout;
-    }
-    readout.table = pat->header.id;
-    for (const dvb_table_pat_program* program = pat->program; program != nullptr; program = program->next) {
+void add(Readout& readout, const dvb_table_pat& pat) {
+    readout.table = pat.header.id + versionOf(pat);
+    for (const dvb_table_pat_program* program = pat.program; program != nullptr; program = program->next) {
         readout.addEntry(QUOR_U32{program->service_id} + program->pid);
     }
-    return readout;
 }
 
-Readout readPmt(QUOR_U8* section, QUOR_U32 size) {
-    Readout readout;
-    const auto pmt = tableOf(dvb_table_pmt_init, section, size);
-    if (!pmt) {
-        return readout;
-    }
-    readout.table = QUOR_U32{pmt->header.id} + pmt->pcr_pid;
-    addAll(readout, *pmt);
-    for (const dvb_table_pmt_stream* stream = pmt->stream; stream != nullptr; stream = stream->next) {
+void add(Readout& readout, const dvb_table_pmt& pmt) {
+    readout.table = QUOR_U32{pmt.header.id} + pmt.pcr_pid + versionOf(pmt);
+    addAll(readout, pmt);
+    for (const dvb_table_pmt_stream* stream = pmt.stream; stream != nullptr; stream = stream->next) {
         readout.addEntry(QUOR_U32{stream->type} + stream->elementary_pid);
         addAll(readout, *stream);
     }
-    return readout;
 }
 
-Readout readSdt(QUOR_U8* section, QUOR_U32 size) {
-    Readout readout;
-    const auto sdt = tableOf(dvb_table_sdt_init, section, size);
-    if (!sdt) {
-        return readout;
-    }
-    readout.table = QUOR_U32{sdt->header.id} + sdt->network_id;
-    for (const dvb_table_sdt_service* service = sdt->service; service != nullptr; service = service->next) {
+void add(Readout& readout, const dvb_table_sdt& sdt) {
+    readout.table = QUOR_U32{sdt.header.id} + sdt.network_id + versionOf(sdt);
+    for (const dvb_table_sdt_service* service = sdt.service; service != nullptr; service = service->next) {
         readout.addEntry(QUOR_U32{service->service_id} + service->running_status + service->free_CA_mode +
                          service->EIT_schedule + service->EIT_present_following);
         addAll(readout, *service);
     }
-    return readout;
 }
 
-Readout readNit(QUOR_U8* section, QUOR_U32 size) {
-    Readout readout;
-    const auto nit = tableOf(dvb_table_nit_init, section, size);
-    if (!nit) {
-        return readout;
-    }
-    readout.table = nit->header.id;
-    addAll(readout, *nit);
-    for (const dvb_table_nit_transport* stream = nit->transport; stream != nullptr; stream = stream->next) {
+void add(Readout& readout, const dvb_table_nit& nit) {
+    readout.table = nit.header.id + versionOf(nit);
+    addAll(readout, nit);
+    for (const dvb_table_nit_transport* stream = nit.transport; stream != nullptr; stream = stream->next) {
         readout.addEntry(QUOR_U32{stream->transport_id} + stream->network_id);
         addAll(readout, *stream);
     }
-    return readout;
 }
+
+template <class Table> using Init = ssize_t (*)(dvb_v5_fe_parms*, const uint8_t*, ssize_t, Table**);
+
+// The function that makes a table decodes its descriptors, too.
+template <class Table, Init<Table> init, class Out> bool decode(Out& out, QUOR_U8* section, QUOR_U32 size) {
+    if (dvb_crc32(section, size, 0xFFFFFFFF) != 0) {
+        return false;
+    }
+    Table* made = nullptr;
+    init(parameters, section, static_cast<ssize_t>(size) - DVB_CRC_SIZE, &made);
+    const std::unique_ptr<Table, Free> table(made);
+    if (!table) {
+        return false;
+    }
+    out.read([&](Readout& readout) { add(readout, *table); });
+    return true;
+}
+
+template <class Table, Init<Table> init>
+constexpr auto decoder = decoderOf<Unread, decode<Table, init>, decode<Table, init>>;
 
 } // namespace
 
@@ -165,5 +154,6 @@ Peer libdvbv5() {
     static char charset[] = "iso-6937";
     parameters = dvb_fe_dummy();
     parameters->default_charset = charset;
-    return {readVersions<readPat>, readVersions<readPmt>, readVersions<readSdt>, readVersions<readNit>};
+    return {decoder<dvb_table_pat, dvb_table_pat_init>, decoder<dvb_table_pmt, dvb_table_pmt_init>,
+            decoder<dvb_table_sdt, dvb_table_sdt_init>, decoder<dvb_table_nit, dvb_table_nit_init>};
 }

@@ -29,7 +29,7 @@ struct Readout {
     unsigned entries = 0;
     /// Descriptors that were decoded to typed fields.
     unsigned descriptors = 0;
-    /// Sum of the fields of the table and of its entries.
+    /// Sum of the fields of the table, its version among them, and of its entries.
     QUOR_U32 table = 0;
     /// For each kind, the number of its descriptors plus the sum of their fields; 0 for a kind that was not decoded.
     std::array<QUOR_U32, static_cast<std::size_t>(Kind::COUNT)> kinds{};
@@ -43,13 +43,25 @@ struct Readout {
         ++descriptors;
         kinds[static_cast<std::size_t>(kind)] += 1 + fields;
     }
+
+    template <class ReadOut> void read(ReadOut readOut) { readOut(*this); }
 };
 
-/// Reads one section, the next version each time: decodes it, reads it out, destroys it. No entries: it was refused.
-using Reader = std::function<Readout()>;
+/// In the place of a readout where fields are decoded and nobody reads them.
+struct Unread {
+    template <class ReadOut> void read(ReadOut /*readOut*/) {}
+};
 
-/// A library that decodes sections: what makes a reader of the section of each table, in the order of TABLES.
-using Peer = std::array<Reader (*)(const Versions&), TABLES.size()>;
+/// A library with the sections of one table; each call takes the next version.
+struct Decoder {
+    /// Decodes a section to typed fields and destroys them: what is timed. False: it was refused.
+    std::function<bool()> decode;
+    /// The same, and reads the fields out before they are destroyed. No entries: it was refused.
+    std::function<Readout()> readOut;
+};
+
+/// A library that decodes sections: what makes a decoder for each table, in the order of TABLES.
+using Peer = std::array<Decoder (*)(const Versions&), TABLES.size()>;
 
 /// What is compared.
 struct Candidate {
@@ -72,12 +84,34 @@ Peer quorIsdbtAfterCrc32();
 [[gnu::weak]] Peer gstreamer();
 [[gnu::weak]] Peer biTStream();
 
-/// A reader for a library that is given the bytes of a section.
-template <Readout (*read)(QUOR_U8*, QUOR_U32)> Reader readVersions(const Versions& versions) {
-    return [sections = Versions(versions), next = std::size_t{0}]() mutable {
-        ByteVector& section = sections[next++ % sections.size()];
-        return read(section.data(), static_cast<QUOR_U32>(section.size()));
-    };
+/// Decodes a section from its bytes, and destroys what came of it. False: it was refused.
+template <class Out> using Decode = bool (*)(Out&, QUOR_U8* section, QUOR_U32 size);
+
+/// The versions of a section, one after the other before a library that is given its bytes.
+template <class Out, Decode<Out> decode> class Turns {
+public:
+    explicit Turns(const Versions& sections) : m_sections(sections) {}
+
+    bool decodeNext() {
+        m_out = Out();
+        ByteVector& section = m_sections[m_next++ % m_sections.size()];
+        return decode(m_out, section.data(), static_cast<QUOR_U32>(section.size()));
+    }
+    const Out& out() const { return m_out; }
+
+private:
+    Versions m_sections;
+    std::size_t m_next = 0;
+    Out m_out;
+};
+
+/// A decoder for a library that is given the bytes of a section.
+template <class Timed, Decode<Timed> decode, Decode<Readout> readOut> Decoder decoderOf(const Versions& versions) {
+    return {[turns = Turns<Timed, decode>(versions)]() mutable { return turns.decodeNext(); },
+            [turns = Turns<Readout, readOut>(versions)]() mutable {
+                turns.decodeNext();
+                return turns.out();
+            }};
 }
 
 /// What a readout takes from a code of three letters.
@@ -92,6 +126,11 @@ template <class Character> QUOR_U32 name(const Character* characters, std::size_
 
 inline QUOR_U32 name(const char* characters) {
     return name(characters, std::strlen(characters));
+}
+
+/// What a readout takes from the version of a table, and from whether it applies already.
+inline QUOR_U32 versioned(QUOR_U32 version, bool current) {
+    return version + (current ? 1 : 0);
 }
 
 /// What a readout takes from a parental rating, of which GStreamer makes an age.

@@ -110,58 +110,44 @@ template <class Descriptor> void addIfPresent(Readout& readout, const Descriptor
     }
 }
 
-Readout readPat(QUOR_U8* section, QUOR_U32 size) {
-    Readout readout;
-    const std::unique_ptr<TPATTable> pat(TPATTable::parse(section, size, 0, 0, nullptr, nullptr));
-    if (!pat) {
-        return readout;
-    }
-    readout.table = pat->getTransportStreamID();
-    const std::unique_ptr<std::list<QUOR_U16>> programs(pat->getProgramNumbers());
-    for (const QUOR_U16 program : *programs) {
-        readout.addEntry(QUOR_U32{program} + pat->get(program)->getProgramMapPid());
-    }
-    return readout;
+QUOR_U32 versionOf(const TISDBTVersionedTable& table) {
+    return versioned(table.getVersion(), table.getCurrentIndicator() != 0);
 }
 
-Readout readPmt(QUOR_U8* section, QUOR_U32 size) {
-    Readout readout;
-    const std::unique_ptr<TPMTTable> pmt(TPMTTable::parse(section, size, 0, 0, nullptr, nullptr));
-    if (!pmt) {
-        return readout;
+void add(Readout& readout, const TPATTable& pat) {
+    readout.table = QUOR_U32{pat.getTransportStreamID()} + versionOf(pat);
+    const std::unique_ptr<std::list<QUOR_U16>> programs(pat.getProgramNumbers());
+    for (const QUOR_U16 program : *programs) {
+        readout.addEntry(QUOR_U32{program} + pat.get(program)->getProgramMapPid());
     }
-    readout.table = QUOR_U32{pmt->getProgramNumber()} + pmt->getPCRPID();
-    addIfPresent(readout, pmt->getStreamIdentifierDescriptor());
-    addIfPresent(readout, pmt->getComponentDescriptor());
-    addIfPresent(readout, pmt->getCAIdentifierDescriptor());
-    addIfPresent(readout, pmt->getParentalRatingDescriptor());
-    for (QUOR_U8 i = 0; i < pmt->size(); ++i) {
-        const TProgramMap* const stream = pmt->getProgramMap(i);
+}
+
+void add(Readout& readout, const TPMTTable& pmt) {
+    readout.table = QUOR_U32{pmt.getProgramNumber()} + pmt.getPCRPID() + versionOf(pmt);
+    addIfPresent(readout, pmt.getStreamIdentifierDescriptor());
+    addIfPresent(readout, pmt.getComponentDescriptor());
+    addIfPresent(readout, pmt.getCAIdentifierDescriptor());
+    addIfPresent(readout, pmt.getParentalRatingDescriptor());
+    for (QUOR_U8 i = 0; i < pmt.size(); ++i) {
+        const TProgramMap* const stream = pmt.getProgramMap(i);
         readout.addEntry(QUOR_U32{stream->getStreamType()} + stream->getElementaryPID());
         addIfPresent(readout, stream->getStreamIdentifierDescriptor(0, nullptr));
         addIfPresent(readout, stream->getComponentDescriptor(0, nullptr));
         addIfPresent(readout, stream->getCAIdentifierDescriptor(0, nullptr));
         addIfPresent(readout, stream->getParentalRatingDescriptor(0, nullptr));
     }
-    return readout;
 }
 
-Readout readSdt(QUOR_U8* section, QUOR_U32 size) {
-    Readout readout;
-    const std::unique_ptr<TSDTTable> sdt(TSDTTable::parse(section, size, 0, 0, nullptr, nullptr));
-    if (!sdt) {
-        return readout;
-    }
-    readout.table = QUOR_U32{sdt->getTransportStreamID()} + sdt->getOriginalNetworkID();
-    const std::unique_ptr<std::list<QUOR_U16>> services(sdt->getServiceIDs());
+void add(Readout& readout, const TSDTTable& sdt) {
+    readout.table = QUOR_U32{sdt.getTransportStreamID()} + sdt.getOriginalNetworkID() + versionOf(sdt);
+    const std::unique_ptr<std::list<QUOR_U16>> services(sdt.getServiceIDs());
     for (const QUOR_U16 id : *services) {
-        const TServiceDescription* const service = sdt->getServiceDescription(id);
+        const TServiceDescription* const service = sdt.getServiceDescription(id);
         readout.addEntry(QUOR_U32{id} + service->getRunningStatus() + service->getFreeCAMode() +
                          (service->hasEITSchedule() != 0 ? 1 : 0) + (service->hasEITPresentFollowing() != 0 ? 1 : 0));
         addIfPresent(readout, service->getServiceDescriptor());
         addIfPresent(readout, service->getCAIdentifierDescriptor());
     }
-    return readout;
 }
 
 template <class Descriptors> void addNitDescriptors(Readout& readout, const Descriptors& holder) {
@@ -173,34 +159,40 @@ template <class Descriptors> void addNitDescriptors(Readout& readout, const Desc
     addIfPresent(readout, holder.getTSInformationDescriptor());
 }
 
-Readout readNit(QUOR_U8* section, QUOR_U32 size) {
-    Readout readout;
-    const std::unique_ptr<TNITTable> nit(TNITTable::parse(section, size, 0, 0, nullptr, nullptr));
-    if (!nit) {
-        return readout;
-    }
-    readout.table = nit->getNetworkID();
-    addNitDescriptors(readout, *nit);
-    const std::unique_ptr<std::list<QUOR_U16>> streams(nit->getTransportStreamIDs());
+void add(Readout& readout, const TNITTable& nit) {
+    readout.table = QUOR_U32{nit.getNetworkID()} + versionOf(nit);
+    addNitDescriptors(readout, nit);
+    const std::unique_ptr<std::list<QUOR_U16>> streams(nit.getTransportStreamIDs());
     for (const QUOR_U16 id : *streams) {
-        const TTransportStreamInfo* const stream = nit->getTransportStreamInfo(id);
+        const TTransportStreamInfo* const stream = nit.getTransportStreamInfo(id);
         readout.addEntry(QUOR_U32{id} + stream->getOriginalNetworkID());
         addNitDescriptors(readout, *stream);
     }
-    return readout;
 }
 
-template <Readout (*read)(QUOR_U8*, QUOR_U32)> Readout ifCrc32IsRight(QUOR_U8* section, QUOR_U32 size) {
-    return crc32IsRight(section, size) ? read(section, size) : Readout();
+// To parse is to decode everything: no descriptor is left for later.
+template <class Table, class Out> bool decode(Out& out, QUOR_U8* section, QUOR_U32 size) {
+    const std::unique_ptr<Table> table(Table::parse(section, size, 0, 0, nullptr, nullptr));
+    if (!table) {
+        return false;
+    }
+    out.read([&](Readout& readout) { add(readout, *table); });
+    return true;
 }
+
+template <class Table, class Out> bool decodeAfterCrc32(Out& out, QUOR_U8* section, QUOR_U32 size) {
+    return crc32IsRight(section, size) && decode<Table>(out, section, size);
+}
+
+template <class Table> constexpr auto plain = decoderOf<Unread, decode<Table>, decode<Table>>;
+template <class Table> constexpr auto checked = decoderOf<Unread, decodeAfterCrc32<Table>, decodeAfterCrc32<Table>>;
 
 } // namespace
 
 Peer quorIsdbt() {
-    return {readVersions<readPat>, readVersions<readPmt>, readVersions<readSdt>, readVersions<readNit>};
+    return {plain<TPATTable>, plain<TPMTTable>, plain<TSDTTable>, plain<TNITTable>};
 }
 
 Peer quorIsdbtAfterCrc32() {
-    return {readVersions<ifCrc32IsRight<readPat>>, readVersions<ifCrc32IsRight<readPmt>>,
-            readVersions<ifCrc32IsRight<readSdt>>, readVersions<ifCrc32IsRight<readNit>>};
+    return {checked<TPATTable>, checked<TPMTTable>, checked<TSDTTable>, checked<TNITTable>};
 }

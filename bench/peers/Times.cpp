@@ -8,7 +8,8 @@
 #include <string>
 #include <vector>
 
-// Times how long this library and others take for the same four sections, in rounds in which each has its turn.
+// Times how long this library and others take to decode the same four sections and to destroy what came of them, in
+// rounds in which each has its turn. What they decoded is read out and compared beforehand.
 
 namespace {
 
@@ -27,8 +28,9 @@ static_assert(KIND_NAMES.size() == static_cast<std::size_t>(Kind::COUNT));
 
 /// One library with the section of one table.
 struct Contest {
-    Reader read;
-    Readout readout;
+    Decoder decoder;
+    std::array<Readout, std::tuple_size<Versions>::value> readouts;
+    bool accepted = true;
     std::size_t batch = 1;
     std::vector<double> samples;
     double nanoseconds = 0;
@@ -40,16 +42,16 @@ struct Contestant {
     bool checksCrc32 = true;
 };
 
-Nanoseconds timeBatch(const Contest& contest) {
+Nanoseconds timeBatch(Contest& contest) {
     const auto begin = Clock::now();
     for (std::size_t i = 0; i < contest.batch; ++i) {
-        contest.read();
+        contest.accepted &= contest.decoder.decode();
     }
     return Clock::now() - begin;
 }
 
 /// A single batch may have been interrupted, and be longer for that.
-Nanoseconds shortestBatch(const Contest& contest) {
+Nanoseconds shortestBatch(Contest& contest) {
     Nanoseconds shortest = timeBatch(contest);
     for (int i = 1; i < 5; ++i) {
         shortest = std::min(shortest, timeBatch(contest));
@@ -64,9 +66,9 @@ Contestant prepare(const Candidate& candidate) {
     for (std::size_t table = 0; table < TABLES.size(); ++table) {
         const Versions sections = fourServices(TABLES[table]);
         Contest& contest = contestant.contests[table];
-        contest.read = peer[table](sections);
-        contest.readout = contest.read();
-        contestant.checksCrc32 = contestant.checksCrc32 && peer[table](damaged(sections))().entries == 0;
+        contest.decoder = peer[table](sections);
+        std::generate(contest.readouts.begin(), contest.readouts.end(), contest.decoder.readOut);
+        contestant.checksCrc32 = contestant.checksCrc32 && !peer[table](damaged(sections)).decode();
         while (shortestBatch(contest) < BATCH) {
             contest.batch *= 2;
         }
@@ -74,22 +76,37 @@ Contestant prepare(const Candidate& candidate) {
     return contestant;
 }
 
-/// Whether all libraries found the same entries with the same fields.
-bool allAgree(const std::vector<Contestant>& contestants) {
-    bool agreed = true;
+/// Whether a library found in each version what another did, and the same descriptors in all of them.
+bool agree(const Contest& one, const Contest& other) {
+    for (std::size_t version = 0; version < one.readouts.size(); ++version) {
+        const Readout& ours = one.readouts[version];
+        const Readout& theirs = other.readouts[version];
+        if (ours.entries == 0 || ours.entries != theirs.entries || ours.table != theirs.table ||
+            theirs.kinds != other.readouts.front().kinds) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Whether all libraries found the same entries with the same fields, and refused no section while they were timed.
+bool allDecoded(const std::vector<Contestant>& contestants) {
+    bool decoded = true;
     const Contestant& first = contestants.front();
     for (const Contestant& contestant : contestants) {
         for (std::size_t table = 0; table < TABLES.size(); ++table) {
-            const Readout& one = first.contests[table].readout;
-            const Readout& other = contestant.contests[table].readout;
-            if (one.entries == 0 || one.entries != other.entries || one.table != other.table) {
-                std::fprintf(stderr, "%s and %s read different entries out of the %s\n", first.name.c_str(),
+            if (!agree(first.contests[table], contestant.contests[table])) {
+                std::fprintf(stderr, "%s and %s read different things out of the %s\n", first.name.c_str(),
                              contestant.name.c_str(), TABLE_NAMES[table]);
-                agreed = false;
+                decoded = false;
+            }
+            if (!contestant.contests[table].accepted) {
+                std::fprintf(stderr, "%s refused the %s\n", contestant.name.c_str(), TABLE_NAMES[table]);
+                decoded = false;
             }
         }
     }
-    return agreed;
+    return decoded;
 }
 
 void run(std::vector<Contestant>& contestants, Nanoseconds duration) {
@@ -129,7 +146,7 @@ void printTable(const std::vector<Contestant>& contestants) {
     }
     std::printf("\n%-24s", "entries");
     for (const Contest& contest : contestants.front().contests) {
-        std::printf(" %6u", contest.readout.entries);
+        std::printf(" %6u", contest.readouts.front().entries);
     }
     std::printf("\n\n%-24s %27s   %-7s   %s\n", "", "ns per section", "CRC_32", "descriptors decoded");
     for (const Candidate& candidate : CANDIDATES) {
@@ -141,8 +158,8 @@ void printTable(const std::vector<Contestant>& contestants) {
         }
         const auto& [pat, pmt, sdt, nit] = contestant->contests; // a PAT has no descriptors
         std::printf(" %6.0f %6.0f %6.0f %6.0f   %s   %u + %u + %u\n", pat.nanoseconds, pmt.nanoseconds, sdt.nanoseconds,
-                    nit.nanoseconds, contestant->checksCrc32 ? "checked" : "ignored", pmt.readout.descriptors,
-                    sdt.readout.descriptors, nit.readout.descriptors);
+                    nit.nanoseconds, contestant->checksCrc32 ? "checked" : "ignored", pmt.readouts.front().descriptors,
+                    sdt.readouts.front().descriptors, nit.readouts.front().descriptors);
     }
 }
 
@@ -162,8 +179,8 @@ void printDifferences(const Contestant& contestant, const Contestant& ours) {
     std::set<std::string> different;
     for (std::size_t kind = 0; kind < KIND_NAMES.size(); ++kind) {
         for (std::size_t table = 0; table < TABLES.size(); ++table) {
-            const QUOR_U32 theirs = contestant.contests[table].readout.kinds[kind];
-            if (theirs != ours.contests[table].readout.kinds[kind]) {
+            const QUOR_U32 theirs = contestant.contests[table].readouts.front().kinds[kind];
+            if (theirs != ours.contests[table].readouts.front().kinds[kind]) {
                 (theirs == 0 ? undecoded : different).insert(KIND_NAMES[kind]);
             }
         }
@@ -211,10 +228,10 @@ int main(int argc, char** argv) {
             contestants.push_back(prepare(candidate));
         }
     }
-    if (!allAgree(contestants)) {
+    run(contestants, std::chrono::duration<double>(seconds));
+    if (!allDecoded(contestants)) {
         return 1;
     }
-    run(contestants, std::chrono::duration<double>(seconds));
     printTable(contestants);
     std::printf("\n");
     for (const Contestant& contestant : contestants) {
