@@ -1,10 +1,15 @@
 #include "Peer.h"
 
 // biTStream reads a section where it lies: inline functions for each field, no objects and no heap. To read a field is
-// to decode it, so that the readout is what is timed, too. Verified, with its own functions, is what keeps those inside
-// the section: the CRC_32, the loops and the fields of each descriptor. Loops are walked with the library's sizes of
-// their entries, as its own validation does, and not with its accessors by position, which count from the beginning
-// each time.
+// to decode it, so that the readout is what is timed, too.
+//
+// Used as its own printers (the headers *_print.h beside its others) and its example dvb_print_si.c use it, which are
+// all the documentation that it has: psi_validate(), psi_check_crc() and the validation of the table, then the
+// accessors by position for entries and descriptors, and the validation of each descriptor before its fields. Those
+// accessors count from the beginning of their loop each time. What the example checks once all sections of a table are
+// there, that no entry comes twice, is left out.
+//
+// By hand, the loops are walked from each item to the next one by the library's sizes, as its validation does inside.
 
 #include <bitstream/dvb/si.h>
 #include <bitstream/mpeg/psi.h>
@@ -84,84 +89,107 @@ void add(Readout& readout, QUOR_U8* descriptor) {
     }
 }
 
-/// @param loop from its length on; validated
-void addAll(Readout& readout, QUOR_U8* loop) {
-    QUOR_U8* descriptor = loop + DESCS_HEADER_SIZE;
-    const QUOR_U8* const end = descriptor + descs_get_length(loop);
-    while (descriptor < end) {
-        add(readout, descriptor);
-        descriptor += DESC_HEADER_SIZE + desc_get_length(descriptor);
+QUOR_U8* endOf(QUOR_U8* section) {
+    return section + PSI_HEADER_SIZE + psi_get_length(section) - PSI_CRC_SIZE;
+}
+
+/// Takes the items of a validated loop one by one.
+/// @param at the accessor by position
+template <bool byHand, class Position, class SizeOf, class Take>
+void forEach(QUOR_U8* (*at)(QUOR_U8*, Position), QUOR_U8* holder, const QUOR_U8* end, SizeOf sizeOf, Take take) {
+    QUOR_U8* item = at(holder, 0);
+    for (Position next = 1; item != nullptr; ++next) {
+        take(item);
+        if constexpr (byHand) {
+            item += sizeOf(item);
+            item = item < end ? item : nullptr;
+        } else {
+            item = at(holder, next);
+        }
     }
+}
+
+/// @param loop from its length on
+template <bool byHand> void addAll(Readout& readout, QUOR_U8* loop) {
+    forEach<byHand>(
+        descs_get_desc, loop, loop + DESCS_HEADER_SIZE + descs_get_length(loop),
+        [](const QUOR_U8* descriptor) { return DESC_HEADER_SIZE + desc_get_length(descriptor); },
+        [&](QUOR_U8* descriptor) { add(readout, descriptor); });
 }
 
 QUOR_U32 versionOf(const QUOR_U8* section) {
     return versioned(psi_get_version(section), psi_get_current(section));
 }
 
-QUOR_U8* endOf(QUOR_U8* section) {
-    return section + PSI_HEADER_SIZE + psi_get_length(section) - PSI_CRC_SIZE;
-}
-
-bool readPat(Readout& readout, QUOR_U8* pat, QUOR_U32 /*size*/) {
+template <bool byHand> bool readPat(Readout& readout, QUOR_U8* pat, QUOR_U32 /*size*/) {
     if (!psi_validate(pat) || !psi_check_crc(pat) || !pat_validate(pat)) {
         return false;
     }
     readout.table = pat_get_tsid(pat) + versionOf(pat);
-    const QUOR_U8* const end = endOf(pat);
-    for (const QUOR_U8* program = pat + PAT_HEADER_SIZE; program < end; program += PAT_PROGRAM_SIZE) {
-        readout.addEntry(QUOR_U32{patn_get_program(program)} + patn_get_pid(program));
-    }
+    forEach<byHand>(
+        pat_get_program, pat, endOf(pat), [](const QUOR_U8* /*program*/) { return PAT_PROGRAM_SIZE; },
+        [&](const QUOR_U8* program) { readout.addEntry(QUOR_U32{patn_get_program(program)} + patn_get_pid(program)); });
     return true;
 }
 
-bool readPmt(Readout& readout, QUOR_U8* pmt, QUOR_U32 /*size*/) {
+template <bool byHand> bool readPmt(Readout& readout, QUOR_U8* pmt, QUOR_U32 /*size*/) {
     if (!psi_validate(pmt) || !pmt_validate(pmt)) { // pmt_validate() verifies the CRC_32, unlike the others
         return false;
     }
     readout.table = QUOR_U32{pmt_get_program(pmt)} + pmt_get_pcrpid(pmt) + versionOf(pmt);
-    addAll(readout, pmt_get_descs(pmt));
-    const QUOR_U8* const end = endOf(pmt);
-    for (QUOR_U8* stream = pmt + PMT_HEADER_SIZE + pmt_get_desclength(pmt); stream < end;
-         stream += PMT_ES_SIZE + pmtn_get_desclength(stream)) {
-        readout.addEntry(QUOR_U32{pmtn_get_streamtype(stream)} + pmtn_get_pid(stream));
-        addAll(readout, pmtn_get_descs(stream));
-    }
+    addAll<byHand>(readout, pmt_get_descs(pmt));
+    forEach<byHand>(
+        pmt_get_es, pmt, endOf(pmt), [](const QUOR_U8* stream) { return PMT_ES_SIZE + pmtn_get_desclength(stream); },
+        [&](QUOR_U8* stream) {
+            readout.addEntry(QUOR_U32{pmtn_get_streamtype(stream)} + pmtn_get_pid(stream));
+            addAll<byHand>(readout, pmtn_get_descs(stream));
+        });
     return true;
 }
 
-bool readSdt(Readout& readout, QUOR_U8* sdt, QUOR_U32 /*size*/) {
+template <bool byHand> bool readSdt(Readout& readout, QUOR_U8* sdt, QUOR_U32 /*size*/) {
     if (!psi_validate(sdt) || !psi_check_crc(sdt) || !sdt_validate(sdt)) {
         return false;
     }
     readout.table = QUOR_U32{sdt_get_tsid(sdt)} + sdt_get_onid(sdt) + versionOf(sdt);
-    const QUOR_U8* const end = endOf(sdt);
-    for (QUOR_U8* service = sdt + SDT_HEADER_SIZE; service < end;
-         service += SDT_SERVICE_SIZE + sdtn_get_desclength(service)) {
-        readout.addEntry(QUOR_U32{sdtn_get_sid(service)} + sdtn_get_running(service) + (sdtn_get_ca(service) ? 1 : 0) +
-                         (sdtn_get_eitschedule(service) ? 1 : 0) + (sdtn_get_eitpresent(service) ? 1 : 0));
-        addAll(readout, sdtn_get_descs(service));
-    }
+    forEach<byHand>(
+        sdt_get_service, sdt, endOf(sdt),
+        [](const QUOR_U8* service) { return SDT_SERVICE_SIZE + sdtn_get_desclength(service); },
+        [&](QUOR_U8* service) {
+            readout.addEntry(QUOR_U32{sdtn_get_sid(service)} + sdtn_get_running(service) +
+                             (sdtn_get_ca(service) ? 1 : 0) + (sdtn_get_eitschedule(service) ? 1 : 0) +
+                             (sdtn_get_eitpresent(service) ? 1 : 0));
+            addAll<byHand>(readout, sdtn_get_descs(service));
+        });
     return true;
 }
 
-bool readNit(Readout& readout, QUOR_U8* nit, QUOR_U32 /*size*/) {
+template <bool byHand> bool readNit(Readout& readout, QUOR_U8* nit, QUOR_U32 /*size*/) {
     if (!psi_validate(nit) || !psi_check_crc(nit) || !nit_validate(nit)) {
         return false;
     }
     readout.table = nit_get_nid(nit) + versionOf(nit);
-    addAll(readout, nit_get_descs(nit));
-    const QUOR_U8* const end = endOf(nit);
-    for (QUOR_U8* stream = nit_get_header2(nit) + NIT_HEADER2_SIZE; stream < end;
-         stream += NIT_TS_SIZE + nitn_get_desclength(stream)) {
-        readout.addEntry(QUOR_U32{nitn_get_tsid(stream)} + nitn_get_onid(stream));
-        addAll(readout, nitn_get_descs(stream));
-    }
+    addAll<byHand>(readout, nit_get_descs(nit));
+    forEach<byHand>(
+        nit_get_ts, nit, endOf(nit), [](const QUOR_U8* stream) { return NIT_TS_SIZE + nitn_get_desclength(stream); },
+        [&](QUOR_U8* stream) {
+            readout.addEntry(QUOR_U32{nitn_get_tsid(stream)} + nitn_get_onid(stream));
+            addAll<byHand>(readout, nitn_get_descs(stream));
+        });
     return true;
+}
+
+template <bool byHand> Peer peer() {
+    return {decoderOf<Readout, readPat<byHand>, readPat<byHand>>, decoderOf<Readout, readPmt<byHand>, readPmt<byHand>>,
+            decoderOf<Readout, readSdt<byHand>, readSdt<byHand>>, decoderOf<Readout, readNit<byHand>, readNit<byHand>>};
 }
 
 } // namespace
 
 Peer biTStream() {
-    return {decoderOf<Readout, readPat, readPat>, decoderOf<Readout, readPmt, readPmt>,
-            decoderOf<Readout, readSdt, readSdt>, decoderOf<Readout, readNit, readNit>};
+    return peer<false>();
+}
+
+Peer biTStreamByHand() {
+    return peer<true>();
 }

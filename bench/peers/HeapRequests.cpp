@@ -35,9 +35,9 @@ void* __libc_realloc(void* memory, std::size_t size);
 }
 
 int main() {
-    std::printf("%-24s %27s\n", "", "heap requests per section");
+    std::printf("%-*s %27s\n", NAME_WIDTH, "", "heap requests per section");
     for (const Candidate& candidate : CANDIDATES) {
-        std::printf("%-24s", candidate.name);
+        std::printf("%-*s", NAME_WIDTH, candidate.name);
         if (candidate.make == nullptr) {
             std::printf("  not installed\n");
             continue;

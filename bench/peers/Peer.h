@@ -68,13 +68,18 @@ struct Candidate {
     const char* name;
     /// Null when the library is not installed.
     Peer (*make)();
+    /// Whether the library is used as its makers do.
+    bool asDocumented = true;
 };
+
+/// What the name of a candidate takes in a table.
+constexpr int NAME_WIDTH = 32;
 
 constexpr const char* OURS = "QuorISDBT";
 constexpr const char* OURS_AFTER_CRC_32 = "CRC_32, then QuorISDBT";
 
 /// All of them, installed or not.
-extern const std::array<Candidate, 6> CANDIDATES;
+extern const std::array<Candidate, 7> CANDIDATES;
 
 Peer quorIsdbt();
 Peer quorIsdbtAfterCrc32();
@@ -83,6 +88,7 @@ Peer quorIsdbtAfterCrc32();
 [[gnu::weak]] Peer libdvbv5();
 [[gnu::weak]] Peer gstreamer();
 [[gnu::weak]] Peer biTStream();
+[[gnu::weak]] Peer biTStreamByHand();
 
 /// Decodes a section from its bytes, and destroys what came of it. False: it was refused.
 template <class Out> using Decode = bool (*)(Out&, QUOR_U8* section, QUOR_U32 size);
