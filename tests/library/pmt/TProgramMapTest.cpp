@@ -1,6 +1,6 @@
 #include "pmt/TProgramMap.h"
 
-#include "pmt/ProgramKinds.h"
+#include "ProgramKinds.h"
 #include "support/DirtyMemory.h"
 #include "support/Fields.h"
 

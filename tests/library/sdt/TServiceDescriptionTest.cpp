@@ -1,6 +1,6 @@
 #include "sdt/TServiceDescription.h"
 
-#include "sdt/ServiceKinds.h"
+#include "ServiceKinds.h"
 #include "support/DirtyMemory.h"
 #include "support/Fields.h"
 

@@ -1,7 +1,7 @@
 #include "pmt/TPMTTable.h"
 
+#include "ProgramKinds.h"
 #include "nit/TNITTable.h"
-#include "pmt/ProgramKinds.h"
 #include "support/DirtyMemory.h"
 #include "support/Fields.h"
 #include "support/Lifetime.h"

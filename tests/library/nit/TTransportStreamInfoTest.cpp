@@ -1,6 +1,6 @@
 #include "nit/TTransportStreamInfo.h"
 
-#include "nit/NetworkKinds.h"
+#include "NetworkKinds.h"
 #include "support/DirtyMemory.h"
 #include "support/Fields.h"
 

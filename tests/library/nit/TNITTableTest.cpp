@@ -1,6 +1,6 @@
 #include "nit/TNITTable.h"
 
-#include "nit/NetworkKinds.h"
+#include "NetworkKinds.h"
 #include "sdt/TSDTTable.h"
 #include "support/DirtyMemory.h"
 #include "support/Fields.h"

@@ -1,7 +1,7 @@
 #include "sdt/TSDTTable.h"
 
+#include "ServiceKinds.h"
 #include "nit/TNITTable.h"
-#include "sdt/ServiceKinds.h"
 #include "support/DirtyMemory.h"
 #include "support/Fields.h"
 #include "support/Lifetime.h"
