@@ -142,10 +142,6 @@ std::vector<DescriptorLoop> descriptorLoops() {
     };
 }
 
-ByteVector loopOf(const ByteVector& content) {
-    return join({u16(static_cast<unsigned>(content.size()) & 0x0FFFU, 0xF000), content});
-}
-
 ByteVector counting(std::size_t count) {
     ByteVector bytes;
     for (std::size_t i = 0; i < count; ++i) {

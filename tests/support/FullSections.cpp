@@ -2,11 +2,6 @@
 
 namespace {
 
-/// A loop behind its length of 12 bits.
-ByteVector loop(const ByteVector& content) {
-    return join({u16(static_cast<unsigned>(content.size()), 0xF000), content});
-}
-
 ByteVector componentDescriptors() {
     return join({
         descriptor(0x53, hex("0005 000E")),                                           // CA identifier
@@ -77,7 +72,7 @@ ByteVector applicationDescriptors() {
 }
 
 ByteVector application(const ByteVector& identifier, const ByteVector& descriptors) {
-    return join({identifier, hex("01"), loop(descriptors)});
+    return join({identifier, hex("01"), loopOf(descriptors)});
 }
 
 } // namespace
@@ -87,18 +82,18 @@ ByteVector fullPat() {
 }
 
 ByteVector fullPmt() {
-    return longSection(0x02, {},
-                       join({hex("E100"), loop(componentDescriptors()), hex("1B E111"), loop(componentDescriptors())}));
+    return longSection(
+        0x02, {}, join({hex("E100"), loopOf(componentDescriptors()), hex("1B E111"), loopOf(componentDescriptors())}));
 }
 
 ByteVector fullTot() {
     return shortSection(0x73,
-                        join({hex("EDA9 12 34 56"), loop(descriptor(0x58, hex("425241 0D 0300 EE35 030000 0200")))}));
+                        join({hex("EDA9 12 34 56"), loopOf(descriptor(0x58, hex("425241 0D 0300 EE35 030000 0200")))}));
 }
 
 ByteVector fullNit() {
-    return longSection(0x40, {},
-                       join({loop(networkDescriptors()), loop(join({hex("0735 0001"), loop(networkDescriptors())}))}));
+    return longSection(
+        0x40, {}, join({loopOf(networkDescriptors()), loopOf(join({hex("0735 0001"), loopOf(networkDescriptors())}))}));
 }
 
 ByteVector fullSdt() {
@@ -114,7 +109,7 @@ ByteVector fullAit() {
                                  descriptor(0x07, join({hex("01"), text("/"), hex("00"), text("main.ncl")}))});
     const ByteVector applications = join({application(hex("0000000A 0001"), join({applicationDescriptors(), java})),
                                           application(hex("0000000A 0002"), ncl)});
-    return longSection(0x74, {}, join({loop(join({applicationDescriptors(), java})), loop(applications)}));
+    return longSection(0x74, {}, join({loopOf(join({applicationDescriptors(), java})), loopOf(applications)}));
 }
 
 ByteVector fullSdtt() {

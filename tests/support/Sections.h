@@ -11,11 +11,6 @@ inline ByteVector rawSection(QUOR_U8 tableId, unsigned sectionLength, const Byte
     return join({{tableId}, u16(sectionLength, 0xB000), hex("0001 C1 00 00"), afterHeader});
 }
 
-/// A loop behind its 12-bit length under four reserved bits.
-inline ByteVector loop(const ByteVector& content) {
-    return join({u16(static_cast<unsigned>(content.size()), 0xF000), content});
-}
-
 /// The bytes without their last @p count.
 inline ByteVector withoutLast(const ByteVector& bytes, std::size_t count) {
     return ByteVector(bytes.begin(), bytes.end() - static_cast<std::ptrdiff_t>(count));

@@ -10,18 +10,12 @@ constexpr QUOR_U8 TABLE_ID = 0x74;
 /// One entry of the application loop: organisation_id, application_id, application_control_code,
 /// application_descriptors_loop_length, descriptors.
 inline ByteVector application(QUOR_U32 organisation, unsigned id, QUOR_U8 control, const ByteVector& descriptors = {}) {
-    return join({u16(organisation >> 16),
-                 u16(organisation & 0xFFFFU),
-                 u16(id),
-                 {control},
-                 u16(static_cast<unsigned>(descriptors.size()), 0xF000),
-                 descriptors});
+    return join({u16(organisation >> 16), u16(organisation & 0xFFFFU), u16(id), {control}, loopOf(descriptors)});
 }
 
 /// common_descriptors_length, common descriptors, application_loop_length, applications.
 inline ByteVector loops(const ByteVector& common, const ByteVector& applications) {
-    return join({u16(static_cast<unsigned>(common.size()), 0xF000), common,
-                 u16(static_cast<unsigned>(applications.size()), 0xF000), applications});
+    return join({loopOf(common), loopOf(applications)});
 }
 
 /// A section of application type 9, version 0.

@@ -46,11 +46,11 @@ inline std::vector<NetworkKind> networkKinds() {
 /// A transport stream entry: transport_stream_id | original_network_id | transport_descriptors_length | descriptors.
 inline ByteVector transportStream(unsigned transportStreamId, unsigned originalNetworkId,
                                   const ByteVector& descriptors = {}) {
-    return join({u16(transportStreamId), u16(originalNetworkId), loop(descriptors)});
+    return join({u16(transportStreamId), u16(originalNetworkId), loopOf(descriptors)});
 }
 
 /// A network information section around its two loops.
 inline ByteVector nit(const ByteVector& networkDescriptors, const ByteVector& transportStreams,
                       const LongHeader& header = {}) {
-    return longSection(0x40, header, join({loop(networkDescriptors), loop(transportStreams)}));
+    return longSection(0x40, header, join({loopOf(networkDescriptors), loopOf(transportStreams)}));
 }

@@ -328,7 +328,8 @@ TEST(TNITTable, LengthOfTheTransportStreamsIsReadFromTheCrcOfASectionWithoutIt) 
 
 TEST(TNITTable, TooSmallASectionLengthIsWalkedBeyond) {
     // Whatever wraps, the walk goes on inside the bytes that were given.
-    const ByteVector loops = join({loop(hex("40 01 41")), loop(join({transportStream(1, 2), transportStream(3, 4)}))});
+    const ByteVector loops =
+        join({loopOf(hex("40 01 41")), loopOf(join({transportStream(1, 2), transportStream(3, 4)}))});
     for (const unsigned sectionLength : {0U, 1U, 4U, 5U, 8U, 9U, 10U}) {
         SCOPED_TRACE(sectionLength);
         const auto table = expectTable<TNITTable>(rawSection(0x40, sectionLength, loops));
@@ -336,7 +337,7 @@ TEST(TNITTable, TooSmallASectionLengthIsWalkedBeyond) {
         EXPECT_EQ(taken(table->getTransportStreamIDs()), (Ids{1, 3}));
     }
     // With 11 and 12 nothing and one byte are left for network descriptors, but the count wraps behind their length.
-    const ByteVector noNetwork = join({loop({}), loop(transportStream(1, 2))});
+    const ByteVector noNetwork = join({loopOf({}), loopOf(transportStream(1, 2))});
     for (const unsigned sectionLength : {11U, 12U}) {
         SCOPED_TRACE(sectionLength);
         EXPECT_EQ(taken(expectTable<TNITTable>(rawSection(0x40, sectionLength, noNetwork))->getTransportStreamIDs()),

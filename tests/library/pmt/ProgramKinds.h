@@ -112,10 +112,10 @@ inline std::vector<ProgramKind> programKinds() {
 
 /// An elementary stream entry: stream_type | elementary_PID | ES_info_length | descriptors.
 inline ByteVector stream(QUOR_U8 streamType, unsigned pid, const ByteVector& descriptors = {}) {
-    return join({{streamType}, u16(pid, 0xE000), loop(descriptors)});
+    return join({{streamType}, u16(pid, 0xE000), loopOf(descriptors)});
 }
 
 /// A program map section of PCR_PID 0x0100.
 inline ByteVector pmt(const ByteVector& programDescriptors, const ByteVector& streams, const LongHeader& header = {}) {
-    return longSection(0x02, header, join({hex("E100"), loop(programDescriptors), streams}));
+    return longSection(0x02, header, join({hex("E100"), loopOf(programDescriptors), streams}));
 }

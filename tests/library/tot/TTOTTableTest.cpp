@@ -22,7 +22,7 @@ constexpr QUOR_S32 UNIX_TIME = 750516300;
 
 /// UTC_time | descriptors_loop_length | descriptors.
 ByteVector tot(const ByteVector& descriptors, const std::string& time = TIME) {
-    return shortSection(0x73, join({hex(time), u16(static_cast<unsigned>(descriptors.size()), 0xF000), descriptors}));
+    return shortSection(0x73, join({hex(time), loopOf(descriptors)}));
 }
 
 ByteVector withLoopLength(ByteVector section, unsigned loopLength) {
