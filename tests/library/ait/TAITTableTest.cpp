@@ -2,12 +2,10 @@
 
 #include "Kinds.h"
 #include "Sections.h"
-#include "pat/TPATTable.h"
 #include "support/DirtyMemory.h"
 #include "support/Fields.h"
-#include "support/Header.h"
 #include "support/Lifetime.h"
-#include "support/Outcome.h"
+#include "support/Sections.h"
 #include "support/Survival.h"
 
 #include <algorithm>
@@ -109,14 +107,41 @@ ByteVector fullSection() {
                         join({application(0xABCD, 0x12, 1, java), application(0xABCD, 0x13, 2, ncl)}));
 }
 
+ByteVector described() {
+    return ait::section(ait::kind(0x11).wire, application(1, 2, 1, ait::kind(0x0C).wire));
+}
+
+void expectDescribed(const TAITTable& table) {
+    EXPECT_NE(table.getDescriptor(0x11), nullptr);
+    EXPECT_NE(table.getApplication("000000010002")->getDescriptor(0x0C), nullptr);
+}
+
 } // namespace
+
+TEST(TAITTable, ChecksTheSectionHeader) {
+    expectSectionChecks<TAITTable>(0x74, 4, described(), expectDescribed);
+}
+
+TEST(TAITTable, IsReadWholeWhateverTheSwitchesSay) {
+    expectSwitchesMakeNoDifference<TAITTable>(described(), expectDescribed);
+}
+
+TEST(TAITTable, ChecksTheVersion) {
+    const auto versions = expectVersionChecks<TAITTable>([](const LongHeader& header) {
+        return longSection(0x74, header, ait::loops({}, application(1, header.version, 1)));
+    });
+    EXPECT_EQ(keys(*versions.previous.object), std::vector<std::string>{"000000010005"});
+    EXPECT_EQ(keys(*versions.next.object), std::vector<std::string>{"000000010006"});
+}
+
+TEST(TAITTable, ChecksTheTypeOfThePreviousTable) {
+    expectTypeCheck<TAITTable>(ait::section({}, {}));
+}
 
 TEST(TAITTable, StartsEmptyOverACopyOfTheSection) {
     const HeapBytes bytes(ait::section(ait::kind(0x11).wire, application(1, 2, 1)));
     const InDirtyMemory<TAITTable> memory(bytes.data(), bytes.size());
     const TAITTable& table = *memory;
-    const auto& minimum = TAITTable::MINIMUM_DATA_LENGTH;
-    EXPECT_EQ(minimum, 4U);
     EXPECT_EQ(table.getType(), TISDBTTable::AIT);
     EXPECT_EQ(static_cast<QUOR_U32>(table.getType()), 4294901876U);
     EXPECT_NE(table.getData(), bytes.data());
@@ -556,15 +581,6 @@ TEST(TAITTable, SkippedBodiesAreNotNeeded) {
                     "Aborting!"});
 }
 
-TEST(TAITTable, WithoutTheLongHeaderItFails) {
-    for (unsigned size = 4; size < 8; ++size) {
-        const ByteVector wire = without(hex("74 B000 0009 C1 00 00"), 8 - size);
-        expectRejected(parsed(wire), TISDBTTable::ERROR_INVALID_DATA_LENGTH,
-                       {"ISDBTUtils: TISDBTVersionedTable::parse: Longer data length is required: " +
-                        std::to_string(size) + " < 8. Aborting!"});
-    }
-}
-
 TEST(TAITTable, WithoutItsLoopLengthsItFails) {
     const ByteVector whole = hex("74 B000 0009 C1 00 00 F000 F000");
     for (std::size_t size = 8; size < 12; ++size) {
@@ -573,66 +589,6 @@ TEST(TAITTable, WithoutItsLoopLengthsItFails) {
                        exceeds("2 > " + std::to_string(size % 2)));
     }
     EXPECT_NE(parsed(whole).object, nullptr);
-}
-
-TEST(TAITTable, NullAndShortDataFail) {
-    QUOR_U16 error = PRESET_ERROR;
-    const LogCapture log;
-    EXPECT_EQ(TAITTable::parse(nullptr, 0, 1, 1, &error, nullptr), nullptr);
-    EXPECT_EQ(error, TISDBTTable::ERROR_INVALID_DATA);
-    error = PRESET_ERROR;
-    EXPECT_EQ(TAITTable::parse(nullptr, 100, 1, 1, &error, nullptr), nullptr);
-    EXPECT_EQ(error, TISDBTTable::ERROR_INVALID_DATA);
-    EXPECT_EQ(log.lines(), (Lines{"ISDBTUtils: TISDBTTable::parse: Invalid data. Aborting!",
-                                  "ISDBTUtils: TISDBTTable::parse: Invalid data. Aborting!"}));
-    for (unsigned size = 0; size < 4; ++size) {
-        expectRejected(parsed(fill(size, 0x00)), TISDBTTable::ERROR_INVALID_DATA_LENGTH,
-                       {"ISDBTUtils: TISDBTTable::parse: Longer data length is required: " + std::to_string(size) +
-                        " < 4. Aborting!"});
-    }
-}
-
-TEST(TAITTable, OnlyItsOwnTableIdIsAccepted) {
-    for (unsigned id = 0; id <= 0xFF; ++id) {
-        if (id == 0x74) {
-            continue;
-        }
-        char line[100];
-        std::snprintf(line, sizeof line,
-                      "ISDBTUtils: TISDBTTable::parse: Unexpected table ID. Got 0x%02X, instead of 0x74. Aborting!",
-                      id);
-        // The table_id is looked at before the section_length, which is too big here.
-        const ByteVector section =
-            withSectionLength(longSection(static_cast<QUOR_U8>(id), {}, ait::loops({}, {})), 0xFFF);
-        expectRejected(parsed(section), TISDBTTable::ERROR_INVALID_TABLE_ID, {line});
-    }
-}
-
-TEST(TAITTable, TheSectionMustBeComplete) {
-    const ByteVector section = ait::section({}, application(1, 2, 1));
-    EXPECT_NE(parsed(section).object, nullptr);
-    expectRejected(parsed(without(section, 1)), TISDBTTable::ERROR_INVALID_SECTION_LEN_TOO_BIG,
-                   {"ISDBTUtils: TISDBTTable::parse: Section length exceeds data length. Aborting!"});
-    const auto longer = parsed(join({section, hex("FFFF")}));
-    ASSERT_NE(longer.object, nullptr);
-    EXPECT_EQ(longer->getDataLength(), section.size() + 2);
-}
-
-TEST(TAITTable, TheCrcIsNotVerifiedAndBothSwitchesAreIgnored) {
-    ByteVector section = ait::section(ait::kind(0x11).wire, application(1, 2, 1, ait::kind(0x0C).wire));
-    section.back() ^= 0xFF;
-    const HeapBytes bytes(section);
-    for (const int parseDescriptors : {0, 1}) {
-        for (const int checkCRC32 : {0, 1}) {
-            QUOR_U16 error = PRESET_ERROR;
-            const std::unique_ptr<TAITTable> table(
-                TAITTable::parse(bytes.data(), bytes.size(), parseDescriptors, checkCRC32, &error, nullptr));
-            ASSERT_NE(table, nullptr);
-            EXPECT_EQ(error, TISDBTTable::ERROR_OK);
-            EXPECT_NE(table->getDescriptor(0x11), nullptr);
-            EXPECT_NE(table->getApplication("000000010002")->getDescriptor(0x0C), nullptr);
-        }
-    }
 }
 
 TEST(TAITTable, NeedsNowhereToWriteTheCode) {
@@ -646,55 +602,6 @@ TEST(TAITTable, NeedsNowhereToWriteTheCode) {
         EXPECT_EQ(TAITTable::parse(bad.data(), bad.size(), 1, 1, nullptr, nullptr), nullptr);
     }
     expectLevelAndTag(log);
-}
-
-TEST(TAITTable, TheSectionSyntaxAndReservedBitsOfTheHeaderAreIgnored) {
-    ByteVector section = ait::section({}, application(1, 2, 1));
-    section[1] &= 0x0F;
-    section[5] &= 0x3F;
-    EXPECT_NE(parsed(section).object, nullptr);
-}
-
-TEST(TAITTable, OfTheSameVersionItIsNotUpdated) {
-    const auto previous = parsed(longSection(0x74, {0x0009, 7}, ait::loops({}, {})));
-    ASSERT_NE(previous.object, nullptr);
-    expectRejected(parsed(longSection(0x74, {0x0001, 7}, ait::loops({}, application(1, 2, 1))), previous.object.get()),
-                   TISDBTTable::ERROR_TABLE_NOT_UPDATED, {});
-    const auto next =
-        parsed(longSection(0x74, {0x0009, 8}, ait::loops({}, application(1, 2, 1))), previous.object.get());
-    ASSERT_NE(next.object, nullptr);
-    EXPECT_EQ(next.error, TISDBTTable::ERROR_OK);
-    EXPECT_EQ(next->getVersion(), 8);
-    EXPECT_EQ(next->getApplicationsCount(), 1U);
-}
-
-TEST(TAITTable, WithAPreviousOnlySectionZeroIsParsed) {
-    const auto previous = parsed(longSection(0x74, {0x0009, 7}, ait::loops({}, {})));
-    for (const unsigned version : {7U, 8U}) {
-        const ByteVector section = longSection(0x74, {0x0009, version, true, 1, 1}, ait::loops({}, {}));
-        expectRejected(parsed(section, previous.object.get()), PRESET_ERROR,
-                       {"ISDBTUtils: TISDBTVersionedTable::parse: Multi-section parsing not supported. TODO!"});
-        EXPECT_NE(parsed(section).object, nullptr);
-    }
-}
-
-TEST(TAITTable, APreviousOfAnotherKindIsIncompatible) {
-    const auto pat = parseSection<Quor::TPATTable>(longSection(0x00, {0x0001, 7}, {}));
-    ASSERT_NE(pat.object, nullptr);
-    TAITTable table(nullptr, 0);
-    const Header header = parseHeader(table, ait::section({}, {}), pat.object.get());
-    EXPECT_FALSE(header.good);
-    EXPECT_EQ(header.error, TISDBTTable::ERROR_INCOMPATIBLE_TABLE_TYPE);
-    EXPECT_EQ(header.lines, Lines{});
-}
-
-TEST(TAITTable, ThePreviousIsLeftAsItIs) {
-    const auto previous = parsed(longSection(0x74, {0x0009, 7}, ait::loops({}, application(1, 2, 1))));
-    const auto next = parsed(longSection(0x74, {0x0009, 8}, ait::loops({}, {})), previous.object.get());
-    ASSERT_NE(next.object, nullptr);
-    EXPECT_EQ(previous->getVersion(), 7);
-    EXPECT_EQ(previous->getApplicationsCount(), 1U);
-    EXPECT_EQ(next->getApplicationsCount(), 0U);
 }
 
 TEST(TAITTable, DecodedValuesOutliveTheCallersBytes) {

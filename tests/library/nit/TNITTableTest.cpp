@@ -1,7 +1,6 @@
 #include "nit/TNITTable.h"
 
 #include "NetworkKinds.h"
-#include "sdt/TSDTTable.h"
 #include "support/DirtyMemory.h"
 #include "support/Fields.h"
 #include "support/Lifetime.h"
@@ -44,20 +43,32 @@ ByteVector rich() {
     return nit(descriptors, join({transportStream(1, 2, descriptors), transportStream(3, 4, hex("42 01 00 48 00"))}));
 }
 
+const ByteVector NAMED = nit(hex("40 01 41"), transportStream(1, 2, hex("40 01 42")));
+
+void expectNamed(const TNITTable& table) {
+    EXPECT_NE(table.getNetworkNameDescriptor(), nullptr);
+    EXPECT_NE(table.getTransportStreamInfo(1)->getNetworkNameDescriptor(), nullptr);
+}
+
 } // namespace
 
 TEST(TNITTable, ChecksTheSectionHeader) {
-    expectSectionChecks<TNITTable>(0x40, 4, nit(hex("40 01 41"), transportStream(1, 2)));
+    expectSectionChecks<TNITTable>(0x40, 4, NAMED, expectNamed);
+}
+
+TEST(TNITTable, IsReadWholeWhateverTheSwitchesSay) {
+    expectSwitchesMakeNoDifference<TNITTable>(NAMED, expectNamed);
 }
 
 TEST(TNITTable, ChecksTheVersion) {
-    expectVersionChecks<TNITTable>([](const LongHeader& header) { return nit({}, {}, header); });
+    const auto versions = expectVersionChecks<TNITTable>(
+        [](const LongHeader& header) { return nit({}, transportStream(header.version, 2), header); });
+    EXPECT_EQ(taken(versions.previous->getTransportStreamIDs()), (Ids{5}));
+    EXPECT_EQ(taken(versions.next->getTransportStreamIDs()), (Ids{6}));
 }
 
 TEST(TNITTable, ChecksTheTypeOfThePreviousTable) {
-    QUOR_U8 nothing = 0;
-    Quor::TSDTTable other(&nothing, 1);
-    expectTypeCheck<TNITTable>(nit({}, {}), other);
+    expectTypeCheck<TNITTable>(nit({}, {}));
 }
 
 TEST(TNITTable, Getters) {
@@ -497,19 +508,6 @@ TEST(TNITTable, MakesANewListEachTime) {
     tags->clear();
     EXPECT_EQ(taken(table->getTransportStreamIDs()), (Ids{1}));
     EXPECT_EQ(taken(table->getDescriptorTags()), (Tags{0x40}));
-}
-
-TEST(TNITTable, IsReadWholeWhateverTheSwitchesSay) {
-    const HeapBytes bytes(nit(hex("40 01 41"), transportStream(1, 2, hex("40 01 42"))));
-    for (const int third : {0, 1}) {
-        for (const int fourth : {0, 1}) {
-            const std::unique_ptr<TNITTable> table(
-                TNITTable::parse(bytes.data(), bytes.size(), third, fourth, nullptr, nullptr));
-            ASSERT_NE(table, nullptr);
-            EXPECT_NE(table->getNetworkNameDescriptor(), nullptr);
-            EXPECT_NE(table->getTransportStreamInfo(1)->getNetworkNameDescriptor(), nullptr);
-        }
-    }
 }
 
 TEST(TNITTable, SurvivesEveryPrefixAndEveryByteChange) {

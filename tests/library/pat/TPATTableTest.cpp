@@ -2,8 +2,8 @@
 
 #include "sdt/TSDTTable.h"
 #include "support/DirtyMemory.h"
-#include "support/Header.h"
 #include "support/Lifetime.h"
+#include "support/Sections.h"
 #include "support/Survival.h"
 
 #include <gmock/gmock.h>
@@ -22,13 +22,6 @@ namespace {
 
 ByteVector pat(const ByteVector& entries, const LongHeader& header = {}) {
     return longSection(0x00, header, entries);
-}
-
-LongHeader version(unsigned number, QUOR_U8 section = 0) {
-    LongHeader header;
-    header.version = number;
-    header.section = section;
-    return header;
 }
 
 /// Entries 1, 2, 3, ... with PIDs of the same numbers from byte 8 on to the end, behind a header with section_length.
@@ -54,10 +47,37 @@ TProgramAssociation* counted(int& deleted, QUOR_U16 programNumber) {
 
 const ByteVector THREE_ENTRIES = hex("0000 E010  0001 E100  0002 E101");
 
+void expectThreeEntries(const TPATTable& table) {
+    EXPECT_EQ(table.getNetworkPid(), 0x0010);
+    EXPECT_EQ(taken(table.getProgramNumbers()), (std::vector<QUOR_U16>{1, 2}));
+}
+
+void expectTooShort(const ByteVector& section, unsigned left) {
+    expectNoTable<TPATTable>(
+        section, TISDBTTable::ERROR_INVALID_DATA_LENGTH,
+        {"ISDBTUtils: TPATTable::parse: Item length not valid: 4 > " + std::to_string(left) + ". Aborting!"});
+}
+
 } // namespace
 
-TEST(TPATTable, HasItsMinimum) {
-    EXPECT_EQ(TPATTable::MINIMUM_DATA_LENGTH, 10U);
+TEST(TPATTable, ChecksTheSectionHeader) {
+    expectSectionChecks<TPATTable>(0x00, 10, pat(THREE_ENTRIES), expectThreeEntries);
+}
+
+TEST(TPATTable, SwitchesMakeNoDifference) {
+    expectSwitchesMakeNoDifference<TPATTable>(pat(THREE_ENTRIES), expectThreeEntries);
+}
+
+TEST(TPATTable, ChecksTheVersion) {
+    const auto versions = expectVersionChecks<TPATTable>([](const LongHeader& header) {
+        return pat(join({u16(header.version), hex("E100")}), header);
+    });
+    EXPECT_EQ(taken(versions.previous->getProgramNumbers()), std::vector<QUOR_U16>{5});
+    EXPECT_EQ(taken(versions.next->getProgramNumbers()), std::vector<QUOR_U16>{6});
+}
+
+TEST(TPATTable, ChecksTheTypeOfThePreviousTable) {
+    expectTypeCheck<TPATTable>(pat(THREE_ENTRIES));
 }
 
 TEST(TPATTable, StartsEmptyOverACopy) {
@@ -77,6 +97,7 @@ TEST(TPATTable, ListsServicesAndNetworkPid) {
     EXPECT_EQ(parsed.error, TISDBTTable::ERROR_OK);
     EXPECT_EQ(parsed.lines, Lines{});
     EXPECT_EQ(parsed->getType(), TISDBTTable::PAT);
+    EXPECT_EQ(parsed->getTransportStreamID(), 0x02E1);
     EXPECT_EQ(parsed->getNetworkPid(), 0x0010);
     EXPECT_EQ(parsed->size(), 2U);
     EXPECT_EQ(taken(parsed->getProgramNumbers()), (std::vector<QUOR_U16>{1, 2}));
@@ -85,17 +106,6 @@ TEST(TPATTable, ListsServicesAndNetworkPid) {
     EXPECT_EQ(parsed->get(2)->getProgramMapPid(), 0x0101);
     EXPECT_EQ(parsed->get(0), nullptr);
     EXPECT_EQ(parsed->get(3), nullptr);
-}
-
-TEST(TPATTable, HeaderFieldsAreReadFromTheWire) {
-    const auto parsed = parseSection<TPATTable>(pat({}, {0x02E1, 22, false, 3, 7}));
-    ASSERT_NE(parsed.object, nullptr);
-    EXPECT_EQ(parsed->getTransportStreamID(), 0x02E1);
-    EXPECT_EQ(parsed->getGenericDataField(), 0x02E1);
-    EXPECT_EQ(parsed->getVersion(), 22);
-    EXPECT_FALSE(parsed->getCurrentIndicator());
-    EXPECT_EQ(parsed->getSectionNumber(), 3);
-    EXPECT_EQ(parsed->getLastSectionNumber(), 7);
 }
 
 TEST(TPATTable, SectionWithoutEntriesIsEmpty) {
@@ -180,120 +190,12 @@ TEST(TPATTable, StaysReadableWhenTheCallersBytesAreGone) {
     EXPECT_EQ(ByteVector(table->getData(), table->getData() + table->getDataLength()), wire);
 }
 
-TEST(TPATTable, SwitchesMakeNoDifference) {
-    ByteVector wire = pat(THREE_ENTRIES);
-    wire.back() ^= 0x01U; // a wrong CRC_32
-    const HeapBytes bytes(wire);
-    for (const int parseDescriptors : {0, 1}) {
-        for (const int checkCRC32 : {0, 1}) {
-            QUOR_U16 error = PRESET_ERROR;
-            const std::unique_ptr<TPATTable> table(
-                TPATTable::parse(bytes.data(), bytes.size(), parseDescriptors, checkCRC32, &error, nullptr));
-            ASSERT_NE(table, nullptr);
-            EXPECT_EQ(error, TISDBTTable::ERROR_OK);
-            EXPECT_EQ(table->size(), 2U);
-        }
-    }
-}
-
-TEST(TPATTable, BytesBehindTheSectionAreIgnored) {
-    const auto parsed = parseSection<TPATTable>(join({pat(hex("0001 E100")), hex("0009 E109 FFFF")}));
-    ASSERT_NE(parsed.object, nullptr);
-    EXPECT_EQ(taken(parsed->getProgramNumbers()), std::vector<QUOR_U16>{1});
-    EXPECT_EQ(parsed->getDataLength(), 22U);
-}
-
-TEST(TPATTable, NullDataAreInvalid) {
-    QUOR_U16 error = PRESET_ERROR;
-    const LogCapture log;
-    EXPECT_EQ(TPATTable::parse(nullptr, 24, 1, 1, &error, nullptr), nullptr);
-    EXPECT_EQ(error, TISDBTTable::ERROR_INVALID_DATA);
-    EXPECT_EQ(log.lines(), Lines{"ISDBTUtils: TISDBTTable::parse: Invalid data. Aborting!"});
-    EXPECT_EQ(TPATTable::parse(nullptr, 0, 1, 1, &error, nullptr), nullptr);
-    EXPECT_EQ(error, TISDBTTable::ERROR_INVALID_DATA);
-}
-
-TEST(TPATTable, FewerThanTenBytesFail) {
-    const auto nine = parseSection<TPATTable>(hex("00 B006 0001 C1 00 00 00"));
-    EXPECT_EQ(nine.object, nullptr);
-    EXPECT_EQ(nine.error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-    EXPECT_EQ(nine.lines, Lines{"ISDBTUtils: TISDBTTable::parse: Longer data length is required: 9 < 10. Aborting!"});
-    const auto none = parseSection<TPATTable>({});
-    EXPECT_EQ(none.error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-    EXPECT_EQ(none.lines, Lines{"ISDBTUtils: TISDBTTable::parse: Longer data length is required: 0 < 10. Aborting!"});
-}
-
-TEST(TPATTable, OtherTableIdFails) {
-    ByteVector wire = pat(THREE_ENTRIES);
-    wire[0] = 0x02;
-    const auto parsed = parseSection<TPATTable>(wire);
-    EXPECT_EQ(parsed.object, nullptr);
-    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INVALID_TABLE_ID);
-    EXPECT_EQ(parsed.lines, Lines{"ISDBTUtils: TISDBTTable::parse: Unexpected table ID. Got 0x02, instead of 0x00. "
-                                  "Aborting!"});
-}
-
-TEST(TPATTable, SectionMustFitIntoTheData) {
-    ByteVector wire = pat(THREE_ENTRIES);
-    wire.pop_back();
-    const auto parsed = parseSection<TPATTable>(wire);
-    EXPECT_EQ(parsed.object, nullptr);
-    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INVALID_SECTION_LEN_TOO_BIG);
-    EXPECT_EQ(parsed.lines, Lines{"ISDBTUtils: TISDBTTable::parse: Section length exceeds data length. Aborting!"});
-}
-
-TEST(TPATTable, SameVersionAsPreviousIsNotUpdated) {
-    const auto first = parseSection<TPATTable>(pat(THREE_ENTRIES, version(12)));
-    const auto again = parseSection<TPATTable>(pat(hex("0001 E100"), version(12)), first.object.get());
-    EXPECT_EQ(again.object, nullptr);
-    EXPECT_EQ(again.error, TISDBTTable::ERROR_TABLE_NOT_UPDATED);
-    EXPECT_EQ(again.lines, Lines{});
-    EXPECT_EQ(first->size(), 2U); // the previous table stays as it is
-}
-
-TEST(TPATTable, OtherVersionThanPreviousIsParsed) {
-    const auto first = parseSection<TPATTable>(pat(THREE_ENTRIES, version(12)));
-    const auto next = parseSection<TPATTable>(pat(hex("0007 E107"), version(13)), first.object.get());
-    ASSERT_NE(next.object, nullptr);
-    EXPECT_EQ(next.error, TISDBTTable::ERROR_OK);
-    EXPECT_EQ(next.lines, Lines{});
-    EXPECT_EQ(taken(next->getProgramNumbers()), std::vector<QUOR_U16>{7});
-}
-
-TEST(TPATTable, SecondSectionAfterPreviousFailsWithTheCallersErrorCode) {
-    const auto first = parseSection<TPATTable>(pat(THREE_ENTRIES, version(12)));
-    const auto second = parseSection<TPATTable>(pat(THREE_ENTRIES, version(13, 1)), first.object.get());
-    EXPECT_EQ(second.object, nullptr);
-    EXPECT_EQ(second.error, PRESET_ERROR);
-    EXPECT_EQ(second.lines,
-              Lines{"ISDBTUtils: TISDBTVersionedTable::parse: Multi-section parsing not supported. TODO!"});
-}
-
-TEST(TPATTable, SecondSectionWithoutPreviousIsParsed) {
-    const auto second = parseSection<TPATTable>(pat(THREE_ENTRIES, version(13, 1)));
-    ASSERT_NE(second.object, nullptr);
-    EXPECT_EQ(second.error, TISDBTTable::ERROR_OK);
-    EXPECT_EQ(second->getSectionNumber(), 1);
-}
-
-TEST(TPATTable, PreviousOfAnotherTypeIsIncompatible) {
-    TISDBTVersionedTable sdt = emptyTable<TISDBTVersionedTable>(TISDBTTable::SDT);
-    TISDBTTable tot = emptyTable<TISDBTTable>(TISDBTTable::TOT);
-    for (TISDBTTable* const other : {static_cast<TISDBTTable*>(&sdt), &tot}) {
-        const std::unique_ptr<TPATTable> table = emptyPat();
-        const Header header = parseHeader(*table, pat(THREE_ENTRIES, version(13, 1)), other);
-        EXPECT_FALSE(header.good);
-        EXPECT_EQ(header.error, TISDBTTable::ERROR_INCOMPATIBLE_TABLE_TYPE);
-        EXPECT_EQ(header.lines, Lines{});
-    }
-}
-
 TEST(TPATTable, ParseAfterATableOfAnotherTypeGivesNone) {
     // A receiver that keeps its tables by PID may hand over the wrong one, whatever its cast says.
-    const auto sdt = parseSection<Quor::TSDTTable>(longSection(0x42, version(12), hex("7ED4 FF")));
+    const auto sdt = parseSection<Quor::TSDTTable>(longSection(0x42, {0x0001, 12}, hex("7ED4 FF")));
     ASSERT_NE(sdt.object, nullptr);
     for (const unsigned number : {12U, 13U}) {
-        const auto parsed = parseSection<TPATTable>(pat(THREE_ENTRIES, version(number)),
+        const auto parsed = parseSection<TPATTable>(pat(THREE_ENTRIES, {0x0001, number}),
                                                     reinterpret_cast<TPATTable*>(sdt.object.get()));
         EXPECT_EQ(parsed.object, nullptr);
         EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INCOMPATIBLE_TABLE_TYPE);
@@ -301,47 +203,23 @@ TEST(TPATTable, ParseAfterATableOfAnotherTypeGivesNone) {
     }
 }
 
-TEST(TPATTable, ErrorCodeMayBeNull) {
-    const HeapBytes good(pat(THREE_ENTRIES));
-    const HeapBytes broken(pat(hex("0001 E100 00")));
-    const std::unique_ptr<TPATTable> table(TPATTable::parse(good.data(), good.size(), 1, 1, nullptr, nullptr));
-    EXPECT_NE(table, nullptr);
-    EXPECT_EQ(TPATTable::parse(good.data(), good.size(), 1, 1, nullptr, table.get()), nullptr);
-    EXPECT_EQ(TPATTable::parse(good.data(), good.size() - 1, 1, 1, nullptr, nullptr), nullptr);
-    EXPECT_EQ(TPATTable::parse(broken.data(), broken.size(), 1, 1, nullptr, nullptr), nullptr);
-    EXPECT_EQ(TPATTable::parse(nullptr, 0, 1, 1, nullptr, nullptr), nullptr);
-}
-
 TEST(TPATTable, EntriesThatDoNotEndAtTheCrcFail) {
     // One to three bytes too many in the loop: the walk goes on through the CRC_32 until the data end.
-    const auto one = parseSection<TPATTable>(pat(hex("0001 E100  00")));
-    EXPECT_EQ(one.object, nullptr);
-    EXPECT_EQ(one.error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-    EXPECT_EQ(one.lines, Lines{"ISDBTUtils: TPATTable::parse: Item length not valid: 4 > 1. Aborting!"});
-    const auto two = parseSection<TPATTable>(pat(hex("0001 E100  0002")));
-    EXPECT_EQ(two.error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-    EXPECT_EQ(two.lines, Lines{"ISDBTUtils: TPATTable::parse: Item length not valid: 4 > 2. Aborting!"});
-    const auto three = parseSection<TPATTable>(pat(hex("0001 E100  0002 E1")));
-    EXPECT_EQ(three.error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-    EXPECT_EQ(three.lines, Lines{"ISDBTUtils: TPATTable::parse: Item length not valid: 4 > 3. Aborting!"});
+    expectTooShort(pat(hex("0001 E100  00")), 1);
+    expectTooShort(pat(hex("0001 E100  0002")), 2);
+    expectTooShort(pat(hex("0001 E100  0002 E1")), 3);
 }
 
 TEST(TPATTable, EntriesThatDoNotEndAtTheCrcFailInALongBufferToo) {
     // A count that is no multiple of 4 passes 0 in every round of its 16 bits.
-    const auto parsed = parseSection<TPATTable>(longBuffer(200008, 15));
-    EXPECT_EQ(parsed.object, nullptr);
-    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-    EXPECT_EQ(parsed.lines, Lines{"ISDBTUtils: TPATTable::parse: Item length not valid: 4 > 0. Aborting!"});
+    expectTooShort(longBuffer(200008, 15), 0);
 }
 
 TEST(TPATTable, SectionShorterThanItsHeaderFailsWhereTheDataEnd) {
     // section_length below 9: the count of bytes wraps to nearly 65536.
     for (unsigned sectionLength = 0; sectionLength < 9; ++sectionLength) {
         SCOPED_TRACE(sectionLength);
-        const auto parsed = parseSection<TPATTable>(withSectionLength(pat(THREE_ENTRIES), sectionLength));
-        EXPECT_EQ(parsed.object, nullptr);
-        EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-        EXPECT_EQ(parsed.lines, Lines{"ISDBTUtils: TPATTable::parse: Item length not valid: 4 > 0. Aborting!"});
+        expectTooShort(withSectionLength(pat(THREE_ENTRIES), sectionLength), 0);
     }
 }
 
@@ -366,21 +244,9 @@ TEST(TPATTable, WrappedCountStopsAtItsEndInAnEvenLongerBuffer) {
 }
 
 TEST(TPATTable, WrappedCountOneByteBeyondTheDataFails) {
-    const auto parsed = parseSection<TPATTable>(longBuffer(65535, 1));
-    EXPECT_EQ(parsed.object, nullptr);
-    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-    EXPECT_EQ(parsed.lines, Lines{"ISDBTUtils: TPATTable::parse: Item length not valid: 4 > 3. Aborting!"});
+    expectTooShort(longBuffer(65535, 1), 3);
     EXPECT_NE(parseSection<TPATTable>(longBuffer(65540, 5)).object, nullptr);
-    EXPECT_EQ(parseSection<TPATTable>(longBuffer(65539, 5)).error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-}
-
-TEST(TPATTable, LinesAreLoggedAtLevelFourUnderTheTagOfTheParsers) {
-    const HeapBytes bytes(pat(hex("0001 E100  0002")));
-    const LogCapture log;
-    EXPECT_EQ(TPATTable::parse(bytes.data(), bytes.size(), 1, 1, nullptr, nullptr), nullptr);
-    ASSERT_EQ(log.records().size(), 1U);
-    EXPECT_EQ(log.records()[0].level, 4);
-    EXPECT_EQ(log.records()[0].tag, "ISDBTUtils");
+    expectTooShort(longBuffer(65539, 5), 3);
 }
 
 TEST(TPATTable, ParsePrintsNothing) {

@@ -1,7 +1,6 @@
 #include "pmt/TPMTTable.h"
 
 #include "ProgramKinds.h"
-#include "nit/TNITTable.h"
 #include "support/DirtyMemory.h"
 #include "support/Fields.h"
 #include "support/Lifetime.h"
@@ -40,20 +39,32 @@ ByteVector rich() {
     return pmt(descriptors, join({stream(0x1B, 0x111, descriptors), stream(0x11, 0x112, hex("42 01 00"))}));
 }
 
+const ByteVector IDENTIFIED = pmt(hex("52 01 10"), stream(0x1B, 0x111, hex("52 01 11")));
+
+void expectIdentified(const TPMTTable& table) {
+    EXPECT_NE(table.getStreamIdentifierDescriptor(), nullptr);
+    EXPECT_NE(table.getProgramMap(0)->getStreamIdentifierDescriptor(0, nullptr), nullptr);
+}
+
 } // namespace
 
 TEST(TPMTTable, ChecksTheSectionHeader) {
-    expectSectionChecks<TPMTTable>(0x02, 4, pmt(hex("52 01 10"), stream(0x1B, 0x111)));
+    expectSectionChecks<TPMTTable>(0x02, 4, IDENTIFIED, expectIdentified);
+}
+
+TEST(TPMTTable, IsReadWholeWhateverTheSwitchesSay) {
+    expectSwitchesMakeNoDifference<TPMTTable>(IDENTIFIED, expectIdentified);
 }
 
 TEST(TPMTTable, ChecksTheVersion) {
-    expectVersionChecks<TPMTTable>([](const LongHeader& header) { return pmt({}, {}, header); });
+    const auto versions = expectVersionChecks<TPMTTable>(
+        [](const LongHeader& header) { return pmt({}, stream(static_cast<QUOR_U8>(header.version), 0x111), header); });
+    EXPECT_EQ(versions.previous->getProgramMap(0)->getStreamType(), 5);
+    EXPECT_EQ(versions.next->getProgramMap(0)->getStreamType(), 6);
 }
 
 TEST(TPMTTable, ChecksTheTypeOfThePreviousTable) {
-    QUOR_U8 nothing = 0;
-    Quor::TNITTable other(&nothing, 1);
-    expectTypeCheck<TPMTTable>(pmt({}, {}), other);
+    expectTypeCheck<TPMTTable>(pmt({}, {}));
 }
 
 TEST(TPMTTable, Getters) {
@@ -541,19 +552,6 @@ TEST(TPMTTable, DeletesItsStreams) {
         EXPECT_EQ(maps->size(), 2U);
     }
     EXPECT_EQ(deleted, 2);
-}
-
-TEST(TPMTTable, IsReadWholeWhateverTheSwitchesSay) {
-    const HeapBytes bytes(pmt(hex("52 01 10"), stream(0x1B, 0x111, hex("52 01 11"))));
-    for (const int third : {0, 1}) {
-        for (const int fourth : {0, 1}) {
-            const std::unique_ptr<TPMTTable> table(
-                TPMTTable::parse(bytes.data(), bytes.size(), third, fourth, nullptr, nullptr));
-            ASSERT_NE(table, nullptr);
-            EXPECT_NE(table->getStreamIdentifierDescriptor(), nullptr);
-            EXPECT_NE(table->getProgramMap(0)->getStreamIdentifierDescriptor(0, nullptr), nullptr);
-        }
-    }
 }
 
 TEST(TPMTTable, SurvivesEveryPrefixAndEveryByteChange) {

@@ -1,7 +1,6 @@
 #include "sdt/TSDTTable.h"
 
 #include "ServiceKinds.h"
-#include "nit/TNITTable.h"
 #include "support/DirtyMemory.h"
 #include "support/Fields.h"
 #include "support/Lifetime.h"
@@ -40,20 +39,31 @@ ByteVector rich() {
     return sdt(join({serviceEntry(1, descriptors), serviceEntry(2, hex("42 01 00 50 00"))}));
 }
 
+const ByteVector NAMED = sdt(serviceEntry(1, hex("47 01 42")));
+
+void expectNamed(const TSDTTable& table) {
+    EXPECT_NE(table.getServiceDescription(1)->getBouquetNameDescriptor(), nullptr);
+}
+
 } // namespace
 
 TEST(TSDTTable, ChecksTheSectionHeader) {
-    expectSectionChecks<TSDTTable>(0x42, 3, sdt(serviceEntry(1, hex("47 01 41"))));
+    expectSectionChecks<TSDTTable>(0x42, 3, NAMED, expectNamed);
+}
+
+TEST(TSDTTable, IsReadWholeWhateverTheSwitchesSay) {
+    expectSwitchesMakeNoDifference<TSDTTable>(NAMED, expectNamed);
 }
 
 TEST(TSDTTable, ChecksTheVersion) {
-    expectVersionChecks<TSDTTable>([](const LongHeader& header) { return sdt({}, header); });
+    const auto versions = expectVersionChecks<TSDTTable>(
+        [](const LongHeader& header) { return sdt(serviceEntry(header.version), header); });
+    EXPECT_EQ(taken(versions.previous->getServiceIDs()), (Ids{5}));
+    EXPECT_EQ(taken(versions.next->getServiceIDs()), (Ids{6}));
 }
 
 TEST(TSDTTable, ChecksTheTypeOfThePreviousTable) {
-    QUOR_U8 nothing = 0;
-    Quor::TNITTable other(&nothing, 1);
-    expectTypeCheck<TSDTTable>(sdt({}), other);
+    expectTypeCheck<TSDTTable>(sdt({}));
 }
 
 TEST(TSDTTable, Getters) {
@@ -327,18 +337,6 @@ TEST(TSDTTable, MakesANewListEachTime) {
     const std::unique_ptr<std::list<QUOR_U16>> ids(table->getServiceIDs());
     ids->clear();
     EXPECT_EQ(taken(table->getServiceIDs()), (Ids{1}));
-}
-
-TEST(TSDTTable, IsReadWholeWhateverTheSwitchesSay) {
-    const HeapBytes bytes(sdt(serviceEntry(1, hex("47 01 42"))));
-    for (const int third : {0, 1}) {
-        for (const int fourth : {0, 1}) {
-            const std::unique_ptr<TSDTTable> table(
-                TSDTTable::parse(bytes.data(), bytes.size(), third, fourth, nullptr, nullptr));
-            ASSERT_NE(table, nullptr);
-            EXPECT_NE(table->getServiceDescription(1)->getBouquetNameDescriptor(), nullptr);
-        }
-    }
 }
 
 TEST(TSDTTable, SurvivesEveryPrefixAndEveryByteChange) {

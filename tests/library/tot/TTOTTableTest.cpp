@@ -2,8 +2,8 @@
 
 #include "descriptors/TLocalTimeOffsetDescriptor.h"
 #include "support/DirtyMemory.h"
-#include "support/Header.h"
 #include "support/Lifetime.h"
+#include "support/Sections.h"
 #include "support/Survival.h"
 
 #include <gtest/gtest.h>
@@ -42,14 +42,31 @@ QUOR_S32 unixTime(const std::string& time) {
     return parsed.object == nullptr ? -1 : parsed->getUnixTime();
 }
 
+/// Parses a section that must not be accepted, with descriptors.
+void expectRefused(const ByteVector& section, QUOR_U16 code, const Lines& lines) {
+    const auto parsed = parseSection<TTOTTable>(section);
+    EXPECT_EQ(parsed.object, nullptr);
+    EXPECT_EQ(parsed.error, code);
+    EXPECT_EQ(parsed.lines, lines);
+
+    const HeapBytes bytes(section);
+    const LogCapture log;
+    EXPECT_EQ(TTOTTable::parse(bytes.data(), bytes.size(), 1, 1, nullptr, nullptr), nullptr);
+    EXPECT_EQ(log.lines(), lines);
+    expectLevelAndTag(log);
+}
+
 std::string unknownLine(const std::string& tag) {
     return "ISDBTUtils: TTOTTable::parse: Unknown descriptor: 0x" + tag + ". Ignored!";
 }
 
 } // namespace
 
-TEST(TTOTTable, HasItsMinimum) {
-    EXPECT_EQ(TTOTTable::MINIMUM_DATA_LENGTH, 10U);
+TEST(TTOTTable, ChecksTheSectionHeader) {
+    expectSectionChecks<TTOTTable>(0x73, 10, tot(localTime("BRA")), [](const TTOTTable& table) {
+        EXPECT_EQ(table.getUnixTime(), UNIX_TIME);
+        EXPECT_NE(table.getLocalTimeOffsetDescriptor(), nullptr);
+    });
 }
 
 TEST(TTOTTable, StartsIn1970OverACopy) {
@@ -226,14 +243,6 @@ TEST(TTOTTable, AnyNumberButZeroAsksForDescriptors) {
     }
 }
 
-TEST(TTOTTable, CrcIsNeverVerified) {
-    ByteVector wire = tot(localTime("BRA"));
-    wire.back() ^= 0x01U;
-    const auto parsed = parseSection<TTOTTable>(wire);
-    EXPECT_NE(parsed.object, nullptr);
-    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_OK);
-}
-
 TEST(TTOTTable, UnchangedSectionIsParsedAgain) {
     const auto first = parseSection<TTOTTable>(tot(localTime("BRA")));
     const auto again = parseSection<TTOTTable>(tot(localTime("BRA")), first.object.get());
@@ -244,74 +253,18 @@ TEST(TTOTTable, UnchangedSectionIsParsedAgain) {
     EXPECT_NE(first->getLocalTimeOffsetDescriptor()->get("BRA"), nullptr); // the first stays as it is
 }
 
-TEST(TTOTTable, BytesBehindTheSectionAreIgnored) {
-    const auto parsed = parseSection<TTOTTable>(join({tot(localTime("BRA")), hex("FFFF")}));
-    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_OK);
-    EXPECT_EQ(parsed->getDataLength(), 31U);
-}
-
-TEST(TTOTTable, NullDataAreInvalid) {
-    QUOR_U16 error = PRESET_ERROR;
-    const LogCapture log;
-    EXPECT_EQ(TTOTTable::parse(nullptr, 14, 1, 1, &error, nullptr), nullptr);
-    EXPECT_EQ(error, TISDBTTable::ERROR_INVALID_DATA);
-    EXPECT_EQ(log.lines(), Lines{"ISDBTUtils: TISDBTTable::parse: Invalid data. Aborting!"});
-}
-
-TEST(TTOTTable, FewerThanTenBytesFail) {
-    const auto parsed = parseSection<TTOTTable>(hex("73 7006 C079 124500 F0"));
-    EXPECT_EQ(parsed.object, nullptr);
-    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-    EXPECT_EQ(parsed.lines, Lines{"ISDBTUtils: TISDBTTable::parse: Longer data length is required: 9 < 10. Aborting!"});
-}
-
-TEST(TTOTTable, OtherTableIdFails) {
-    ByteVector wire = tot({});
-    wire[0] = 0x70; // the time and date table of the same PID
-    const auto parsed = parseSection<TTOTTable>(wire);
-    EXPECT_EQ(parsed.object, nullptr);
-    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INVALID_TABLE_ID);
-    EXPECT_EQ(parsed.lines, Lines{"ISDBTUtils: TISDBTTable::parse: Unexpected table ID. Got 0x70, instead of 0x73. "
-                                  "Aborting!"});
-}
-
-TEST(TTOTTable, SectionMustFitIntoTheData) {
-    ByteVector wire = tot(localTime("BRA"));
-    wire.pop_back();
-    const auto parsed = parseSection<TTOTTable>(wire);
-    EXPECT_EQ(parsed.object, nullptr);
-    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INVALID_SECTION_LEN_TOO_BIG);
-    EXPECT_EQ(parsed.lines, Lines{"ISDBTUtils: TISDBTTable::parse: Section length exceeds data length. Aborting!"});
-}
-
 TEST(TTOTTable, BrokenEntryDiscardsTheTable) {
-    const auto parsed =
-        parseSection<TTOTTable>(tot(descriptor(0x58, join({text("BRA"), hex("0C 0300 E35A010000 0200 41")}))));
-    EXPECT_EQ(parsed.object, nullptr);
-    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);
-    EXPECT_EQ(parsed.lines,
-              (Lines{"ISDBTUtils: TLocalTimeOffsetDescriptorItem::parse: Descriptor length not valid: 1. Aborting!",
-                     "ISDBTUtils: TLocalTimeOffsetDescriptor::parse: Descriptor length not valid: 1. Aborting!"}));
+    expectRefused(tot(descriptor(0x58, join({text("BRA"), hex("0C 0300 E35A010000 0200 41")}))),
+                  TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH,
+                  {"ISDBTUtils: TLocalTimeOffsetDescriptorItem::parse: Descriptor length not valid: 1. Aborting!",
+                   "ISDBTUtils: TLocalTimeOffsetDescriptor::parse: Descriptor length not valid: 1. Aborting!"});
 }
 
 TEST(TTOTTable, DescriptorBelowItsMinimumDiscardsTheTable) {
-    const auto parsed = parseSection<TTOTTable>(tot(join({localTime("BRA"), descriptor(0x58, fill(10, 0))})));
-    EXPECT_EQ(parsed.object, nullptr);
-    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);
-    EXPECT_EQ(parsed.lines, Lines{"ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (2) Longer data length is "
-                                  "required: 12 < 13. Aborting!"});
-}
-
-TEST(TTOTTable, ErrorCodeMayBeNull) {
-    const HeapBytes good(tot(localTime("BRA")));
-    const HeapBytes broken(tot(descriptor(0x58, fill(14, 0))));
-    const HeapBytes overrun(withLoopLength(tot(hex("4A 00")), 0xFFF));
-    const std::unique_ptr<TTOTTable> table(TTOTTable::parse(good.data(), good.size(), 1, 1, nullptr, nullptr));
-    EXPECT_NE(table, nullptr);
-    EXPECT_EQ(TTOTTable::parse(good.data(), 9, 1, 1, nullptr, nullptr), nullptr);
-    EXPECT_EQ(TTOTTable::parse(broken.data(), broken.size(), 1, 1, nullptr, nullptr), nullptr);
-    EXPECT_EQ(TTOTTable::parse(overrun.data(), overrun.size(), 1, 1, nullptr, nullptr), nullptr);
-    EXPECT_EQ(TTOTTable::parse(nullptr, 0, 1, 1, nullptr, nullptr), nullptr);
+    expectRefused(tot(join({localTime("BRA"), descriptor(0x58, fill(10, 0))})),
+                  TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH,
+                  {"ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (2) Longer data length is "
+                   "required: 12 < 13. Aborting!"});
 }
 
 TEST(TTOTTable, SectionShorterThanItsFieldsIsReadAllTheSame) {
@@ -340,35 +293,27 @@ TEST(TTOTTable, LoopBeyondTheDataFails) {
     // One unknown descriptor, and a loop that goes on with the CRC_32 and then with nothing.
     ByteVector wire = withLoopLength(tot(hex("4A 00")), 0xFFF);
     std::copy_n(hex("06 00 07 00").begin(), 4, wire.end() - 4);
-    const auto parsed = parseSection<TTOTTable>(wire);
-    EXPECT_EQ(parsed.object, nullptr);
-    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-    EXPECT_EQ(parsed.lines, (Lines{unknownLine("4A"), unknownLine("06"), unknownLine("07"),
-                                   "ISDBTUtils: TTOTTable::parse: Item length not valid: 2 > 0. Aborting!"}));
+    expectRefused(wire, TISDBTTable::ERROR_INVALID_DATA_LENGTH,
+                  {unknownLine("4A"), unknownLine("06"), unknownLine("07"),
+                   "ISDBTUtils: TTOTTable::parse: Item length not valid: 2 > 0. Aborting!"});
 }
 
 TEST(TTOTTable, LoopThatEndsInADescriptorHeaderFails) {
-    const auto parsed = parseSection<TTOTTable>(hex("73 7008 C079 124500 F003  4A"));
-    EXPECT_EQ(parsed.object, nullptr);
-    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-    EXPECT_EQ(parsed.lines, Lines{"ISDBTUtils: TTOTTable::parse: Item length not valid: 2 > 1. Aborting!"});
+    expectRefused(hex("73 7008 C079 124500 F003  4A"), TISDBTTable::ERROR_INVALID_DATA_LENGTH,
+                  {"ISDBTUtils: TTOTTable::parse: Item length not valid: 2 > 1. Aborting!"});
 }
 
 TEST(TTOTTable, KnownDescriptorBeyondTheDataFails) {
     ByteVector wire = join({hex("73 7007 C079 124500 F00F"), localTime("BRA")});
     wire.pop_back();
-    const auto parsed = parseSection<TTOTTable>(wire);
-    EXPECT_EQ(parsed.object, nullptr);
-    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-    EXPECT_EQ(parsed.lines, Lines{"ISDBTUtils: TTOTTable::parse: Item length not valid: 15 > 14. Aborting!"});
+    expectRefused(wire, TISDBTTable::ERROR_INVALID_DATA_LENGTH,
+                  {"ISDBTUtils: TTOTTable::parse: Item length not valid: 15 > 14. Aborting!"});
 }
 
 TEST(TTOTTable, KnownDescriptorBelowItsMinimumIsRefusedByItsHeaderAlone) {
-    const auto parsed = parseSection<TTOTTable>(hex("73 7009 C079 124500 F007  58 05"));
-    EXPECT_EQ(parsed.object, nullptr);
-    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH);
-    EXPECT_EQ(parsed.lines, Lines{"ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (2) Longer data length is "
-                                  "required: 7 < 13. Aborting!"});
+    expectRefused(hex("73 7009 C079 124500 F007  58 05"), TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH,
+                  {"ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (2) Longer data length is "
+                   "required: 7 < 13. Aborting!"});
 }
 
 TEST(TTOTTable, BodyOfAnUnknownDescriptorIsNotNeeded) {
@@ -382,11 +327,8 @@ TEST(TTOTTable, LoopThatEndsInsideADescriptorWrapsAndFailsWhereTheDataEnd) {
     // 13 bytes of loop for a descriptor of 15: the count wraps to 65534 and the CRC_32 is taken for a descriptor.
     ByteVector wire = withLoopLength(tot(localTime("BRA")), 13);
     std::copy_n(hex("06 02 AAAA").begin(), 4, wire.end() - 4);
-    const auto parsed = parseSection<TTOTTable>(wire);
-    EXPECT_EQ(parsed.object, nullptr);
-    EXPECT_EQ(parsed.error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
-    EXPECT_EQ(parsed.lines,
-              (Lines{unknownLine("06"), "ISDBTUtils: TTOTTable::parse: Item length not valid: 2 > 0. Aborting!"}));
+    expectRefused(wire, TISDBTTable::ERROR_INVALID_DATA_LENGTH,
+                  {unknownLine("06"), "ISDBTUtils: TTOTTable::parse: Item length not valid: 2 > 0. Aborting!"});
 }
 
 TEST(TTOTTable, WrappedLoopIsWalkedInsideALongerBuffer) {
@@ -408,17 +350,6 @@ TEST(TTOTTable, WrappedLoopIsWalkedInsideALongerBuffer) {
     EXPECT_EQ(cut.error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
     EXPECT_EQ(cut.lines.size(), 256U);
     EXPECT_EQ(cut.lines.back(), "ISDBTUtils: TTOTTable::parse: Item length not valid: 2 > 1. Aborting!");
-}
-
-TEST(TTOTTable, LogsAtLevelFourUnderTheTagOfTheParsers) {
-    const HeapBytes bytes(hex("73 700A C079 124500 F0FF  4A 00 4B"));
-    const LogCapture log;
-    EXPECT_EQ(TTOTTable::parse(bytes.data(), bytes.size(), 1, 1, nullptr, nullptr), nullptr);
-    ASSERT_EQ(log.records().size(), 2U);
-    for (const LogCapture::Line& line : log.records()) {
-        EXPECT_EQ(line.level, 4);
-        EXPECT_EQ(line.tag, "ISDBTUtils");
-    }
 }
 
 TEST(TTOTTable, OverridesTheDescriptorGettersInTheirSlots) {
