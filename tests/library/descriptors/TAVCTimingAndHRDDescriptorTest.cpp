@@ -18,11 +18,6 @@ Lines longerLengthRequired(const std::string& lengths) {
 
 } // namespace
 
-TEST(TAVCTimingAndHRDDescriptor, Constants) {
-    EXPECT_CONSTANT(U8, TAVCTimingAndHRDDescriptor::DESCRIPTOR_TAG, 42);
-    EXPECT_CONSTANT(QUOR_U32, TAVCTimingAndHRDDescriptor::MINIMUM_DESCRIPTOR_LENGTH, 2);
-}
-
 TEST(TAVCTimingAndHRDDescriptor, GettersHaveTheTypesOfTheFields) {
     EXPECT_GETTER(QUOR_BOOL, TAVCTimingAndHRDDescriptor, isHRDManagementValid);
     EXPECT_GETTER(QUOR_BOOL, TAVCTimingAndHRDDescriptor, isPictureTimingInfoPresent);

@@ -45,10 +45,6 @@ std::unique_ptr<Profile> profile(const ByteVector& wire) {
 
 } // namespace
 
-TEST(TApplicationDescriptor, HeaderIsChecked) {
-    expectHeaderChecks<TApplicationDescriptor>(0x00, 3);
-}
-
 TEST(TApplicationDescriptor, StartsEmptyOverTheCallersBytes) {
     const HeapBytes bytes(hex("00 03 00 FF FF"));
     const InDirtyMemory<TApplicationDescriptor> memory(bytes.data(), bytes.size());

@@ -11,10 +11,6 @@ using Quor::TISDBTTable;
 EXPECT_GETTER(std::string, TApplicationIconDescriptor, getIconLocator);
 EXPECT_GETTER(QUOR_U16, TApplicationIconDescriptor, getIconFlags);
 
-TEST(TApplicationIconDescriptor, HeaderIsChecked) {
-    expectHeaderChecks<TApplicationIconDescriptor>(0x0B, 2);
-}
-
 TEST(TApplicationIconDescriptor, FlagsNameSizeAndShape) {
     using Icon = TApplicationIconDescriptor;
     EXPECT_CONSTANT(QUOR_U16, Icon::FLAG_32x32_SQUARE, 1);

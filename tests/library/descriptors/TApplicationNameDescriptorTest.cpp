@@ -21,10 +21,6 @@ ByteVector named(const std::string& code, const std::string& name) {
 
 } // namespace
 
-TEST(TApplicationNameDescriptor, HeaderIsChecked) {
-    expectHeaderChecks<TApplicationNameDescriptor>(0x01, 4);
-}
-
 TEST(TApplicationNameDescriptor, StartsEmpty) {
     const TApplicationNameDescriptor alone;
     EXPECT_EQ(alone.getDescriptorTag(), 0x01);

@@ -14,11 +14,6 @@ using Words = std::vector<QUOR_U16>;
 
 } // namespace
 
-TEST(TCAIdentifierDescriptor, Constants) {
-    EXPECT_CONSTANT(U8, TCAIdentifierDescriptor::DESCRIPTOR_TAG, 83);
-    EXPECT_CONSTANT(QUOR_U32, TCAIdentifierDescriptor::MINIMUM_DESCRIPTOR_LENGTH, 2);
-}
-
 TEST(TCAIdentifierDescriptor, GettersHaveTheTypesOfTheFields) {
     EXPECT_GETTER(QUOR_U8, TCAIdentifierDescriptor, getCASystemIDCount);
     EXPECT_GETTER(QUOR_U16*, TCAIdentifierDescriptor, getCASystemIDs);

@@ -14,11 +14,6 @@ const Lines NOT_IMPLEMENTED{"ISDBTUtils: TCarouselCompatibleCompositeDescriptor:
 
 } // namespace
 
-TEST(TCarouselCompatibleCompositeDescriptor, Constants) {
-    EXPECT_CONSTANT(U8, TCarouselCompatibleCompositeDescriptor::DESCRIPTOR_TAG, 247);
-    EXPECT_CONSTANT(QUOR_U32, TCarouselCompatibleCompositeDescriptor::MINIMUM_DESCRIPTOR_LENGTH, 4);
-}
-
 TEST(TCarouselCompatibleCompositeDescriptor, KnowsItsTag) {
     ByteVector bytes = hex("F7 04  01 02 03 04");
     const InDirtyMemory<TCarouselCompatibleCompositeDescriptor> descriptor(bytes.data(), QUOR_U32{6});

@@ -27,8 +27,6 @@ template <class Pointer> void expectNoFormat(const Pointer& descriptor) {
 } // namespace
 
 TEST(TCarouselIdentifierDescriptor, Constants) {
-    EXPECT_CONSTANT(U8, TCarouselIdentifierDescriptor::DESCRIPTOR_TAG, 19);
-    EXPECT_CONSTANT(QUOR_U32, TCarouselIdentifierDescriptor::MINIMUM_DESCRIPTOR_LENGTH, 4);
     EXPECT_CONSTANT(QUOR_U8, TCarouselIdentifierDescriptor::FORMAT_TYPE_NOT_AVAILABLE, 0);
     EXPECT_CONSTANT(QUOR_U8, TCarouselIdentifierDescriptor::FORMAT_TYPE_SERVIC_GATEWAY, 1);
 }

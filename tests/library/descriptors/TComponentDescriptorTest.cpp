@@ -22,11 +22,6 @@ ByteVector componentBeyondItsLength(const ByteVector& characters) {
 
 } // namespace
 
-TEST(TComponentDescriptor, Constants) {
-    EXPECT_CONSTANT(U8, TComponentDescriptor::DESCRIPTOR_TAG, 80);
-    EXPECT_CONSTANT(QUOR_U32, TComponentDescriptor::MINIMUM_DESCRIPTOR_LENGTH, 6);
-}
-
 TEST(TComponentDescriptor, GettersHaveTheTypesOfTheFields) {
     EXPECT_GETTER(QUOR_U8, TComponentDescriptor, getStreamContent);
     EXPECT_GETTER(QUOR_U8, TComponentDescriptor, getComponentType);

@@ -8,11 +8,6 @@
 
 using Quor::TConditionalPlaybackDescriptor;
 
-TEST(TConditionalPlaybackDescriptor, Constants) {
-    EXPECT_CONSTANT(U8, TConditionalPlaybackDescriptor::DESCRIPTOR_TAG, 248);
-    EXPECT_CONSTANT(QUOR_U32, TConditionalPlaybackDescriptor::MINIMUM_DESCRIPTOR_LENGTH, 4);
-}
-
 TEST(TConditionalPlaybackDescriptor, GettersHaveTheTypesOfTheFields) {
     EXPECT_GETTER(QUOR_U16, TConditionalPlaybackDescriptor, getCASystemID);
     EXPECT_GETTER(QUOR_U16, TConditionalPlaybackDescriptor, getCAPID);

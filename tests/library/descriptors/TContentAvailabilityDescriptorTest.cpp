@@ -9,8 +9,6 @@
 using Quor::TContentAvailabilityDescriptor;
 
 TEST(TContentAvailabilityDescriptor, Constants) {
-    EXPECT_CONSTANT(U8, TContentAvailabilityDescriptor::DESCRIPTOR_TAG, 222);
-    EXPECT_CONSTANT(QUOR_U32, TContentAvailabilityDescriptor::MINIMUM_DESCRIPTOR_LENGTH, 1);
     EXPECT_CONSTANT(QUOR_U8, TContentAvailabilityDescriptor::RETENTION_STATE_NO_LIMIT, 0);
     EXPECT_CONSTANT(QUOR_U8, TContentAvailabilityDescriptor::RETENTION_STATE_ONE_WEEK, 1);
     EXPECT_CONSTANT(QUOR_U8, TContentAvailabilityDescriptor::RETENTION_STATE_2_DAYS, 2);

@@ -8,11 +8,6 @@
 
 using Quor::TCopyrightDescriptor;
 
-TEST(TCopyrightDescriptor, Constants) {
-    EXPECT_CONSTANT(U8, TCopyrightDescriptor::DESCRIPTOR_TAG, 13);
-    EXPECT_CONSTANT(QUOR_U32, TCopyrightDescriptor::MINIMUM_DESCRIPTOR_LENGTH, 3);
-}
-
 TEST(TCopyrightDescriptor, HasALevelAndAReferencePid) {
     EXPECT_GETTER(QUOR_U8, TCopyrightDescriptor, getHierarchicalLevel);
     EXPECT_GETTER(QUOR_U16, TCopyrightDescriptor, getReferencePID);

@@ -13,10 +13,6 @@ using Quor::TISDBTTable;
 
 EXPECT_GETTER(QUOR_U8, TDIILocationDescriptor, getTransportProtocolLabel);
 
-TEST(TDIILocationDescriptor, HeaderIsChecked) {
-    expectHeaderChecks<TDIILocationDescriptor>(0x0D, 4);
-}
-
 TEST(TDIILocationDescriptor, StartsEmptyOverTheCallersBytes) {
     const HeapBytes bytes(hex("0D 05 07 0001 0002"));
     const InDirtyMemory<TDIILocationDescriptor> memory(bytes.data(), bytes.size());

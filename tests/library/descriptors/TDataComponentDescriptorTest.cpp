@@ -9,8 +9,6 @@
 using Quor::TDataComponentDescriptor;
 
 TEST(TDataComponentDescriptor, Constants) {
-    EXPECT_CONSTANT(U8, TDataComponentDescriptor::DESCRIPTOR_TAG, 253);
-    EXPECT_CONSTANT(QUOR_U32, TDataComponentDescriptor::MINIMUM_DESCRIPTOR_LENGTH, 2);
     EXPECT_CONSTANT(QUOR_U16, TDataComponentDescriptor::COMPONENT_ID_GINGA_XML_BASE_MMEDIA_CODING, 7);
     EXPECT_CONSTANT(QUOR_U16, TDataComponentDescriptor::COMPONENT_ID_CAPTION_AND_SUPERIMPOSED, 8);
     EXPECT_CONSTANT(QUOR_U16, TDataComponentDescriptor::COMPONENT_ID_DATA_DOWNLOAD_SBTVD, 9);

@@ -26,8 +26,6 @@ ByteVector copyControl(const ByteVector& body) {
 } // namespace
 
 TEST(TDigitalCopyControlDescriptor, Constants) {
-    EXPECT_CONSTANT(U8, TDigitalCopyControlDescriptor::DESCRIPTOR_TAG, 193);
-    EXPECT_CONSTANT(QUOR_U32, TDigitalCopyControlDescriptor::MINIMUM_DESCRIPTOR_LENGTH, 1);
     EXPECT_CONSTANT(QUOR_U8, TDigitalCopyControlDescriptor::COPY_CONTROL_FREE, 0);
     EXPECT_CONSTANT(QUOR_U8, TDigitalCopyControlDescriptor::COPY_CONTROL_SD_FREE_ORIGINAL_ONCE, 1);
     EXPECT_CONSTANT(QUOR_U8, TDigitalCopyControlDescriptor::COPY_CONTROL_SD_FREE, 3);

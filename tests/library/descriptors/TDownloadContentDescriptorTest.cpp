@@ -74,10 +74,6 @@ const ByteVector FULL = descriptor(0xC9, join({hex("78 00000102 DEADBEEF 0000009
 
 } // namespace
 
-TEST(TDownloadContentDescriptor, ChecksItsHeader) {
-    expectHeaderChecks<TDownloadContentDescriptor>(0xC9, 18);
-}
-
 TEST(TDownloadContentDescriptor, StartsEmptyOverTheCallersBytes) {
     const HeapBytes bytes(FULL);
     const InDirtyMemory<TDownloadContentDescriptor> descriptor(bytes.data(), bytes.size());
@@ -256,50 +252,6 @@ TEST(TDownloadContentDescriptor, StaysReadableWhenTheCallersBytesAreGone) {
     EXPECT_EQ(descriptor->getDownloadContentDescriptorItem(1)->getModuleInfo()[0], 0x12);
     EXPECT_EQ(descriptor->getPrivateData()[0], 0x98);
     EXPECT_EQ(descriptor->getText(), "the text");
-}
-
-// The header.
-
-TEST(TDownloadContentDescriptor, NullDataAreInvalid) {
-    QUOR_U16 error = PRESET_ERROR;
-    const LogCapture log;
-    EXPECT_EQ(TDownloadContentDescriptor::parse(nullptr, 20, nullptr, &error), nullptr);
-    EXPECT_EQ(error, TISDBTTable::ERROR_INVALID_DATA);
-    EXPECT_EQ(log.lines(), Lines{"ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (1) Invalid data. Aborting!"});
-    EXPECT_EQ(TDownloadContentDescriptor::parse(nullptr, 0, nullptr, &error), nullptr);
-    EXPECT_EQ(error, TISDBTTable::ERROR_INVALID_DATA);
-}
-
-TEST(TDownloadContentDescriptor, FewerThanTwentyBytesFailBeforeTheTagIsLookedAt) {
-    const ByteVector other = join({hex("C8 FF"), fill(17, 0)});
-    for (std::ptrdiff_t size = 0; size < 20; ++size) {
-        expectFailure(parse(ByteVector(other.begin(), other.begin() + size)),
-                      TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH,
-                      {"ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (2) Longer data length is required: " +
-                       std::to_string(size) + " < 20. Aborting!"});
-    }
-}
-
-TEST(TDownloadContentDescriptor, OtherTagFailsBeforeTheLengthIsLookedAt) {
-    expectFailure(parse(join({hex("C8 FF"), fill(18, 0)})), TISDBTTable::ERROR_INVALID_DESCRIPTOR_TAG,
-                  {"ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (3) Unexpected Descriptor Tag. Got 0xC8, instead "
-                   "of 0xC9. Aborting!"});
-}
-
-TEST(TDownloadContentDescriptor, LengthBeyondTheBytesFails) {
-    expectFailure(parse(join({hex("C9 13"), fill(18, 0)})), TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH,
-                  {"ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (4) Longer data length is required: 21 < 20. "
-                   "Aborting!"});
-}
-
-TEST(TDownloadContentDescriptor, LengthBelowEighteenFails) {
-    expectFailure(
-        parse(join({hex("C9 11"), fill(18, 0)})), TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH,
-        {"ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (5) Longer descriptor length is required: 17 < 18. "
-         "Aborting!"});
-    expectFailure(parse(join({hex("C9 00"), fill(18, 0)})), TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH,
-                  {"ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (5) Longer descriptor length is required: 0 < 18. "
-                   "Aborting!"});
 }
 
 TEST(TDownloadContentDescriptor, BodyReachesAsFarAsTheCallerSays) {

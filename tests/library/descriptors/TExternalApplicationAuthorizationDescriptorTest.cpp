@@ -3,8 +3,8 @@
 #include "ait/TApplicationIdentifier.h"
 #include "descriptors/TExternalApplicationAuthorizationDescriptorItem.h"
 #include "support/Fields.h"
-#include "support/HeaderChecks.h"
 #include "support/Lifetime.h"
+#include "support/Outcome.h"
 #include "support/Survival.h"
 
 using Item = Quor::TExternalApplicationAuthorizationDescriptorItem;
@@ -26,10 +26,6 @@ Lines invalidItem(unsigned left) {
 }
 
 } // namespace
-
-TEST(TExternalApplicationAuthorizationDescriptor, HeaderIsChecked) {
-    expectHeaderChecksWithoutMinimum<TExternalApplicationAuthorizationDescriptor>(0x05);
-}
 
 TEST(TExternalApplicationAuthorizationDescriptor, StartsEmptyOverTheCallersBytes) {
     const HeapBytes bytes(hex("05 07  00000001 0002 03"));

@@ -26,8 +26,6 @@ template <class Pointer> void expectNoTime(const Pointer& event) {
 } // namespace
 
 TEST(TGeneralEventDescriptor, Constants) {
-    EXPECT_CONSTANT(U8, TGeneralEventDescriptor::DESCRIPTOR_TAG, 4);
-    EXPECT_CONSTANT(QUOR_U32, TGeneralEventDescriptor::MINIMUM_DESCRIPTOR_LENGTH, 16);
     EXPECT_CONSTANT(QUOR_U8, TGeneralEventDescriptor::TIME_MODE_NONE, 0);
     EXPECT_CONSTANT(QUOR_U8, TGeneralEventDescriptor::TIME_MODE_MJD_UTC, 1);
     EXPECT_CONSTANT(QUOR_U8, TGeneralEventDescriptor::TIME_MODE_NPT, 2);

@@ -81,12 +81,6 @@ TYPED_TEST(TGingaApplicationLocationDescriptorForms, StringsMayBeEmpty) {
     expectStrings(*expectDescriptor<TypeParam>(this->wire(location("", "path", "init")), 8).object, "", "path", "init");
 }
 
-TYPED_TEST(TGingaApplicationLocationDescriptorForms, AnEmptyLocationIsShorterThanADescriptorMayBe) {
-    expectFailure<TypeParam>(this->wire(location("", "", "")), TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH,
-                             {"ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (2) Longer data length is required: "
-                              "4 < 6. Aborting!"});
-}
-
 TYPED_TEST(TGingaApplicationLocationDescriptorForms, AnEmptyLocationIsDecodedByItself) {
     TypeParam form(nullptr, 0);
     const HeapBytes body(hex("00 00"));

@@ -1,6 +1,6 @@
 #include "descriptors/TGingaJavaApplicationDescriptor.h"
 
-#include "support/HeaderChecks.h"
+#include "support/Outcome.h"
 
 #include <type_traits>
 
@@ -8,10 +8,6 @@ using Quor::TGingaJavaApplicationDescriptor;
 
 static_assert(std::is_base_of<Quor::TGingaApplicationDescriptor, TGingaJavaApplicationDescriptor>::value,
               "one of the two forms");
-
-TEST(TGingaJavaApplicationDescriptor, HeaderIsChecked) {
-    expectHeaderChecksWithoutMinimum<TGingaJavaApplicationDescriptor>(0x03);
-}
 
 TEST(TGingaJavaApplicationDescriptor, StartsEmptyOverTheCallersBytes) {
     const HeapBytes bytes(hex("03 04  03 616263"));

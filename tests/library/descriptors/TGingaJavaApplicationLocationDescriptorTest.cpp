@@ -10,10 +10,6 @@ static_assert(
     std::is_base_of<Quor::TGingaApplicationLocationDescriptor, TGingaJavaApplicationLocationDescriptor>::value,
     "one of the two forms");
 
-TEST(TGingaJavaApplicationLocationDescriptor, HeaderIsChecked) {
-    expectHeaderChecks<TGingaJavaApplicationLocationDescriptor>(0x04, 4);
-}
-
 TEST(TGingaJavaApplicationLocationDescriptor, StartsEmptyOverTheCallersBytes) {
     const HeapBytes bytes(hex("04 06  01 61 01 62 6364"));
     const TGingaJavaApplicationLocationDescriptor descriptor(bytes.data(), bytes.size());

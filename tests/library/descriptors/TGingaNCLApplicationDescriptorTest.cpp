@@ -1,6 +1,6 @@
 #include "descriptors/TGingaNCLApplicationDescriptor.h"
 
-#include "support/HeaderChecks.h"
+#include "support/Outcome.h"
 
 #include <type_traits>
 
@@ -8,10 +8,6 @@ using Quor::TGingaNCLApplicationDescriptor;
 
 static_assert(std::is_base_of<Quor::TGingaApplicationDescriptor, TGingaNCLApplicationDescriptor>::value,
               "one of the two forms");
-
-TEST(TGingaNCLApplicationDescriptor, HeaderIsChecked) {
-    expectHeaderChecksWithoutMinimum<TGingaNCLApplicationDescriptor>(0x06);
-}
 
 TEST(TGingaNCLApplicationDescriptor, StartsEmptyOverTheCallersBytes) {
     const HeapBytes bytes(hex("06 04  03 616263"));

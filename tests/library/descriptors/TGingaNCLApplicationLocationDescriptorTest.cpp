@@ -9,10 +9,6 @@ using Quor::TGingaNCLApplicationLocationDescriptor;
 static_assert(std::is_base_of<Quor::TGingaApplicationLocationDescriptor, TGingaNCLApplicationLocationDescriptor>::value,
               "one of the two forms");
 
-TEST(TGingaNCLApplicationLocationDescriptor, HeaderIsChecked) {
-    expectHeaderChecks<TGingaNCLApplicationLocationDescriptor>(0x07, 4);
-}
-
 TEST(TGingaNCLApplicationLocationDescriptor, StartsEmptyOverTheCallersBytes) {
     const HeapBytes bytes(hex("07 06  01 61 01 62 6364"));
     const TGingaNCLApplicationLocationDescriptor descriptor(bytes.data(), bytes.size());

@@ -8,11 +8,6 @@
 
 using Quor::THierarchicalTransmissionDescriptor;
 
-TEST(THierarchicalTransmissionDescriptor, Constants) {
-    EXPECT_CONSTANT(U8, THierarchicalTransmissionDescriptor::DESCRIPTOR_TAG, 192);
-    EXPECT_CONSTANT(QUOR_U32, THierarchicalTransmissionDescriptor::MINIMUM_DESCRIPTOR_LENGTH, 3);
-}
-
 TEST(THierarchicalTransmissionDescriptor, HasAQualityLevelAndAReferencePid) {
     EXPECT_GETTER(QUOR_U8, THierarchicalTransmissionDescriptor, getQualityLevel);
     EXPECT_GETTER(QUOR_U16, THierarchicalTransmissionDescriptor, getReferencePID);

@@ -9,10 +9,6 @@ using Quor::TIPSignalingDescriptor;
 
 EXPECT_GETTER(QUOR_U32, TIPSignalingDescriptor, getPlatformID);
 
-TEST(TIPSignalingDescriptor, HeaderIsChecked) {
-    expectHeaderChecks<TIPSignalingDescriptor>(0x11, 3);
-}
-
 TEST(TIPSignalingDescriptor, StartsEmptyOverTheCallersBytes) {
     const HeapBytes bytes(hex("11 03 FFFFFF"));
     const InDirtyMemory<TIPSignalingDescriptor> memory(bytes.data(), bytes.size());

@@ -16,11 +16,6 @@ const char* const NPT_REFERENCE = "01 12  A5 01 89ABCDEF  FFFFFF 01 01234567  00
 
 } // namespace
 
-TEST(TNPTReferenceDescriptor, Constants) {
-    EXPECT_CONSTANT(U8, TNPTReferenceDescriptor::DESCRIPTOR_TAG, 1);
-    EXPECT_CONSTANT(QUOR_U32, TNPTReferenceDescriptor::MINIMUM_DESCRIPTOR_LENGTH, 18);
-}
-
 TEST(TNPTReferenceDescriptor, GettersHaveTheTypesOfTheFields) {
     EXPECT_GETTER(QUOR_BOOL, TNPTReferenceDescriptor, isPostDiscontinuity);
     EXPECT_GETTER(QUOR_U8, TNPTReferenceDescriptor, getDSMCCContentID);

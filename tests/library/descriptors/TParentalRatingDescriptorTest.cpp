@@ -23,11 +23,6 @@ ByteVector rating(const std::string& country, QUOR_U8 value) {
 
 } // namespace
 
-TEST(TParentalRatingDescriptor, Constants) {
-    EXPECT_CONSTANT(U8, TParentalRatingDescriptor::DESCRIPTOR_TAG, 85);
-    EXPECT_CONSTANT(QUOR_U32, TParentalRatingDescriptor::MINIMUM_DESCRIPTOR_LENGTH, 0);
-}
-
 TEST(TParentalRatingDescriptor, StartsEmpty) {
     ByteVector bytes = hex("55 04  42 52 41 05");
     const InDirtyMemory<TParentalRatingDescriptor> descriptor(bytes.data(), QUOR_U32{6});

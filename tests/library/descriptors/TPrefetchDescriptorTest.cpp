@@ -32,10 +32,6 @@ std::vector<std::string> labels(const TPrefetchDescriptor& descriptor) {
 
 } // namespace
 
-TEST(TPrefetchDescriptor, HeaderIsChecked) {
-    expectHeaderChecks<TPrefetchDescriptor>(0x0C, 4);
-}
-
 TEST(TPrefetchDescriptor, StartsEmptyOverTheCallersBytes) {
     const HeapBytes bytes(hex("0C 04 07 01 41 05"));
     const InDirtyMemory<TPrefetchDescriptor> memory(bytes.data(), bytes.size());

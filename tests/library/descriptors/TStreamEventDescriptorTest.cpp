@@ -8,11 +8,6 @@
 
 using Quor::TStreamEventDescriptor;
 
-TEST(TStreamEventDescriptor, Constants) {
-    EXPECT_CONSTANT(U8, TStreamEventDescriptor::DESCRIPTOR_TAG, 4);
-    EXPECT_CONSTANT(QUOR_U32, TStreamEventDescriptor::MINIMUM_DESCRIPTOR_LENGTH, 10);
-}
-
 TEST(TStreamEventDescriptor, GettersHaveTheTypesOfTheFields) {
     EXPECT_GETTER(QUOR_U16, TStreamEventDescriptor, getEventID);
     EXPECT_GETTER(QUOR_U8, TStreamEventDescriptor, getEventNPTH);

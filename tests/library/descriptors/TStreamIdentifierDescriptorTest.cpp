@@ -8,11 +8,6 @@
 
 using Quor::TStreamIdentifierDescriptor;
 
-TEST(TStreamIdentifierDescriptor, Constants) {
-    EXPECT_CONSTANT(U8, TStreamIdentifierDescriptor::DESCRIPTOR_TAG, 82);
-    EXPECT_CONSTANT(QUOR_U32, TStreamIdentifierDescriptor::MINIMUM_DESCRIPTOR_LENGTH, 1);
-}
-
 TEST(TStreamIdentifierDescriptor, GettersHaveTheTypesOfTheFields) {
     EXPECT_GETTER(QUOR_U8, TStreamIdentifierDescriptor, getComponentTag);
     EXPECT_EQ(expectDescriptor<TStreamIdentifierDescriptor>(hex("52 01  07"), 1)->getComponentTag(), 7);

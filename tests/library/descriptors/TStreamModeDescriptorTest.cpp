@@ -10,8 +10,6 @@ using Quor::TISDBTTable;
 using Quor::TStreamModeDescriptor;
 
 TEST(TStreamModeDescriptor, Constants) {
-    EXPECT_CONSTANT(U8, TStreamModeDescriptor::DESCRIPTOR_TAG, 3);
-    EXPECT_CONSTANT(QUOR_U32, TStreamModeDescriptor::MINIMUM_DESCRIPTOR_LENGTH, 2);
     EXPECT_CONSTANT(QUOR_U8, TStreamModeDescriptor::STREAM_MODE_OPEN, 0);
     EXPECT_CONSTANT(QUOR_U8, TStreamModeDescriptor::STREAM_MODE_PAUSE, 1);
     EXPECT_CONSTANT(QUOR_U8, TStreamModeDescriptor::STREAM_MODE_TRANSPORT, 2);

@@ -26,16 +26,6 @@ Lines invalidItem(int length) {
 
 } // namespace
 
-TEST(TTSInformationDescriptor, OfSevenBytesFailsTheHeaderCheckWhateverItHolds) {
-    expectFailure<TTSInformationDescriptor>(
-        hex("CD 07  07 05 47  0F 01 5C20"), TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH,
-        {"ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (2) Longer data length is required: 9 < 10. Aborting!"});
-    expectFailure<TTSInformationDescriptor>(hex("CD 07  07 05 47  0F 01 5C20  FF"),
-                                            TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH,
-                                            {"ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (5) Longer descriptor "
-                                             "length is required: 7 < 8. Aborting!"});
-}
-
 TEST(TTSInformationDescriptor, StartsEmpty) {
     HeapBytes bytes(hex("CD 09  07 0D 474C42  0F 01 5C20"));
     const InDirtyMemory<TTSInformationDescriptor> information(bytes.data(), bytes.size());
@@ -98,10 +88,6 @@ TEST(TTSInformationDescriptor, NameOfLengthZeroFails) {
                                             {badName});
     expectFailure<TTSInformationDescriptor>(hex("CD 08  07 01  06 4142434445"), TISDBTTable::ERROR_INVALID_STRING,
                                             {longString(6, 5), badName});
-    expectFailure<TTSInformationDescriptor>(hex("CD 06  07 01  0F 01 5C20  FFFF"),
-                                            TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH,
-                                            {"ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (5) Longer descriptor "
-                                             "length is required: 6 < 8. Aborting!"});
 }
 
 TEST(TTSInformationDescriptor, NameOfLengthZeroIsReadWhereItsOwnLengthWrapsToZero) {

@@ -8,11 +8,6 @@
 
 using Quor::TTargetRegionDescriptor;
 
-TEST(TTargetRegionDescriptor, Constants) {
-    EXPECT_CONSTANT(U8, TTargetRegionDescriptor::DESCRIPTOR_TAG, 198);
-    EXPECT_CONSTANT(QUOR_U32, TTargetRegionDescriptor::MINIMUM_DESCRIPTOR_LENGTH, 1);
-}
-
 TEST(TTargetRegionDescriptor, GettersHaveTheTypesOfTheFields) {
     EXPECT_GETTER(QUOR_U16, TTargetRegionDescriptor, getRegionSpecType);
     EXPECT_GETTER(QUOR_U8, TTargetRegionDescriptor, getSpecSize);

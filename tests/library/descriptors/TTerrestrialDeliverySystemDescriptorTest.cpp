@@ -40,12 +40,6 @@ TEST(TTerrestrialDeliverySystemDescriptor, ReadsAreaGuardIntervalModeAndFrequenc
     EXPECT_EQ(elements(delivery->getFrequencies(), 1), (Words{0x0F90}));
 }
 
-TEST(TTerrestrialDeliverySystemDescriptor, WithoutAFrequencyFailsTheHeaderCheck) {
-    expectFailure<TTerrestrialDeliverySystemDescriptor>(
-        hex("FA 02 1234"), TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH,
-        {"ISDBTUtils: TISDBTDescriptor::parseCommonHeader: (2) Longer data length is required: 4 < 6. Aborting!"});
-}
-
 TEST(TTerrestrialDeliverySystemDescriptor, FieldsTakeTheirBitsAlone) {
     const auto area = expectDescriptor<TTerrestrialDeliverySystemDescriptor>(hex("FA 04 FFF0 0000"), 4);
     EXPECT_EQ(area->getAreaCode(), 0xFFF);

@@ -40,10 +40,6 @@ template <class Variant> const Variant* as(const Parsed<TTransportProtocolDescri
 
 } // namespace
 
-TEST(TTransportProtocolDescriptor, HeaderIsChecked) {
-    expectHeaderChecks<TTransportProtocolDescriptor>(0x02, 3);
-}
-
 TEST(TTransportProtocolDescriptor, TypesEqualTheProtocolIds) {
     EXPECT_EQ(static_cast<int>(TTransportProtocolDescriptor::ObjectCarousel), 1);
     EXPECT_EQ(static_cast<int>(TTransportProtocolDescriptor::IP), 2);

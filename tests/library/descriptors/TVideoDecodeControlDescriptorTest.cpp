@@ -9,8 +9,6 @@
 using Quor::TVideoDecodeControlDescriptor;
 
 TEST(TVideoDecodeControlDescriptor, Constants) {
-    EXPECT_CONSTANT(U8, TVideoDecodeControlDescriptor::DESCRIPTOR_TAG, 200);
-    EXPECT_CONSTANT(QUOR_U32, TVideoDecodeControlDescriptor::MINIMUM_DESCRIPTOR_LENGTH, 1);
     EXPECT_CONSTANT(QUOR_U8, TVideoDecodeControlDescriptor::VIDEO_ENCODE_FORMAT_1080P, 0);
     EXPECT_CONSTANT(QUOR_U8, TVideoDecodeControlDescriptor::VIDEO_ENCODE_FORMAT_1080I, 1);
     EXPECT_CONSTANT(QUOR_U8, TVideoDecodeControlDescriptor::VIDEO_ENCODE_FORMAT_720P, 2);
