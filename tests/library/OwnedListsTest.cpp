@@ -1,198 +1,197 @@
-#include "descriptors/TCompatibilityDescriptor.h"
-#include "descriptors/TDIILocationDescriptor.h"
-#include "descriptors/TDigitalCopyControlDescriptor.h"
-#include "descriptors/TDownloadContentDescriptor.h"
-#include "descriptors/TEmergencyInformationDescriptor.h"
-#include "descriptors/TMosaicDescriptor.h"
-#include "descriptors/TNVODReferenceDescriptor.h"
-#include "descriptors/TParentalRatingDescriptor.h"
-#include "descriptors/TPrefetchDescriptor.h"
-#include "descriptors/TTSInformationDescriptor.h"
-#include "sdtt/TSDTTTable.h"
+// The items in wire order that a class owns, and what all such classes promise.
+
+#include "support/Classes.h"
 #include "support/Lifetime.h"
 
 #include <array>
-#include <gtest/gtest.h>
 #include <limits>
 #include <memory>
 
-using namespace Quor;
-
-/// The lists in wire order that a class owns, and what all of them promise.
 namespace {
 
-template <class Owner> std::unique_ptr<Owner> empty() {
-    if constexpr (std::is_default_constructible_v<Owner>) {
-        return std::make_unique<Owner>();
-    } else {
-        static QUOR_U8 nothing = 0;
-        return std::make_unique<Owner>(&nothing, 0);
+template <class Row> class OwnedLists : public testing::Test {
+protected:
+    using List = typename Row::Items;
+    using Owner = typename List::Owner;
+    using Item = typename List::Item;
+    using Key = typename List::Key;
+
+    OwnedLists() : m_owner(new Owner(emptyOne<Owner>())) {}
+
+    /// From here on, the list of an object that was parsed.
+    void parse() {
+        m_parsed = std::make_unique<Parsed<Owner>>(parseAny<Owner>(std::get<Row>(classRows()).wire));
+        ASSERT_NE(m_parsed->object, nullptr) << testing::PrintToString(m_parsed->lines);
+        m_owner = std::move(m_parsed->object);
+        ASSERT_GE(size(), 2U);
     }
-}
 
-template <class Get> struct Types;
-template <class I, class O, class P> struct Types<I* (O::*)(P) const> {
-    using Item = I;
-    using Owner = O;
-    using Position = P;
-};
-
-/// The four calls of a class that owns a list.
-template <auto Size, auto Get, auto Add, auto Remove> class ListOf {
-public:
-    using Owner = typename Types<decltype(Get)>::Owner;
-    using Item = typename Types<decltype(Get)>::Item;
-    using Position = typename Types<decltype(Get)>::Position;
-
-    ListOf() : m_owner(empty<Owner>()) {}
-
-    /// With an item for each number, which counts the item's destruction.
-    template <std::size_t N> explicit ListOf(std::array<int, N>& deleted) : ListOf() {
+    /// Adds an item for each number, which counts the item's destruction.
+    template <std::size_t N> void addCounted(std::array<int, N>& deleted) {
         for (int& counter : deleted) {
             add(new Counted<Item>(counter));
         }
     }
 
-    QUOR_U32 size() const { return (*m_owner.*Size)(); }
-    Item* get(Position position) const { return (*m_owner.*Get)(position); }
-    void add(Item* item) { (*m_owner.*Add)(item); }
-    QUOR_BOOL remove(Position position) { return (*m_owner.*Remove)(position); }
+    QUOR_U32 size() const { return List::size(*m_owner); }
+    Item* get(Key position) const { return List::get(*m_owner, position); }
+    void add(Item* item) { List::add(*m_owner, item); }
+    bool remove(Key position) { return List::remove(*m_owner, position); }
     void destroy() { m_owner.reset(); }
 
-private:
+    std::unique_ptr<Parsed<Owner>> m_parsed;
     std::unique_ptr<Owner> m_owner;
 };
 
-using Lists = testing::Types<
-    ListOf<&TCompatibilityDescriptor::getCompatibilityDescriptorItemSize,
-           &TCompatibilityDescriptor::getCompatibilityDescriptorItem,
-           &TCompatibilityDescriptor::addCompatibilityDescriptorItem,
-           &TCompatibilityDescriptor::removeCompatibilityDescriptorItem>,
-    ListOf<&TCompatibilityDescriptorItem::getCompatibilityDescriptorSubItemSize,
-           &TCompatibilityDescriptorItem::getCompatibilityDescriptorSubItem,
-           &TCompatibilityDescriptorItem::addCompatibilityDescriptorSubItem,
-           &TCompatibilityDescriptorItem::removeCompatibilityDescriptorSubItem>,
-    ListOf<&TDIILocationDescriptor::size, &TDIILocationDescriptor::get, &TDIILocationDescriptor::add,
-           &TDIILocationDescriptor::remove>,
-    ListOf<&TDigitalCopyControlDescriptor::size, &TDigitalCopyControlDescriptor::get,
-           &TDigitalCopyControlDescriptor::add, &TDigitalCopyControlDescriptor::remove>,
-    ListOf<&TDownloadContent::getScheduleInfoSize, &TDownloadContent::getScheduleInfo,
-           &TDownloadContent::addScheduleInfo, &TDownloadContent::removeScheduleInfo>,
-    ListOf<&TDownloadContentDescriptor::getDownloadContentDescriptorItemSize,
-           &TDownloadContentDescriptor::getDownloadContentDescriptorItem,
-           &TDownloadContentDescriptor::addDownloadContentDescriptorItem,
-           &TDownloadContentDescriptor::removeDownloadContentDescriptorItem>,
-    ListOf<&TEmergencyInformationDescriptor::size, &TEmergencyInformationDescriptor::get,
-           &TEmergencyInformationDescriptor::add, &TEmergencyInformationDescriptor::remove>,
-    ListOf<&TMosaicDescriptor::size, &TMosaicDescriptor::getCell, &TMosaicDescriptor::addCell,
-           &TMosaicDescriptor::removeCell>,
-    ListOf<&TNVODReferenceDescriptor::size, &TNVODReferenceDescriptor::get, &TNVODReferenceDescriptor::add,
-           &TNVODReferenceDescriptor::remove>,
-    ListOf<&TParentalRatingDescriptor::size, &TParentalRatingDescriptor::get, &TParentalRatingDescriptor::add,
-           &TParentalRatingDescriptor::remove>,
-    ListOf<&TPrefetchDescriptor::size, &TPrefetchDescriptor::get, &TPrefetchDescriptor::add,
-           &TPrefetchDescriptor::remove>,
-    ListOf<&TSDTTTable::getDownloadContentSize, &TSDTTTable::getDownloadContent, &TSDTTTable::addDownloadContent,
-           &TSDTTTable::removeDownloadContent>,
-    ListOf<&TTSInformationDescriptor::getTransmissionTypeCount, &TTSInformationDescriptor::getTransmissionType,
-           &TTSInformationDescriptor::addTransmissionType, &TTSInformationDescriptor::removeTransmissionType>>;
-
-struct OwnerName {
-    template <class List> static std::string GetName(int /*position*/) {
-        const std::string name = testing::internal::GetTypeName<typename List::Owner>();
-        return name.substr(name.rfind(':') + 1);
-    }
-};
-
-template <class List> class OwnedLists : public testing::Test {};
-
-TYPED_TEST_SUITE(OwnedLists, Lists, OwnerName);
+TYPED_TEST_SUITE(OwnedLists, RowsOf<Holds::LIST>, OwnerName);
 
 } // namespace
 
 TYPED_TEST(OwnedLists, AddAppends) {
-    TypeParam list;
-    EXPECT_EQ(list.size(), 0U);
+    EXPECT_EQ(this->size(), 0U);
     for (QUOR_U8 i = 0; i < 3; ++i) {
-        auto* const item = new typename TypeParam::Item;
-        list.add(item);
-        EXPECT_EQ(list.size(), i + 1U);
-        EXPECT_EQ(list.get(i), item);
+        auto* const item = new typename TestFixture::Item;
+        this->add(item);
+        EXPECT_EQ(this->size(), i + 1U);
+        EXPECT_EQ(this->get(i), item);
     }
-    EXPECT_NE(list.get(0), list.get(1));
+    EXPECT_NE(this->get(0), this->get(1));
 }
 
 TYPED_TEST(OwnedLists, RemoveDeletesOneItem) {
     std::array<int, 3> deleted = {};
-    TypeParam list(deleted);
-    auto* const first = list.get(0);
-    auto* const last = list.get(2);
+    this->addCounted(deleted);
+    auto* const first = this->get(0);
+    auto* const last = this->get(2);
     EXPECT_EQ(deleted, (std::array<int, 3>{0, 0, 0}));
-    EXPECT_TRUE(list.remove(1));
+    EXPECT_TRUE(this->remove(1));
     EXPECT_EQ(deleted, (std::array<int, 3>{0, 1, 0}));
-    EXPECT_EQ(list.size(), 2U);
-    EXPECT_EQ(list.get(0), first);
-    EXPECT_EQ(list.get(1), last);
-    EXPECT_TRUE(list.remove(0));
-    EXPECT_EQ(list.get(0), last);
-    EXPECT_TRUE(list.remove(0));
+    EXPECT_EQ(this->size(), 2U);
+    EXPECT_EQ(this->get(0), first);
+    EXPECT_EQ(this->get(1), last);
+    EXPECT_TRUE(this->remove(0));
+    EXPECT_EQ(this->get(0), last);
+    EXPECT_TRUE(this->remove(0));
     EXPECT_EQ(deleted, (std::array<int, 3>{1, 1, 1}));
-    EXPECT_EQ(list.size(), 0U);
-    EXPECT_FALSE(list.remove(0));
+    EXPECT_EQ(this->size(), 0U);
+    EXPECT_FALSE(this->remove(0));
 }
 
 TYPED_TEST(OwnedLists, NothingIsPastTheEnd) {
-    using Position = typename TypeParam::Position;
-    TypeParam none;
-    EXPECT_EQ(none.get(0), nullptr);
-    EXPECT_FALSE(none.remove(0));
+    using Position = typename TestFixture::Key;
+    EXPECT_EQ(this->get(0), nullptr);
+    EXPECT_FALSE(this->remove(0));
     std::array<int, 2> deleted = {};
-    TypeParam list(deleted);
+    this->addCounted(deleted);
     for (const Position position : {Position{2}, Position{3}, Position{255}, std::numeric_limits<Position>::max()}) {
-        EXPECT_EQ(list.get(position), nullptr);
-        EXPECT_FALSE(list.remove(position));
+        EXPECT_EQ(this->get(position), nullptr);
+        EXPECT_FALSE(this->remove(position));
     }
-    EXPECT_EQ(list.size(), 2U);
+    EXPECT_EQ(this->size(), 2U);
     EXPECT_EQ(deleted, (std::array<int, 2>{0, 0}));
 }
 
 TYPED_TEST(OwnedLists, NullTakesAPlaceThatCannotBeRemoved) {
-    TypeParam list;
-    auto* const item = new typename TypeParam::Item;
-    list.add(nullptr);
-    list.add(item);
-    EXPECT_EQ(list.size(), 2U);
-    EXPECT_EQ(list.get(0), nullptr);
-    EXPECT_EQ(list.get(1), item);
-    EXPECT_FALSE(list.remove(0));
-    EXPECT_EQ(list.size(), 2U);
-    EXPECT_TRUE(list.remove(1));
-    EXPECT_EQ(list.size(), 1U);
+    auto* const item = new typename TestFixture::Item;
+    this->add(nullptr);
+    this->add(item);
+    EXPECT_EQ(this->size(), 2U);
+    EXPECT_EQ(this->get(0), nullptr);
+    EXPECT_EQ(this->get(1), item);
+    EXPECT_FALSE(this->remove(0));
+    EXPECT_EQ(this->size(), 2U);
+    EXPECT_TRUE(this->remove(1));
+    EXPECT_EQ(this->size(), 1U);
 }
 
 /// A position of eight bits cannot name the 257th item; a wider one is not cut down to eight.
 TYPED_TEST(OwnedLists, PositionsReachAsFarAsTheirType) {
-    constexpr bool BYTE = std::numeric_limits<typename TypeParam::Position>::digits == 8;
-    constexpr auto LAST = static_cast<typename TypeParam::Position>(BYTE ? 255 : 256);
+    using Position = typename TestFixture::Key;
+    constexpr bool BYTE = std::numeric_limits<Position>::digits == 8;
+    constexpr auto LAST = static_cast<Position>(BYTE ? 255 : 256);
     std::array<int, 257> deleted = {};
-    TypeParam list(deleted);
-    EXPECT_EQ(list.size(), 257U);
-    ASSERT_NE(list.get(LAST), nullptr);
-    EXPECT_TRUE(list.remove(LAST));
+    this->addCounted(deleted);
+    EXPECT_EQ(this->size(), 257U);
+    ASSERT_NE(this->get(LAST), nullptr);
+    EXPECT_TRUE(this->remove(LAST));
     EXPECT_EQ(deleted[LAST], 1);
-    EXPECT_EQ(list.size(), 256U);
-    EXPECT_EQ(list.remove(LAST), BYTE);
+    EXPECT_EQ(this->size(), 256U);
+    EXPECT_EQ(this->remove(LAST), BYTE);
     EXPECT_EQ(deleted[256], 1);
-    EXPECT_FALSE(list.remove(LAST));
-    EXPECT_EQ(list.size(), LAST);
+    EXPECT_FALSE(this->remove(LAST));
+    EXPECT_EQ(this->size(), LAST);
 }
 
 TYPED_TEST(OwnedLists, DestructorDeletesWhatIsLeft) {
-    static_assert(std::has_virtual_destructor_v<typename TypeParam::Owner>,
+    static_assert(std::has_virtual_destructor_v<typename TestFixture::Owner>,
                   "owners are deleted as what they derive from");
     std::array<int, 3> deleted = {};
-    TypeParam list(deleted);
-    EXPECT_TRUE(list.remove(2));
-    list.destroy();
+    this->addCounted(deleted);
+    EXPECT_TRUE(this->remove(2));
+    this->destroy();
     EXPECT_EQ(deleted, (std::array<int, 3>{1, 1, 1}));
+}
+
+TYPED_TEST(OwnedLists, OwnersMayLieOnTheStack) {
+    std::array<int, 2> deleted = {};
+    {
+        auto owner = emptyOne<typename TestFixture::Owner>();
+        for (int& counter : deleted) {
+            TestFixture::List::add(owner, new Counted<typename TestFixture::Item>(counter));
+        }
+        EXPECT_TRUE(TestFixture::List::remove(owner, 0));
+        EXPECT_EQ(deleted, (std::array<int, 2>{1, 0}));
+    }
+    EXPECT_EQ(deleted, (std::array<int, 2>{1, 1}));
+}
+
+TYPED_TEST(OwnedLists, ParsedItemsAreRemovedOneByOne) {
+    this->parse();
+    for (QUOR_U32 left = this->size(); left > 0; --left) {
+        auto* const second = this->get(1);
+        EXPECT_TRUE(this->remove(0));
+        EXPECT_EQ(this->size(), left - 1);
+        EXPECT_EQ(this->get(0), second);
+    }
+    EXPECT_FALSE(this->remove(0));
+    std::array<int, 1> deleted = {};
+    this->addCounted(deleted);
+    EXPECT_EQ(this->size(), 1U);
+    this->destroy();
+    EXPECT_EQ(deleted, (std::array<int, 1>{1}));
+}
+
+TYPED_TEST(OwnedLists, AddedItemsFollowParsedOnes) {
+    using Position = typename TestFixture::Key;
+    this->parse();
+    auto* const second = this->get(1);
+    const auto end = static_cast<Position>(this->size());
+    std::array<int, 3> deleted = {};
+    this->addCounted(deleted);
+    ASSERT_EQ(this->size(), end + 3U);
+    auto* const added = this->get(end);
+    EXPECT_TRUE(this->remove(0)); // a parsed one
+    EXPECT_EQ(this->get(0), second);
+    EXPECT_EQ(this->get(static_cast<Position>(end - 1)), added);
+    EXPECT_EQ(deleted, (std::array<int, 3>{0, 0, 0}));
+    EXPECT_TRUE(this->remove(end)); // the second one added
+    EXPECT_EQ(deleted, (std::array<int, 3>{0, 1, 0}));
+    EXPECT_EQ(this->size(), end + 1U);
+    this->destroy();
+    EXPECT_EQ(deleted, (std::array<int, 3>{1, 1, 1}));
+}
+
+TYPED_TEST(OwnedLists, CopiesOfParsedOwnersOwnTheirItems) {
+    if constexpr (std::is_constructible_v<typename TestFixture::Owner, typename TestFixture::Owner*>) {
+        this->parse();
+        typename TestFixture::Owner copy(this->m_owner.get());
+        const QUOR_U32 count = this->size();
+        this->destroy();
+        std::array<int, 1> deleted = {};
+        TestFixture::List::add(copy, new Counted<typename TestFixture::Item>(deleted[0]));
+        EXPECT_EQ(TestFixture::List::size(copy), count + 1);
+        EXPECT_TRUE(TestFixture::List::remove(copy, 0));
+        EXPECT_TRUE(TestFixture::List::remove(copy, static_cast<typename TestFixture::Key>(count - 1)));
+        EXPECT_EQ(deleted, (std::array<int, 1>{1}));
+    }
 }

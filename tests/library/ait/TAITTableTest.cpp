@@ -624,64 +624,6 @@ TEST(TAITTable, DecodedValuesOutliveTheCallersBytes) {
     EXPECT_EQ(keys(*table), (std::vector<std::string>{"0000ABCD0012", "0000ABCD0013"}));
 }
 
-TEST(TAITTable, AddedApplicationsBelongToIt) {
-    int deletedWithTheTable = 0;
-    int deletedOnRemoval = 0;
-    {
-        const auto first = parseEntry<TApplication>(application(1, 1, 1));
-        const auto second = parseEntry<TApplication>(application(1, 2, 1));
-        TAITTable table(nullptr, 0);
-        auto* const staying = new Counted<TApplication>(deletedWithTheTable, second.object.get(), 0);
-        table.addApplication(staying);
-        table.addApplication(new Counted<TApplication>(deletedOnRemoval, first.object.get(), 0));
-        EXPECT_EQ(table.getApplicationsCount(), 2U);
-        EXPECT_EQ(keys(table), (std::vector<std::string>{"000000010001", "000000010002"}));
-        EXPECT_EQ(table.getApplication("000000010002"), staying);
-
-        EXPECT_EQ(table.removeApplication("000000010001"), 1);
-        EXPECT_EQ(deletedOnRemoval, 1);
-        EXPECT_EQ(table.getApplicationsCount(), 1U);
-        EXPECT_EQ(table.getApplication("000000010001"), nullptr);
-
-        EXPECT_EQ(table.removeApplication("000000010001"), 0);
-        EXPECT_EQ(table.removeApplication(""), 0);
-        EXPECT_EQ(table.getApplicationsCount(), 1U);
-        EXPECT_EQ(deletedWithTheTable, 0);
-    }
-    EXPECT_EQ(deletedWithTheTable, 1);
-    EXPECT_EQ(deletedOnRemoval, 1);
-}
-
-TEST(TAITTable, ADisplacedApplicationIsLeftToWhoeverAddedIt) {
-    int deletedFirst = 0;
-    int deletedSecond = 0;
-    const auto entry = parseEntry<TApplication>(application(1, 2, 1));
-    const std::unique_ptr<TApplication> first(new Counted<TApplication>(deletedFirst, entry.object.get(), 0));
-    auto* const second = new Counted<TApplication>(deletedSecond, entry.object.get(), 0);
-    {
-        TAITTable table(nullptr, 0);
-        table.addApplication(first.get());
-        table.addApplication(second);
-        EXPECT_EQ(deletedFirst, 0);
-        EXPECT_EQ(table.getApplicationsCount(), 1U);
-        EXPECT_EQ(table.getApplication("000000010002"), second);
-        table.addApplication(second); // once more: still one owner
-        EXPECT_EQ(table.getApplication("000000010002"), second);
-        EXPECT_EQ(deletedSecond, 0);
-    }
-    EXPECT_EQ(deletedFirst, 0);
-    EXPECT_EQ(deletedSecond, 1);
-}
-
-TEST(TAITTable, AParsedApplicationThatIsDisplacedIsLeftToTheCaller) {
-    const auto result = parsed(ait::section({}, application(1, 2, 1)));
-    ASSERT_NE(result.object, nullptr);
-    const std::unique_ptr<TApplication> displaced(result->getApplication("000000010002"));
-    result->addApplication(new TApplication(displaced.get(), 0));
-    EXPECT_NE(result->getApplication("000000010002"), displaced.get());
-    EXPECT_EQ(displaced->getHashID(), "000000010002");
-}
-
 TEST(TAITTable, AnAddedApplicationHasNoParent) {
     const auto result = parsed(ait::section(ait::kind(0x11).wire, {}));
     ASSERT_NE(result.object, nullptr);
@@ -702,19 +644,6 @@ TEST(TAITTable, AnApplicationThatWasNotParsedHasTheEmptyKey) {
     EXPECT_NE(table.getApplication(""), nullptr);
     EXPECT_EQ(table.removeApplication(""), 1);
     EXPECT_EQ(deleted, 1);
-}
-
-TEST(TAITTable, NullIsNoApplication) {
-    TAITTable table(nullptr, 0);
-    table.addApplication(nullptr);
-    EXPECT_EQ(table.getApplicationsCount(), 0U);
-}
-
-TEST(TAITTable, TheKeyListIsNewEachTime) {
-    const auto result = parsed(ait::section({}, application(1, 2, 1)));
-    const std::unique_ptr<std::list<std::string>> first(&result->getApplicationsIDs());
-    first->clear();
-    EXPECT_EQ(keys(*result.object), std::vector<std::string>{"000000010002"});
 }
 
 TEST(TAITTable, DamageIsSurvived) {

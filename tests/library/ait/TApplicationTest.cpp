@@ -7,7 +7,6 @@
 #include "descriptors/TTransportProtocolDescriptor.h"
 #include "support/DirtyMemory.h"
 #include "support/Fields.h"
-#include "support/Lifetime.h"
 #include "support/Outcome.h"
 
 #include <algorithm>

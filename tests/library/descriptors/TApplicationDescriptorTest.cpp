@@ -3,11 +3,9 @@
 #include "descriptors/TApplicationDescriptorProfile.h"
 #include "support/DirtyMemory.h"
 #include "support/Fields.h"
-#include "support/Lifetime.h"
 #include "support/Outcome.h"
 #include "support/Survival.h"
 
-using Profile = Quor::TApplicationDescriptorProfile;
 using Quor::TApplicationDescriptor;
 using Quor::TISDBTTable;
 
@@ -37,10 +35,6 @@ ByteVector labels(const TApplicationDescriptor& descriptor) {
     const std::unique_ptr<QUOR_U8[]> array(descriptor.getTransportProtocols());
     EXPECT_NE(array, nullptr);
     return ByteVector(array.get(), array.get() + descriptor.getTransportProtocolsCount());
-}
-
-std::unique_ptr<Profile> profile(const ByteVector& wire) {
-    return std::move(parseBytes<Profile>(wire).object);
 }
 
 } // namespace
@@ -226,56 +220,6 @@ TEST(TApplicationDescriptor, FiftyOneProfilesFillTheProfilesLength) {
     const auto parsed = expectDescriptor<TApplicationDescriptor>(overlong(profiles, hex("60 05")), 2);
     EXPECT_EQ(parsed->getProfilesCount(), 51U);
     EXPECT_EQ(parsed->getApplicationPriority(), 5);
-}
-
-TEST(TApplicationDescriptor, AddedProfilesBelongToIt) {
-    int deletedWithTheDescriptor = 0;
-    int deletedOnRemoval = 0;
-    {
-        TApplicationDescriptor descriptor(nullptr, 0);
-        descriptor.addProfile(new Counted<Profile>(deletedWithTheDescriptor, profile(hex("0005 01 00 00")).get()));
-        descriptor.addProfile(new Counted<Profile>(deletedOnRemoval, profile(hex("0003 01 00 00")).get()));
-        EXPECT_EQ(descriptor.getProfilesCount(), 2U);
-        EXPECT_EQ(taken(descriptor.getProfiles()), (std::vector<QUOR_U16>{3, 5}));
-
-        EXPECT_TRUE(descriptor.removeProfile(3));
-        EXPECT_EQ(deletedOnRemoval, 1);
-        EXPECT_EQ(descriptor.getProfile(3), nullptr);
-        EXPECT_EQ(descriptor.getProfilesCount(), 1U);
-
-        EXPECT_FALSE(descriptor.removeProfile(3));
-        EXPECT_EQ(descriptor.getProfilesCount(), 1U);
-        EXPECT_EQ(deletedWithTheDescriptor, 0);
-    }
-    EXPECT_EQ(deletedWithTheDescriptor, 1);
-    EXPECT_EQ(deletedOnRemoval, 1);
-}
-
-TEST(TApplicationDescriptor, ADisplacedProfileIsLeftToWhoeverAddedIt) {
-    int deletedFirst = 0;
-    int deletedSecond = 0;
-    const std::unique_ptr<Profile> first(new Counted<Profile>(deletedFirst, profile(hex("0005 01 00 00")).get()));
-    auto* const second = new Counted<Profile>(deletedSecond, profile(hex("0005 02 00 00")).get());
-    {
-        TApplicationDescriptor descriptor(nullptr, 0);
-        descriptor.addProfile(first.get());
-        descriptor.addProfile(second);
-        EXPECT_EQ(deletedFirst, 0);
-        EXPECT_EQ(descriptor.getProfilesCount(), 1U);
-        EXPECT_EQ(descriptor.getProfile(5), second);
-        descriptor.addProfile(second); // once more: still one owner
-        EXPECT_EQ(descriptor.getProfile(5), second);
-        EXPECT_EQ(deletedSecond, 0);
-    }
-    EXPECT_EQ(deletedFirst, 0);
-    EXPECT_EQ(deletedSecond, 1);
-}
-
-TEST(TApplicationDescriptor, NullIsNoProfile) {
-    TApplicationDescriptor descriptor(nullptr, 0);
-    descriptor.addProfile(nullptr);
-    EXPECT_EQ(descriptor.getProfilesCount(), 0U);
-    EXPECT_EQ(descriptor.getProfile(0), nullptr);
 }
 
 TEST(TApplicationDescriptor, ACopyNeedsNeitherSourceNorBytes) {

@@ -2,7 +2,6 @@
 
 #include "descriptors/TApplicationNameDescriptorItem.h"
 #include "support/Fields.h"
-#include "support/Lifetime.h"
 #include "support/Outcome.h"
 #include "support/Survival.h"
 
@@ -122,53 +121,6 @@ TEST(TApplicationNameDescriptor, BehindALongNameTheItemsGoOnAfterItsLengthInEigh
                   ->getName(),
               std::string(100, 'x'));
     EXPECT_EQ(parsed->get("eng")->getName(), std::string(148, 'y'));
-}
-
-TEST(TApplicationNameDescriptor, AddedItemsBelongToIt) {
-    int deletedWithTheDescriptor = 0;
-    int deletedOnRemoval = 0;
-    {
-        TApplicationNameDescriptor descriptor;
-        descriptor.add(new Counted<Item>(deletedWithTheDescriptor, "por", "Jogos"));
-        descriptor.add(new Counted<Item>(deletedOnRemoval, "eng", "Games"));
-        EXPECT_EQ(descriptor.size(), 2U);
-
-        EXPECT_TRUE(descriptor.remove("eng"));
-        EXPECT_EQ(deletedOnRemoval, 1);
-        EXPECT_EQ(descriptor.size(), 1U);
-        EXPECT_EQ(descriptor.get("eng"), nullptr);
-
-        EXPECT_FALSE(descriptor.remove("eng"));
-        EXPECT_EQ(descriptor.size(), 1U);
-        EXPECT_EQ(deletedWithTheDescriptor, 0);
-    }
-    EXPECT_EQ(deletedWithTheDescriptor, 1);
-    EXPECT_EQ(deletedOnRemoval, 1);
-}
-
-TEST(TApplicationNameDescriptor, ADisplacedItemIsLeftToWhoeverAddedIt) {
-    int deletedFirst = 0;
-    int deletedSecond = 0;
-    const std::unique_ptr<Item> first(new Counted<Item>(deletedFirst, "por", "first"));
-    auto* const second = new Counted<Item>(deletedSecond, "por", "then");
-    {
-        TApplicationNameDescriptor descriptor;
-        descriptor.add(first.get());
-        descriptor.add(second);
-        EXPECT_EQ(deletedFirst, 0);
-        EXPECT_EQ(descriptor.size(), 1U);
-        EXPECT_EQ(descriptor.get("por"), second);
-        descriptor.add(second); // once more: still one owner
-        EXPECT_EQ(deletedSecond, 0);
-    }
-    EXPECT_EQ(deletedFirst, 0);
-    EXPECT_EQ(deletedSecond, 1);
-}
-
-TEST(TApplicationNameDescriptor, NullIsNoItem) {
-    TApplicationNameDescriptor descriptor;
-    descriptor.add(nullptr);
-    EXPECT_EQ(descriptor.size(), 0U);
 }
 
 TEST(TApplicationNameDescriptor, ACopyNeedsNeitherSourceNorBytes) {

@@ -211,19 +211,6 @@ TEST(TCompatibilityDescriptorItem, LogsAtLevelFourUnderTheTagOfTheParsers) {
     }
 }
 
-TEST(TCompatibilityDescriptorItem, SubItemsParsedAreRemovedAndAddedTo) {
-    int deleted = 0;
-    auto parsed = parseBytes<TCompatibilityDescriptorItem>(hex("01 0D 01 000000 0000 0000 02  04 01 AA  05 00"));
-    ASSERT_NE(parsed.object, nullptr);
-    parsed->addCompatibilityDescriptorSubItem(new Counted<TCompatibilityDescriptorSubItem>(deleted));
-    EXPECT_TRUE(parsed->removeCompatibilityDescriptorSubItem(0));
-    EXPECT_EQ(parsed->getCompatibilityDescriptorSubItemSize(), 2U);
-    EXPECT_EQ(parsed->getCompatibilityDescriptorSubItem(0)->getSubDescriptorType(), 5);
-    EXPECT_EQ(parsed->getCompatibilityDescriptorSubItem(1)->getSubDescriptorType(), 0);
-    parsed.object.reset();
-    EXPECT_EQ(deleted, 1);
-}
-
 TEST(TCompatibilityDescriptorItem, HasNoBaseButAVirtualDestructor) {
     int deleted = 0;
     std::unique_ptr<TCompatibilityDescriptorItem> item(new Counted<TCompatibilityDescriptorItem>(deleted));

@@ -1,7 +1,6 @@
 #include "descriptors/TDownloadContentDescriptor.h"
 
 #include "support/DirtyMemory.h"
-#include "support/Lifetime.h"
 #include "support/Outcome.h"
 #include "support/ParserLines.h"
 #include "support/Survival.h"
@@ -598,30 +597,6 @@ TEST(TDownloadContentDescriptor, LogsAtLevelFourUnderTwoTags) {
     EXPECT_EQ(log.records()[2].level, 4);
     EXPECT_EQ(log.records()[2].tag, "ISDBTUtils");
     EXPECT_EQ(log.records()[2].text, BAD_TEXT);
-}
-
-// The list of modules in the caller's hands.
-
-TEST(TDownloadContentDescriptor, IsDestroyedThroughItsBase) {
-    int deleted = 0;
-    auto parsed = parse(FULL);
-    parsed->addDownloadContentDescriptorItem(new Counted<TDownloadContentDescriptorItem>(deleted));
-    std::unique_ptr<Quor::TISDBTDescriptor> base = std::move(parsed.object);
-    EXPECT_EQ(deleted, 0);
-    base.reset();
-    EXPECT_EQ(deleted, 1);
-}
-
-TEST(TDownloadContentDescriptor, ModulesParsedAreRemovedAndAddedTo) {
-    int deleted = 0;
-    auto parsed = parse(FULL);
-    parsed->addDownloadContentDescriptorItem(new Counted<TDownloadContentDescriptorItem>(deleted));
-    EXPECT_TRUE(parsed->removeDownloadContentDescriptorItem(0));
-    EXPECT_EQ(parsed->getDownloadContentDescriptorItemSize(), 2U);
-    EXPECT_EQ(parsed->getDownloadContentDescriptorItem(0)->getModuleID(), 0x0200);
-    EXPECT_EQ(parsed->getDownloadContentDescriptorItem(1)->getModuleID(), 0);
-    parsed.object.reset();
-    EXPECT_EQ(deleted, 1);
 }
 
 TEST(TDownloadContentDescriptor, HasTheSignaturesThatReceiversCall) {

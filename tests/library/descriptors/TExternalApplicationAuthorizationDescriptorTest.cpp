@@ -3,7 +3,6 @@
 #include "ait/TApplicationIdentifier.h"
 #include "descriptors/TExternalApplicationAuthorizationDescriptorItem.h"
 #include "support/Fields.h"
-#include "support/Lifetime.h"
 #include "support/Outcome.h"
 #include "support/Survival.h"
 
@@ -14,10 +13,6 @@ using Quor::TISDBTTable;
 EXPECT_GETTER(std::list<std::string>*, TExternalApplicationAuthorizationDescriptor, getApplicationIdentifierHashIDs);
 
 namespace {
-
-std::unique_ptr<Item> item(const std::string& wire) {
-    return std::move(parseBytes<Item>(hex(wire)).object);
-}
 
 Lines invalidItem(unsigned left) {
     return {"ISDBTUtils: TExternalApplicationAuthorizationDescriptorItem::parse: Item length not valid: " +
@@ -90,55 +85,6 @@ TEST(TExternalApplicationAuthorizationDescriptor, ItemsRunToTheEndOfTheCallersLe
     }
     const auto many = expectDescriptor<TExternalApplicationAuthorizationDescriptor>(join({hex("05 00"), items}), 7);
     EXPECT_EQ(many->size(), 40U);
-}
-
-TEST(TExternalApplicationAuthorizationDescriptor, AddedItemsBelongToIt) {
-    int deletedWithTheDescriptor = 0;
-    int deletedOnRemoval = 0;
-    {
-        TExternalApplicationAuthorizationDescriptor descriptor(nullptr, 0);
-        descriptor.add(new Counted<Item>(deletedWithTheDescriptor, item("00000001 0002 03").get()));
-        descriptor.add(new Counted<Item>(deletedOnRemoval, item("00000001 0001 03").get()));
-        EXPECT_EQ(descriptor.size(), 2U);
-        EXPECT_EQ(taken(descriptor.getApplicationIdentifierHashIDs()),
-                  (std::vector<std::string>{"000000010001", "000000010002"}));
-
-        EXPECT_TRUE(descriptor.remove("000000010001"));
-        EXPECT_EQ(deletedOnRemoval, 1);
-        EXPECT_EQ(descriptor.size(), 1U);
-        EXPECT_EQ(descriptor.get("000000010001"), nullptr);
-
-        EXPECT_FALSE(descriptor.remove("000000010001"));
-        EXPECT_EQ(descriptor.size(), 1U);
-        EXPECT_EQ(deletedWithTheDescriptor, 0);
-    }
-    EXPECT_EQ(deletedWithTheDescriptor, 1);
-    EXPECT_EQ(deletedOnRemoval, 1);
-}
-
-TEST(TExternalApplicationAuthorizationDescriptor, ADisplacedItemIsLeftToWhoeverAddedIt) {
-    int deletedFirst = 0;
-    int deletedSecond = 0;
-    const std::unique_ptr<Item> first(new Counted<Item>(deletedFirst, item("00000001 0002 03").get()));
-    auto* const second = new Counted<Item>(deletedSecond, item("00000001 0002 04").get());
-    {
-        TExternalApplicationAuthorizationDescriptor descriptor(nullptr, 0);
-        descriptor.add(first.get());
-        descriptor.add(second);
-        EXPECT_EQ(deletedFirst, 0);
-        EXPECT_EQ(descriptor.size(), 1U);
-        EXPECT_EQ(descriptor.get("000000010002"), second);
-        descriptor.add(second); // once more: still one owner
-        EXPECT_EQ(deletedSecond, 0);
-    }
-    EXPECT_EQ(deletedFirst, 0);
-    EXPECT_EQ(deletedSecond, 1);
-}
-
-TEST(TExternalApplicationAuthorizationDescriptor, NullIsNoItem) {
-    TExternalApplicationAuthorizationDescriptor descriptor(nullptr, 0);
-    descriptor.add(nullptr);
-    EXPECT_EQ(descriptor.size(), 0U);
 }
 
 TEST(TExternalApplicationAuthorizationDescriptor, ACopyNeedsNeitherSourceNorBytes) {

@@ -1,6 +1,5 @@
 #include "descriptors/TLocalTimeOffsetDescriptor.h"
 
-#include "support/Lifetime.h"
 #include "support/Sections.h"
 #include "support/Survival.h"
 
@@ -19,21 +18,11 @@ ByteVector entry(const std::string& country, const std::string& region = "0C", c
     return join({text(country), hex(region), hex(offset), hex("E35A010000 0200")});
 }
 
-std::unique_ptr<Item> makeItem(const std::string& country, const std::string& region = "0C") {
-    const HeapBytes bytes(entry(country, region));
-    return std::unique_ptr<Item>(Item::parse(bytes.data(), bytes.size(), nullptr, nullptr));
-}
-
 void expectInvalidEntry(const ByteVector& wire, int left) {
     const std::string length = "Descriptor length not valid: " + std::to_string(left) + ". Aborting!";
     expectFailure<Descriptor>(wire, TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH,
                               {"ISDBTUtils: TLocalTimeOffsetDescriptorItem::parse: " + length,
                                "ISDBTUtils: TLocalTimeOffsetDescriptor::parse: " + length});
-}
-
-/// An item of the country without a name that counts its destructions.
-Item* countedItem(int& deleted) {
-    return new Counted<Item>(deleted);
 }
 
 } // namespace
@@ -100,14 +89,6 @@ TEST(TLocalTimeOffsetDescriptor, CountryCodeEndsAtAZeroByte) {
     EXPECT_EQ(parsed->get(std::string("B\0A", 3)), nullptr);
 }
 
-TEST(TLocalTimeOffsetDescriptor, CountryCodesAreANewListForTheCaller) {
-    const auto parsed = parseBytes<Descriptor>(descriptor(0x58, entry("BRA")));
-    const std::unique_ptr<std::list<std::string>> first(parsed->getCountryCodes());
-    const std::unique_ptr<std::list<std::string>> second(parsed->getCountryCodes());
-    EXPECT_NE(first, second);
-    EXPECT_EQ(*first, *second);
-}
-
 TEST(TLocalTimeOffsetDescriptor, OtherCountriesAreNotThere) {
     const auto parsed = parseBytes<Descriptor>(descriptor(0x58, entry("BRA")));
     EXPECT_EQ(parsed->get("ARG"), nullptr);
@@ -162,70 +143,6 @@ TEST(TLocalTimeOffsetDescriptor, MostEntriesThatFitAreRead) {
     EXPECT_EQ(parsed->size(), 19U);
     EXPECT_NE(parsed->get("XXS"), nullptr);
     EXPECT_EQ(parsed.length, 13U);
-}
-
-TEST(TLocalTimeOffsetDescriptor, AddStoresUnderTheCountryCode) {
-    Descriptor object(nullptr, 0);
-    Item* const item = makeItem("PRY").release();
-    object.add(item);
-    EXPECT_EQ(object.size(), 1U);
-    EXPECT_EQ(object.get("PRY"), item);
-    EXPECT_EQ(taken(object.getCountryCodes()), Lines{"PRY"});
-}
-
-TEST(TLocalTimeOffsetDescriptor, AddDisplacesWithoutDeleting) {
-    int deleted = 0;
-    Descriptor object(nullptr, 0);
-    const std::unique_ptr<Item> first(countedItem(deleted));
-    Item* const second = countedItem(deleted);
-    object.add(first.get());
-    object.add(second);
-    EXPECT_EQ(deleted, 0);
-    EXPECT_EQ(object.size(), 1U);
-    EXPECT_EQ(object.get(""), second);
-    EXPECT_STREQ(first->getCountryCode(), ""); // still there
-}
-
-TEST(TLocalTimeOffsetDescriptor, AddIgnoresNull) {
-    Descriptor object(nullptr, 0);
-    object.add(nullptr);
-    EXPECT_EQ(object.size(), 0U);
-}
-
-TEST(TLocalTimeOffsetDescriptor, RemoveDeletes) {
-    int deleted = 0;
-    Descriptor object(nullptr, 0);
-    object.add(countedItem(deleted));
-    object.add(makeItem("BRA").release());
-    EXPECT_TRUE(object.remove(""));
-    EXPECT_EQ(deleted, 1);
-    EXPECT_EQ(object.size(), 1U);
-    EXPECT_EQ(object.get(""), nullptr);
-    EXPECT_FALSE(object.remove(""));
-    EXPECT_EQ(deleted, 1);
-}
-
-TEST(TLocalTimeOffsetDescriptor, DestructorDeletesWhatIsLeft) {
-    int deleted = 0;
-    std::unique_ptr<Quor::TISDBTDescriptor> base;
-    {
-        std::unique_ptr<Descriptor> object(new Descriptor(nullptr, 0));
-        object->add(countedItem(deleted));
-        base = std::move(object);
-    }
-    EXPECT_EQ(deleted, 0);
-    base.reset();
-    EXPECT_EQ(deleted, 1);
-}
-
-TEST(TLocalTimeOffsetDescriptor, ItemsParsedAreRemovedAndReplaced) {
-    const auto parsed = parseBytes<Descriptor>(descriptor(0x58, join({entry("BRA"), entry("ARG")})));
-    EXPECT_TRUE(parsed->remove("ARG"));
-    EXPECT_EQ(taken(parsed->getCountryCodes()), Lines{"BRA"});
-    const std::unique_ptr<Item> displaced(parsed->get("BRA"));
-    parsed->add(makeItem("BRA", "FC").release());
-    EXPECT_EQ(parsed->get("BRA")->getCountryRegionID(), 63);
-    EXPECT_EQ(displaced->getCountryRegionID(), 3);
 }
 
 TEST(TLocalTimeOffsetDescriptor, EveryPrefixSurvives) {

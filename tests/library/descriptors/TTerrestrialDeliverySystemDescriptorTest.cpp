@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-using Quor::TISDBTTable;
 using Quor::TTerrestrialDeliverySystemDescriptor;
 
 using Words = std::vector<QUOR_U16>;

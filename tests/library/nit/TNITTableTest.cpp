@@ -3,7 +3,6 @@
 #include "NetworkKinds.h"
 #include "support/DirtyMemory.h"
 #include "support/Fields.h"
-#include "support/Lifetime.h"
 #include "support/Survival.h"
 
 #include <gmock/gmock.h>
@@ -11,7 +10,6 @@
 
 using Quor::TISDBTTable;
 using Quor::TNITTable;
-using Quor::TTransportStreamInfo;
 using testing::ElementsAre;
 
 using Ids = std::vector<QUOR_U16>;
@@ -28,11 +26,6 @@ std::string entryLine(const std::string& rest) {
 }
 
 const std::string invalidItem = line("Invalid item. Aborting!");
-
-TTransportStreamInfo* newEntry(unsigned transportStreamId, unsigned originalNetworkId) {
-    ByteVector wire = transportStream(transportStreamId, originalNetworkId);
-    return TTransportStreamInfo::parse(wire.data(), static_cast<QUOR_U32>(wire.size()), 1, nullptr, nullptr);
-}
 
 class TNITTableKind : public testing::TestWithParam<NetworkKind> {};
 
@@ -440,73 +433,10 @@ TEST(TNITTable, KeepsACopyOfTheSection) {
     EXPECT_EQ(table->getTransportStreamInfo(7)->getServiceListDescriptor()->get(0x20)->getServiceType(), 1);
 }
 
-TEST(TNITTable, AddsUnderTheIdOfTheEntry) {
-    QUOR_U8 nothing = 0;
-    TNITTable table(&nothing, 1);
-    TTransportStreamInfo* const entry = newEntry(0xFFFE, 2);
-    table.addTransportStreamInfo(entry);
-    table.addTransportStreamInfo(newEntry(3, 4));
-    EXPECT_EQ(table.getTransportStreamLoopSize(), 2U);
-    EXPECT_EQ(table.getTransportStreamInfo(0xFFFE), entry);
-    EXPECT_EQ(taken(table.getTransportStreamIDs()), (Ids{3, 0xFFFE}));
-}
-
-TEST(TNITTable, AddDoesNotDeleteWhatItDisplaces) {
-    int deleted = 0;
-    int displacedDeleted = 0;
-    const std::unique_ptr<TTransportStreamInfo> displaced(new Counted<TTransportStreamInfo>(displacedDeleted));
-    {
-        QUOR_U8 nothing = 0;
-        TNITTable table(&nothing, 1);
-        table.addTransportStreamInfo(displaced.get());
-        auto* const entry = new Counted<TTransportStreamInfo>(deleted);
-        table.addTransportStreamInfo(entry);
-        EXPECT_EQ(table.getTransportStreamLoopSize(), 1U);
-        EXPECT_EQ(table.getTransportStreamInfo(0), entry);
-    }
-    EXPECT_EQ(deleted, 1);
-    EXPECT_EQ(displacedDeleted, 0);
-}
-
-TEST(TNITTable, AddIgnoresNull) {
-    QUOR_U8 nothing = 0;
-    TNITTable table(&nothing, 1);
-    table.addTransportStreamInfo(nullptr);
-    EXPECT_EQ(table.getTransportStreamLoopSize(), 0U);
-}
-
-TEST(TNITTable, RemoveDeletesTheEntry) {
-    int deleted = 0;
-    QUOR_U8 nothing = 0;
-    TNITTable table(&nothing, 1);
-    table.addTransportStreamInfo(new Counted<TTransportStreamInfo>(deleted));
-    table.addTransportStreamInfo(newEntry(3, 4));
-    EXPECT_FALSE(table.removeTransportStreamInfo(1));
-    EXPECT_EQ(table.getTransportStreamLoopSize(), 2U);
-    EXPECT_EQ(deleted, 0);
-    EXPECT_TRUE(table.removeTransportStreamInfo(0));
-    EXPECT_EQ(deleted, 1);
-    EXPECT_EQ(taken(table.getTransportStreamIDs()), (Ids{3}));
-    EXPECT_FALSE(table.removeTransportStreamInfo(0));
-}
-
-TEST(TNITTable, DeletesItsEntries) {
-    int deleted = 0;
-    {
-        QUOR_U8 nothing = 0;
-        TNITTable table(&nothing, 1);
-        table.addTransportStreamInfo(new Counted<TTransportStreamInfo>(deleted));
-    }
-    EXPECT_EQ(deleted, 1);
-}
-
 TEST(TNITTable, MakesANewListEachTime) {
     const auto table = expectTable<TNITTable>(nit(hex("40 01 41"), transportStream(1, 2)));
-    const std::unique_ptr<std::list<QUOR_U16>> ids(table->getTransportStreamIDs());
-    ids->clear();
     const std::unique_ptr<std::list<QUOR_U8>> tags(table->getDescriptorTags());
     tags->clear();
-    EXPECT_EQ(taken(table->getTransportStreamIDs()), (Ids{1}));
     EXPECT_EQ(taken(table->getDescriptorTags()), (Tags{0x40}));
 }
 

@@ -3,7 +3,6 @@
 #include "ServiceKinds.h"
 #include "support/DirtyMemory.h"
 #include "support/Fields.h"
-#include "support/Lifetime.h"
 #include "support/Survival.h"
 
 #include <gmock/gmock.h>
@@ -24,11 +23,6 @@ std::string entryLine(const std::string& rest) {
 }
 
 const std::string invalidItem = "ISDBTUtils: TSDTTable::parse: Invalid item. Aborting!";
-
-TServiceDescription* newEntry(unsigned serviceId) {
-    ByteVector wire = serviceEntry(serviceId);
-    return TServiceDescription::parse(wire.data(), static_cast<QUOR_U32>(wire.size()), 1, nullptr, nullptr);
-}
 
 class TSDTTableKind : public testing::TestWithParam<ServiceKind> {};
 
@@ -270,73 +264,6 @@ TEST(TSDTTable, KeepsACopyOfTheSection) {
     }
     EXPECT_EQ(elements(table->getData(), table->getDataLength()), section);
     EXPECT_EQ(table->getServiceDescription(7)->getServiceDescriptor()->getServiceProviderName(), "A");
-}
-
-TEST(TSDTTable, AddsUnderTheIdOfTheService) {
-    QUOR_U8 nothing = 0;
-    TSDTTable table(&nothing, 1);
-    TServiceDescription* const service = newEntry(0xFFFE);
-    table.addServiceDescription(service);
-    table.addServiceDescription(newEntry(3));
-    EXPECT_EQ(table.size(), 2U);
-    EXPECT_EQ(table.getServiceDescription(0xFFFE), service);
-    EXPECT_EQ(taken(table.getServiceIDs()), (Ids{3, 0xFFFE}));
-}
-
-TEST(TSDTTable, AddDoesNotDeleteWhatItDisplaces) {
-    int deleted = 0;
-    int displacedDeleted = 0;
-    const std::unique_ptr<TServiceDescription> displaced(new Counted<TServiceDescription>(displacedDeleted));
-    {
-        QUOR_U8 nothing = 0;
-        TSDTTable table(&nothing, 1);
-        table.addServiceDescription(displaced.get());
-        auto* const service = new Counted<TServiceDescription>(deleted);
-        table.addServiceDescription(service);
-        EXPECT_EQ(table.size(), 1U);
-        EXPECT_EQ(table.getServiceDescription(0), service);
-    }
-    EXPECT_EQ(deleted, 1);
-    EXPECT_EQ(displacedDeleted, 0);
-}
-
-TEST(TSDTTable, AddIgnoresNull) {
-    QUOR_U8 nothing = 0;
-    TSDTTable table(&nothing, 1);
-    table.addServiceDescription(nullptr);
-    EXPECT_EQ(table.size(), 0U);
-}
-
-TEST(TSDTTable, RemoveDeletesTheService) {
-    int deleted = 0;
-    QUOR_U8 nothing = 0;
-    TSDTTable table(&nothing, 1);
-    table.addServiceDescription(new Counted<TServiceDescription>(deleted));
-    table.addServiceDescription(newEntry(3));
-    EXPECT_FALSE(table.removeServiceDescription(1));
-    EXPECT_EQ(table.size(), 2U);
-    EXPECT_EQ(deleted, 0);
-    EXPECT_TRUE(table.removeServiceDescription(0));
-    EXPECT_EQ(deleted, 1);
-    EXPECT_EQ(taken(table.getServiceIDs()), (Ids{3}));
-    EXPECT_FALSE(table.removeServiceDescription(0));
-}
-
-TEST(TSDTTable, DeletesItsServices) {
-    int deleted = 0;
-    {
-        QUOR_U8 nothing = 0;
-        TSDTTable table(&nothing, 1);
-        table.addServiceDescription(new Counted<TServiceDescription>(deleted));
-    }
-    EXPECT_EQ(deleted, 1);
-}
-
-TEST(TSDTTable, MakesANewListEachTime) {
-    const auto table = expectTable<TSDTTable>(sdt(serviceEntry(1)));
-    const std::unique_ptr<std::list<QUOR_U16>> ids(table->getServiceIDs());
-    ids->clear();
-    EXPECT_EQ(taken(table->getServiceIDs()), (Ids{1}));
 }
 
 TEST(TSDTTable, SurvivesEveryPrefixAndEveryByteChange) {

@@ -13,7 +13,6 @@
 
 using Quor::TDownloadContent;
 using Quor::TISDBTTable;
-using Quor::TScheduleInfo;
 using Quor::TSDTTTable;
 
 namespace {
@@ -454,20 +453,6 @@ TEST(TDownloadContent, EveryPrefixAndEveryByteChangeSurvives) {
             }
         }
     }
-}
-
-// The schedule in the caller's hands.
-
-TEST(TDownloadContent, SlotsParsedAreRemovedAndAddedTo) {
-    int deleted = 0;
-    auto parsed = parse(16, 16, join({FIRST_SLOT, SECOND_SLOT}));
-    parsed->addScheduleInfo(new Counted<TScheduleInfo>(deleted));
-    EXPECT_TRUE(parsed->removeScheduleInfo(0));
-    EXPECT_EQ(parsed->getScheduleInfoSize(), 2U);
-    EXPECT_EQ(parsed->getScheduleInfo(0)->getDuration(), 0x235959U);
-    EXPECT_EQ(parsed->getScheduleInfo(1)->getDuration(), 0U);
-    parsed.object.reset();
-    EXPECT_EQ(deleted, 1);
 }
 
 TEST(TDownloadContent, DoesNotOwnItsParent) {

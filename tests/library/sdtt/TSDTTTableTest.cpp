@@ -2,7 +2,6 @@
 
 #include "descriptors/TDownloadContentDescriptor.h"
 #include "support/DirtyMemory.h"
-#include "support/Lifetime.h"
 #include "support/ParserLines.h"
 #include "support/Recordings.h"
 #include "support/Sections.h"
@@ -440,20 +439,6 @@ TEST(TSDTTTable, EveryPrefixSurvives) {
 TEST(TSDTTTable, EveryByteChangeSurvives) {
     expectEveryByteChangeSurvives<TSDTTTable>(
         sdtt(3, join({content(1, 32, 8, join({SLOT, hex("99 02 AABB"), DOWNLOAD})), bare(2), content(3, 8, 8, SLOT)})));
-}
-
-// The contents in the caller's hands.
-
-TEST(TSDTTTable, ContentsParsedAreRemovedAndAddedTo) {
-    int deleted = 0;
-    auto parsed = parse(sdtt(2, join({content(1, 28, 8, join({SLOT, DOWNLOAD})), bare(2)})));
-    parsed->addDownloadContent(new Counted<TDownloadContent>(deleted));
-    EXPECT_TRUE(parsed->removeDownloadContent(0));
-    EXPECT_EQ(parsed->getDownloadContentSize(), 2U);
-    EXPECT_EQ(parsed->getDownloadContent(0)->getGroup(), 2);
-    EXPECT_EQ(parsed->getDownloadContent(1)->getGroup(), 0);
-    parsed.object.reset();
-    EXPECT_EQ(deleted, 1);
 }
 
 // Sections of another system's making, with the values of its own reading.
