@@ -1,7 +1,5 @@
 #include "support/FullSections.h"
 
-namespace {
-
 ByteVector componentDescriptors() {
     return join({
         descriptor(0x53, hex("0005 000E")),                                           // CA identifier
@@ -71,6 +69,18 @@ ByteVector applicationDescriptors() {
     });
 }
 
+ByteVector gingaJDescriptors() {
+    return join({descriptor(0x03, join({hex("01"), text("a")})),
+                 descriptor(0x04, join({hex("01"), text("/"), hex("02"), text("cp"), text("Main")}))});
+}
+
+ByteVector gingaNclDescriptors() {
+    return join({descriptor(0x06, join({hex("01"), text("b")})),
+                 descriptor(0x07, join({hex("01"), text("/"), hex("00"), text("main.ncl")}))});
+}
+
+namespace {
+
 ByteVector application(const ByteVector& identifier, const ByteVector& descriptors) {
     return join({identifier, hex("01"), loopOf(descriptors)});
 }
@@ -103,13 +113,10 @@ ByteVector fullSdt() {
 }
 
 ByteVector fullAit() {
-    const ByteVector java = join({descriptor(0x03, join({hex("01"), text("a")})),
-                                  descriptor(0x04, join({hex("01"), text("/"), hex("02"), text("cp"), text("Main")}))});
-    const ByteVector ncl = join({descriptor(0x06, join({hex("01"), text("b")})),
-                                 descriptor(0x07, join({hex("01"), text("/"), hex("00"), text("main.ncl")}))});
-    const ByteVector applications = join({application(hex("0000000A 0001"), join({applicationDescriptors(), java})),
-                                          application(hex("0000000A 0002"), ncl)});
-    return longSection(0x74, {}, join({loopOf(join({applicationDescriptors(), java})), loopOf(applications)}));
+    const ByteVector java = join({applicationDescriptors(), gingaJDescriptors()});
+    const ByteVector applications =
+        join({application(hex("0000000A 0001"), java), application(hex("0000000A 0002"), gingaNclDescriptors())});
+    return longSection(0x74, {}, join({loopOf(java), loopOf(applications)}));
 }
 
 ByteVector fullSdtt() {
