@@ -103,6 +103,8 @@ inline ByteVector copyIn(const Quor::TISDBTTable& table) {
     return ByteVector(table.getData(), table.getData() + table.getDataLength());
 }
 
+template <class T> constexpr bool IS_VERSIONED = std::is_base_of<Quor::TISDBTVersionedTable, T>::value;
+
 /// What the header check says to another table_id.
 inline std::string otherTableId(unsigned got, unsigned expected) {
     char line[100];
@@ -112,15 +114,11 @@ inline std::string otherTableId(unsigned got, unsigned expected) {
     return line;
 }
 
-/// The checks of the section header, in their order, and what none of them looks at.
-/// @param good  a section of the table
-/// @param whole what holds of each table that is read from it
-template <class T, class Whole>
-void expectSectionChecks(QUOR_U8 tableId, QUOR_U32 minimum, const ByteVector& good, Whole whole) {
+/// What the header check refuses, in its order.
+template <class T> void expectHeadersRefused(QUOR_U8 tableId, QUOR_U32 minimum, const ByteVector& good) {
     using Table = Quor::TISDBTTable;
     const std::string place = "ISDBTUtils: TISDBTTable::parse: ";
 
-    EXPECT_CONSTANT(QUOR_U32, T::MINIMUM_DATA_LENGTH, minimum);
     for (const QUOR_U32 length : {0U, 24U}) {
         QUOR_U16 error = PRESET_ERROR;
         const LogCapture log;
@@ -128,6 +126,7 @@ void expectSectionChecks(QUOR_U8 tableId, QUOR_U32 minimum, const ByteVector& go
         EXPECT_EQ(T::parse(nullptr, length, 1, 1, nullptr, nullptr), nullptr);
         EXPECT_EQ(error, Table::ERROR_INVALID_DATA);
         EXPECT_EQ(log.lines(), Lines(2, place + "Invalid data. Aborting!"));
+        expectLevelAndTag(log);
     }
     // Neither table_id nor section_length is right here, and neither is looked at.
     for (QUOR_U32 size = 0; size < minimum; ++size) {
@@ -144,8 +143,7 @@ void expectSectionChecks(QUOR_U8 tableId, QUOR_U32 minimum, const ByteVector& go
     }
     expectNoTable<T>(withoutLast(good, 1), Table::ERROR_INVALID_SECTION_LEN_TOO_BIG,
                      {place + "Section length exceeds data length. Aborting!"});
-    constexpr bool VERSIONED = std::is_base_of<Quor::TISDBTVersionedTable, T>::value;
-    for (QUOR_U32 size = minimum; VERSIONED && size < 8; ++size) {
+    for (QUOR_U32 size = minimum; IS_VERSIONED<T> && size < 8; ++size) {
         const ByteVector cut(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(size));
         for (unsigned sectionLength = 0; sectionLength <= size - 3; ++sectionLength) {
             expectNoTable<T>(withSectionLength(cut, sectionLength), Table::ERROR_INVALID_DATA_LENGTH,
@@ -153,10 +151,19 @@ void expectSectionChecks(QUOR_U8 tableId, QUOR_U32 minimum, const ByteVector& go
                               std::to_string(size) + " < 8. Aborting!"});
         }
     }
+}
+
+/// The checks of the section header, and what none of them looks at.
+/// @param good  a section of the table
+/// @param whole what holds of each table that is read from it
+template <class T, class Whole>
+void expectSectionChecks(QUOR_U8 tableId, QUOR_U32 minimum, const ByteVector& good, Whole whole) {
+    EXPECT_CONSTANT(QUOR_U32, T::MINIMUM_DATA_LENGTH, minimum);
+    expectHeadersRefused<T>(tableId, minimum, good);
 
     ByteVector unmarked = good;
     unmarked[1] &= 0x0FU; // section_syntax_indicator and the reserved bits
-    if (VERSIONED) {
+    if (IS_VERSIONED<T>) {
         unmarked[5] &= 0x3FU;
     }
     ByteVector damaged = good;

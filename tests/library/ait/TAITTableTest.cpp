@@ -86,11 +86,6 @@ std::vector<std::string> keys(const TAITTable& table) {
     return std::vector<std::string>(list->begin(), list->end());
 }
 
-/// The same without the last bytes.
-ByteVector without(const ByteVector& bytes, std::size_t last) {
-    return ByteVector(bytes.begin(), bytes.end() - static_cast<std::ptrdiff_t>(last));
-}
-
 /// A section with every descriptor, at the table and in its two applications.
 ByteVector fullSection() {
     ByteVector java;
@@ -486,7 +481,7 @@ TEST(TAITTable, WithAWrappedCountCommonDescriptorsGoOnToTheEndOfTheData) {
     EXPECT_NE(parsed(join({whole, hex("FFFF")})).object, nullptr);
     for (std::size_t missing = 1; whole.size() - missing >= 12; ++missing) {
         SCOPED_TRACE(missing);
-        expectLeftItsBytes(parsed(without(whole, missing)));
+        expectLeftItsBytes(parsed(withoutLast(whole, missing)));
     }
 }
 
@@ -500,7 +495,7 @@ TEST(TAITTable, WithAWrappedCountApplicationsGoOnToTheEndOfTheData) {
     EXPECT_NE(parsed(join({whole, hex("FFFF")})).object, nullptr);
     for (std::size_t missing = 1; whole.size() - missing >= 14; ++missing) {
         SCOPED_TRACE(missing);
-        expectApplicationLeftItsBytes(parsed(without(whole, missing)));
+        expectApplicationLeftItsBytes(parsed(withoutLast(whole, missing)));
     }
 }
 
@@ -553,8 +548,8 @@ TEST(TAITTable, ALoopCountThatComesBackToNothingEndsTheLoop) {
     EXPECT_EQ(result->getApplication("000000020001")->getDataLength(), 65535U);
     EXPECT_EQ(result->getApplication("000000020010")->getDataLength(), 3975U);
     // The stuffing at its end is skipped unread; only its header must be there.
-    EXPECT_NE(parsed(without(whole, 109)).object, nullptr);
-    expectApplicationLeftItsBytes(parsed(without(whole, 110)));
+    EXPECT_NE(parsed(withoutLast(whole, 109)).object, nullptr);
+    expectApplicationLeftItsBytes(parsed(withoutLast(whole, 110)));
 }
 
 TEST(TAITTable, AnApplicationDoesNotTakeDescriptorsFromTheCrc) {
@@ -585,7 +580,7 @@ TEST(TAITTable, WithoutItsLoopLengthsItFails) {
     const ByteVector whole = hex("74 B000 0009 C1 00 00 F000 F000");
     for (std::size_t size = 8; size < 12; ++size) {
         SCOPED_TRACE(size);
-        expectRejected(parsed(without(whole, 12 - size)), TISDBTTable::ERROR_INVALID_DATA_LENGTH,
+        expectRejected(parsed(withoutLast(whole, 12 - size)), TISDBTTable::ERROR_INVALID_DATA_LENGTH,
                        exceeds("2 > " + std::to_string(size % 2)));
     }
     EXPECT_NE(parsed(whole).object, nullptr);
