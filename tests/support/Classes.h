@@ -59,8 +59,8 @@
 #include "sdtt/TSDTTTable.h"
 #include "support/Rows.h"
 
-/// The classes that bytes are parsed into, a line each, but for the tables: the tests of what all of them promise go
-/// through this list, and one of them misses a class that does not stand here.
+/// The classes that bytes are parsed into, each in a line, with the class of the items that it owns. The tests of what
+/// all of them promise go through this list, and one test misses a descriptor or an item that does not stand here.
 inline auto classRows() {
     using namespace Quor;
     return std::tuple{
@@ -158,11 +158,12 @@ inline auto classRows() {
         itemRow<TCompatibilityDescriptor>(4),
 
         // what else owns items, a good one of it, and the items
-        ownerRow<TCompatibilityDescriptor>("0018 0002  01 09 01 000001 0002 0003 00  02 09 01 000001 0002 0003 00",
-                                           list<&TCompatibilityDescriptor::getCompatibilityDescriptorItemSize,
-                                                &TCompatibilityDescriptor::getCompatibilityDescriptorItem,
-                                                &TCompatibilityDescriptor::addCompatibilityDescriptorItem,
-                                                &TCompatibilityDescriptor::removeCompatibilityDescriptorItem>(11)),
+        ownerRow<TCompatibilityDescriptor>(
+            "001B 0002  01 09 01 000001 0002 0003 00  02 0C 01 000001 0002 0003 01  04 01 AA",
+            list<&TCompatibilityDescriptor::getCompatibilityDescriptorItemSize,
+                 &TCompatibilityDescriptor::getCompatibilityDescriptorItem,
+                 &TCompatibilityDescriptor::addCompatibilityDescriptorItem,
+                 &TCompatibilityDescriptor::removeCompatibilityDescriptorItem>(11)),
         ownerRow<TCompatibilityDescriptorItem>(
             "01 0E 01 000001 0002 0003 02  04 01 AA  05 00",
             list<&TCompatibilityDescriptorItem::getCompatibilityDescriptorSubItemSize,
@@ -175,22 +176,25 @@ inline auto classRows() {
         ownerRow<TPATTable>("00 B011 0735 C1 00 00  E6A1 E102  E6A0 E101  CCCCCCCC",
                             map<&TPATTable::getProgramNumbers>(4, 8)),
         ownerRow<TPMTTable>(
-            "02 B017 E6A0 C1 00 00  E100 F000  1B E111 F000  11 E112 F000  CCCCCCCC",
+            "02 B01D E6A0 C1 00 00  E100 F000  1B E111 F000  11 E112 F006 55 04 425241 05  CCCCCCCC",
             list<&TPMTTable::size, static_cast<TProgramMap* (TPMTTable::*)(QUOR_U8) const>(&TPMTTable::getProgramMap),
                  &TPMTTable::addProgramMap, &TPMTTable::removeProgramMap>(5)),
-        ownerRow<TNITTable>("40 B01F 0735 C1 00 00  F000 F012  FFFE 0001 F000  0003 0001 F000  0000 0001 F000 CCCCCCCC",
-                            map<&TNITTable::getTransportStreamLoopSize, &TNITTable::getTransportStreamInfo,
-                                &TNITTable::addTransportStreamInfo, &TNITTable::removeTransportStreamInfo,
-                                &TNITTable::getTransportStreamIDs>(6, 12)),
-        ownerRow<TSDTTable>("42 B01B 0735 C1 00 00  0001 FF  FFFE FF 8000  0003 FF 8000  0000 FF 8000  CCCCCCCC",
-                            map<&TSDTTable::size, &TSDTTable::getServiceDescription, &TSDTTable::addServiceDescription,
-                                &TSDTTable::removeServiceDescription, &TSDTTable::getServiceIDs>(5, 11)),
+        ownerRow<TNITTable>(
+            "40 B025 0735 C1 00 00  F000 F018  FFFE 0001 F000  0003 0001 F000  0000 0001 F006 41 04 2001 38C0 CCCCCCCC",
+            map<&TNITTable::getTransportStreamLoopSize, &TNITTable::getTransportStreamInfo,
+                &TNITTable::addTransportStreamInfo, &TNITTable::removeTransportStreamInfo,
+                &TNITTable::getTransportStreamIDs>(6, 12)),
+        ownerRow<TSDTTable>(
+            "42 B023 0735 C1 00 00  0001 FF  FFFE FF 8000  0003 FF 8000  0000 FF 8008 4B 06 0001 0002 0003  CCCCCCCC",
+            map<&TSDTTable::size, &TSDTTable::getServiceDescription, &TSDTTable::addServiceDescription,
+                &TSDTTable::removeServiceDescription, &TSDTTable::getServiceIDs>(5, 11)),
         ownerRow<TAITTable>(
-            "74 B01F 0009 C1 00 00  F000 F012  0000000A 0002 01 F000  0000000A 0001 02 F000  CCCCCCCC",
+            "74 B031 0009 C1 00 00  F000 F024  0000000A 0002 01 F000  0000000A 0001 02 F000"
+            "0000000A 0003 02 F009 05 07 0000000B 0002 06  CCCCCCCC",
             map<&TAITTable::getApplicationsCount, &TAITTable::getApplication, &TAITTable::addApplication,
                 &TAITTable::removeApplication, &TAITTable::getApplicationsIDs>(9, 12)),
         ownerRow<TSDTTTable>(
-            "C3 B020 1234 C1 00 00  0735 0001 E6A0 02  1200 2081 0000 0000  2200 2081 0000 0000  CCCCCCCC",
+            "C3 B028 1234 C1 00 00 0735 0001 E6A0 02  1200 2081 0000 0000 2200 2081 0080 0080 C079 123456 013000 CCCCCCCC",
             list<&TSDTTTable::getDownloadContentSize, &TSDTTTable::getDownloadContent, &TSDTTTable::addDownloadContent,
                  &TSDTTTable::removeDownloadContent>(8)),
     };
