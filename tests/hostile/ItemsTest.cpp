@@ -1,30 +1,7 @@
 // The items of tables and descriptors, given any number of bytes and none.
 
-#include "ait/TApplication.h"
-#include "ait/TApplicationIdentifier.h"
-#include "descriptors/TApplicationDescriptorProfile.h"
-#include "descriptors/TApplicationNameDescriptorItem.h"
-#include "descriptors/TCompatibilityDescriptor.h"
-#include "descriptors/TCompatibilityDescriptorItem.h"
-#include "descriptors/TCompatibilityDescriptorSubItem.h"
-#include "descriptors/TDIILocationDescriptorItem.h"
-#include "descriptors/TDigitalCopyControlDescriptorItem.h"
-#include "descriptors/TDownloadContentDescriptorItem.h"
-#include "descriptors/TEmergencyInformationDescriptorItem.h"
-#include "descriptors/TExternalApplicationAuthorizationDescriptorItem.h"
-#include "descriptors/TLocalTimeOffsetDescriptorItem.h"
-#include "descriptors/TMosaicDescriptorCell.h"
-#include "descriptors/TNVODReferenceDescriptorItem.h"
-#include "descriptors/TParentalRatingDescriptorItem.h"
-#include "descriptors/TPrefetchDescriptorItem.h"
-#include "descriptors/TServiceListDescriptorItem.h"
-#include "descriptors/TTSInformationDescriptorItem.h"
 #include "hostile/Tables.h"
-#include "nit/TTransportStreamInfo.h"
-#include "pmt/TProgramMap.h"
-#include "sdt/TServiceDescription.h"
-#include "sdtt/TDownloadContent.h"
-#include "sdtt/TScheduleInfo.h"
+#include "support/Classes.h"
 
 #include <gmock/gmock.h>
 
@@ -59,48 +36,35 @@ template <class Parse> Verdict judge(Parse parse) {
     return verdict;
 }
 
-template <class Item> ItemClass item(const std::string& name, QUOR_U32 minimum) {
-    return {name, minimum, [](QUOR_U8* data, QUOR_U32 length) {
-                return judge(
-                    [=](Verdict& verdict) { return Item::parse(data, length, &verdict.length, &verdict.error); });
+template <class Item> ItemClass item(QUOR_U32 minimum) {
+    return {nameOf<Item>(), minimum, [](QUOR_U8* data, QUOR_U32 length) {
+                return judge([=](Verdict& verdict) {
+                    if constexpr (IS_ENTRY<Item>) {
+                        return Item::parse(data, length, 1, &verdict.length, &verdict.error);
+                    } else {
+                        return Item::parse(data, length, &verdict.length, &verdict.error);
+                    }
+                });
             }};
 }
 
-/// An entry of a table, which has one more argument.
-template <class Item> ItemClass entry(const std::string& name, QUOR_U32 minimum) {
-    return {name, minimum, [](QUOR_U8* data, QUOR_U32 length) {
-                return judge(
-                    [=](Verdict& verdict) { return Item::parse(data, length, 1, &verdict.length, &verdict.error); });
-            }};
+template <class T> void add(std::vector<ItemClass>& classes, const ItemRow<T>& row) {
+    classes.push_back(item<T>(row.minimum));
+}
+
+template <class Row> void add(std::vector<ItemClass>& classes, const Row& row) {
+    if constexpr (Row::Items::HOLDS != Holds::NOTHING) {
+        using Item = typename Row::Items::Item;
+        if constexpr (!std::is_same_v<Item, Quor::TProgramAssociation>) { // which its table parses
+            classes.push_back(item<Item>(row.items.minimum));
+        }
+    }
 }
 
 std::vector<ItemClass> itemClasses() {
-    return {
-        item<Quor::TApplicationDescriptorProfile>("ApplicationProfile", 5),
-        item<Quor::TApplicationNameDescriptorItem>("ApplicationName", 4),
-        item<Quor::TCompatibilityDescriptor>("Compatibility", 4),
-        item<Quor::TCompatibilityDescriptorItem>("CompatibilityItem", 11),
-        item<Quor::TCompatibilityDescriptorSubItem>("CompatibilitySubItem", 2),
-        item<Quor::TDIILocationDescriptorItem>("DIILocation", 4),
-        item<Quor::TDigitalCopyControlDescriptorItem>("DigitalCopyControl", 1),
-        item<Quor::TDownloadContentDescriptorItem>("DownloadModule", 7),
-        item<Quor::TEmergencyInformationDescriptorItem>("EmergencyInformation", 4),
-        item<Quor::TExternalApplicationAuthorizationDescriptorItem>("ExternalAuthorization", 7),
-        item<Quor::TLocalTimeOffsetDescriptorItem>("LocalTimeOffset", 13),
-        item<Quor::TMosaicDescriptorCell>("MosaicCell", 4),
-        item<Quor::TNVODReferenceDescriptorItem>("NVODReference", 6),
-        item<Quor::TParentalRatingDescriptorItem>("ParentalRating", 4),
-        item<Quor::TPrefetchDescriptorItem>("Prefetch", 2),
-        item<Quor::TScheduleInfo>("Schedule", 8),
-        item<Quor::TServiceListDescriptorItem>("ServiceList", 2),
-        item<Quor::TTSInformationDescriptorItem>("TransmissionType", 2),
-        entry<Quor::TApplicationIdentifier>("ApplicationIdentifier", 6),
-        entry<Quor::TApplication>("Application", 9),
-        entry<Quor::TDownloadContent>("DownloadContent", 8),
-        entry<Quor::TProgramMap>("ProgramMap", 5),
-        entry<Quor::TServiceDescription>("ServiceDescription", 5),
-        entry<Quor::TTransportStreamInfo>("TransportStream", 6),
-    };
+    std::vector<ItemClass> classes;
+    forEachRow(classRows(), [&](const auto& row) { add(classes, row); });
+    return classes;
 }
 
 class Items : public testing::TestWithParam<ItemClass> {
@@ -117,7 +81,7 @@ protected:
     }
 
     /// TApplication trusts its caller for the nine fixed bytes once there are six.
-    static bool mayNotBeGiven(QUOR_U32 size) { return GetParam().name == "Application" && size >= 6 && size < 9; }
+    static bool mayNotBeGiven(QUOR_U32 size) { return GetParam().name == "TApplication" && size >= 6 && size < 9; }
 };
 
 } // namespace

@@ -37,10 +37,14 @@ ByteVector upperLength(std::size_t length) {
     return u16(static_cast<unsigned>(length) << 4 & 0xFFF0U);
 }
 
-const ByteVector COMPONENT_TAGS = hex("53 0D 49 4A 50 51 52 55 C0 C1 FC FD FE C6 C8 DE F7 F8 28 2A 7C 13");
-const ByteVector NETWORK_TAGS = hex("40 FE 41 4A FA FC FB CD");
-const ByteVector SERVICE_TAGS = hex("48 47 49 4A C1 CF DE 4B 4C 51 53");
-const ByteVector APPLICATION_TAGS = hex("00 01 0B 05 02 11 0C 0D 03 04 06 07");
+/// The tags of the descriptors.
+ByteVector tagsIn(const ByteVector& descriptors) {
+    ByteVector tags;
+    for (std::size_t at = 0; at < descriptors.size(); at += 2U + descriptors.at(at + 1)) {
+        tags.push_back(descriptors[at]);
+    }
+    return tags;
+}
 
 } // namespace
 
@@ -71,13 +75,18 @@ std::vector<TableClass> tableClasses() {
 
 std::vector<DescriptorLoop> descriptorLoops() {
     using Bytes = const ByteVector&;
+    const ByteVector componentTags = tagsIn(componentDescriptors());
+    const ByteVector networkTags = tagsIn(networkDescriptors());
+    const ByteVector serviceTags = tagsIn(serviceDescriptors());
+    const ByteVector applicationTags =
+        tagsIn(join({applicationDescriptors(), gingaJDescriptors(), gingaNclDescriptors()}));
     return {
-        {"ProgramOfPmt", COMPONENT_TAGS, hex("55"), false,
+        {"ProgramOfPmt", componentTags, hex("55"), false,
          [](Bytes descriptors) {
              return section(0x02, join({hex("E100"), loopOf(descriptors)}));
          },
          parse<Quor::TPMTTable>},
-        {"StreamOfPmt", COMPONENT_TAGS, hex("55"), false,
+        {"StreamOfPmt", componentTags, hex("55"), false,
          [](Bytes descriptors) {
              return section(0x02, join({hex("E100 F000 1B E111"), loopOf(descriptors)}));
          },
@@ -91,7 +100,7 @@ std::vector<DescriptorLoop> descriptorLoops() {
          },
          parse<Quor::TTOTTable>},
         {"NetworkOfNit",
-         NETWORK_TAGS,
+         networkTags,
          {},
          true,
          [](Bytes descriptors) {
@@ -99,7 +108,7 @@ std::vector<DescriptorLoop> descriptorLoops() {
          },
          parse<Quor::TNITTable>},
         {"StreamOfNit",
-         NETWORK_TAGS,
+         networkTags,
          {},
          true,
          [](Bytes descriptors) {
@@ -107,19 +116,19 @@ std::vector<DescriptorLoop> descriptorLoops() {
          },
          parse<Quor::TNITTable>},
         {"ServiceOfSdt",
-         SERVICE_TAGS,
+         serviceTags,
          {},
          true,
          [](Bytes descriptors) {
              return section(0x42, join({hex("0001 FF E6A0 FF"), loopOf(descriptors)}));
          },
          parse<Quor::TSDTTable>},
-        {"CommonOfAit", APPLICATION_TAGS, hex("05 03 06"), true,
+        {"CommonOfAit", applicationTags, hex("05 03 06"), true,
          [](Bytes descriptors) {
              return section(0x74, join({loopOf(descriptors), hex("F000")}));
          },
          parse<Quor::TAITTable>},
-        {"ApplicationOfAit", APPLICATION_TAGS, hex("05 03 06"), true,
+        {"ApplicationOfAit", applicationTags, hex("05 03 06"), true,
          [](Bytes descriptors) {
              return section(0x74, join({hex("F000"), loopOf(join({hex("0000000A 0001 01"), loopOf(descriptors)}))}));
          },
@@ -140,10 +149,6 @@ std::vector<DescriptorLoop> descriptorLoops() {
          [](Bytes descriptors) { return section(0x3D, descriptors); },
          parse<Quor::TDSMCCSectionTable>},
     };
-}
-
-ByteVector loopOf(const ByteVector& content) {
-    return join({u16(static_cast<unsigned>(content.size()) & 0x0FFFU, 0xF000), content});
 }
 
 ByteVector counting(std::size_t count) {

@@ -40,9 +40,6 @@ template <class Case> std::string caseName(const testing::TestParamInfo<Case>& i
     return info.param.name;
 }
 
-/// Content behind its length of 12 bits, which keeps what fits of a longer one.
-ByteVector loopOf(const ByteVector& content);
-
 /// 0, 1, ... 255, 0, ...
 ByteVector counting(std::size_t count);
 

@@ -65,11 +65,6 @@ const ByteVector MOSAIC =
     hex("51 1E 12  04 01 01 05 01 0001  08 02 00 02 0001 0002 0003  0C 03 00 04 0001 0002 0003 0004");
 const ByteVector CA_IDENTIFIERS = hex("53 05 0005 8001 02");
 
-/// A loop behind its 12-bit length under four reserved bits.
-ByteVector loop(const ByteVector& content) {
-    return join({u16(static_cast<unsigned>(content.size()), 0xF000), content});
-}
-
 } // namespace
 
 TEST(OutOfMemory, IsThrownBehindTheLimitOnly) {
@@ -111,9 +106,9 @@ TEST(OutOfMemory, PmtLeavesNothingBehind) {
               SYSTEM_MANAGEMENT, hex("C6 05 01 11223344  C8 01 47  DE 01 31  F7 05 01020304 05"),
               hex("F8 06 0005 E100 1122  28 04 64 00 28 3F  2A 0F 81 80 00000001 0000012C A0000BB8 1F"),
               hex("7C 05 2C 80 11 AABB  13 07 0000002A 01 0500")});
-    const ByteVector stream = join({hex("1B E111"), loop(join({descriptors, descriptors}))});
+    const ByteVector stream = join({hex("1B E111"), loopOf(join({descriptors, descriptors}))});
     const int needed = expectNothingIsLeftBehind<TPMTTable>(
-        longSection(0x02, {}, join({hex("E100"), loop(join({descriptors, descriptors})), stream, stream})));
+        longSection(0x02, {}, join({hex("E100"), loopOf(join({descriptors, descriptors})), stream, stream})));
     // The table, its copy, two streams and their places, and three loops with every kind twice.
     EXPECT_GE(needed, 6 + 3 * 2 * 22);
 }
@@ -123,9 +118,9 @@ TEST(OutOfMemory, NitLeavesNothingBehind) {
         join({descriptor(0x40, NAME), SYSTEM_MANAGEMENT, hex("41 06 2001 38C0 2002"), LINKAGE,
               hex("FA 06 8916 0F90 0E27"), EMERGENCY, hex("FB 04 5C38 5C20"),
               descriptor(0xCD, join({hex("07 52"), NAME, hex("AF 01 5C38 0F 02 5C20 5C21")}))});
-    const ByteVector stream = join({hex("02E1 7ED4"), loop(join({descriptors, descriptors}))});
+    const ByteVector stream = join({hex("02E1 7ED4"), loopOf(join({descriptors, descriptors}))});
     const int needed = expectNothingIsLeftBehind<TNITTable>(
-        longSection(0x40, {}, join({loop(join({descriptors, descriptors})), loop(join({stream, stream}))})));
+        longSection(0x40, {}, join({loopOf(join({descriptors, descriptors})), loopOf(join({stream, stream}))})));
     EXPECT_GE(needed, 6 + 3 * 2 * 8);
 }
 
@@ -134,7 +129,7 @@ TEST(OutOfMemory, SdtLeavesNothingBehind) {
         join({descriptor(0x48, join({hex("01 14"), NAME, hex("14"), NAME})), descriptor(0x47, NAME), COUNTRIES, LINKAGE,
               COPY_CONTROL, hex("CF 07 01 0123 0456 FEDC  DE 01 31"),
               hex("4B 0C 0001 0002 0003 0004 0005 0006  4C 02 5C20"), MOSAIC, CA_IDENTIFIERS});
-    const ByteVector service = join({hex("5C20 FD"), loop(join({descriptors, descriptors}))});
+    const ByteVector service = join({hex("5C20 FD"), loopOf(join({descriptors, descriptors}))});
     const int needed =
         expectNothingIsLeftBehind<TSDTTable>(longSection(0x42, {}, join({hex("7ED4 FF"), service, service})));
     EXPECT_GE(needed, 6 + 2 * 2 * 11);
@@ -153,10 +148,10 @@ TEST(OutOfMemory, AitLeavesNothingBehind) {
                                  descriptor(0x07, join({hex("14"), NAME, hex("14"), NAME, NAME}))});
     const ByteVector own = join({common, ncl, common, java});
     // One of the applications takes all that it has from the table, copied.
-    const ByteVector applications =
-        join({hex("0000000A 0001 01"), loop(own), hex("0000000A 0002 01 F000"), hex("0000000A 0001 02"), loop(own)});
+    const ByteVector applications = join(
+        {hex("0000000A 0001 01"), loopOf(own), hex("0000000A 0002 01 F000"), hex("0000000A 0001 02"), loopOf(own)});
     const int needed = expectNothingIsLeftBehind<TAITTable>(
-        longSection(0x74, {}, join({loop(join({common, java, common, ncl})), loop(applications)})));
+        longSection(0x74, {}, join({loopOf(join({common, java, common, ncl})), loopOf(applications)})));
     EXPECT_GE(needed, 6 + 5 * 10);
 }
 

@@ -89,6 +89,10 @@ ByteVector descriptor(QUOR_U8 tag, const ByteVector& body) {
     return join({{tag, static_cast<QUOR_U8>(body.size())}, body});
 }
 
+ByteVector loopOf(const ByteVector& content) {
+    return join({u16(static_cast<unsigned>(content.size()) & 0x0FFFU, 0xF000), content});
+}
+
 ByteVector descriptorRun(QUOR_U8 tag, std::size_t size) {
     constexpr std::size_t HEADER = 2;
     constexpr std::size_t LONGEST = HEADER + 0xFF;

@@ -61,5 +61,8 @@ ByteVector descriptor(QUOR_U8 tag, const ByteVector& body);
 /// A 16-bit number in wire order; with @p flags in its high bits where a field is narrower.
 ByteVector u16(unsigned value, unsigned flags = 0);
 
+/// A loop behind its length of 12 bits, which keeps what fits of a longer one, under four reserved bits.
+ByteVector loopOf(const ByteVector& content);
+
 /// Descriptors of one tag, filled with zeros, that take @p size bytes (2 or more) in all.
 ByteVector descriptorRun(QUOR_U8 tag, std::size_t size);

@@ -1,12 +1,5 @@
 #include "support/FullSections.h"
 
-namespace {
-
-/// A loop behind its length of 12 bits.
-ByteVector loop(const ByteVector& content) {
-    return join({u16(static_cast<unsigned>(content.size()), 0xF000), content});
-}
-
 ByteVector componentDescriptors() {
     return join({
         descriptor(0x53, hex("0005 000E")),                                           // CA identifier
@@ -76,8 +69,20 @@ ByteVector applicationDescriptors() {
     });
 }
 
+ByteVector gingaJDescriptors() {
+    return join({descriptor(0x03, join({hex("01"), text("a")})),
+                 descriptor(0x04, join({hex("01"), text("/"), hex("02"), text("cp"), text("Main")}))});
+}
+
+ByteVector gingaNclDescriptors() {
+    return join({descriptor(0x06, join({hex("01"), text("b")})),
+                 descriptor(0x07, join({hex("01"), text("/"), hex("00"), text("main.ncl")}))});
+}
+
+namespace {
+
 ByteVector application(const ByteVector& identifier, const ByteVector& descriptors) {
-    return join({identifier, hex("01"), loop(descriptors)});
+    return join({identifier, hex("01"), loopOf(descriptors)});
 }
 
 } // namespace
@@ -87,18 +92,18 @@ ByteVector fullPat() {
 }
 
 ByteVector fullPmt() {
-    return longSection(0x02, {},
-                       join({hex("E100"), loop(componentDescriptors()), hex("1B E111"), loop(componentDescriptors())}));
+    return longSection(
+        0x02, {}, join({hex("E100"), loopOf(componentDescriptors()), hex("1B E111"), loopOf(componentDescriptors())}));
 }
 
 ByteVector fullTot() {
     return shortSection(0x73,
-                        join({hex("EDA9 12 34 56"), loop(descriptor(0x58, hex("425241 0D 0300 EE35 030000 0200")))}));
+                        join({hex("EDA9 12 34 56"), loopOf(descriptor(0x58, hex("425241 0D 0300 EE35 030000 0200")))}));
 }
 
 ByteVector fullNit() {
-    return longSection(0x40, {},
-                       join({loop(networkDescriptors()), loop(join({hex("0735 0001"), loop(networkDescriptors())}))}));
+    return longSection(
+        0x40, {}, join({loopOf(networkDescriptors()), loopOf(join({hex("0735 0001"), loopOf(networkDescriptors())}))}));
 }
 
 ByteVector fullSdt() {
@@ -108,13 +113,10 @@ ByteVector fullSdt() {
 }
 
 ByteVector fullAit() {
-    const ByteVector java = join({descriptor(0x03, join({hex("01"), text("a")})),
-                                  descriptor(0x04, join({hex("01"), text("/"), hex("02"), text("cp"), text("Main")}))});
-    const ByteVector ncl = join({descriptor(0x06, join({hex("01"), text("b")})),
-                                 descriptor(0x07, join({hex("01"), text("/"), hex("00"), text("main.ncl")}))});
-    const ByteVector applications = join({application(hex("0000000A 0001"), join({applicationDescriptors(), java})),
-                                          application(hex("0000000A 0002"), ncl)});
-    return longSection(0x74, {}, join({loop(join({applicationDescriptors(), java})), loop(applications)}));
+    const ByteVector java = join({applicationDescriptors(), gingaJDescriptors()});
+    const ByteVector applications =
+        join({application(hex("0000000A 0001"), java), application(hex("0000000A 0002"), gingaNclDescriptors())});
+    return longSection(0x74, {}, join({loopOf(java), loopOf(applications)}));
 }
 
 ByteVector fullSdtt() {

@@ -67,45 +67,6 @@ template <class T> Parsed<T> expectDescriptor(const ByteVector& wire, QUOR_U32 l
     return parsed;
 }
 
-/// The checks of the two header bytes that every descriptor class begins with, in their order.
-template <class T> void expectHeaderChecks(QUOR_U8 tag, QUOR_U32 minimum) {
-    EXPECT_CONSTANT(U8, T::DESCRIPTOR_TAG, tag);
-    EXPECT_CONSTANT(QUOR_U32, T::MINIMUM_DESCRIPTOR_LENGTH, minimum);
-
-    using Table = Quor::TISDBTTable;
-    const std::string place = "ISDBTUtils: TISDBTDescriptor::parseCommonHeader: ";
-    const auto number = [](QUOR_U32 value) { return std::to_string(value); };
-    const auto length = static_cast<QUOR_U8>(minimum);
-    const auto wrongTag = static_cast<QUOR_U8>(tag ^ 0x01U);
-    char tags[64];
-    std::snprintf(tags, sizeof tags, "Got 0x%02X, instead of 0x%02X", unsigned{wrongTag}, unsigned{tag});
-
-    {
-        QUOR_U32 parsedLength = PRESET_LENGTH;
-        QUOR_U16 error = PRESET_ERROR;
-        const LogCapture log;
-        EXPECT_EQ(T::parse(nullptr, 257, &parsedLength, &error), nullptr);
-        EXPECT_EQ(error, Table::ERROR_INVALID_DATA);
-        EXPECT_EQ(parsedLength, PRESET_LENGTH);
-        EXPECT_EQ(log.lines(), Lines{place + "(1) Invalid data. Aborting!"});
-        expectLevelAndTag(log);
-    }
-    // One byte less than tag, length and minimum; the wrong tag and the length byte are not looked at.
-    expectFailure<T>(join({{wrongTag, 0xFF}, fill(minimum - 1, 0x00)}), Table::ERROR_INVALID_DESCRIPTOR_LENGTH,
-                     {place + "(2) Longer data length is required: " + number(minimum + 1) + " < " +
-                      number(minimum + 2) + ". Aborting!"});
-    expectFailure<T>(join({{wrongTag, 0xFF}, fill(minimum, 0x00)}), Table::ERROR_INVALID_DESCRIPTOR_TAG,
-                     {place + "(3) Unexpected Descriptor Tag. " + tags + ". Aborting!"});
-    expectFailure<T>(join({{tag, static_cast<QUOR_U8>(length + 1U)}, fill(minimum, 0x00)}),
-                     Table::ERROR_INVALID_DESCRIPTOR_LENGTH,
-                     {place + "(4) Longer data length is required: " + number(minimum + 3) + " < " +
-                      number(minimum + 2) + ". Aborting!"});
-    expectFailure<T>(join({{tag, static_cast<QUOR_U8>(length - 1U)}, fill(minimum, 0x00)}),
-                     Table::ERROR_INVALID_DESCRIPTOR_LENGTH,
-                     {place + "(5) Longer descriptor length is required: " + number(minimum - 1) + " < " +
-                      number(minimum) + ". Aborting!"});
-}
-
 /// The elements of an array that an object owns.
 template <class T> std::vector<T> elements(const T* array, std::size_t count) {
     return std::vector<T>(array, array + count);

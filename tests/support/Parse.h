@@ -6,6 +6,7 @@
 
 #include <list>
 #include <memory>
+#include <type_traits>
 
 /// What the error code and the length hold before a parse, to show what a parse leaves alone.
 constexpr QUOR_U16 PRESET_ERROR = 0x7777;
@@ -48,6 +49,22 @@ template <class T> Parsed<T> parseSection(const ByteVector& wire, T* previous = 
     result.object.reset(T::parse(result.bytes.data(), result.bytes.size(), 1, 1, &result.error, previous));
     result.lines = log.lines();
     return result;
+}
+
+template <class T> constexpr bool IS_TABLE = std::is_base_of<Quor::TISDBTTable, T>::value;
+
+template <class T, class = void> constexpr bool IS_ENTRY = false;
+template <class T> constexpr bool IS_ENTRY<T, std::void_t<decltype(T::parse(nullptr, 0U, 1, nullptr, nullptr))>> = true;
+
+/// Parses whatever is of that class.
+template <class T> Parsed<T> parseAny(const ByteVector& wire) {
+    if constexpr (IS_TABLE<T>) {
+        return parseSection<T>(wire);
+    } else if constexpr (IS_ENTRY<T>) {
+        return parseEntry<T>(wire);
+    } else {
+        return parseBytes<T>(wire);
+    }
 }
 
 /// The elements of a list that the caller must delete.

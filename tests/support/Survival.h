@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <type_traits>
 #include <vector>
 
 /// A receiver gets damaged bytes as well as good ones. These helpers damage a good section (or a good descriptor) in
@@ -33,16 +32,6 @@ ByteVector repairedSection(ByteVector wire);
 ByteVector repairedDescriptor(ByteVector wire);
 
 namespace survival {
-
-template <class T> constexpr bool IS_TABLE = std::is_base_of<Quor::TISDBTTable, T>::value;
-
-template <class T> Parsed<T> parse(const ByteVector& wire) {
-    if constexpr (IS_TABLE<T>) {
-        return parseSection<T>(wire);
-    } else {
-        return parseBytes<T>(wire);
-    }
-}
 
 template <class T> ByteVector repaired(const ByteVector& wire) {
     if constexpr (IS_TABLE<T>) {
@@ -77,7 +66,7 @@ template <class T> void expectSound(const T& object) {
 
 /// An object with ERROR_OK, or null with a code and a line: never anything between.
 template <class T> void expectSurvival(const ByteVector& wire) {
-    const Parsed<T> parsed = parse<T>(wire);
+    const Parsed<T> parsed = parseAny<T>(wire);
     if (parsed.object != nullptr) {
         EXPECT_EQ(parsed.error, Quor::TISDBTTable::ERROR_OK);
         expectSound<T>(*parsed.object);
@@ -88,7 +77,7 @@ template <class T> void expectSurvival(const ByteVector& wire) {
 }
 
 template <class T> void expectSurvival(const ByteVector& good, const std::vector<Damaged>& damaged) {
-    ASSERT_NE(parse<T>(good).object, nullptr) << "only damage to good bytes tells something";
+    ASSERT_NE(parseAny<T>(good).object, nullptr) << "only damage to good bytes tells something";
     for (const Damaged& each : damaged) {
         SCOPED_TRACE(each.how);
         expectSurvival<T>(each.wire);

@@ -6,17 +6,12 @@ ByteVector u8(unsigned value) {
     return {static_cast<QUOR_U8>(value)};
 }
 
-/// A loop behind its 12-bit length under four reserved bits.
-ByteVector loop(const ByteVector& content) {
-    return join({u16(static_cast<unsigned>(content.size()), 0xF000), content});
-}
-
 ByteVector pat(unsigned count) {
     return longSection(0x00, {}, repeated(count, [](unsigned at) { return join({u16(at + 1), u16(0xE100 + at)}); }));
 }
 
 ByteVector pmtWithDescriptors(const ByteVector& descriptors) {
-    return longSection(0x02, {}, join({hex("E100"), loop(descriptors)}));
+    return longSection(0x02, {}, join({hex("E100"), loopOf(descriptors)}));
 }
 
 ByteVector pmtWithEntries(unsigned count) {
@@ -26,35 +21,36 @@ ByteVector pmtWithEntries(unsigned count) {
 
 /// Elementary streams with component tag, data component, languages and rights.
 ByteVector pmt(unsigned count) {
-    const ByteVector stream = loop(hex("52 01 10  FD 05 00A0 112233  C8 01 47  28 04 64 00 28 3F"
-                                       "C1 06 70 7F 03 25 40 C0  55 04 425241 05"));
-    return longSection(0x02, {}, join({hex("E100"), loop(hex("53 05 0005 8001 02")), repeated(count, [&](unsigned at) {
-                                           return join({hex("1B"), u16(0xE100 + at), stream});
-                                       })}));
+    const ByteVector stream = loopOf(hex("52 01 10  FD 05 00A0 112233  C8 01 47  28 04 64 00 28 3F"
+                                         "C1 06 70 7F 03 25 40 C0  55 04 425241 05"));
+    return longSection(0x02, {},
+                       join({hex("E100"), loopOf(hex("53 05 0005 8001 02")), repeated(count, [&](unsigned at) {
+                                 return join({hex("1B"), u16(0xE100 + at), stream});
+                             })}));
 }
 
 ByteVector nitWithDescriptors(const ByteVector& descriptors) {
-    return longSection(0x40, {}, join({loop(descriptors), loop({})}));
+    return longSection(0x40, {}, join({loopOf(descriptors), loopOf({})}));
 }
 
 ByteVector nitWithEntries(unsigned count) {
-    return longSection(0x40, {}, join({loop({}), loop(repeated(count, [](unsigned at) {
+    return longSection(0x40, {}, join({loopOf({}), loopOf(repeated(count, [](unsigned at) {
                                            return join({u16(at), hex("0001 F000")});
                                        }))}));
 }
 
 /// Transport streams with services, frequencies, emergency areas and channel name.
 ByteVector nit(unsigned count) {
-    const ByteVector stream = loop(hex("41 06 5C20 01 5C38 C0  FA 06 8916 0F90 0E27  FB 02 5C38"
-                                       "CD 0F 07 0E 474C42 AF 01 5C38 0F 02 5C20 5C21"));
+    const ByteVector stream = loopOf(hex("41 06 5C20 01 5C38 C0  FA 06 8916 0F90 0E27  FB 02 5C38"
+                                         "CD 0F 07 0E 474C42 AF 01 5C38 0F 02 5C20 5C21"));
     return longSection(0x40, {},
-                       join({loop(hex("40 05 474C4F424F  FE 04 0301 1122")), loop(repeated(count, [&](unsigned at) {
+                       join({loopOf(hex("40 05 474C4F424F  FE 04 0301 1122")), loopOf(repeated(count, [&](unsigned at) {
                                  return join({u16(at), hex("0001"), stream});
                              }))}));
 }
 
 ByteVector sdtWithDescriptors(const ByteVector& descriptors) {
-    return longSection(0x42, {}, join({hex("0001 FF E6A0 FF"), loop(descriptors)}));
+    return longSection(0x42, {}, join({hex("0001 FF E6A0 FF"), loopOf(descriptors)}));
 }
 
 ByteVector sdtWithEntries(unsigned count) {
@@ -66,14 +62,14 @@ ByteVector sdtWithEntries(unsigned count) {
 /// Services with name, copy control and logo.
 ByteVector sdt(unsigned count) {
     const ByteVector service =
-        loop(hex("48 0A 01 03 474C42 04 474C4F42  C1 06 70 7F 03 25 40 C0  CF 07 01 0123 0456 FEDC"));
+        loopOf(hex("48 0A 01 03 474C42 04 474C4F42  C1 06 70 7F 03 25 40 C0  CF 07 01 0123 0456 FEDC"));
     return longSection(0x42, {}, join({hex("0001 FF"), repeated(count, [&](unsigned at) {
                                            return join({u16(at), hex("FF"), service});
                                        })}));
 }
 
 ByteVector totWithDescriptors(const ByteVector& descriptors) {
-    return shortSection(0x73, join({hex("C079 124500"), loop(descriptors)}));
+    return shortSection(0x73, join({hex("C079 124500"), loopOf(descriptors)}));
 }
 
 /// The time zones of a country, again and again.
@@ -85,11 +81,11 @@ ByteVector tot(unsigned count) {
 }
 
 ByteVector aitWithDescriptors(const ByteVector& descriptors) {
-    return longSection(0x74, {}, join({loop(descriptors), loop({})}));
+    return longSection(0x74, {}, join({loopOf(descriptors), loopOf({})}));
 }
 
 ByteVector aitWithEntries(unsigned count) {
-    return longSection(0x74, {}, join({loop({}), loop(repeated(count, [](unsigned at) {
+    return longSection(0x74, {}, join({loopOf({}), loopOf(repeated(count, [](unsigned at) {
                                            return join({hex("0000000A"), u16(at), hex("01 F000")});
                                        }))}));
 }
@@ -97,9 +93,9 @@ ByteVector aitWithEntries(unsigned count) {
 /// Applications with profile, name, carousel and first document.
 ByteVector ait(unsigned count) {
     const ByteVector application =
-        loop(hex("00 09 05 8001 01 02 03 FF 05 01  01 08 706F72 04 4A6F676F  02 05 0001 01 7F 0B"
-                 "06 04 03 616263  07 0B 01 2F 00 6D61696E2E6E636C"));
-    return longSection(0x74, {}, join({loop({}), loop(repeated(count, [&](unsigned at) {
+        loopOf(hex("00 09 05 8001 01 02 03 FF 05 01  01 08 706F72 04 4A6F676F  02 05 0001 01 7F 0B"
+                   "06 04 03 616263  07 0B 01 2F 00 6D61696E2E6E636C"));
+    return longSection(0x74, {}, join({loopOf({}), loopOf(repeated(count, [&](unsigned at) {
                                            return join({hex("0000000A"), u16(at), hex("01"), application});
                                        }))}));
 }
