@@ -106,14 +106,8 @@ void writeDictionary(const std::filesystem::path& path, const std::vector<ByteVe
 
 int main(int argc, char** argv) {
     if (argc != 2) {
-        std::cerr << "Usage: make-seeds FOLDER | --classes\n";
+        std::cerr << "Usage: make-seeds FOLDER\n";
         return 2;
-    }
-    if (argv[1] == std::string("--classes")) {
-        for (const Target& target : allTargets()) {
-            std::cout << target.name << '\n';
-        }
-        return 0;
     }
     const std::filesystem::path root = argv[1];
     const std::vector<ByteVector> wholes = sections();

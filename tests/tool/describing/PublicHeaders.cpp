@@ -1,37 +1,10 @@
 #include "tool/describing/PublicHeaders.h"
 
-#include <algorithm>
 #include <cctype>
-#include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <regex>
 
 namespace {
-
-std::string contentsOf(const std::filesystem::path& path) {
-    std::ifstream file(path);
-    std::string text{std::istreambuf_iterator<char>(file), {}};
-    return std::regex_replace(text, std::regex("//[^\n]*"), "");
-}
-
-std::vector<std::string> gettersIn(const std::string& declarations) {
-    const std::regex pattern(R"(\b((?:get|is|has)(?:[A-Z0-9]\w*)?|size)\([^()]*\)\s*const\b)");
-    std::vector<std::string> getters;
-    for (std::sregex_iterator match(declarations.begin(), declarations.end(), pattern), end; match != end; ++match) {
-        getters.push_back((*match)[1]);
-    }
-    std::sort(getters.begin(), getters.end());
-    getters.erase(std::unique(getters.begin(), getters.end()), getters.end());
-    return getters;
-}
-
-/// What a class declares as public, which comes first in all of them.
-std::string publicPart(const std::string& text, std::size_t begin) {
-    const std::size_t end =
-        std::min({text.find("private:", begin), text.find("protected:", begin), text.find("\n};", begin)});
-    return text.substr(begin, end - begin);
-}
 
 /// Names that run words together, or whose capitals are no words.
 struct Spelling {
@@ -67,16 +40,21 @@ std::string snakeCase(std::string name) {
 } // namespace
 
 std::vector<PublicClass> publicClasses() {
-    const std::regex pattern(R"(\nclass QUOR_ISDBT_API (\w+)(?: : public (\w+))? \{)");
+    const std::regex isGetter("(get|is|has)([A-Z0-9].*)?|size");
     std::vector<PublicClass> classes;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(PUBLIC_HEADERS)) {
-        if (entry.path().extension() != ".h") {
-            continue;
-        }
-        const std::string text = contentsOf(entry.path());
-        for (std::sregex_iterator match(text.begin(), text.end(), pattern), end; match != end; ++match) {
-            const auto body = static_cast<std::size_t>(match->position() + match->length());
-            classes.push_back({(*match)[1], (*match)[2], gettersIn(publicPart(text, body))});
+    std::ifstream listing(PUBLIC_HEADERS);
+    std::string header;
+    std::string name;
+    std::string kind;
+    std::string type;
+    std::string member;
+    std::string rest;
+    const auto field = [&listing](std::string& text) { return static_cast<bool>(std::getline(listing, text, '\t')); };
+    while (field(header) && field(name) && field(kind) && field(type) && field(member) && std::getline(listing, rest)) {
+        if (kind == "class") {
+            classes.push_back({name, type, {}});
+        } else if (kind == "const" && std::regex_match(member, isGetter)) {
+            classes.back().getters.insert(member);
         }
     }
     return classes;

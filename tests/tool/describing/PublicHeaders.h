@@ -1,13 +1,14 @@
 #pragma once
 
+#include <set>
 #include <string>
 #include <vector>
 
 /// A class of the library as its header declares it.
 struct PublicClass {
     std::string name;
-    std::string base;                 ///< empty without one
-    std::vector<std::string> getters; ///< the const members called get..., is..., has... or size, each once
+    std::string base;              ///< empty without one
+    std::set<std::string> getters; ///< the const members called get..., is..., has... or size
 };
 
 /// Every exported class of the public headers.
