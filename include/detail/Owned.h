@@ -48,41 +48,58 @@ private:
     QUOR_U32 m_iSize = 0;
 };
 
-/// Values in a row.
-template <class Value> class Row {
+/// The memory of a row.
+class RowMemory {
 public:
-    Row() = default;
-    Row(Row&& other) noexcept
+    RowMemory() = default;
+    RowMemory(RowMemory&& other) noexcept
         : m_pValues(std::move(other.m_pValues)), m_iSize(other.m_iSize), m_iCapacity(other.m_iCapacity) {
         other.m_iSize = 0;
     }
+    RowMemory(const RowMemory&) = delete;
+    RowMemory& operator=(const RowMemory&) = delete;
+
+    QUOR_U32 size() const { return m_iSize; }
+
+protected:
+    ~RowMemory() = default;
+
+    /// Moves the values, as bytes, to where there is room for more of them.
+    void grow(Memory& memory, QUOR_U32 capacity, std::size_t valueSize);
+
+    std::unique_ptr<unsigned char[], Release> m_pValues{};
+    QUOR_U32 m_iSize = 0;
+    QUOR_U32 m_iCapacity = 0;
+};
+
+/// Values in a row: numbers, or what owns by a pointer, so that it can be moved as bytes.
+template <class Value> class Row : public RowMemory {
+public:
+    Row() = default;
+    Row(Row&& other) = default;
     Row(const Row&) = delete;
     Row& operator=(const Row&) = delete;
     ~Row() {
-        for (QUOR_U32 i = 0; i < m_iSize; ++i) {
-            begin()[i].~Value();
+        for (Value& value : *this) {
+            value.~Value();
         }
     }
 
-    QUOR_U32 size() const { return m_iSize; }
     Value* begin() const { return reinterpret_cast<Value*>(m_pValues.get()); }
     Value* end() const { return begin() + m_iSize; }
 
     /// Makes room for that many values in all.
-    void makeRoom(Memory& memory, QUOR_U32 capacity);
+    void makeRoom(Memory& memory, QUOR_U32 capacity) {
+        if (capacity > m_iCapacity) {
+            grow(memory, capacity, sizeof(Value));
+        }
+    }
 
     /// Puts a value, for which there is room, before the one at @p position, which is at most size().
     void insert(QUOR_U32 position, Value value);
 
     /// Destroys the value at @p position, which is less than size().
     void erase(QUOR_U32 position);
-
-private:
-    void grow(Memory& memory, QUOR_U32 capacity);
-
-    std::unique_ptr<unsigned char[], Release> m_pValues{};
-    QUOR_U32 m_iSize = 0;
-    QUOR_U32 m_iCapacity = 0;
 };
 
 /// Owned objects in a row.

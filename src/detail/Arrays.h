@@ -39,9 +39,11 @@ inline Array<QUOR_U16> copyWords(const Bytes& bytes) {
     }
     // Quirk: room for as many words as there are bytes, so that there is an array even for a single byte.
     Array<QUOR_U16> words(static_cast<QUOR_U16*>(bytes.memory().take(bytes.size() * sizeof(QUOR_U16))));
-    for (QUOR_U32 i = 0; i < bytes.size(); ++i) {
-        words[i] = i < bytes.size() / 2 ? bytes.u16(2 * i) : QUOR_U16{0};
+    const QUOR_U32 count = bytes.size() / 2;
+    for (QUOR_U32 i = 0; i < count; ++i) {
+        words[i] = bytes.u16(2 * i);
     }
+    std::fill(words.get() + count, words.get() + bytes.size(), QUOR_U16{0});
     return words;
 }
 

@@ -13,22 +13,6 @@
 /// key, which the items themselves know.
 namespace Quor::detail {
 
-template <class Value> void Row<Value>::makeRoom(Memory& memory, QUOR_U32 capacity) {
-    if (capacity > m_iCapacity) {
-        grow(memory, capacity);
-    }
-}
-
-template <class Value> void Row<Value>::grow(Memory& memory, QUOR_U32 capacity) {
-    capacity = std::max(capacity, m_iCapacity == 0 ? 4 : 2 * m_iCapacity);
-    std::unique_ptr<unsigned char[], Release> values(
-        static_cast<unsigned char*>(memory.take(std::size_t{capacity} * sizeof(Value))));
-    std::uninitialized_move(begin(), end(), reinterpret_cast<Value*>(values.get()));
-    std::destroy(begin(), end());
-    m_pValues = std::move(values);
-    m_iCapacity = capacity;
-}
-
 template <class Value> void Row<Value>::insert(QUOR_U32 position, Value value) {
     Value* at = ::new (end()) Value(std::move(value));
     ++m_iSize;

@@ -1,5 +1,7 @@
 #include "detail/Memory.h"
 
+#include "detail/Owned.h"
+
 #include <cstdint>
 
 namespace Quor {
@@ -91,6 +93,14 @@ void Memory::release(void* lastBlock) noexcept {
         ::operator delete(lastBlock);
         lastBlock = former;
     }
+}
+
+void RowMemory::grow(Memory& memory, QUOR_U32 capacity, std::size_t valueSize) {
+    capacity = std::max(capacity, m_iCapacity == 0 ? 4 : 2 * m_iCapacity);
+    std::unique_ptr<unsigned char[], Release> values(static_cast<unsigned char*>(memory.take(capacity * valueSize)));
+    std::copy_n(m_pValues.get(), m_iSize * valueSize, values.get());
+    m_pValues = std::move(values);
+    m_iCapacity = capacity;
 }
 
 } // namespace detail
