@@ -30,7 +30,7 @@ public:
 private:
     friend struct detail::Access;
 
-    detail::Outcome decode(const detail::Bytes& descriptor);
+    static detail::Outcome decode(const detail::Bytes& descriptor);
 };
 
 } // namespace Quor

@@ -3,7 +3,7 @@
 
 #include "descriptors/TISDBTDescriptor.h"
 
-namespace Quor {
+namespace Quor { // NOLINT(modernize-concat-nested-namespaces): C++11
 namespace detail {
 
 /// The descriptors of a table or of one of its entries, at most one of each kind. A private member of public classes;

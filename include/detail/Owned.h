@@ -10,7 +10,7 @@
 
 /// What objects keep besides numbers: arrays, texts and rows, on the heap or in the block of memory of a table.
 /// Private members of public classes; nothing for callers.
-namespace Quor {
+namespace Quor { // NOLINT(modernize-concat-nested-namespaces): C++11
 namespace detail {
 
 /// Gives memory back that lies on the heap.
@@ -76,7 +76,7 @@ protected:
 template <class Value> class Row : public RowMemory {
 public:
     Row() = default;
-    Row(Row&& other) = default;
+    Row(Row&& other) noexcept : RowMemory(std::move(other)) {}
     Row(const Row&) = delete;
     Row& operator=(const Row&) = delete;
     ~Row() {

@@ -15,7 +15,7 @@ constexpr QUOR_U32 FLAGS_LENGTH = 2;
 } // namespace
 
 TApplicationIconDescriptor::TApplicationIconDescriptor(std::string iconLocator, QUOR_U16 iconFlags)
-    : TISDBTDescriptor(DESCRIPTOR_TAG, nullptr, 0), m_sIconLocator(std::move(iconLocator)), m_iIconFlags(iconFlags) {}
+    : TISDBTDescriptor(DESCRIPTOR_TAG, nullptr, 0), m_sIconLocator(iconLocator), m_iIconFlags(iconFlags) {}
 
 TApplicationIconDescriptor::TApplicationIconDescriptor(TApplicationIconDescriptor* source)
     : TApplicationIconDescriptor(source->m_sIconLocator, source->m_iIconFlags) {}

@@ -15,7 +15,7 @@ constexpr QUOR_U32 MINIMUM_ITEM_LENGTH = 4;
 } // namespace
 
 TApplicationNameDescriptorItem::TApplicationNameDescriptorItem(std::string languageCode, std::string name)
-    : m_sLanguageCode(std::move(languageCode)), m_sName(std::move(name)) {}
+    : m_sLanguageCode(languageCode), m_sName(name) {}
 
 TApplicationNameDescriptorItem::TApplicationNameDescriptorItem(TApplicationNameDescriptorItem* source)
     : m_sLanguageCode(source->m_sLanguageCode), m_sName(source->m_sName) {}

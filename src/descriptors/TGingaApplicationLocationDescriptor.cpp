@@ -27,8 +27,8 @@ bool readField(const detail::Bytes& left, QUOR_U32 length, detail::Text& field) 
 TGingaApplicationLocationDescriptor::TGingaApplicationLocationDescriptor(QUOR_U8 tag, std::string baseDirectory,
                                                                          std::string classpathExtension,
                                                                          std::string initialClass)
-    : TISDBTDescriptor(tag, nullptr, 0), m_sBaseDirectory(std::move(baseDirectory)),
-      m_sClasspathExt(std::move(classpathExtension)), m_sInitialClass(std::move(initialClass)) {}
+    : TISDBTDescriptor(tag, nullptr, 0), m_sBaseDirectory(baseDirectory), m_sClasspathExt(classpathExtension),
+      m_sInitialClass(initialClass) {}
 
 TGingaApplicationLocationDescriptor::TGingaApplicationLocationDescriptor(TGingaApplicationLocationDescriptor* source)
     : TGingaApplicationLocationDescriptor(source->getDescriptorTag(), source->m_sBaseDirectory, source->m_sClasspathExt,

@@ -98,7 +98,7 @@ template <class... Places> class FamilyOf {
         static constexpr void put(Kind*& next, std::size_t place) { *next++ = kind<Descriptor>(place); }
         static void copy(const Descriptors& source, Descriptors& target) {
             const Kind& kind = *FAMILY.find(Descriptor::DESCRIPTOR_TAG);
-            Descriptor* const descriptor = source.get<Descriptor>();
+            auto* const descriptor = source.get<Descriptor>();
             if (descriptor != nullptr && Family::isFree(target, kind)) {
                 FAMILY.store(target, kind, copyOf(descriptor));
             }

@@ -14,7 +14,7 @@
 namespace Quor::detail {
 
 template <class Value> void Row<Value>::insert(QUOR_U32 position, Value value) {
-    Value* at = ::new (end()) Value(std::move(value));
+    auto* at = ::new (end()) Value(std::move(value));
     ++m_iSize;
     for (; at != begin() + position; --at) {
         std::swap(at[0], at[-1]);
