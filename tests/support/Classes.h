@@ -193,10 +193,10 @@ inline auto classRows() {
             "0000000A 0003 02 F009 05 07 0000000B 0002 06  CCCCCCCC",
             map<&TAITTable::getApplicationsCount, &TAITTable::getApplication, &TAITTable::addApplication,
                 &TAITTable::removeApplication, &TAITTable::getApplicationsIDs>(9, 12)),
-        ownerRow<TSDTTTable>(
-            "C3 B028 1234 C1 00 00 0735 0001 E6A0 02  1200 2081 0000 0000 2200 2081 0080 0080 C079 123456 013000 CCCCCCCC",
-            list<&TSDTTTable::getDownloadContentSize, &TSDTTTable::getDownloadContent, &TSDTTTable::addDownloadContent,
-                 &TSDTTTable::removeDownloadContent>(8)),
+        ownerRow<TSDTTTable>("C3 B028 1234 C1 00 00  0735 0001 E6A0 02  1200 2081 0000 0000"
+                             "2200 2081 0080 0080 C079 123456 013000  CCCCCCCC",
+                             list<&TSDTTTable::getDownloadContentSize, &TSDTTTable::getDownloadContent,
+                                  &TSDTTTable::addDownloadContent, &TSDTTTable::removeDownloadContent>(8)),
     };
 }
 
