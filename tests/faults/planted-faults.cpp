@@ -35,8 +35,8 @@ void none() {
     const auto* const linkage = table->getLinkageDescriptor();
     use(linkage->getPrivateData()[linkage->getPrivateDataSize() - 1]);
     use(table->getData()[table->getDataLength() - 1]);
-    use(table->getDigitalCopyControlDescriptor()->remove(0));
-    use(table->removeProgramMap(0));
+    table->getDigitalCopyControlDescriptor()->remove(0);
+    table->removeProgramMap(0);
 }
 
 void beyondAnArray() {
