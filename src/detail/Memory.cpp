@@ -18,6 +18,11 @@ constexpr std::size_t WORD = sizeof(void*);
 static_assert(__STDCPP_DEFAULT_NEW_ALIGNMENT__ % (2 * WORD) == 0,
               "an object of the heap could stand like one of a block");
 
+/// A piece of the heap. Small ones need not be aligned as well as large ones, and could pass for parts of a block.
+void* takeFromHeap(std::size_t size) {
+    return ::operator new(BLOCKS ? std::max(size, 2 * WORD) : size);
+}
+
 bool liesInBlock(const void* memory) {
     return reinterpret_cast<std::uintptr_t>(memory) / WORD % 2 != 0;
 }
@@ -34,7 +39,7 @@ constexpr QUOR_U32 LONGEST_SECTION = 4096;
 } // namespace
 
 void* TISDBTMemory::operator new(std::size_t size) {
-    return ::operator new(size);
+    return takeFromHeap(size);
 }
 
 void* TISDBTMemory::operator new(std::size_t size, const std::nothrow_t& tag) noexcept {
@@ -68,7 +73,7 @@ void* Memory::beginBlock(std::size_t tableSize, const QUOR_U8* section, QUOR_U32
 
 void* Memory::takeElsewhere(std::size_t size, std::size_t room) {
     if (!BLOCKS || m_pTable == nullptr) {
-        return ::operator new(size);
+        return takeFromHeap(size);
     }
     const std::size_t length = WORD + std::max(room, m_iExpected == 0 ? UNEXPECTED_BLOCK : m_iExpected);
     void* const block = ::operator new(length);
