@@ -1,4 +1,4 @@
-#include "walking/DescriptorKinds.h"
+#include "describing/DescriptorKinds.h"
 
 #include "DSMCCSection/TDSMCCSectionTable.h"
 #include "ait/TAITTable.h"
