@@ -9,7 +9,7 @@
 #include "support/Parse.h"
 #include "tot/TTOTTable.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace {
 
