@@ -1,7 +1,7 @@
 // The items of tables and descriptors, given any number of bytes and none.
 
 #include "hostile/Tables.h"
-#include "support/Classes.h"
+#include "support/TypedRows.h"
 
 #include <gmock/gmock.h>
 

@@ -1,15 +1,8 @@
 #include "hostile/Tables.h"
 
-#include "DSMCCSection/TDSMCCSectionTable.h"
-#include "ait/TAITTable.h"
-#include "nit/TNITTable.h"
-#include "pat/TPATTable.h"
-#include "pmt/TPMTTable.h"
-#include "sdt/TSDTTable.h"
-#include "sdtt/TSDTTTable.h"
+#include "support/Classes.h"
 #include "support/FullSections.h"
 #include "support/Survival.h"
-#include "tot/TTOTTable.h"
 
 #include <gmock/gmock.h>
 
@@ -37,13 +30,20 @@ ByteVector upperLength(std::size_t length) {
     return u16(static_cast<unsigned>(length) << 4 & 0xFFF0U);
 }
 
-/// The tags of the descriptors.
-ByteVector tagsIn(const ByteVector& descriptors) {
+/// The tags of the descriptors that a holder hands out; of those only that may be without a body.
+template <class Holder> ByteVector tagsOf(bool bodiless = false) {
     ByteVector tags;
-    for (std::size_t at = 0; at < descriptors.size(); at += 2U + descriptors.at(at + 1)) {
-        tags.push_back(descriptors[at]);
-    }
+    forEachHeld<Holder>(classRows(), [&](const auto& row) {
+        if (!bodiless || row.minimum == 0) {
+            tags.push_back(row.tag);
+        }
+    });
     return tags;
+}
+
+template <class Holder, class Table>
+DescriptorLoop loopIn(const char* name, bool stuffing, ByteVector (*section)(const ByteVector& descriptors)) {
+    return {name, tagsOf<Holder>(), tagsOf<Holder>(true), stuffing, section, parse<Table>};
 }
 
 } // namespace
@@ -75,79 +75,52 @@ std::vector<TableClass> tableClasses() {
 
 std::vector<DescriptorLoop> descriptorLoops() {
     using Bytes = const ByteVector&;
-    const ByteVector componentTags = tagsIn(componentDescriptors());
-    const ByteVector networkTags = tagsIn(networkDescriptors());
-    const ByteVector serviceTags = tagsIn(serviceDescriptors());
-    const ByteVector applicationTags =
-        tagsIn(join({applicationDescriptors(), gingaJDescriptors(), gingaNclDescriptors()}));
     return {
-        {"ProgramOfPmt", componentTags, hex("55"), false,
-         [](Bytes descriptors) {
-             return section(0x02, join({hex("E100"), loopOf(descriptors)}));
-         },
-         parse<Quor::TPMTTable>},
-        {"StreamOfPmt", componentTags, hex("55"), false,
-         [](Bytes descriptors) {
-             return section(0x02, join({hex("E100 F000 1B E111"), loopOf(descriptors)}));
-         },
-         parse<Quor::TPMTTable>},
-        {"Tot",
-         hex("58"),
-         {},
-         false,
-         [](Bytes descriptors) {
-             return shortSection(0x73, join({hex("EDA9 123456"), loopOf(descriptors)}));
-         },
-         parse<Quor::TTOTTable>},
-        {"NetworkOfNit",
-         networkTags,
-         {},
-         true,
-         [](Bytes descriptors) {
-             return section(0x40, join({loopOf(descriptors), hex("F000")}));
-         },
-         parse<Quor::TNITTable>},
-        {"StreamOfNit",
-         networkTags,
-         {},
-         true,
-         [](Bytes descriptors) {
-             return section(0x40, join({hex("F000"), loopOf(join({hex("0735 0001"), loopOf(descriptors)}))}));
-         },
-         parse<Quor::TNITTable>},
-        {"ServiceOfSdt",
-         serviceTags,
-         {},
-         true,
-         [](Bytes descriptors) {
-             return section(0x42, join({hex("0001 FF E6A0 FF"), loopOf(descriptors)}));
-         },
-         parse<Quor::TSDTTable>},
-        {"CommonOfAit", applicationTags, hex("05 03 06"), true,
-         [](Bytes descriptors) {
-             return section(0x74, join({loopOf(descriptors), hex("F000")}));
-         },
-         parse<Quor::TAITTable>},
-        {"ApplicationOfAit", applicationTags, hex("05 03 06"), true,
-         [](Bytes descriptors) {
-             return section(0x74, join({hex("F000"), loopOf(join({hex("0000000A 0001 01"), loopOf(descriptors)}))}));
-         },
-         parse<Quor::TAITTable>},
-        {"ContentOfSdtt",
-         hex("C9"),
-         {},
-         false,
-         [](Bytes descriptors) {
-             return section(0xC3, join({hex("0735 0001 E6A0 01"), hex("1001 0027"), upperLength(descriptors.size()),
-                                        hex("0000"), descriptors}));
-         },
-         parse<Quor::TSDTTTable>},
-        {"DsmccSection",
-         hex("01 03 04"),
-         {},
-         false,
-         [](Bytes descriptors) { return section(0x3D, descriptors); },
-         parse<Quor::TDSMCCSectionTable>},
+        loopIn<Quor::TPMTTable, Quor::TPMTTable>("ProgramOfPmt", false,
+                                                 [](Bytes descriptors) {
+                                                     return section(0x02, join({hex("E100"), loopOf(descriptors)}));
+                                                 }),
+        loopIn<Quor::TProgramMap, Quor::TPMTTable>(
+            "StreamOfPmt", false,
+            [](Bytes descriptors) {
+                return section(0x02, join({hex("E100 F000 1B E111"), loopOf(descriptors)}));
+            }),
+        loopIn<Quor::TTOTTable, Quor::TTOTTable>(
+            "Tot", false,
+            [](Bytes descriptors) {
+                return shortSection(0x73, join({hex("EDA9 123456"), loopOf(descriptors)}));
+            }),
+        loopIn<Quor::TNITTable, Quor::TNITTable>("NetworkOfNit", true,
+                                                 [](Bytes descriptors) {
+                                                     return section(0x40, join({loopOf(descriptors), hex("F000")}));
+                                                 }),
+        loopIn<Quor::TTransportStreamInfo, Quor::TNITTable>(
+            "StreamOfNit", true,
+            [](Bytes descriptors) {
+                return section(0x40, join({hex("F000"), loopOf(join({hex("0735 0001"), loopOf(descriptors)}))}));
+            }),
+        loopIn<Quor::TServiceDescription, Quor::TSDTTable>(
+            "ServiceOfSdt", true,
+            [](Bytes descriptors) {
+                return section(0x42, join({hex("0001 FF E6A0 FF"), loopOf(descriptors)}));
+            }),
+        loopIn<Quor::TAITTable, Quor::TAITTable>("CommonOfAit", true,
+                                                 [](Bytes descriptors) {
+                                                     return section(0x74, join({loopOf(descriptors), hex("F000")}));
+                                                 }),
+        loopIn<Quor::TApplication, Quor::TAITTable>(
+            "ApplicationOfAit", true,
+            [](Bytes descriptors) {
+                return section(0x74, join({hex("F000"), loopOf(join({hex("0000000A 0001 01"), loopOf(descriptors)}))}));
+            }),
+        loopIn<Quor::TDownloadContent, Quor::TSDTTTable>(
+            "ContentOfSdtt", false,
+            [](Bytes descriptors) {
+                return section(0xC3, join({hex("0735 0001 E6A0 01"), hex("1001 0027"), upperLength(descriptors.size()),
+                                           hex("0000"), descriptors}));
+            }),
+        loopIn<Quor::TDSMCCSectionTable, Quor::TDSMCCSectionTable>(
+            "DsmccSection", false, [](Bytes descriptors) { return section(0x3D, descriptors); }),
     };
 }
 

@@ -3,6 +3,8 @@
 #include "TISDBTTable.h"
 #include "support/Parse.h"
 
+#include <gtest/gtest.h>
+
 #include <ostream>
 #include <string>
 #include <vector>

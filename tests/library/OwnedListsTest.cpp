@@ -1,6 +1,6 @@
 // The items in wire order that a class owns, and what all such classes promise.
 
-#include "support/Classes.h"
+#include "support/TypedRows.h"
 #include "support/Lifetime.h"
 
 #include <array>

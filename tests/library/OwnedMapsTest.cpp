@@ -1,6 +1,6 @@
 // The items by a key that a class owns, and what all such classes promise.
 
-#include "support/Classes.h"
+#include "support/TypedRows.h"
 #include "support/Lifetime.h"
 
 #include <gmock/gmock.h>

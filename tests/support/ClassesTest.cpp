@@ -1,4 +1,4 @@
-#include "support/Classes.h"
+#include "support/TypedRows.h"
 
 #include <fstream>
 #include <set>

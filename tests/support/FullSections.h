@@ -11,11 +11,3 @@ ByteVector fullSdt();
 ByteVector fullAit();
 ByteVector fullSdtt();
 ByteVector fullDsmccSection();
-
-// What stands in their loops: a descriptor of each kind that the library knows there.
-ByteVector componentDescriptors();
-ByteVector networkDescriptors();
-ByteVector serviceDescriptors();
-ByteVector applicationDescriptors(); ///< of any application
-ByteVector gingaJDescriptors();
-ByteVector gingaNclDescriptors();

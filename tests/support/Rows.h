@@ -2,14 +2,11 @@
 
 #include "support/Parse.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
 #include <tuple>
 #include <type_traits>
 #include <vector>
 
-/// What the list of classes is made of.
+/// What the list of classes is made of. Benchmarks and fuzzers, which know no test framework, take it, too.
 
 template <class Get> struct Getting;
 template <class O, class I, class K> struct Getting<I* (O::*)(K) const> {
@@ -81,12 +78,35 @@ template <auto Keys> auto map(QUOR_U32 minimum, std::size_t begin = 2) {
     return map<&T::size, &T::get, &T::add, &T::remove, Keys>(minimum, begin);
 }
 
-template <class T, class I> struct DescriptorRow {
+template <class Getter> struct Handing;
+template <class D, class H, class... A> struct Handing<D* (H::*)(A...) const> { using Holder = H; };
+
+/// The getters with which tables and their entries hand out the descriptor.
+template <class... Getter> struct In { std::tuple<Getter...> getters; };
+
+template <class... Getter> In<Getter...> in(Getter... getters) {
+    return {{getters...}};
+}
+
+template <class H, class... Getter>
+constexpr bool HANDS_OUT = (std::is_same_v<typename Handing<Getter>::Holder, H> || ...);
+
+/// The getter of a holder.
+template <class H, class Getter, class... Others> auto getterOf(const In<Getter, Others...>& in) {
+    if constexpr (HANDS_OUT<H, Getter>) {
+        return std::get<0>(in.getters);
+    } else {
+        return getterOf<H>(std::apply([](Getter, Others... others) { return In<Others...>{{others...}}; }, in.getters));
+    }
+}
+
+template <class T, class G, class I> struct DescriptorRow {
     using Class = T;
     using Items = I;
     QUOR_U8 tag;
     QUOR_U8 minimum; ///< of descriptor_length
     ByteVector wire; ///< a good one
+    G in;
     I items;
     QUOR_U32 unheld; ///< bytes of a descriptor that its data holder leaves out
 };
@@ -104,9 +124,10 @@ template <class T, class I> struct OwnerRow {
     I items;
 };
 
-template <class T, class I = NoItems>
-DescriptorRow<T, I> descriptorRow(QUOR_U8 tag, QUOR_U8 minimum, const char* body, I items = {}, QUOR_U32 unheld = 0) {
-    return {tag, minimum, descriptor(tag, hex(body)), items, unheld};
+template <class T, class... Getter, class I = NoItems>
+DescriptorRow<T, In<Getter...>, I> descriptorRow(QUOR_U8 tag, QUOR_U8 minimum, const char* body, In<Getter...> in,
+                                                 I items = {}, QUOR_U32 unheld = 0) {
+    return {tag, minimum, descriptor(tag, hex(body)), in, items, unheld};
 }
 
 template <class T> ItemRow<T> itemRow(QUOR_U32 minimum) {
@@ -117,28 +138,24 @@ template <class T, class I> OwnerRow<T, I> ownerRow(const char* wire, I items) {
     return {hex(wire), items};
 }
 
-/// The name of a class without its namespace.
-template <class T> std::string nameOf() {
-    const std::string name = testing::internal::GetTypeName<T>();
-    return name.substr(name.rfind(':') + 1);
-}
-
 /// Calls @p call with each row.
 template <class Rows, class Call> void forEachRow(const Rows& rows, Call call) {
     std::apply([&](const auto&... each) { (call(each), ...); }, rows);
 }
 
-template <class Rows, Holds HOLDS> struct RowsWith;
-template <class... Row, Holds HOLDS> struct RowsWith<std::tuple<Row...>, HOLDS> {
-    template <class... T> static testing::Types<T...> types(std::tuple<T...>);
-    using Types = decltype(types(std::tuple_cat(
-        std::declval<std::conditional_t<Row::Items::HOLDS == HOLDS, std::tuple<Row>, std::tuple<>>>()...)));
-};
+template <class H, class Call, class Row> void callIfHeld(Call /*call*/, const Row& /*row*/) {}
 
-/// Of a typed suite over rows.
-struct OwnerName {
-    template <class Row> static std::string GetName(int /*position*/) { return nameOf<typename Row::Class>(); }
-};
+template <class H, class Call, class T, class... Getter, class I>
+void callIfHeld(Call call, const DescriptorRow<T, In<Getter...>, I>& row) {
+    if constexpr (HANDS_OUT<H, Getter...>) {
+        call(row);
+    }
+}
+
+/// Calls @p call with the row of each descriptor that a table or an entry hands out.
+template <class H, class Rows, class Call> void forEachHeld(const Rows& rows, Call call) {
+    forEachRow(rows, [&](const auto& row) { callIfHeld<H>(call, row); });
+}
 
 /// A new object that holds nothing.
 template <class T> T emptyOne() {

@@ -19,7 +19,7 @@
 #include "descriptors/TTransportProtocolDescriptorDC.h"
 #include "descriptors/TTransportProtocolDescriptorIP.h"
 #include "descriptors/TTransportProtocolDescriptorOC.h"
-#include "support/Parse.h"
+#include "support/Kinds.h"
 
 #include <algorithm>
 #include <sstream>
@@ -151,7 +151,16 @@ std::string show(const Quor::TGingaNCLApplicationLocationDescriptor& descriptor)
     return showLocation("NCL", descriptor);
 }
 
-/// The first of the classes that the descriptor is an object of.
+std::string classNameOf(const Quor::TISDBTDescriptor& descriptor) {
+    std::string name;
+    forEachHeld<TAITTable>(classRows(), [&](const auto& row) {
+        using Class = typename std::decay_t<decltype(row)>::Class;
+        name = dynamic_cast<const Class*>(&descriptor) != nullptr ? nameOf<Class>() : name;
+    });
+    return name;
+}
+
+/// The first of the classes that the descriptor is an object of; its name alone, if it is none of them.
 template <class Class, class... Others> std::string showAs(const Quor::TISDBTDescriptor& descriptor) {
     if (const auto* const object = dynamic_cast<const Class*>(&descriptor)) {
         return show(*object);
@@ -159,7 +168,7 @@ template <class Class, class... Others> std::string showAs(const Quor::TISDBTDes
     if constexpr (sizeof...(Others) > 0) {
         return showAs<Others...>(descriptor);
     } else {
-        throw std::logic_error("a descriptor of no known class");
+        return classNameOf(descriptor);
     }
 }
 
@@ -174,7 +183,8 @@ ByteVector counted(const std::string& characters) {
             return application.name(inherit, inherited);                                                               \
         }
 
-std::vector<Kind> makeKinds() {
+/// Those that are shown in all their values.
+std::vector<Kind> shownKinds() {
     const ByteVector name = join({text("por"), counted("Jogos"), text("eng"), counted("Games for all")});
     const ByteVector parameters = join({counted("-fullscreen"), counted("a longer parameter")});
     const ByteVector location = join({counted("/carousel/base"), counted("/class/path/extension"), text("Main.class")});
@@ -225,9 +235,31 @@ std::vector<Kind> makeKinds() {
 
 #undef ACCESSORS
 
+bool has(const std::vector<Kind>& kinds, QUOR_U8 tag) {
+    return std::any_of(kinds.begin(), kinds.end(), [tag](const Kind& each) { return each.tag == tag; });
+}
+
+/// All; the values of the others are the matter of their own tests.
+std::vector<Kind> makeKinds() {
+    std::vector<Kind> kinds = shownKinds();
+    forEachHeld<TAITTable>(classRows(), [&kinds](const auto& row) {
+        using Class = typename std::decay_t<decltype(row)>::Class;
+        if (!has(kinds, row.tag)) {
+            const auto ofApplication = getterOf<TApplication>(row.in);
+            kinds.push_back({nameOf<Class>(), row.tag, row.wire, nameOf<Class>(), row.wire, nameOf<Class>(), "",
+                             getterOf<TAITTable>(row.in),
+                             [ofApplication](const TApplication& application, int inherit, int* inherited) {
+                                 return (application.*ofApplication)(inherit, inherited);
+                             }});
+        }
+    });
+    return kinds;
+}
+
 const char* const EXCEEDS = "ISDBTUils: ParserUtils::parseStr: ERROR: String length exceeds available data length: ";
 
-std::vector<Broken> makeBroken() {
+/// One of each tag, as its class speaks of it, and several of some.
+std::vector<Broken> shownBroken() {
     const QUOR_U16 dataLength = TISDBTTable::ERROR_INVALID_DATA_LENGTH;
     const QUOR_U16 descriptorLength = TISDBTTable::ERROR_INVALID_DESCRIPTOR_LENGTH;
     const QUOR_U16 string = TISDBTTable::ERROR_INVALID_STRING;
@@ -308,6 +340,23 @@ std::vector<Broken> makeBroken() {
 
 } // namespace
 
+namespace {
+
+std::vector<Broken> makeBroken() {
+    std::vector<Broken> all = shownBroken();
+    forEachHeld<TAITTable>(classRows(), [&all](const auto& row) {
+        using Class = typename std::decay_t<decltype(row)>::Class;
+        if (!has(shownKinds(), row.tag)) {
+            const ByteVector wire = refusedOf<Class>(row.tag, row.minimum);
+            const Parsed<Class> alone = parseBytes<Class>(wire);
+            all.push_back({nameOf<Class>(), row.tag, wire, alone.error, alone.lines});
+        }
+    });
+    return all;
+}
+
+} // namespace
+
 const std::vector<Kind>& kinds() {
     static const std::vector<Kind> all = makeKinds();
     return all;
@@ -320,7 +369,7 @@ const Kind& kind(QUOR_U8 tag) {
 }
 
 bool isKnown(QUOR_U8 tag) {
-    return std::any_of(kinds().begin(), kinds().end(), [tag](const Kind& each) { return each.tag == tag; });
+    return has(kinds(), tag);
 }
 
 bool sameMember(const Kind& one, const Kind& other) {
@@ -332,6 +381,11 @@ std::vector<QUOR_U8> orderOfTags(bool java) {
     std::vector<QUOR_U8> order = {0x00, 0x01, 0x0B, 0x05, 0x02, 0x11, 0x0C, 0x0D};
     order.push_back(java ? 0x03 : 0x06);
     order.push_back(java ? 0x04 : 0x07);
+    for (const Kind& joinedLater : kinds()) {
+        if (!has(shownKinds(), joinedLater.tag)) {
+            order.push_back(joinedLater.tag);
+        }
+    }
     return order;
 }
 

@@ -14,7 +14,7 @@
 namespace ait {
 
 struct Kind {
-    const char* name;
+    std::string name;
     QUOR_U8 tag;
     ByteVector wire;
     std::string shown; ///< what shown() makes of the wire
@@ -45,7 +45,7 @@ std::string shown(const Quor::TISDBTDescriptor* descriptor);
 
 /// A descriptor that is not accepted.
 struct Broken {
-    const char* name;
+    std::string name;
     QUOR_U8 tag;
     ByteVector wire;
     QUOR_U16 code;

@@ -522,7 +522,7 @@ TEST(TApplication, ACopyHasItsFieldsAndItsOwnDescriptors) {
 TEST(TApplication, ACopyThatInheritsNeedsNoTable) {
     for (const ait::Kind& kind : ait::kinds()) {
         for (const bool other : {false, true}) {
-            SCOPED_TRACE(std::string(kind.name) + (other ? ", the other" : ""));
+            SCOPED_TRACE(kind.name + (other ? ", the other" : ""));
             std::unique_ptr<TApplication> copy;
             {
                 const auto table =
@@ -577,8 +577,9 @@ TEST(TApplication, ACopyMixesItsOwnAndTheTables) {
         ASSERT_NE(table.object, nullptr);
         copy = std::make_unique<TApplication>(table->getApplication("000000010002"), 1);
     }
-    EXPECT_EQ(taken(copy->getDescriptorTags()),
-              (std::vector<QUOR_U8>{0x00, 0x01, 0x0B, 0x05, 0x02, 0x11, 0x0C, 0x0D, 0x06, 0x04}));
+    std::vector<QUOR_U8> tags = ait::orderOfTags(false);
+    std::replace(tags.begin(), tags.end(), QUOR_U8{0x07}, QUOR_U8{0x04});
+    EXPECT_EQ(taken(copy->getDescriptorTags()), tags);
     EXPECT_EQ(ait::shown(copy->getDescriptor(0x11)), ait::kind(0x11).otherShown);
     EXPECT_EQ(ait::shown(copy->getDescriptor(0x06)), ait::kind(0x06).shown);
     EXPECT_EQ(ait::shown(copy->getDescriptor(0x04)), ait::kind(0x04).shown);

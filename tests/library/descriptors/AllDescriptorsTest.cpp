@@ -1,6 +1,6 @@
 // What every descriptor class promises.
 
-#include "support/Classes.h"
+#include "support/TypedRows.h"
 #include "support/Outcome.h"
 #include "support/Survival.h"
 
@@ -34,8 +34,8 @@ void PrintTo(const DescriptorClass& descriptorClass, std::ostream* out) {
 
 template <class Row> void describe(std::vector<DescriptorClass>& /*classes*/, const Row& /*row*/) {}
 
-template <class T, class Items>
-void describe(std::vector<DescriptorClass>& classes, const DescriptorRow<T, Items>& row) {
+template <class T, class In, class Items>
+void describe(std::vector<DescriptorClass>& classes, const DescriptorRow<T, In, Items>& row) {
     static_assert(std::is_base_of_v<TISDBTDescriptor, T>, "every descriptor class has the same base");
     static_assert(std::has_virtual_destructor_v<T>, "descriptors are deleted by base");
     static_assert(!std::is_copy_constructible_v<T> && !std::is_copy_assignable_v<T>, "a copy would own what it copied");

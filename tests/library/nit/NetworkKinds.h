@@ -1,13 +1,5 @@
 #pragma once
 
-#include "descriptors/TEmergencyInformationDescriptor.h"
-#include "descriptors/TLinkageDescriptor.h"
-#include "descriptors/TNetworkNameDescriptor.h"
-#include "descriptors/TPartialReceptionDescriptor.h"
-#include "descriptors/TServiceListDescriptor.h"
-#include "descriptors/TSystemManagementDescriptor.h"
-#include "descriptors/TTSInformationDescriptor.h"
-#include "descriptors/TTerrestrialDeliverySystemDescriptor.h"
 #include "nit/TNITTable.h"
 #include "nit/TTransportStreamInfo.h"
 #include "support/Kinds.h"
@@ -15,32 +7,15 @@
 
 using NetworkKind = DescriptorKind<Quor::TNITTable, Quor::TTransportStreamInfo>;
 
-template <class D>
-NetworkKind networkKind(const std::string& name, const std::string& good, QUOR_U32 minimum,
-                        D* (Quor::TNITTable::*ofTable)() const, D* (Quor::TTransportStreamInfo::*ofEntry)() const) {
-    NetworkKind kind = kindWithMinimum<Quor::TNITTable, Quor::TTransportStreamInfo>(name, good, minimum);
-    kind.ofTable = ofTable;
-    kind.ofEntry = ofEntry;
-    return kind;
-}
-
 /// The kinds in the order of getDescriptorTags().
 inline std::vector<NetworkKind> networkKinds() {
-    using N = Quor::TNITTable;
-    using T = Quor::TTransportStreamInfo;
-    return {networkKind("NetworkName", "40 03 474C42", 1, &N::getNetworkNameDescriptor, &T::getNetworkNameDescriptor),
-            networkKind("SystemManagement", "FE 02 0301", 2, &N::getSystemManagementDescriptor,
-                        &T::getSystemManagementDescriptor),
-            networkKind("ServiceList", "41 02 20 01", 2, &N::getServiceListDescriptor, &T::getServiceListDescriptor),
-            networkKind("Linkage", "4A 07 0001 0002 0003 01", 7, &N::getLinkageDescriptor, &T::getLinkageDescriptor),
-            networkKind("TerrestrialDeliverySystem", "FA 04 8916 0F90", 4, &N::getTerrestrialDeliverySystemDescriptor,
-                        &T::getTerrestrialDeliverySystemDescriptor),
-            networkKind("EmergencyInformation", "FC 06 5C20 80 02 1230", 4, &N::getEmergencyInformationDescriptor,
-                        &T::getEmergencyInformationDescriptor),
-            networkKind("PartialReception", "FB 02 5C38", 2, &N::getPartialReceptionDescriptor,
-                        &T::getPartialReceptionDescriptor),
-            networkKind("TSInformation", "CD 09 07 0D 474C42 0F 01 5C20", 8, &N::getTSInformationDescriptor,
-                        &T::getTSInformationDescriptor)};
+    std::vector<NetworkKind> kinds;
+    forEachHeld<Quor::TNITTable>(classRows(), [&kinds](const auto& row) {
+        kinds.push_back(kindOf<NetworkKind>(row));
+        kinds.back().ofTable = getterOf<Quor::TNITTable>(row.in);
+        kinds.back().ofEntry = getterOf<Quor::TTransportStreamInfo>(row.in);
+    });
+    return inOrder(kinds, hex("40 FE 41 4A FA FC FB CD"));
 }
 
 /// A transport stream entry: transport_stream_id | original_network_id | transport_descriptors_length | descriptors.

@@ -142,8 +142,7 @@ TEST(TPMTTable, HoldsAllKindsAndItsStreamsAsWell) {
     const ByteVector descriptors = descriptorsOf(programKinds(), all);
     const auto table = parseSection<TPMTTable>(pmt(descriptors, stream(0x1B, 0x111, descriptors)));
     ASSERT_NE(table.object, nullptr);
-    const Tags tags{0x53, 0x0D, 0x49, 0x4A, 0x50, 0x51, 0x52, 0x55, 0xC0, 0xC1, 0xFC,
-                    0xFD, 0xFE, 0xC6, 0xC8, 0xDE, 0xF7, 0xF8, 0x28, 0x2A, 0x7C, 0x13};
+    const Tags tags = tagsOf(programKinds());
     EXPECT_EQ(taken(table->getDescriptorTags()), tags);
     ASSERT_EQ(table->size(), 1U);
     EXPECT_EQ(taken(table->getProgramMap(0)->getDescriptorTags()), tags);

@@ -12,7 +12,7 @@
 #include "descriptors/TTransportProtocolDescriptor.h"
 #include "tool/describing/FieldLines.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace {
 

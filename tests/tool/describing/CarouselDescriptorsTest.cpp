@@ -7,7 +7,7 @@
 #include "descriptors/TStreamModeDescriptor.h"
 #include "tool/describing/FieldLines.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace {
 

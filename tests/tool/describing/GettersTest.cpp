@@ -17,7 +17,7 @@
 
 #include "rendering/FieldJson.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <map>
 #include <nlohmann/json.hpp>
@@ -139,7 +139,8 @@ bool isBase(const std::string& className) {
     return bases.count(className) != 0;
 }
 
-/// Where the objects of a class are described that is neither a table nor a descriptor of its own name.
+/// Where the objects of a class are described that is neither a table, nor a descriptor of its own name, nor the item
+/// of one with "items".
 const std::map<std::string, std::string> PLACES{
     {"TProgramAssociation", "TPATTable/programs"},
     {"TProgramMap", "TPMTTable/elementary_streams"},
@@ -150,28 +151,17 @@ const std::map<std::string, std::string> PLACES{
     {"TDownloadContent", "TSDTTTable/download_contents"},
     {"TScheduleInfo", "download_contents/schedule_infos"},
     {"TApplicationDescriptorProfile", "application_descriptor/profiles"},
-    {"TApplicationNameDescriptorItem", "application_name_descriptor/items"},
-    {"TCompatibilityDescriptorItem", "compatibility_descriptor/items"},
     {"TCompatibilityDescriptorSubItem", "items/sub_items"},
-    {"TDIILocationDescriptorItem", "dii_location_descriptor/items"},
-    {"TDigitalCopyControlDescriptorItem", "digital_copy_control_descriptor/items"},
     {"TDownloadContentDescriptorItem", "download_content_descriptor/modules"},
-    {"TEmergencyInformationDescriptorItem", "emergency_information_descriptor/items"},
-    {"TExternalApplicationAuthorizationDescriptorItem", "external_application_authorization_descriptor/items"},
     {"TGingaJavaApplicationDescriptor", "ginga_application_descriptor"},
     {"TGingaJavaApplicationLocationDescriptor", "ginga_application_location_descriptor"},
     {"TGingaNCLApplicationDescriptor", "ginga_application_descriptor"},
     {"TGingaNCLApplicationLocationDescriptor", "ginga_application_location_descriptor"},
-    {"TLocalTimeOffsetDescriptorItem", "local_time_offset_descriptor/items"},
     {"TMosaicDescriptorCell", "mosaic_descriptor/cells"},
-    {"TNVODReferenceDescriptorItem", "nvod_reference_descriptor/items"},
-    {"TParentalRatingDescriptorItem", "parental_rating_descriptor/items"},
-    {"TPrefetchDescriptorItem", "prefetch_descriptor/items"},
-    {"TServiceListDescriptorItem", "service_list_descriptor/items"},
     {"TTSInformationDescriptorItem", "ts_information_descriptor/transmission_types"},
 };
 
-/// The fields that hold what these getters give one by one, count or list the keys of.
+/// The fields that hold what these getters give one by one, count or list the keys of. Others do that for "items".
 struct ListGetters {
     const char* className;
     const char* field;
@@ -191,8 +181,7 @@ const ListGetters LISTS[] = {
     {"TAITTable", "applications", {"getApplication", "getApplicationsCount", "getApplicationsIDs"}},
     {"TSDTTTable", "download_contents", {"getDownloadContent", "getDownloadContentSize"}},
     {"TDownloadContent", "schedule_infos", {"getScheduleInfo", "getScheduleInfoSize"}},
-    {"TApplicationDescriptor", "profiles", {"getProfile", "getProfilesCount"}},
-    {"TApplicationNameDescriptor", "items", {"getLanguageCodes"}},
+    {"TApplicationDescriptor", "profiles", {"getProfile", "getProfiles", "getProfilesCount"}},
     {"TCompatibilityDescriptor", "items", {"getCompatibilityDescriptorItem", "getCompatibilityDescriptorItemSize"}},
     {"TCompatibilityDescriptorItem",
      "sub_items",
@@ -201,26 +190,23 @@ const ListGetters LISTS[] = {
     {"TDownloadContentDescriptor",
      "modules",
      {"getDownloadContentDescriptorItem", "getDownloadContentDescriptorItemSize"}},
-    {"TExternalApplicationAuthorizationDescriptor", "items", {"getApplicationIdentifierHashIDs"}},
     {"TGingaApplicationDescriptor", "parameters", {"get", "size"}},
-    {"TLocalTimeOffsetDescriptor", "items", {"getCountryCodes"}},
     {"TMosaicDescriptor", "cells", {"getCell", "size"}},
-    {"TServiceListDescriptor", "items", {"getServiceIDs"}},
     {"TTSInformationDescriptor", "transmission_types", {"getTransmissionType", "getTransmissionTypeCount"}},
     {"TTransportProtocolDescriptorIP", "urls", {"getURL", "getURLCount"}},
 };
 
 /// The field where a getter's value must be found; empty for the descriptors by tag, which have fields by name.
-std::string fieldOf(const std::string& className, const std::string& getter) {
+std::string fieldOf(const PublicClass& holder, const std::string& getter) {
     for (const ListGetters& each : LISTS) {
-        if (className == each.className && each.getters.count(getter) != 0) {
+        if (holder.name == each.className && each.getters.count(getter) != 0) {
             return each.field;
         }
     }
     if (getter == "getDescriptor" || getter == "getDescriptorTags") {
         return {};
     }
-    return getter == "get" || getter == "size" ? "items" : fieldName(getter);
+    return getter == "get" || getter == "size" || holder.lists.count(getter) != 0 ? "items" : fieldName(getter);
 }
 
 using Classes = std::map<std::string, PublicClass>;
@@ -240,7 +226,7 @@ Names fieldsAskedFor(const Classes& classes, const std::string& className) {
     for (auto found = classes.find(className); found != classes.end() && sectionHeader.count(found->first) == 0;
          found = classes.find(found->second.base)) {
         for (const std::string& getter : found->second.getters) {
-            fields.insert(fieldOf(found->first, getter));
+            fields.insert(fieldOf(found->second, getter));
         }
     }
     fields.erase("");
@@ -251,6 +237,10 @@ std::string placeOf(const NamesOfObjects& names, const std::string& className) {
     const auto found = PLACES.find(className);
     if (found != PLACES.end()) {
         return found->second;
+    }
+    const std::string item = "Item";
+    if (className.size() > item.size() && className.compare(className.size() - item.size(), item.size(), item) == 0) {
+        return descriptorName(className.substr(0, className.size() - item.size())) + "/items";
     }
     return names.of(className).empty() ? descriptorName(className) : className;
 }

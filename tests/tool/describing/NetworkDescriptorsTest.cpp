@@ -8,7 +8,7 @@
 #include "descriptors/TTerrestrialDeliverySystemDescriptor.h"
 #include "tool/describing/FieldLines.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace {
 

@@ -52,9 +52,12 @@ std::vector<PublicClass> publicClasses() {
     const auto field = [&listing](std::string& text) { return static_cast<bool>(std::getline(listing, text, '\t')); };
     while (field(header) && field(name) && field(kind) && field(type) && field(member) && std::getline(listing, rest)) {
         if (kind == "class") {
-            classes.push_back({name, type, {}});
+            classes.push_back({name, type, {}, {}});
         } else if (kind == "const" && std::regex_match(member, isGetter)) {
             classes.back().getters.insert(member);
+            if (type.rfind("std::list<", 0) == 0) {
+                classes.back().lists.insert(member);
+            }
         }
     }
     return classes;

@@ -9,6 +9,7 @@ struct PublicClass {
     std::string name;
     std::string base;              ///< empty without one
     std::set<std::string> getters; ///< the const members called get..., is..., has... or size
+    std::set<std::string> lists;   ///< those of them whose result is a list
 };
 
 /// Every exported class of the public headers.

@@ -9,7 +9,7 @@
 #include "descriptors/TVideoDecodeControlDescriptor.h"
 #include "tool/describing/FieldLines.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace {
 

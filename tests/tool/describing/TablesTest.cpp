@@ -6,7 +6,7 @@
 #include "tool/describing/FieldLines.h"
 #include "tot/TTOTTable.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "walking/DescriptorKinds.h"
+#include "describing/DescriptorKinds.h"
 
 #include "DSMCCSection/TDSMCCSectionTable.h"
 #include "ait/TAITTable.h"
@@ -9,7 +9,7 @@
 #include "support/Parse.h"
 #include "tot/TTOTTable.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace {
 

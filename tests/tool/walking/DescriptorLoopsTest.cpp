@@ -3,7 +3,7 @@
 #include "TISDBTTable.h"
 #include "support/Bytes.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace {
 

@@ -131,13 +131,14 @@ Fields describeDiiLocation(const Quor::TDIILocationDescriptor& descriptor) {
 } // namespace
 
 void addApplicationDescriptors(Catalogue& catalogue) {
-    catalogue.addDescriptor<describeApplication>("application_descriptor");
-    catalogue.addDescriptor<describeApplicationName>("application_name_descriptor");
-    catalogue.addDescriptor<describeApplicationIcon>("application_icon_descriptor");
-    catalogue.addDescriptor<describeExternalApplicationAuthorization>("external_application_authorization_descriptor");
-    catalogue.addDescriptor<describeIpSignaling>("ip_signaling_descriptor");
-    catalogue.addDescriptor<describePrefetch>("prefetch_descriptor");
-    catalogue.addDescriptor<describeDiiLocation>("dii_location_descriptor");
+    catalogue.addDescriptor<describeApplication>("application_descriptor", {AIT});
+    catalogue.addDescriptor<describeApplicationName>("application_name_descriptor", {AIT});
+    catalogue.addDescriptor<describeApplicationIcon>("application_icon_descriptor", {AIT});
+    catalogue.addDescriptor<describeExternalApplicationAuthorization>("external_application_authorization_descriptor",
+                                                                      {AIT});
+    catalogue.addDescriptor<describeIpSignaling>("ip_signaling_descriptor", {AIT});
+    catalogue.addDescriptor<describePrefetch>("prefetch_descriptor", {AIT});
+    catalogue.addDescriptor<describeDiiLocation>("dii_location_descriptor", {AIT});
 }
 
 } // namespace inspect

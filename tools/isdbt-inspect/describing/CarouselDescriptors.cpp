@@ -101,12 +101,12 @@ Fields describeGeneralEvent(const TGeneralEventDescriptor& descriptor) {
 } // namespace
 
 void addCarouselDescriptors(Catalogue& catalogue) {
-    catalogue.addDescriptor<describeCarouselIdentifier>("carousel_identifier_descriptor");
-    catalogue.addDescriptor<describeCarouselCompatibleComposite>("carousel_compatible_composite_descriptor");
-    catalogue.addDescriptor<describeNptReference>("npt_reference_descriptor");
-    catalogue.addDescriptor<describeStreamMode>("stream_mode_descriptor");
-    catalogue.addDescriptor<describeStreamEvent>("stream_event_descriptor");
-    catalogue.addDescriptor<describeGeneralEvent>("general_event_descriptor");
+    catalogue.addDescriptor<describeCarouselIdentifier>("carousel_identifier_descriptor", {PMT});
+    catalogue.addDescriptor<describeCarouselCompatibleComposite>("carousel_compatible_composite_descriptor", {PMT});
+    catalogue.addDescriptor<describeNptReference>("npt_reference_descriptor", {DSMCC_STREAM_DESCRIPTORS});
+    catalogue.addDescriptor<describeStreamMode>("stream_mode_descriptor", {DSMCC_STREAM_DESCRIPTORS});
+    catalogue.addDescriptor<describeStreamEvent>("stream_event_descriptor", {DSMCC_STREAM_DESCRIPTORS});
+    catalogue.addDescriptor<describeGeneralEvent>("general_event_descriptor", {});
 }
 
 } // namespace inspect

@@ -29,7 +29,7 @@ Fields Catalogue::describe(const Quor::TISDBTTable& table) const {
 }
 
 Field Catalogue::describe(const Quor::TISDBTDescriptor& descriptor) const {
-    const DescriptorKind& kind = m_descriptors.at(typeid(descriptor));
+    const Description& kind = m_descriptors.at(typeid(descriptor));
     Field tag = identifier("descriptor_tag", descriptor.getDescriptorTag(), 2);
     if (!kind.variant.empty()) {
         tag = std::move(tag).standsFor(kind.variant);
@@ -39,6 +39,15 @@ Field Catalogue::describe(const Quor::TISDBTDescriptor& descriptor) const {
         fields.push_back(std::move(field));
     }
     return object(kind.name, std::move(fields));
+}
+
+const DescriptorKind* Catalogue::find(std::uint8_t tableId, std::uint8_t tag) const {
+    const auto found = m_kinds.find({tableId, tag});
+    return found == m_kinds.end() ? nullptr : &found->second;
+}
+
+const DescriptorKind* knownDescriptor(std::uint8_t tableId, std::uint8_t tag) {
+    return Catalogue::instance().find(tableId, tag);
 }
 
 } // namespace inspect

@@ -95,7 +95,7 @@ Fields describeDownloadContent(const TDownloadContentDescriptor& descriptor) {
 } // namespace
 
 void addDownloadDescriptors(Catalogue& catalogue) {
-    catalogue.addDescriptor<describeDownloadContent>("download_content_descriptor");
+    catalogue.addDescriptor<describeDownloadContent>("download_content_descriptor", {SDTT});
 }
 
 } // namespace inspect

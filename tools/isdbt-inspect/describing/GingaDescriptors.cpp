@@ -31,10 +31,10 @@ void addGingaDescriptors(Catalogue& catalogue) {
     constexpr std::string_view LOCATION = "ginga_application_location_descriptor";
     constexpr std::string_view JAVA = "Ginga-J";
     constexpr std::string_view NCL = "Ginga-NCL";
-    catalogue.addDescriptor<describeParameters, Quor::TGingaJavaApplicationDescriptor>(APPLICATION, JAVA);
-    catalogue.addDescriptor<describeParameters, Quor::TGingaNCLApplicationDescriptor>(APPLICATION, NCL);
-    catalogue.addDescriptor<describeLocation, Quor::TGingaJavaApplicationLocationDescriptor>(LOCATION, JAVA);
-    catalogue.addDescriptor<describeLocation, Quor::TGingaNCLApplicationLocationDescriptor>(LOCATION, NCL);
+    catalogue.addDescriptor<describeParameters, Quor::TGingaJavaApplicationDescriptor>(APPLICATION, {AIT}, JAVA);
+    catalogue.addDescriptor<describeParameters, Quor::TGingaNCLApplicationDescriptor>(APPLICATION, {AIT}, NCL);
+    catalogue.addDescriptor<describeLocation, Quor::TGingaJavaApplicationLocationDescriptor>(LOCATION, {AIT}, JAVA);
+    catalogue.addDescriptor<describeLocation, Quor::TGingaNCLApplicationLocationDescriptor>(LOCATION, {AIT}, NCL);
 }
 
 } // namespace inspect

@@ -145,14 +145,14 @@ Fields describeTsInformation(const Quor::TTSInformationDescriptor& descriptor) {
 } // namespace
 
 void addNetworkDescriptors(Catalogue& catalogue) {
-    catalogue.addDescriptor<describeNetworkName>("network_name_descriptor");
-    catalogue.addDescriptor<describeSystemManagement>("system_management_descriptor");
-    catalogue.addDescriptor<describeServiceList>("service_list_descriptor");
-    catalogue.addDescriptor<describeLinkage>("linkage_descriptor");
-    catalogue.addDescriptor<describeTerrestrialDeliverySystem>("terrestrial_delivery_system_descriptor");
-    catalogue.addDescriptor<describeEmergencyInformation>("emergency_information_descriptor");
-    catalogue.addDescriptor<describePartialReception>("partial_reception_descriptor");
-    catalogue.addDescriptor<describeTsInformation>("ts_information_descriptor");
+    catalogue.addDescriptor<describeNetworkName>("network_name_descriptor", {NIT});
+    catalogue.addDescriptor<describeSystemManagement>("system_management_descriptor", {PMT, NIT});
+    catalogue.addDescriptor<describeServiceList>("service_list_descriptor", {NIT});
+    catalogue.addDescriptor<describeLinkage>("linkage_descriptor", {PMT, NIT, SDT});
+    catalogue.addDescriptor<describeTerrestrialDeliverySystem>("terrestrial_delivery_system_descriptor", {NIT});
+    catalogue.addDescriptor<describeEmergencyInformation>("emergency_information_descriptor", {PMT, NIT});
+    catalogue.addDescriptor<describePartialReception>("partial_reception_descriptor", {NIT});
+    catalogue.addDescriptor<describeTsInformation>("ts_information_descriptor", {NIT});
 }
 
 } // namespace inspect

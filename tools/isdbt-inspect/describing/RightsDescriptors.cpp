@@ -112,12 +112,12 @@ Fields describeConditionalPlayback(const Quor::TConditionalPlaybackDescriptor& d
 } // namespace
 
 void addRightsDescriptors(Catalogue& catalogue) {
-    catalogue.addDescriptor<describeCaIdentifier>("ca_identifier_descriptor");
-    catalogue.addDescriptor<describeDigitalCopyControl>("digital_copy_control_descriptor");
-    catalogue.addDescriptor<describeContentAvailability>("content_availability_descriptor");
-    catalogue.addDescriptor<describeParentalRating>("parental_rating_descriptor");
-    catalogue.addDescriptor<describeTargetRegion>("target_region_descriptor");
-    catalogue.addDescriptor<describeConditionalPlayback>("conditional_playback_descriptor");
+    catalogue.addDescriptor<describeCaIdentifier>("ca_identifier_descriptor", {PMT, SDT});
+    catalogue.addDescriptor<describeDigitalCopyControl>("digital_copy_control_descriptor", {PMT, SDT});
+    catalogue.addDescriptor<describeContentAvailability>("content_availability_descriptor", {PMT, SDT});
+    catalogue.addDescriptor<describeParentalRating>("parental_rating_descriptor", {PMT});
+    catalogue.addDescriptor<describeTargetRegion>("target_region_descriptor", {PMT});
+    catalogue.addDescriptor<describeConditionalPlayback>("conditional_playback_descriptor", {PMT});
 }
 
 } // namespace inspect

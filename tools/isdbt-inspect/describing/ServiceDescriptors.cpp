@@ -163,13 +163,13 @@ Field serviceType(QUOR_U8 type) {
 }
 
 void addServiceDescriptors(Catalogue& catalogue) {
-    catalogue.addDescriptor<describeService>("service_descriptor");
-    catalogue.addDescriptor<describeBouquetName>("bouquet_name_descriptor");
-    catalogue.addDescriptor<describeCountryAvailability>("country_availability_descriptor");
-    catalogue.addDescriptor<describeNvodReference>("nvod_reference_descriptor");
-    catalogue.addDescriptor<describeTimeShiftedService>("time_shifted_service_descriptor");
-    catalogue.addDescriptor<describeMosaic>("mosaic_descriptor");
-    catalogue.addDescriptor<describeLogoTransmission>("logo_transmission_descriptor");
+    catalogue.addDescriptor<describeService>("service_descriptor", {SDT});
+    catalogue.addDescriptor<describeBouquetName>("bouquet_name_descriptor", {SDT});
+    catalogue.addDescriptor<describeCountryAvailability>("country_availability_descriptor", {PMT, SDT});
+    catalogue.addDescriptor<describeNvodReference>("nvod_reference_descriptor", {SDT});
+    catalogue.addDescriptor<describeTimeShiftedService>("time_shifted_service_descriptor", {SDT});
+    catalogue.addDescriptor<describeMosaic>("mosaic_descriptor", {PMT, SDT});
+    catalogue.addDescriptor<describeLogoTransmission>("logo_transmission_descriptor", {SDT});
 }
 
 } // namespace inspect

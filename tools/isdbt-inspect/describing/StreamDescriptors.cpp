@@ -158,15 +158,15 @@ Fields describeAac(const TAACDescriptor& descriptor) {
 } // namespace
 
 void addStreamDescriptors(Catalogue& catalogue) {
-    catalogue.addDescriptor<describeStreamIdentifier>("stream_identifier_descriptor");
-    catalogue.addDescriptor<describeComponent>("component_descriptor");
-    catalogue.addDescriptor<describeCopyright>("copyright_descriptor");
-    catalogue.addDescriptor<describeHierarchicalTransmission>("hierarchical_transmission_descriptor");
-    catalogue.addDescriptor<describeDataComponent>("data_component_descriptor");
-    catalogue.addDescriptor<describeVideoDecodeControl>("video_decode_control_descriptor");
-    catalogue.addDescriptor<describeAvcVideo>("avc_video_descriptor");
-    catalogue.addDescriptor<describeAvcTimingAndHrd>("avc_timing_and_hrd_descriptor");
-    catalogue.addDescriptor<describeAac>("aac_descriptor");
+    catalogue.addDescriptor<describeStreamIdentifier>("stream_identifier_descriptor", {PMT});
+    catalogue.addDescriptor<describeComponent>("component_descriptor", {PMT});
+    catalogue.addDescriptor<describeCopyright>("copyright_descriptor", {PMT});
+    catalogue.addDescriptor<describeHierarchicalTransmission>("hierarchical_transmission_descriptor", {PMT});
+    catalogue.addDescriptor<describeDataComponent>("data_component_descriptor", {PMT});
+    catalogue.addDescriptor<describeVideoDecodeControl>("video_decode_control_descriptor", {PMT});
+    catalogue.addDescriptor<describeAvcVideo>("avc_video_descriptor", {PMT});
+    catalogue.addDescriptor<describeAvcTimingAndHrd>("avc_timing_and_hrd_descriptor", {PMT});
+    catalogue.addDescriptor<describeAac>("aac_descriptor", {PMT});
 }
 
 } // namespace inspect

@@ -46,7 +46,7 @@ Fields describeTot(const Quor::TTOTTable& tot) {
 
 void addTimeTables(Catalogue& catalogue) {
     catalogue.addTable<describeTot>();
-    catalogue.addDescriptor<describeLocalTimeOffset>("local_time_offset_descriptor");
+    catalogue.addDescriptor<describeLocalTimeOffset>("local_time_offset_descriptor", {TOT});
 }
 
 } // namespace inspect

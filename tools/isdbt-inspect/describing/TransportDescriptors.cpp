@@ -50,9 +50,9 @@ Fields describeIp(const Quor::TTransportProtocolDescriptorIP& descriptor) {
 
 void addTransportDescriptors(Catalogue& catalogue) {
     constexpr std::string_view NAME = "transport_protocol_descriptor";
-    catalogue.addDescriptor<describeCarousel<Quor::TTransportProtocolDescriptorOC>>(NAME);
-    catalogue.addDescriptor<describeIp>(NAME);
-    catalogue.addDescriptor<describeCarousel<Quor::TTransportProtocolDescriptorDC>>(NAME);
+    catalogue.addDescriptor<describeCarousel<Quor::TTransportProtocolDescriptorOC>>(NAME, {AIT});
+    catalogue.addDescriptor<describeIp>(NAME, {AIT});
+    catalogue.addDescriptor<describeCarousel<Quor::TTransportProtocolDescriptorDC>>(NAME, {AIT});
 }
 
 } // namespace inspect

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "walking/DescriptorKinds.h"
+#include "describing/DescriptorKinds.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -10,7 +10,6 @@ namespace inspect {
 
 /// A descriptor that the library has a class for.
 struct DescriptorKind {
-    std::uint8_t tag;
     std::string_view name;
 
     /// @param data      the descriptor, from its tag on
