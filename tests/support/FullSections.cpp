@@ -27,6 +27,8 @@ template <class Holder> ByteVector withOthers(const ByteVector& descriptors) {
     return join({descriptors, others<Holder>(descriptors)});
 }
 
+} // namespace
+
 ByteVector componentDescriptors() {
     return withOthers<Quor::TProgramMap>(join({
         descriptor(0x53, hex("0005 000E")),                                           // CA identifier
@@ -82,6 +84,8 @@ ByteVector serviceDescriptors() {
         descriptor(0x53, hex("0005 000E")),                                         // CA identifier
     }));
 }
+
+namespace {
 
 ByteVector gingaJDescriptors() {
     return join({descriptor(0x03, join({hex("01"), text("a")})),

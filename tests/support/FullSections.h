@@ -11,3 +11,8 @@ ByteVector fullSdt();
 ByteVector fullAit();
 ByteVector fullSdtt();
 ByteVector fullDsmccSection();
+
+// The descriptors of an elementary stream, a transport stream and a service: each kind that such a loop may have.
+ByteVector componentDescriptors();
+ByteVector networkDescriptors();
+ByteVector serviceDescriptors();
