@@ -3,7 +3,7 @@
 #include "detail/Log.h"
 #include "detail/Parse.h"
 
-#include <cstdio>
+#include <cstdint>
 
 namespace Quor {
 
@@ -44,8 +44,12 @@ detail::Outcome TApplicationIdentifier::decode(const detail::Bytes& left) {
 }
 
 std::string TApplicationIdentifier::calculateHashID(QUOR_U32 organizationId, QUOR_U16 applicationId) {
-    char digits[HASH_ID_LENGTH + 1];
-    std::snprintf(digits, sizeof(digits), "%08X%04X", organizationId, unsigned{applicationId});
+    std::string digits(HASH_ID_LENGTH, '0');
+    std::uint64_t left = std::uint64_t{organizationId} << 16 | applicationId;
+    for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit) {
+        *digit = "0123456789ABCDEF"[left & 0x0FU];
+        left >>= 4;
+    }
     return digits;
 }
 

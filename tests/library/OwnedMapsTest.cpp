@@ -1,7 +1,7 @@
 // The items by a key that a class owns, and what all such classes promise.
 
-#include "support/TypedRows.h"
 #include "support/Lifetime.h"
+#include "support/TypedRows.h"
 
 #include <gmock/gmock.h>
 

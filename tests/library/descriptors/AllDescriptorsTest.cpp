@@ -1,8 +1,8 @@
 // What every descriptor class promises.
 
-#include "support/TypedRows.h"
 #include "support/Outcome.h"
 #include "support/Survival.h"
+#include "support/TypedRows.h"
 
 #include <gtest/gtest.h>
 
