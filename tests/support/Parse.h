@@ -3,8 +3,8 @@
 #include "TISDBTTable.h"
 #include "support/Bytes.h"
 #include "support/LogCapture.h"
+#include "support/TakenList.h"
 
-#include <list>
 #include <memory>
 #include <type_traits>
 
@@ -65,10 +65,4 @@ template <class T> Parsed<T> parseAny(const ByteVector& wire) {
     } else {
         return parseBytes<T>(wire);
     }
-}
-
-/// The elements of a list that the caller must delete.
-template <class T> std::vector<T> taken(std::list<T>* list) {
-    const std::unique_ptr<std::list<T>> owned(list);
-    return std::vector<T>(owned->begin(), owned->end());
 }

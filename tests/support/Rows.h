@@ -1,6 +1,7 @@
 #pragma once
 
-#include "support/Parse.h"
+#include "support/Bytes.h"
+#include "support/TakenList.h"
 
 #include <tuple>
 #include <type_traits>

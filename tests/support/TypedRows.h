@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/Classes.h"
+#include "support/Parse.h"
 
 #include <gtest/gtest.h>
 
