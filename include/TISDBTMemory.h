@@ -30,7 +30,7 @@ protected:
 
 namespace detail {
 
-class Bytes;
+class Bytes; // NOLINT(bugprone-forward-declaration-namespace): not the one of a program
 class Memory;
 class Outcome;
 struct Access;
