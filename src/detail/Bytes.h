@@ -13,8 +13,10 @@ class Memory;
 class Bytes {
 public:
     /// Null data make an empty view, whatever @p size says.
-    Bytes(QUOR_U8* data, QUOR_U32 size, Memory& memory)
-        : m_pData(data), m_pMemory(&memory), m_iSize(data == nullptr ? 0 : size) {}
+    Bytes(QUOR_U8* data, QUOR_U32 size, Memory& memory) : Bytes(&memory, data, data == nullptr ? 0 : size) {}
+
+    /// A view of bytes that are known to be there.
+    static Bytes of(QUOR_U8* data, QUOR_U32 size, Memory& memory) { return Bytes(&memory, data, size); }
 
     QUOR_U8* data() const { return m_pData; }
     QUOR_U32 size() const { return m_iSize; }
@@ -29,11 +31,11 @@ public:
     /// The rest of the view from @p at on; empty when the view ends before it.
     Bytes from(QUOR_U32 at) const {
         const QUOR_U32 skipped = at < m_iSize ? at : m_iSize;
-        return Bytes(m_pData + skipped, m_iSize - skipped, *m_pMemory);
+        return Bytes(m_pMemory, m_pData + skipped, m_iSize - skipped);
     }
 
     /// The view up to @p count bytes; all of it when it is shorter.
-    Bytes first(QUOR_U32 count) const { return Bytes(m_pData, count < m_iSize ? count : m_iSize, *m_pMemory); }
+    Bytes first(QUOR_U32 count) const { return Bytes(m_pMemory, m_pData, count < m_iSize ? count : m_iSize); }
 
     QUOR_U8 u8(QUOR_U32 at) const { return at < m_iSize ? m_pData[at] : QUOR_U8{0}; }
     QUOR_U16 u16(QUOR_U32 at) const { return static_cast<QUOR_U16>(u8(at) << 8 | u8(at + 1)); }
@@ -49,6 +51,8 @@ public:
     QUOR_U16 length12(QUOR_U32 at) const { return u16(at) & 0x0FFFU; }
 
 private:
+    Bytes(Memory* memory, QUOR_U8* data, QUOR_U32 size) : m_pData(data), m_pMemory(memory), m_iSize(size) {}
+
     QUOR_U8* m_pData;
     Memory* m_pMemory;
     QUOR_U32 m_iSize;

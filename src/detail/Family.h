@@ -14,14 +14,15 @@
 namespace Quor::detail {
 
 /// Parses a descriptor whose tag and length have been checked. What it takes and gives fits into registers.
+/// @param place memory for the descriptor; null for one that comes in variants.
 /// @return the descriptor, which is the caller's, or null with the reason in @p outcome.
 template <class Descriptor>
-TISDBTDescriptor* parseAs(QUOR_U8* data, QUOR_U32 length, Memory& memory, Outcome& outcome) {
-    const Bytes bytes(data, length, memory);
+TISDBTDescriptor* parseAs(void* place, QUOR_U8* data, QUOR_U32 length, Memory& memory, Outcome& outcome) {
+    const Bytes bytes = Bytes::of(data, length, memory);
     if constexpr (std::is_abstract_v<Descriptor>) {
         return Access::parseVariant<Descriptor>(bytes, outcome);
     } else {
-        std::unique_ptr<Descriptor> descriptor = memory.make<Descriptor>(data, length);
+        std::unique_ptr<Descriptor> descriptor(::new (place) Descriptor(data, length));
         outcome = Access::decode(*descriptor, bytes);
         return outcome.succeeded() ? descriptor.release() : nullptr;
     }
@@ -41,12 +42,18 @@ struct Kind {
     QUOR_U8 tag;
     QUOR_U8 minimumLength;
     QUOR_U8 place; ///< in its family
-    TISDBTDescriptor* (*parse)(QUOR_U8* data, QUOR_U32 length, Memory& memory, Outcome& outcome);
+    QUOR_U8 size;  ///< of the object; 0 when it comes in variants
+    TISDBTDescriptor* (*parseAt)(void* place, QUOR_U8* data, QUOR_U32 length, Memory& memory, Outcome& outcome);
+
+    [[gnu::always_inline]] TISDBTDescriptor* parse(QUOR_U8* data, QUOR_U32 length, Memory& memory,
+                                                   Outcome& outcome) const {
+        return parseAt(size == 0 ? nullptr : memory.take(size), data, length, memory, outcome);
+    }
 };
 
 template <class Descriptor> constexpr Kind kind(std::size_t place = 0) {
     return Kind{Descriptor::DESCRIPTOR_TAG, QUOR_U8{Descriptor::MINIMUM_DESCRIPTOR_LENGTH}, static_cast<QUOR_U8>(place),
-                parseAs<Descriptor>};
+                QUOR_U8{std::is_abstract_v<Descriptor> ? 0 : sizeof(Descriptor)}, parseAs<Descriptor>};
 }
 
 /// Kinds that share one place: the one that arrives last is kept.
@@ -65,12 +72,17 @@ public:
     /// The kind of a tag, or null.
     const Kind* find(QUOR_U8 tag) const { return m_numbers[tag] == 0 ? nullptr : m_pBegin + (m_numbers[tag] - 1); }
 
-    /// Keeps a descriptor that was found on the wire. One displaced by it is deleted: nobody can hold it yet.
-    void store(Descriptors& descriptors, const Kind& kind, TISDBTDescriptor* descriptor) const {
+    /// Takes the place of a kind for a descriptor that comes next. One that is there is deleted: nobody can hold it
+    /// yet.
+    [[gnu::always_inline]] void takePlace(Descriptors& descriptors, const Kind& kind) const {
         if (!isFree(descriptors, kind)) {
             removeFrom(descriptors, kind);
         }
         descriptors.m_iPlaces |= QUOR_U32{1} << kind.place;
+    }
+
+    /// Keeps the descriptor whose place was taken.
+    static void keep(Descriptors& descriptors, TISDBTDescriptor* descriptor) {
         descriptor->m_pFormer = descriptors.m_pLast;
         descriptors.m_pLast = descriptor;
     }
@@ -84,7 +96,7 @@ public:
     std::list<QUOR_U8>* tags(const Descriptors& descriptors) const;
 
 private:
-    void removeFrom(Descriptors& descriptors, const Kind& kind) const;
+    [[gnu::cold]] void removeFrom(Descriptors& descriptors, const Kind& kind) const;
 
     const Kind* m_pBegin;
     const Kind* m_pEnd;
@@ -100,7 +112,8 @@ template <class... Places> class FamilyOf {
             const Kind& kind = *FAMILY.find(Descriptor::DESCRIPTOR_TAG);
             auto* const descriptor = source.get<Descriptor>();
             if (descriptor != nullptr && Family::isFree(target, kind)) {
-                FAMILY.store(target, kind, copyOf(descriptor));
+                FAMILY.takePlace(target, kind);
+                Family::keep(target, copyOf(descriptor));
             }
         }
     };

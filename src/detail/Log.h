@@ -3,6 +3,9 @@
 
 #include "QuorLogger.h"
 
+/// Whatever is logged is about bad input: a sound section takes no way that leads here.
+extern "C" [[gnu::cold]] void quor_log_std_generic(int level, const char* tag, const char* format, ...);
+
 namespace Quor::detail {
 
 /// The only level in use: errors and warnings.

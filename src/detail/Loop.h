@@ -17,7 +17,6 @@ constexpr QUOR_U8 STUFFING_TAG = 0x42;
 template <class Walk>
 Outcome walkLoop(const Family& family, Descriptors& descriptors, Walk& walk, QUOR_U16 loopLength) {
     while (loopLength != 0) {
-        const QUOR_U8 tag = walk.left.u8(0);
         const QUOR_U8 bodyLength = walk.left.u8(1);
         const QUOR_U32 length = TISDBTDescriptor::COMMON_HEADER_LENGTH + bodyLength;
         const Outcome taken = walk.take(bodyLength);
@@ -27,6 +26,7 @@ Outcome walkLoop(const Family& family, Descriptors& descriptors, Walk& walk, QUO
         if (!walk.left.has(0, TISDBTDescriptor::COMMON_HEADER_LENGTH)) {
             return walk.tooLong(length, walk.left.size());
         }
+        const QUOR_U8 tag = walk.left.u8(0);
         const Kind* const kind = family.find(tag);
         if (kind == nullptr) {
             walk.unknown(tag);
@@ -36,12 +36,13 @@ Outcome walkLoop(const Family& family, Descriptors& descriptors, Walk& walk, QUO
         } else if (!walk.left.has(0, length)) {
             return walk.tooLong(length, walk.left.size());
         } else {
+            family.takePlace(descriptors, *kind); // a failure takes all of the descriptors away
             Outcome outcome = Outcome::done();
             TISDBTDescriptor* const descriptor = kind->parse(walk.left.data(), length, walk.left.memory(), outcome);
             if (descriptor == nullptr) {
                 return outcome;
             }
-            family.store(descriptors, *kind, descriptor);
+            Family::keep(descriptors, descriptor);
         }
         loopLength = static_cast<QUOR_U16>(loopLength - length);
         walk.left = walk.left.from(length);

@@ -87,9 +87,8 @@ void* Memory::takeElsewhere(std::size_t size, std::size_t room) {
 
 /// Goes on in a block whose first bytes are used.
 void Memory::use(void* block, std::size_t used, std::size_t size) {
-    const std::size_t next = (used / WORD | 1U) * WORD;
-    m_pNext = static_cast<char*>(block) + next;
-    m_iRoom = size - next;
+    m_pNext = static_cast<char*>(block) + (used / WORD | 1U) * WORD;
+    m_pEnd = static_cast<char*>(block) + size;
 }
 
 void Memory::release(void* lastBlock) noexcept {

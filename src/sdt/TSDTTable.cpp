@@ -24,7 +24,7 @@ TSDTTable::~TSDTTable() = default;
 
 TSDTTable* TSDTTable::parse(QUOR_U8* data, QUOR_U32 length, int /*parseDescriptors*/, int checkCRC32,
                             QUOR_U16* errorCode, TSDTTable* previous) {
-    return detail::parseTable<TSDTTable>(data, length, checkCRC32, errorCode, previous);
+    return detail::parseTable<TSDTTable, 15>(data, length, checkCRC32, errorCode, previous);
 }
 
 detail::Outcome TSDTTable::decode(const detail::Bytes& section, QUOR_U16 remaining) {
