@@ -9,6 +9,8 @@
 // accessors count from the beginning of their loop each time. What the example checks once all sections of a table are
 // there, that no entry comes twice, is left out.
 //
+// A receiver may check the CRC_32 of all sections where it gathers them; that of a PMT then is checked twice.
+//
 // By hand, the loops are walked from each item to the next one by the library's sizes, as its validation does inside.
 
 #include <bitstream/dvb/si.h>
@@ -132,8 +134,9 @@ template <bool byHand> bool readPat(Readout& readout, QUOR_U8* pat, QUOR_U32 /*s
     return true;
 }
 
-template <bool byHand> bool readPmt(Readout& readout, QUOR_U8* pmt, QUOR_U32 /*size*/) {
-    if (!psi_validate(pmt) || !pmt_validate(pmt)) { // pmt_validate() verifies the CRC_32, unlike the others
+template <bool byHand, bool checkedFirst = false> bool readPmt(Readout& readout, QUOR_U8* pmt, QUOR_U32 /*size*/) {
+    if (!psi_validate(pmt) || (checkedFirst && !psi_check_crc(pmt)) ||
+        !pmt_validate(pmt)) { // pmt_validate() verifies the CRC_32, unlike the others
         return false;
     }
     readout.table = QUOR_U32{pmt_get_program(pmt)} + pmt_get_pcrpid(pmt) + versionOf(pmt);
@@ -188,6 +191,12 @@ template <bool byHand> Peer peer() {
 
 Peer biTStream() {
     return peer<false>();
+}
+
+Peer biTStreamCheckedFirst() {
+    Peer checkedFirst = peer<false>();
+    checkedFirst[static_cast<std::size_t>(Table::PMT)] = decoderOf<Readout, readPmt<false, true>, readPmt<false, true>>;
+    return checkedFirst;
 }
 
 Peer biTStreamByHand() {

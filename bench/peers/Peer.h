@@ -79,7 +79,7 @@ constexpr const char* OURS = "QuorISDBT";
 constexpr const char* OURS_AFTER_CRC_32 = "CRC_32, then QuorISDBT";
 
 /// All of them, installed or not.
-extern const std::array<Candidate, 7> CANDIDATES;
+extern const std::array<Candidate, 8> CANDIDATES;
 
 Peer quorIsdbt();
 Peer quorIsdbtAfterCrc32();
@@ -88,6 +88,7 @@ Peer quorIsdbtAfterCrc32();
 [[gnu::weak]] Peer libdvbv5();
 [[gnu::weak]] Peer gstreamer();
 [[gnu::weak]] Peer biTStream();
+[[gnu::weak]] Peer biTStreamCheckedFirst();
 [[gnu::weak]] Peer biTStreamByHand();
 
 /// Decodes a section from its bytes, and destroys what came of it. False: it was refused.
