@@ -9,14 +9,15 @@ namespace Quor {
 namespace {
 
 #ifdef QUOR_ISDBT_BLOCKS
-constexpr bool BLOCKS = QUOR_ISDBT_BLOCKS != 0;
+constexpr bool WANTED = QUOR_ISDBT_BLOCKS != 0;
 #else
-constexpr bool BLOCKS = true;
+constexpr bool WANTED = true;
 #endif
 
 constexpr std::size_t WORD = sizeof(void*);
-static_assert(__STDCPP_DEFAULT_NEW_ALIGNMENT__ % (2 * WORD) == 0,
-              "an object of the heap could stand like one of a block");
+
+/// Where the heap does not promise even multiples, an object of it could stand like one of a block.
+constexpr bool BLOCKS = WANTED && __STDCPP_DEFAULT_NEW_ALIGNMENT__ % (2 * WORD) == 0;
 
 /// A piece of the heap. Small ones need not be aligned as well as large ones, and could pass for parts of a block.
 void* takeFromHeap(std::size_t size) {
@@ -24,7 +25,7 @@ void* takeFromHeap(std::size_t size) {
 }
 
 bool liesInBlock(const void* memory) {
-    return reinterpret_cast<std::uintptr_t>(memory) / WORD % 2 != 0;
+    return BLOCKS && reinterpret_cast<std::uintptr_t>(memory) / WORD % 2 != 0;
 }
 
 /// C libraries keep pieces of up to this size at hand.
