@@ -485,6 +485,14 @@ TEST(TAITTable, WithAWrappedCountCommonDescriptorsGoOnToTheEndOfTheData) {
     }
 }
 
+TEST(TAITTable, WithAWrappedCountADescriptorOfTwoBytesMayEndTheData) {
+    const auto result = parsed(ait::sectionOfLength(9, hex("F002 0300")));
+    EXPECT_EQ(result.object, nullptr);
+    EXPECT_EQ(result.error, TISDBTTable::ERROR_INVALID_DATA_LENGTH);
+    EXPECT_EQ(result.lines, (Lines{"ISDBTUtils: TAITTable::parse: Ginga Java Application Descriptor... WHAT TO DO????",
+                                   "ISDBTUtils: TAITTable::parse: Item length not valid: 2 > 0. Aborting!"}));
+}
+
 TEST(TAITTable, WithAWrappedCountApplicationsGoOnToTheEndOfTheData) {
     const ByteVector whole = ait::sectionOfLength(
         11, join({hex("F000 F01A"), application(1, 1, 1, hex("4204 00000000")), application(1, 2, 1, hex("4200"))}));

@@ -49,6 +49,7 @@ TEST(TCAIdentifierDescriptor, AnOddLastByteIsIgnoredButCounted) {
 
 TEST(TCAIdentifierDescriptor, TheArrayHasRoomForAWordPerByte) {
     const auto parsed = expectDescriptor<TCAIdentifierDescriptor>(hex("53 05  0001 0002 03"), 5);
+    EXPECT_EQ(elements(parsed->getCASystemIDs(), 5), (Words{1, 2, 0, 0, 0}));
     parsed->getCASystemIDs()[4] = 0x1234;
     EXPECT_EQ(parsed->getCASystemIDs()[4], 0x1234);
     EXPECT_EQ(elements(parsed->getCASystemIDs(), 2), (Words{1, 2}));

@@ -49,9 +49,9 @@ TEST(TEmergencyInformationDescriptorItem, FlagsTakeTheirBitsAlone) {
 }
 
 TEST(TEmergencyInformationDescriptorItem, CounterIsTheNumberOfBytesOfTheAreaCodes) {
-    const auto item = expectSuccess<TEmergencyInformationDescriptorItem>(hex("0001 80 06 0010 0020 0030"), 10);
+    const auto item = expectSuccess<TEmergencyInformationDescriptorItem>(hex("0001 80 06 0010 0020 0030  FFFF"), 10);
     EXPECT_EQ(item->getAreaCodeCounter(), 6);
-    EXPECT_EQ(elements(item->getAreaCodes(), 3), (Words{0x001, 0x002, 0x003}));
+    EXPECT_EQ(elements(item->getAreaCodes(), 6), (Words{0x001, 0x002, 0x003, 0, 0, 0}));
 }
 
 TEST(TEmergencyInformationDescriptorItem, LastByteOfAnOddLengthIsDropped) {
