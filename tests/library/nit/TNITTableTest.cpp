@@ -330,6 +330,10 @@ TEST(TNITTable, LengthOfTheTransportStreamsIsReadFromTheCrcOfASectionWithoutIt) 
                              ElementsAre(lengthLine("TNITTransportStreamInfo"), invalidItem));
 }
 
+TEST(TNITTable, LengthOfTheTransportStreamsMayEndTheBytes) {
+    EXPECT_EQ(expectTable<TNITTable>(rawSection(0x40, 9, hex("F000 F000")))->getTransportStreamLoopSize(), 0U);
+}
+
 TEST(TNITTable, TooSmallASectionLengthIsWalkedBeyond) {
     // Whatever wraps, the walk goes on inside the bytes that were given.
     const ByteVector loops =

@@ -252,6 +252,9 @@ TEST(TPMTTable, ProgramDescriptorsPastTheDataFail) {
     expectNoTable<TPMTTable>(rawSection(0x02, 12, hex("E100 F011  52 01 10 00")),
                              TISDBTTable::ERROR_INVALID_DATA_LENGTH,
                              Lines{line("Item length not valid: 17 > 16. Aborting!")});
+    expectNoTable<TPMTTable>(rawSection(0x02, 12, hex("E100 F010  52 01 10 00")),
+                             TISDBTTable::ERROR_INVALID_DATA_LENGTH,
+                             Lines{line("Item length not valid: 2 > 1. Aborting!")});
     expectNoTable<TPMTTable>(rawSection(0x02, 9, hex("E100 FFFF")), TISDBTTable::ERROR_INVALID_DATA_LENGTH,
                              Lines{line("Item length not valid: 4095 > 12. Aborting!")});
 }
@@ -264,8 +267,9 @@ TEST(TPMTTable, DescriptorLongerThanTheDataFails) {
         longSection(0x02, {}, hex("E100 F005  42 01 00  52 14")), TISDBTTable::ERROR_INVALID_DATA_LENGTH,
         Lines{line("Unknown descriptor: 0x42. Ignored!"), line("Item length not valid: 20 > 19. Aborting!")});
     // Shorter than that, it is refused for the bytes that are not there.
-    expectNoTable<TPMTTable>(section, TISDBTTable::ERROR_INVALID_DATA_LENGTH,
-                             ElementsAre(line("Unknown descriptor: 0x42. Ignored!"), lengthLine("TPMTTable")));
+    expectNoTable<TPMTTable>(
+        section, TISDBTTable::ERROR_INVALID_DATA_LENGTH,
+        Lines{line("Unknown descriptor: 0x42. Ignored!"), line("Item length not valid: 21 > 6. Aborting!")});
 }
 
 TEST(TPMTTable, DescriptorThatOverrunsItsLoopIsReadAndTheWalkGoesOn) {

@@ -218,6 +218,9 @@ TEST(TSDTTable, SectionThatEndsInItsHeadersIsRefused) {
 }
 
 TEST(TSDTTable, ServicesAreRefusedWhereTheBytesEnd) {
+    // The bytes may end behind original_network_id: the next one is reserved.
+    expectNoTable<TSDTTable>(rawSection(0x42, 7, hex("0001")), TISDBTTable::ERROR_INVALID_ITEM,
+                             Lines{entryLine("Item length not valid: 5 > 0. Aborting!"), invalidItem});
     const auto refused = lengthLine("TServiceDescription");
     // No service at all, though the wrapped count states many ...
     expectNoTable<TSDTTable>(rawSection(0x42, 8, hex("7ED4 FF")), TISDBTTable::ERROR_INVALID_ITEM,
