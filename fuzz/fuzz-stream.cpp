@@ -2,13 +2,13 @@
 
 #include "Inspector.h"
 #include "SectionMutator.h"
-#include "rendering/DiffJsonRenderer.h"
-#include "rendering/DiffRenderer.h"
-#include "rendering/JsonRenderer.h"
-#include "rendering/StatisticsJsonRenderer.h"
-#include "rendering/StatisticsRenderer.h"
-#include "rendering/TablesRenderer.h"
-#include "rendering/TreeRenderer.h"
+#include "text/DiffRenderer.h"
+#include "text/StatisticsRenderer.h"
+#include "text/TablesRenderer.h"
+#include "text/TreeRenderer.h"
+#include "json/DiffJsonRenderer.h"
+#include "json/JsonRenderer.h"
+#include "json/StatisticsJsonRenderer.h"
 
 #include <algorithm>
 #include <fcntl.h>

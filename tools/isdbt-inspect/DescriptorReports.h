@@ -1,7 +1,7 @@
 #pragma once
 
 #include "describing/Charset.h"
-#include "rendering/Report.h"
+#include "reports/Report.h"
 
 namespace inspect {
 

@@ -2,8 +2,8 @@
 
 #include "Options.h"
 #include "inputs/Interruption.h"
-#include "rendering/ProgressLine.h"
-#include "rendering/Renderer.h"
+#include "reports/Renderer.h"
+#include "terminal/ProgressLine.h"
 
 namespace inspect {
 

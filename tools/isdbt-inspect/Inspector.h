@@ -5,7 +5,7 @@
 #include "following/Following.h"
 #include "packets/PacketReader.h"
 #include "parsing/SectionParser.h"
-#include "rendering/Renderer.h"
+#include "reports/Renderer.h"
 #include "sections/SectionGatherer.h"
 #include "sections/SeenSections.h"
 

@@ -2,7 +2,7 @@
 
 #include "Inspector.h"
 #include "describing/Charset.h"
-#include "rendering/Terminal.h"
+#include "terminal/Terminal.h"
 
 #include <cstdint>
 #include <optional>

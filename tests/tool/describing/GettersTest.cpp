@@ -15,7 +15,7 @@
 #include "sdtt/TSDTTTable.h"
 #include "tot/TTOTTable.h"
 
-#include "rendering/FieldJson.h"
+#include "json/FieldJson.h"
 
 #include <gmock/gmock.h>
 

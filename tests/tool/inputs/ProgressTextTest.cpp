@@ -1,4 +1,4 @@
-#include "rendering/ProgressLine.h"
+#include "terminal/ProgressLine.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "rendering/FieldJson.h"
+#include "json/FieldJson.h"
 
 #include "tool/json/Examples.h"
 

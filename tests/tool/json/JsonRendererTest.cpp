@@ -1,4 +1,4 @@
-#include "rendering/JsonRenderer.h"
+#include "json/JsonRenderer.h"
 
 #include <array>
 #include <gmock/gmock.h>

@@ -2,7 +2,7 @@
 
 #include "counting/StreamNames.h"
 #include "packets/PacketReader.h"
-#include "rendering/Report.h"
+#include "reports/Report.h"
 #include "sections/BoundedMap.h"
 #include "sections/SectionGatherer.h"
 #include "sections/SeenSections.h"

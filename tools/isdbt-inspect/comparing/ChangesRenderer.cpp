@@ -1,0 +1,56 @@
+#include "comparing/ChangesRenderer.h"
+
+namespace inspect {
+
+namespace {
+
+/// Other content under the same version of the same table: receivers may overlook it.
+bool keepsVersion(const SectionReport& former, const SectionReport& report) {
+    return former.fingerprint != report.fingerprint && former.header && report.header && report.header->current &&
+           former.header->extension == report.header->extension && former.header->version == report.header->version;
+}
+
+} // namespace
+
+void ChangesRenderer::begin(const std::string& name) {
+    m_known.beginInput();
+    tellInput(name);
+}
+
+void ChangesRenderer::section(const SectionReport& report) {
+    if (report.rejection) {
+        tellRejection(report);
+        m_known.keep(report);
+    } else {
+        take(report);
+    }
+}
+
+void ChangesRenderer::take(const SectionReport& report) {
+    const KnownSections::Known* const same = m_known.at(report);
+    const KnownSections::Known* const former = m_known.formerOf(report);
+    if (same != nullptr && same->report.fingerprint == report.fingerprint) {
+        if (m_known.isOfThisInput(*same)) {
+            tellReturn(report);
+        }
+    } else if (former == nullptr) {
+        tellNew(report);
+    } else if (former->report.fingerprint != report.fingerprint || former->report.pid != report.pid) {
+        SectionReport changed = report;
+        changed.sameVersion = keepsVersion(former->report, report);
+        tellChange(former->report, changed, compare(former->report.fields, changed.fields));
+    }
+    m_known.put(report);
+    for (const unsigned number : m_known.forgetBeyond(report)) {
+        tellEnd(report, number);
+    }
+}
+
+void ChangesRenderer::end(const Summary& summary) {
+    for (const SectionReport* const report : m_known.missing()) {
+        tellMissing(*report);
+    }
+    tellSummary(summary);
+}
+
+} // namespace inspect

@@ -1,0 +1,35 @@
+#include "json/JsonRenderer.h"
+
+#include "json/FieldJson.h"
+#include "json/JsonValues.h"
+#include "json/SectionJson.h"
+
+#include <nlohmann/json.hpp>
+
+namespace inspect {
+
+void JsonRenderer::section(const SectionReport& report) {
+    nlohmann::ordered_json object = sectionJson("section", m_input, report);
+    if (report.rejection) {
+        addRejection(object, *report.rejection);
+    } else {
+        object["fields"] = fieldsJson(report.fields);
+    }
+    m_output.write(jsonLine(object));
+}
+
+void JsonRenderer::descriptor(const DescriptorReport& report) {
+    nlohmann::ordered_json object{{"type", "descriptor"}, {"input", m_input}};
+    object["table"] = report.tableName;
+    object["table_id"] = report.tableId;
+    object["damaged"] = report.damaged;
+    object["on_wire"] = descriptorJson(report.onWire);
+    if (report.rejection) {
+        addError(object, *report.rejection);
+    } else {
+        object["fields"] = report.taken ? fieldsJson({*report.taken}) : nlohmann::ordered_json();
+    }
+    m_output.write(jsonLine(object));
+}
+
+} // namespace inspect

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "reports/Report.h"
+
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+
+namespace inspect {
+
+/// What is said of a section but for its content: what its header says, and where in the input it was found.
+nlohmann::ordered_json sectionJson(const char* type, const std::string& input, const SectionReport& report);
+
+/// A descriptor as its tag and its length state it, and whether it is one that the library does not take.
+/// @param descriptor as describeOnWire() gives it
+nlohmann::ordered_json descriptorJson(const Field& descriptor);
+
+/// Adds the error with which the library does not take something, and the lines of its log.
+void addError(nlohmann::ordered_json& object, const Rejection& rejection);
+
+/// Adds why the library does not take a section: the error, the descriptors with those at fault marked, all bytes.
+void addRejection(nlohmann::ordered_json& object, const Rejection& rejection);
+
+} // namespace inspect

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "reports/Renderer.h"
+#include "terminal/Output.h"
+
+#include <string>
+
+namespace inspect {
+
+/// The statistics of an input when it ends: an object in JSON for each PID, and behind it one for each of its tables.
+class StatisticsJsonRenderer : public Renderer {
+public:
+    explicit StatisticsJsonRenderer(Output& output) : m_output(output) {}
+
+    void begin(const std::string& name) override { m_input = name; }
+    void section(const SectionReport& /*report*/) override {}
+    void end(const Summary& summary) override;
+
+private:
+    Output& m_output;
+    std::string m_input;
+};
+
+} // namespace inspect

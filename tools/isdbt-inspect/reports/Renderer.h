@@ -1,0 +1,29 @@
+#pragma once
+
+#include "reports/Report.h"
+
+namespace inspect {
+
+/// A form of output.
+class Renderer {
+public:
+    Renderer() = default;
+    virtual ~Renderer() = default;
+    Renderer(const Renderer&) = delete;
+    Renderer& operator=(const Renderer&) = delete;
+
+    /// An input begins.
+    /// @param name as the user calls it
+    virtual void begin(const std::string& name) = 0;
+
+    /// A section says something new.
+    virtual void section(const SectionReport& report) = 0;
+
+    /// A descriptor that came by itself. No view of a multiplex has a place for it.
+    virtual void descriptor(const DescriptorReport& /*report*/) {}
+
+    /// The input ended, or was interrupted.
+    virtual void end(const Summary& summary) = 0;
+};
+
+} // namespace inspect

@@ -1,0 +1,90 @@
+#include "text/DiffRenderer.h"
+
+#include "sections/TableIds.h"
+#include "text/ChangeText.h"
+#include "text/SectionText.h"
+#include "text/SummaryText.h"
+
+#include <fmt/format.h>
+
+namespace inspect {
+
+namespace {
+
+constexpr std::size_t INDENT = 2;
+
+std::optional<std::uint8_t> versionOf(const SectionReport& report) {
+    return report.header ? std::optional(report.header->version) : std::nullopt;
+}
+
+/// The time goes on in each TOT: "2025-06-15T21:30:00Z -> 2025-06-15T21:30:01Z (+1 s)". Empty when more changes.
+std::string passedTime(const SectionReport& report, const std::vector<Change>& changes) {
+    if (report.tableId != TOT || changes.size() != 1 || changes.front().path != "unix_time") {
+        return {};
+    }
+    const Change& change = changes.front();
+    const std::int64_t passed =
+        std::get<Number>(change.after->value).value - std::get<Number>(change.before->value).value;
+    return fmt::format("  {} ({:+} s)", change.after->reading, passed);
+}
+
+} // namespace
+
+void DiffRenderer::writeLine(const std::string& line) const {
+    Page page{m_style, {}};
+    appendLine(page, line, 2 * INDENT);
+    m_output.write(page.text);
+}
+
+void DiffRenderer::tellInput(const std::string& name) {
+    m_output.write(inputHeading(name, m_style));
+}
+
+void DiffRenderer::tellNew(const SectionReport& report) {
+    writeLine(m_style.paint(Ink::Good, "+") + ' ' + changeTitle(report, m_style) + "  " +
+              m_style.paint(Ink::Good, "new"));
+}
+
+void DiffRenderer::tellReturn(const SectionReport& report) {
+    writeLine("  " + changeTitle(report, m_style) + "  as it was");
+}
+
+void DiffRenderer::tellChange(const SectionReport& former, const SectionReport& report,
+                              const std::vector<Change>& changes) {
+    Page page{m_style, {}};
+    std::string title = m_style.paint(Ink::Remark, "~") + ' ' + changeTitle(report, m_style, versionOf(former));
+    if (former.pid != report.pid && former.pid) {
+        title += fmt::format("  was on PID 0x{:04X}", *former.pid);
+    }
+    const std::string passed = passedTime(report, changes);
+    appendLine(page, title + passed, 2 * INDENT);
+    if (passed.empty() && changes.empty()) {
+        appendLine(page, std::string(2 * INDENT, ' ') + "no field differs", 2 * INDENT);
+    } else if (passed.empty()) {
+        appendChanges(page, changes, 2 * INDENT);
+    }
+    m_output.write(page.text);
+}
+
+void DiffRenderer::tellRejection(const SectionReport& report) {
+    Page page{m_style, {}};
+    appendLine(page, m_style.paint(Ink::Fault, "!") + ' ' + changeTitle(report, m_style), 2 * INDENT);
+    appendRejection(page, *report.rejection, 2 * INDENT);
+    m_output.write(page.text);
+}
+
+void DiffRenderer::tellEnd(const SectionReport& /*last*/, unsigned number) {
+    writeLine(fmt::format("{:{}}{} section {} is no more", "", 2 * INDENT, m_style.paint(Ink::Fault, "-"), number));
+}
+
+void DiffRenderer::tellMissing(const SectionReport& report) {
+    writeLine(m_style.paint(Ink::Fault, "-") + ' ' + sectionName(report, m_style) + "  not in this input");
+}
+
+void DiffRenderer::tellSummary(const Summary& summary) {
+    Page page{m_style, {}};
+    appendLine(page, summaryText(summary), INDENT);
+    m_output.write(page.text);
+}
+
+} // namespace inspect

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "arranging/Outline.h"
+#include "text/Page.h"
+
+namespace inspect {
+
+/// Appends the parts of a multiplex as a tree. @return how many faults are marked in it.
+std::size_t appendOutline(Page& page, const std::vector<Node>& nodes);
+
+} // namespace inspect

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "reports/Renderer.h"
+#include "terminal/Output.h"
+#include "text/Page.h"
+
+namespace inspect {
+
+/// What came of each table on each PID, and how often, when the input ends. Before that, sections that are rejected.
+class StatisticsRenderer : public Renderer {
+public:
+    StatisticsRenderer(Output& output, const Style& style) : m_output(output), m_style(style) {}
+
+    void begin(const std::string& name) override;
+    void section(const SectionReport& report) override;
+    void end(const Summary& summary) override;
+
+private:
+    Output& m_output;
+    Style m_style;
+};
+
+} // namespace inspect

@@ -1,0 +1,127 @@
+#include "text/StatisticsText.h"
+
+#include "text/Columns.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+namespace inspect {
+
+namespace {
+
+constexpr const char* UNKNOWN = "-";
+constexpr double PACKET_BITS = 188 * 8;
+constexpr double KILO = 1000;
+constexpr double PERCENT = 100;
+
+/// Large numbers need no fraction.
+std::string rounded(double value) {
+    constexpr double LARGE = 1000;
+    constexpr double VERY_LARGE = 10000;
+    return fmt::format("{:.{}f}", value, value < LARGE ? 2 : value < VERY_LARGE ? 1 : 0);
+}
+
+std::string kilobits(std::optional<double> bitRate) {
+    return bitRate ? rounded(*bitRate / KILO) : UNKNOWN;
+}
+
+std::string interval(std::optional<double> seconds) {
+    constexpr double LONG = 100;
+    return seconds ? fmt::format("{:.{}f} s", *seconds, *seconds < LONG ? 3 : 1) : UNKNOWN;
+}
+
+std::string pidText(std::optional<Pid> pid) {
+    return pid ? fmt::format("0x{:04X}", *pid) : UNKNOWN;
+}
+
+std::string nameOf(const TableStatistics& table) {
+    return table.tableName.empty() ? fmt::format("0x{:02X}", table.tableId) : table.tableName;
+}
+
+/// A count that catches the eye unless it is 0.
+Cell noticed(std::uint64_t count, Ink ink) {
+    return {std::to_string(count), count == 0 ? Ink::Plain : ink};
+}
+
+const std::vector<Column> TABLE_COLUMNS{{"", "PID", Column::Kind::Name},
+                                        {"", "table", Column::Kind::Name},
+                                        {"", "sections"},
+                                        {"", "distinct", Column::Kind::Number, true},
+                                        {"version", "changes", Column::Kind::Number, true},
+                                        {"CRC", "errors"},
+                                        {"", "rejected"},
+                                        {"mean", "interval", Column::Kind::Number, true},
+                                        {"largest", "interval", Column::Kind::Number, true},
+                                        {"", "kbit/s"}};
+
+Row rowOf(const PidStatistics& pid, const TableStatistics& table) {
+    return {{pidText(pid.pid), Ink::Name},
+            {nameOf(table), Ink::Name},
+            {std::to_string(table.sections)},
+            {std::to_string(table.distinct)},
+            noticed(table.versionChanges, Ink::Remark),
+            noticed(table.crcErrors, Ink::Fault),
+            noticed(table.rejected, Ink::Fault),
+            {interval(table.meanInterval)},
+            {interval(table.largestInterval)},
+            {kilobits(table.bitRate)}};
+}
+
+const std::vector<Column> PID_COLUMNS{{"", "PID", Column::Kind::Name},
+                                      {"", "packets"},
+                                      {"", "share"},
+                                      {"", "kbit/s"},
+                                      {"", "discontinuities", Column::Kind::Number, true},
+                                      {"", "content", Column::Kind::Rest}};
+
+/// "private sections: AIT"
+std::string contentOf(const PidStatistics& pid) {
+    std::vector<std::string> names;
+    for (const TableStatistics& table : pid.tables) {
+        names.push_back(nameOf(table));
+    }
+    return fmt::format("{}{}{}", pid.content, pid.content.empty() || names.empty() ? "" : ": ", fmt::join(names, ", "));
+}
+
+Row rowOf(const PidStatistics& pid) {
+    return {{pidText(pid.pid), Ink::Name},
+            {std::to_string(pid.packets)},
+            {fmt::format("{:.2f} %", pid.share * PERCENT)},
+            {kilobits(pid.bitRate)},
+            pid.discontinuities ? noticed(*pid.discontinuities, Ink::Fault) : Cell{UNKNOWN},
+            {contentOf(pid)}};
+}
+
+std::string clockText(const Summary& summary) {
+    if (!summary.seconds) {
+        return "no clock (PCR) in the stream: intervals and bit rates are unknown";
+    }
+    const double bits = static_cast<double>(summary.packets) * PACKET_BITS;
+    return fmt::format("{:.3f} s by the stream's clock, {} kbit/s", *summary.seconds,
+                       kilobits(bits / *summary.seconds));
+}
+
+} // namespace
+
+void appendStatistics(Page& page, const Summary& summary) {
+    std::vector<Row> tables;
+    std::vector<Row> pids;
+    for (const PidStatistics& pid : summary.statistics) {
+        for (const TableStatistics& table : pid.tables) {
+            tables.push_back(rowOf(pid, table));
+        }
+        if (pid.packets != 0) {
+            pids.push_back(rowOf(pid));
+        }
+    }
+    if (!tables.empty()) {
+        appendRows(page, TABLE_COLUMNS, std::move(tables));
+        page.text += '\n';
+    }
+    if (!pids.empty()) {
+        appendRows(page, PID_COLUMNS, std::move(pids));
+        page.text += '\n' + clockText(summary) + '\n';
+    }
+}
+
+} // namespace inspect

@@ -1,0 +1,50 @@
+#include "text/TablesRenderer.h"
+
+#include "text/DescriptorLines.h"
+#include "text/FieldText.h"
+#include "text/SectionText.h"
+#include "text/SummaryText.h"
+
+namespace inspect {
+
+namespace {
+
+constexpr std::size_t INDENT = 2;
+
+} // namespace
+
+void TablesRenderer::begin(const std::string& name) {
+    m_output.write(inputHeading(name, m_style));
+}
+
+void TablesRenderer::section(const SectionReport& report) {
+    Page page{m_style, {}};
+    appendLine(page, sectionTitle(report, m_style), 2 * INDENT);
+    if (report.rejection) {
+        appendRejection(page, *report.rejection, INDENT);
+    } else {
+        appendFields(page, report.fields, INDENT);
+    }
+    m_output.write(page.text + '\n');
+}
+
+void TablesRenderer::descriptor(const DescriptorReport& report) {
+    Page page{m_style, {}};
+    if (report.rejection) {
+        page.text += descriptorTitle(report, m_style) + '\n';
+        appendRejection(page, *report.rejection, INDENT);
+    } else if (report.taken) {
+        appendFields(page, {*report.taken}, 0);
+    } else {
+        appendDescriptorLine(page, report.onWire, 0);
+    }
+    m_output.write(page.text);
+}
+
+void TablesRenderer::end(const Summary& summary) {
+    Page page{m_style, {}};
+    appendLine(page, summaryText(summary), INDENT);
+    m_output.write(page.text);
+}
+
+} // namespace inspect
