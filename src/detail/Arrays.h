@@ -40,8 +40,9 @@ inline Array<QUOR_U16> copyWords(const Bytes& bytes) {
     // Quirk: room for as many words as there are bytes, so that there is an array even for a single byte.
     Array<QUOR_U16> words(static_cast<QUOR_U16*>(bytes.memory().take(bytes.size() * sizeof(QUOR_U16))));
     const QUOR_U32 count = bytes.size() / 2;
-    for (QUOR_U32 i = 0; i < bytes.size(); ++i) {
-        words[i] = i < count ? bytes.u16(2 * i) : QUOR_U16{0};
+    const QUOR_U8* next = bytes.data();
+    for (QUOR_U32 i = 0; i < bytes.size(); ++i, next += 2) {
+        words[i] = i < count ? static_cast<QUOR_U16>(next[0] << 8 | next[1]) : QUOR_U16{0};
     }
     return words;
 }

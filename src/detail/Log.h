@@ -3,7 +3,7 @@
 
 #include "QuorLogger.h"
 
-/// Most lines are about bad input: what leads here stays off the way of a sound section.
+/// Whatever is logged is about bad input: a sound section takes no way that leads here.
 extern "C" [[gnu::cold]] void quor_log_std_generic(int level, const char* tag, const char* format, ...);
 
 namespace Quor::detail {

@@ -4,6 +4,7 @@
 #include "describing/Describing.h"
 #include "parsing/LogLines.h"
 #include "parsing/SectionParser.h"
+#include "tables/TableKinds.h"
 
 namespace inspect {
 

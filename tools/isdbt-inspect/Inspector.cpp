@@ -2,7 +2,7 @@
 
 #include "describing/Describing.h"
 #include "sections/SectionReader.h"
-#include "sections/TableIds.h"
+#include "tables/TableKinds.h"
 
 #include <fmt/format.h>
 
@@ -146,7 +146,7 @@ void Inspector::show(const Section& section, SeenSections::News news) {
     ParsedSection parsed = parse(section);
     SectionReport report{section.pid(),
                          section.tableId(),
-                         std::string(parsed.tableName),
+                         std::string(tableName(section.tableId())),
                          section.position(),
                          section.longHeader(),
                          news == SeenSections::News::SameVersion,

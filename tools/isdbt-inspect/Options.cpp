@@ -1,7 +1,7 @@
 #include "Options.h"
 
 #include "inputs/StreamAddress.h"
-#include "sections/TableIds.h"
+#include "tables/TableKinds.h"
 
 #include <CLI/CLI.hpp>
 #include <charconv>
@@ -13,13 +13,26 @@ namespace {
 
 constexpr unsigned HEXADECIMAL = 16;
 
-const std::map<std::string, std::uint8_t> TABLES{
-    {"pat", PAT}, {"pmt", PMT}, {"nit", NIT},   {"sdt", SDT},
-    {"tot", TOT}, {"ait", AIT}, {"sdtt", SDTT}, {"dsmcc", DSMCC_STREAM_DESCRIPTORS},
-};
+/// The values that an option has, by what it calls them.
+template <class Rows, class Entry> auto named(const Rows& rows, Entry entry) {
+    std::map<std::string, decltype(entry(*rows.begin()).second)> byName;
+    for (const auto& row : rows) {
+        byName.insert(entry(row));
+    }
+    return byName;
+}
 
-const std::map<std::string, View> VIEWS{
-    {"tree", View::Tree}, {"tables", View::Tables}, {"stats", View::Stats}, {"diff", View::Diff}};
+const auto TABLES = named(TABLE_KINDS, [](const TableKind& kind) { return std::pair(kind.option, kind.id); });
+const auto VIEWS = named(views(), [](const View& view) { return std::pair(view.name, &view); });
+
+/// What stands for each row, with something between them.
+template <class Rows, class Text> std::string joined(const Rows& rows, const char* between, Text text) {
+    std::string all;
+    for (const auto& row : rows) {
+        all.append(all.empty() ? "" : between).append(text(row));
+    }
+    return all;
+}
 
 const std::map<std::string, Colour> COLOURS{
     {"auto", Colour::Auto}, {"always", Colour::Always}, {"never", Colour::Never}};
@@ -87,11 +100,7 @@ template <class Value> auto checkName(const std::map<std::string, Value>& values
         if (values.count(name) != 0) {
             return std::string();
         }
-        std::string names;
-        for (const auto& [each, value] : values) {
-            names += (names.empty() ? "" : ", ") + each;
-        }
-        return name + " is none of " + names;
+        return name + " is none of " + joined(values, ", ", [](const auto& each) { return each.first; });
     };
 }
 
@@ -140,7 +149,8 @@ void addInterest(CLI::App& app, Options& options) {
                    options.interest.tables.insert(TABLES.at(name));
                }
            },
-           "show these only: pat, pmt, nit, sdt, tot, ait, sdtt, dsmcc; several behind commas")
+           "show these only: " + joined(TABLE_KINDS, ", ", [](const TableKind& kind) { return kind.option; }) +
+               "; several behind commas")
         ->type_name("TABLE,...")
         ->allow_extra_args(false)
         ->delimiter(',')
@@ -148,12 +158,10 @@ void addInterest(CLI::App& app, Options& options) {
 }
 
 void addOutput(CLI::App& app, Options& options) {
-    addChoice(
-        app, "--view", options.view, VIEWS,
-        "tree: the multiplex in one outline; tables: each section when it is new; stats: counts, intervals and bit "
-        "rates; diff: what changes")
+    addChoice(app, "--view", options.view, VIEWS,
+              joined(views(), "; ", [](const View& view) { return view.name + ": " + view.help; }))
         ->type_name("VIEW")
-        ->default_str("tree");
+        ->default_str(options.view->name);
     app.add_flag("--json", options.json, "an object in JSON for each section, one a line");
     addChoice(app, "--color", options.colour, COLOURS, "auto: on a terminal, unless NO_COLOR is set; always; never")
         ->type_name("WHEN")
@@ -207,7 +215,7 @@ std::optional<Options> readOptions(int argc, char** argv) {
     }
     checkTogether(app, options);
     if (options.descriptorOf || (options.hex && app.count("--view") == 0)) {
-        options.view = View::Tables; // a section or a descriptor is no multiplex to draw a tree of
+        options.view = VIEWS.at("tables"); // a section or a descriptor is no multiplex to draw a tree of
     }
     return options;
 }

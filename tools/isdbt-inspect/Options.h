@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Inspector.h"
+#include "Views.h"
 #include "describing/Charset.h"
 #include "terminal/Terminal.h"
 
@@ -12,9 +13,6 @@
 
 namespace inspect {
 
-/// What is made of an input.
-enum class View { Tree, Tables, Stats, Diff };
-
 /// What the user asks for.
 struct Options {
     std::vector<std::string> inputs;              ///< files, "-", or addresses: "udp://239.1.1.1:5000"
@@ -23,7 +21,7 @@ struct Options {
     std::optional<std::uint8_t> descriptorOf;     ///< the bytes are descriptors of this table_id
     Interest interest;
     std::string charset = Charset::USUAL;
-    View view = View::Tree;
+    const View* view = &views().front();
     bool json = false;
     Colour colour = Colour::Auto;
     std::optional<std::size_t> width; ///< of the lines; that of the terminal if not given

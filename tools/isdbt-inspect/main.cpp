@@ -1,11 +1,4 @@
 #include "Inspection.h"
-#include "text/DiffRenderer.h"
-#include "text/StatisticsRenderer.h"
-#include "text/TablesRenderer.h"
-#include "text/TreeRenderer.h"
-#include "json/DiffJsonRenderer.h"
-#include "json/JsonRenderer.h"
-#include "json/StatisticsJsonRenderer.h"
 
 #include <csignal>
 #include <memory>
@@ -19,37 +12,12 @@ inspect::Style styleFor(const inspect::Options& options) {
     return style;
 }
 
-std::unique_ptr<inspect::Renderer> jsonRendererFor(inspect::View view, inspect::Output& output) {
-    if (view == inspect::View::Stats) {
-        return std::make_unique<inspect::StatisticsJsonRenderer>(output);
-    }
-    if (view == inspect::View::Diff) {
-        return std::make_unique<inspect::DiffJsonRenderer>(output);
-    }
-    return std::make_unique<inspect::JsonRenderer>(output);
-}
-
-std::unique_ptr<inspect::Renderer> rendererFor(const inspect::Options& options, inspect::Output& output) {
-    if (options.json) {
-        return jsonRendererFor(options.view, output);
-    }
-    const inspect::Style style = styleFor(options);
-    switch (options.view) {
-    case inspect::View::Tables:
-        return std::make_unique<inspect::TablesRenderer>(output, style);
-    case inspect::View::Stats:
-        return std::make_unique<inspect::StatisticsRenderer>(output, style);
-    case inspect::View::Diff:
-        return std::make_unique<inspect::DiffRenderer>(output, style);
-    default:
-        return std::make_unique<inspect::TreeRenderer>(output, style, options.interest.tables);
-    }
-}
-
 inspect::Status inspectAll(const inspect::Options& options) {
     inspect::ProgressLine progress(STDERR_FILENO);
     inspect::Output output(STDOUT_FILENO, &progress);
-    const std::unique_ptr<inspect::Renderer> renderer = rendererFor(options, output);
+    const std::unique_ptr<inspect::Renderer> renderer =
+        options.json ? options.view->json(output)
+                     : options.view->text(output, styleFor(options), options.interest.tables);
     return inspect::Inspection(options, *renderer, progress).run();
 }
 

@@ -1,4 +1,4 @@
-#include "arranging/LatestSections.h"
+#include "multiplex/LatestSections.h"
 
 #include <gtest/gtest.h>
 #include <string>

@@ -2,6 +2,7 @@
 
 #include "describing/Describing.h"
 #include "parsing/SectionParser.h"
+#include "tables/TableKinds.h"
 #include "tool/json/ExampleSections.h"
 
 #include <stdexcept>
@@ -13,10 +14,10 @@ std::vector<Example> examples() {
         const inspect::ParsedSection parsed = inspect::parse(section);
         if (parsed.table == nullptr) {
             throw std::logic_error("rejected: example " + std::to_string(examples.size()) + ", " +
-                                   std::string(parsed.tableName) +
+                                   std::string(inspect::tableName(section.tableId())) +
                                    (parsed.logLines.empty() ? "" : ": " + parsed.logLines.back()));
         }
-        examples.push_back({std::string(parsed.tableName), inspect::describe(*parsed.table)});
+        examples.push_back({std::string(inspect::tableName(section.tableId())), inspect::describe(*parsed.table)});
     }
     return examples;
 }

@@ -1,10 +1,10 @@
 #include "arranging/Arrangement.h"
 
 #include "arranging/DownloadNodes.h"
-#include "arranging/FieldLookup.h"
 #include "arranging/TimeNodes.h"
 #include "arranging/TransportStreams.h"
-#include "sections/TableIds.h"
+#include "multiplex/FieldLookup.h"
+#include "tables/TableKinds.h"
 
 #include <fmt/format.h>
 
@@ -12,21 +12,8 @@ namespace inspect {
 
 namespace {
 
-void append(std::vector<Node>& nodes, std::vector<Node> others) {
-    std::move(others.begin(), others.end(), std::back_inserter(nodes));
-}
-
-/// The PAT says where the NIT is. Receivers that believe it do not find another one.
-void checkPid(Node& node, const Tables& tables, const Table& nit) {
-    for (const Table* const pat : tables.of(PAT)) {
-        const std::int64_t said = numberIn(pat->beside("programs"), "network_pid").value_or(0);
-        if (nit.key.pid && said != 0 && said != *nit.key.pid) {
-            node.fault(fmt::format("the NIT came on PID 0x{:04X}, but the PAT says 0x{:04X}", *nit.key.pid, said));
-        }
-    }
-}
-
-Node networkNode(const Tables& tables, const Table& nit, TransportStreams& streams) {
+Node networkNode(const Network& network, const Multiplex& multiplex, const Faults& faults) {
+    const Table& nit = *network.nit;
     Node node(fmt::format("Network 0x{0:04X} ({0})", nit.key.extension));
     Fields rest = nit.beside("transport_streams");
     take(rest, "network_id");
@@ -34,33 +21,48 @@ Node networkNode(const Tables& tables, const Table& nit, TransportStreams& strea
         node.names.push_back(std::move(*name));
     }
     node.say("", take(rest, "system_management_descriptor", "system_management_id"));
-    nit.appendTo(node, "NIT");
-    checkPid(node, tables, nit);
+    node.sayVersion(nit);
+    node.faults = faults.of(&network);
     node.tell("", std::move(rest));
-    for (const Fields* const entry : nit.entries("transport_streams")) {
-        node.children.push_back(streams.listedNode(*entry));
-    }
-    if (nit.complete() && node.children.empty()) {
-        node.fault("the NIT has no transport stream");
+    for (const TransportStream& stream : network.streams) {
+        node.children.push_back(transportStreamNode(stream, multiplex, faults));
     }
     return node;
 }
 
+/// What did not come in packets has no node around it.
+void appendUnclaimed(std::vector<Node>& nodes, const Unclaimed& unclaimed, const Faults& faults) {
+    std::vector<Node> carried;
+    for (const Table* const table : unclaimed.tables) {
+        carried.push_back(carriedNode(*table, nullptr, faults));
+    }
+    if (!unclaimed.pid) {
+        std::move(carried.begin(), carried.end(), std::back_inserter(nodes));
+        return;
+    }
+    nodes.emplace_back(fmt::format("PID 0x{:04X}", *unclaimed.pid));
+    nodes.back().faults = faults.of(&unclaimed);
+    nodes.back().children = std::move(carried);
+}
+
 } // namespace
 
-std::vector<Node> arrange(const Tables& tables) {
-    TransportStreams streams(tables);
+std::vector<Node> arrange(const Multiplex& multiplex, const Faults& faults) {
     std::vector<Node> nodes;
-    for (const Table* const nit : tables.of(NIT)) {
-        nodes.push_back(networkNode(tables, *nit, streams));
+    for (const Network& network : multiplex.networks()) {
+        nodes.push_back(networkNode(network, multiplex, faults));
     }
-    append(nodes, streams.unlistedNodes());
-    append(nodes, streams.unclaimed());
-    for (const Table* const tot : tables.of(TOT)) {
-        nodes.push_back(timeNode(*tot));
+    for (const TransportStream& stream : multiplex.unlisted()) {
+        nodes.push_back(transportStreamNode(stream, multiplex, faults));
     }
-    for (const Table* const sdtt : tables.of(SDTT)) {
-        nodes.push_back(downloadNode(*sdtt));
+    for (const Unclaimed& unclaimed : multiplex.unclaimed()) {
+        appendUnclaimed(nodes, unclaimed, faults);
+    }
+    for (const Table* const tot : multiplex.tables().of(TOT)) {
+        nodes.push_back(timeNode(*tot, faults));
+    }
+    for (const Table* const sdtt : multiplex.tables().of(SDTT)) {
+        nodes.push_back(downloadNode(*sdtt, faults));
     }
     return nodes;
 }

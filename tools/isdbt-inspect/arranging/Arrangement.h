@@ -1,11 +1,14 @@
 #pragma once
 
-#include "arranging/Tables.h"
+#include "arranging/Outline.h"
+#include "checking/Fault.h"
+#include "multiplex/Multiplex.h"
 
 namespace inspect {
 
-/// Puts the tables together as one outline: networks with their transport streams, services, components and
-/// applications; what no PMT names; the time; downloads.
-std::vector<Node> arrange(const Tables& tables);
+/// One outline of a multiplex: networks with their transport streams, services, components and applications; what no
+/// PMT names; the time; downloads.
+/// @param faults shown where they are
+std::vector<Node> arrange(const Multiplex& multiplex, const Faults& faults);
 
 } // namespace inspect

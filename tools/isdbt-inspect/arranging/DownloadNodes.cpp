@@ -1,6 +1,6 @@
 #include "arranging/DownloadNodes.h"
 
-#include "arranging/FieldLookup.h"
+#include "multiplex/FieldLookup.h"
 
 #include <fmt/format.h>
 
@@ -39,13 +39,14 @@ std::string titleOf(const Table& sdtt, Fields& rest) {
 
 } // namespace
 
-Node downloadNode(const Table& sdtt) {
+Node downloadNode(const Table& sdtt, const Faults& faults) {
     Fields rest = sdtt.beside("download_contents");
     Node node(titleOf(sdtt, rest));
     node.say("service", take(rest, "service_id"));
     node.say("transport stream", take(rest, "transport_stream_id"));
     node.say("original network", take(rest, "original_network_id"));
-    sdtt.appendTo(node, "SDTT");
+    node.sayVersion(sdtt);
+    node.faults = faults.of(&sdtt);
     node.tell("", std::move(rest));
     for (const Fields* const content : sdtt.entries("download_contents")) {
         node.children.push_back(contentNode(*content));

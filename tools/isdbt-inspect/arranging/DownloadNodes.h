@@ -1,10 +1,11 @@
 #pragma once
 
-#include "arranging/Table.h"
+#include "arranging/Outline.h"
+#include "checking/Fault.h"
 
 namespace inspect {
 
 /// The downloads that an SDTT announces for the receivers of a model.
-Node downloadNode(const Table& sdtt);
+Node downloadNode(const Table& sdtt, const Faults& faults);
 
 } // namespace inspect

@@ -1,5 +1,9 @@
 #include "arranging/Outline.h"
 
+#include "tables/TableKinds.h"
+
+#include <fmt/format.h>
+
 namespace inspect {
 
 namespace {
@@ -20,6 +24,12 @@ bool speaksForItself(const Field& value) {
     return !std::holds_alternative<Number>(value.value) || !value.codeName.empty() || !value.reading.empty();
 }
 
+std::string versionText(const Table& table) {
+    return table.taken.empty() || !table.taken.front()->header
+               ? ""
+               : fmt::format(" version {}", table.taken.front()->header->version);
+}
+
 } // namespace
 
 void Node::say(std::string_view label, std::optional<Field> value) {
@@ -31,6 +41,22 @@ void Node::say(std::string_view label, std::optional<Field> value) {
 
 void Node::say(std::string_view words) {
     facts.push_back({std::string(words), absent({})});
+}
+
+void Node::sayVersion(const Table& table) {
+    const std::string_view name = tableName(table.key.tableId);
+    const std::string version = versionText(table);
+    if (table.key.pid) {
+        say(fmt::format("{} PID 0x{:04X}{}", name, *table.key.pid, version));
+    } else if (!version.empty()) {
+        say(fmt::format("{}{}", name, version));
+    }
+}
+
+void Node::sayVersionOnly(const Table& table) {
+    if (const std::string version = versionText(table); !version.empty()) {
+        say(version.substr(1));
+    }
 }
 
 void Node::tell(std::string_view table, Fields fields) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "describing/Field.h"
+#include "multiplex/Table.h"
 
 #include <optional>
 #include <string>
@@ -38,7 +38,11 @@ struct Node {
     /// Adds some words to its line.
     void say(std::string_view words);
 
-    void fault(std::string text) { faults.push_back(std::move(text)); }
+    /// Says "NIT PID 0x0010 version 0" on its line.
+    void sayVersion(const Table& table);
+
+    /// The same without name and PID, where those are known.
+    void sayVersionOnly(const Table& table);
 
     /// Adds the descriptors among these fields to its details, those that the library left out one by one.
     void tell(std::string_view table, Fields fields);

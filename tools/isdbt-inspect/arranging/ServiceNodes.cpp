@@ -2,11 +2,9 @@
 
 #include "arranging/ApplicationNodes.h"
 #include "arranging/EventNodes.h"
-#include "arranging/FieldLookup.h"
-#include "descriptors/TDataComponentDescriptor.h"
-#include "sections/TableIds.h"
+#include "multiplex/FieldLookup.h"
+#include "tables/TableKinds.h"
 
-#include <algorithm>
 #include <fmt/format.h>
 
 namespace inspect {
@@ -32,11 +30,8 @@ constexpr Essential OF_COMPONENTS[] = {
     {"carousel", "carousel_identifier_descriptor", "carousel_id"},
 };
 
-constexpr auto APPLICATIONS = Quor::TDataComponentDescriptor::COMPONENT_ID_GINGA_APP_EXECUTING_ENGINE;
-constexpr auto APPLICATION_INFORMATION = Quor::TDataComponentDescriptor::COMPONENT_ID_GINGA_APP_INFORMATION_TABLE;
-
-bool carries(const Component& component, std::int64_t dataComponent) {
-    return numberIn(inner(*component.fields, "data_component_descriptor"), "data_component_id") == dataComponent;
+std::string titleOf(const Service& service) {
+    return fmt::format("Service 0x{0:04X} ({0})", service.id);
 }
 
 bool isSet(const std::optional<Field>& flag) {
@@ -51,19 +46,6 @@ std::string_view eventsOf(Fields& description) {
         return schedule ? "EIT present/following and schedule" : "EIT present/following";
     }
     return schedule ? "EIT schedule" : "no EIT";
-}
-
-/// Receivers find a component by its tag, and a stream by its PID.
-void checkUnique(Node& node, const Component& component, const Components& components) {
-    const Component* const ofTag = component.tag ? withTag(components, *component.tag) : &component;
-    if (ofTag != &component) {
-        node.fault(fmt::format("component tag 0x{:02X} is that of PID 0x{:04X}, too", *component.tag, ofTag->pid));
-    }
-    const auto ofPid = std::find_if(components.begin(), components.end(),
-                                    [&component](const Component& other) { return other.pid == component.pid; });
-    if (&*ofPid != &component) {
-        node.fault("another component has this PID, too");
-    }
 }
 
 /// Adds what the SDT says.
@@ -83,62 +65,38 @@ void appendDescription(Node& node, const Fields& description) {
 
 } // namespace
 
-Node ServiceNodes::serviceNode(const Sources& sources) {
-    Node node(fmt::format("Service 0x{0:04X} ({0})", sources.id));
-    if (sources.description != nullptr) {
-        appendDescription(node, *sources.description);
+Node ServiceNodes::serviceNode(const Service& service) const {
+    Node node(titleOf(service));
+    if (service.description != nullptr) {
+        appendDescription(node, *service.description);
     }
-    for (const std::string& list : sources.listedIn) {
+    for (const std::string& list : service.listedIn) {
         if (list == "partial_reception_descriptor") {
             node.say("partial reception");
         }
     }
-    if (sources.programMapPid && sources.programMaps.empty()) {
-        node.say("PMT PID", identifier("", *sources.programMapPid, 4));
-        if (m_tables.expects(PMT)) {
-            node.fault("no PMT came");
-        }
+    if (service.programMapPid && service.programMaps.empty()) {
+        node.say("PMT PID", identifier("", *service.programMapPid, 4));
     }
-    for (const Table* const pmt : sources.programMaps) {
-        if (sources.programMapPid && pmt->key.pid && pmt->key.pid != sources.programMapPid) {
-            node.fault(fmt::format("a PMT came on PID 0x{:04X}, but the PAT says 0x{:04X}", *pmt->key.pid,
-                                   *sources.programMapPid));
-        }
-        appendProgramMap(node, *pmt);
+    for (const ProgramMap& pmt : service.programMaps) {
+        appendProgramMap(node, pmt);
     }
+    node.faults = m_faults.of(&service);
     return node;
 }
 
-void ServiceNodes::appendProgramMap(Node& node, const Table& pmt) {
-    Fields rest = pmt.beside("elementary_streams");
+void ServiceNodes::appendProgramMap(Node& node, const ProgramMap& pmt) const {
+    Fields rest = pmt.table->beside("elementary_streams");
     take(rest, "program_number");
-    pmt.appendTo(node, "PMT");
+    node.sayVersion(*pmt.table);
     node.say("PCR PID", take(rest, "pcr_pid"));
     node.tell("PMT", std::move(rest));
-    const Components components = componentsOf(pmt);
-    for (const Component& component : components) {
-        node.children.push_back(componentNode(component, components, node.title));
-    }
-    if (pmt.complete() && components.empty()) {
-        node.fault("its PMT has no component");
-    }
-    checkApplications(node, components);
-}
-
-/// Without an AIT, a receiver starts nothing of what the carousels bring.
-void ServiceNodes::checkApplications(Node& node, const Components& components) const {
-    const bool announced = std::any_of(components.begin(), components.end(), [this](const Component& component) {
-        return carries(component, APPLICATION_INFORMATION) || !m_tables.on(component.pid, AIT).empty();
-    });
-    for (const Component& component : components) {
-        if (!announced && carries(component, APPLICATIONS)) {
-            node.fault(
-                fmt::format("PID 0x{:04X} is for applications, but no component carries their AIT", component.pid));
-        }
+    for (const Component& component : pmt.components) {
+        node.children.push_back(componentNode(component));
     }
 }
 
-Node ServiceNodes::componentNode(const Component& component, const Components& components, const std::string& service) {
+Node ServiceNodes::componentNode(const Component& component) const {
     Fields rest = *component.fields;
     Node node(fmt::format("Component PID 0x{:04X}", component.pid));
     take(rest, "elementary_pid");
@@ -148,58 +106,27 @@ Node ServiceNodes::componentNode(const Component& component, const Components& c
         node.say(each.label, take(rest, each.descriptor, each.field));
     }
     node.tell("", std::move(rest));
-    checkUnique(node, component, components);
-    appendCarried(node, component, components, service);
+    node.faults = m_faults.of(&component);
+    if (const Multiplex::Claim* const claim = m_multiplex.claimOf(component.pid)) {
+        appendCarried(node, component, *claim);
+    }
     return node;
 }
 
-void ServiceNodes::appendCarried(Node& node, const Component& component, const Components& components,
-                                 const std::string& service) {
-    const std::vector<const Table*> applications = m_tables.on(component.pid, AIT);
-    const std::vector<const Table*> events = m_tables.on(component.pid, DSMCC_STREAM_DESCRIPTORS);
-    if (applications.empty() && carries(component, APPLICATION_INFORMATION) && m_tables.expects(AIT)) {
-        node.fault("no AIT came");
-    }
-    if (applications.empty() && events.empty()) {
+void ServiceNodes::appendCarried(Node& node, const Component& component, const Multiplex::Claim& claim) const {
+    if (claim.component != &component) {
+        node.say("carries what is shown at " + titleOf(*claim.service));
         return;
     }
-    const auto [shown, first] = m_shown.emplace(component.pid, service);
-    if (!first) {
-        node.say("carries what is shown at " + shown->second);
-        return;
-    }
-    for (const Table* const ait : applications) {
-        node.children.push_back(applicationTableNode(*ait, &components));
-    }
-    for (const Table* const section : events) {
-        node.children.push_back(eventNode(*section));
+    for (const std::uint8_t tableId : {AIT, DSMCC_STREAM_DESCRIPTORS}) {
+        for (const Table* const table : m_multiplex.tables().on(component.pid, tableId)) {
+            node.children.push_back(carriedNode(*table, claim.components, m_faults));
+        }
     }
 }
 
-std::vector<Node> ServiceNodes::unclaimed() const {
-    std::map<std::optional<Pid>, Node> byPid;
-    for (const std::uint8_t tableId : {AIT, DSMCC_STREAM_DESCRIPTORS}) {
-        for (const Table* const table : m_tables.of(tableId)) {
-            const std::optional<Pid> pid = table->key.pid;
-            if (!pid || m_shown.count(*pid) == 0) {
-                Node& node = byPid[pid];
-                node.title = pid ? fmt::format("PID 0x{:04X}", *pid) : "";
-                node.children.push_back(tableId == AIT ? applicationTableNode(*table, nullptr) : eventNode(*table));
-            }
-        }
-    }
-    std::vector<Node> nodes;
-    for (auto& [pid, node] : byPid) {
-        if (!pid) {
-            std::move(node.children.begin(), node.children.end(), std::back_inserter(nodes));
-            continue;
-        }
-        if (m_tables.expects(PMT)) {
-            node.fault("no PMT names this PID");
-        }
-        nodes.push_back(std::move(node));
-    }
-    return nodes;
+Node carriedNode(const Table& table, const Components* components, const Faults& faults) {
+    return table.key.tableId == AIT ? applicationTableNode(table, components, faults) : eventNode(table, faults);
 }
 
 } // namespace inspect

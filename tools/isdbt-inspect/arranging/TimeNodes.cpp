@@ -1,14 +1,15 @@
 #include "arranging/TimeNodes.h"
 
-#include "arranging/FieldLookup.h"
+#include "multiplex/FieldLookup.h"
 
 namespace inspect {
 
-Node timeNode(const Table& tot) {
+Node timeNode(const Table& tot, const Faults& faults) {
     Node node("Time");
     Fields rest = tot.beside({});
     node.say("", take(rest, "unix_time"));
-    tot.appendTo(node, "TOT");
+    node.sayVersion(tot);
+    node.faults = faults.of(&tot);
     node.tell("", std::move(rest));
     return node;
 }

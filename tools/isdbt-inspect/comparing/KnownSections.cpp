@@ -1,6 +1,6 @@
 #include "comparing/KnownSections.h"
 
-#include "sections/TableIds.h"
+#include "tables/TableKinds.h"
 
 #include <limits>
 

@@ -1,6 +1,6 @@
 #include "counting/Statistics.h"
 
-#include "parsing/SectionParser.h"
+#include "tables/TableKinds.h"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 #include "TISDBTTable.h"
 #include "describing/DescriptorKinds.h"
 #include "describing/Field.h"
-#include "sections/TableIds.h"
+#include "tables/TableKinds.h"
 
 #include <initializer_list>
 #include <list>

@@ -4,7 +4,7 @@
 #include "descriptors/TDataComponentDescriptor.h"
 #include "pat/TPATTable.h"
 #include "pmt/TPMTTable.h"
-#include "sections/TableIds.h"
+#include "tables/TableKinds.h"
 
 #include <limits>
 #include <memory>
@@ -12,18 +12,13 @@
 
 namespace inspect {
 
-namespace {
-
-/// SDTTs have two PIDs: one for fixed receivers, one for portable ones.
-constexpr std::pair<Pid, std::uint8_t> ALWAYS_CARRIED[] = {
-    {0x0000, PAT}, {0x0010, NIT}, {0x0011, SDT}, {0x0014, TOT}, {0x0023, SDTT}, {0x0028, SDTT},
-};
-
-} // namespace
-
 Following::Following(const PidSet& byHand) : m_byHand(byHand), m_pids(byHand) {
-    for (const auto& [pid, tableId] : ALWAYS_CARRIED) {
-        begin({pid, tableId});
+    for (const TableKind& kind : TABLE_KINDS) {
+        for (const std::optional<Pid>& pid : kind.pids) {
+            if (pid) {
+                begin({*pid, kind.id});
+            }
+        }
     }
     for (std::size_t pid = 0; pid < byHand.size(); ++pid) {
         if (byHand[pid]) {

@@ -1,15 +1,7 @@
 #include "parsing/SectionParser.h"
 
-#include "DSMCCSection/TDSMCCSectionTable.h"
-#include "ait/TAITTable.h"
-#include "nit/TNITTable.h"
 #include "parsing/LogLines.h"
-#include "pat/TPATTable.h"
-#include "pmt/TPMTTable.h"
-#include "sdt/TSDTTable.h"
-#include "sdtt/TSDTTTable.h"
-#include "sections/TableIds.h"
-#include "tot/TTOTTable.h"
+#include "tables/TableKinds.h"
 
 #include <algorithm>
 #include <iterator>
@@ -19,35 +11,6 @@ namespace inspect {
 namespace {
 
 using Quor::TISDBTTable;
-
-struct Kind {
-    std::uint8_t tableId;
-    std::string_view name;
-    TISDBTTable* (*parse)(QUOR_U8* data, QUOR_U32 size, QUOR_U16* errorCode);
-};
-
-/// Both switches are on, so that their order, which differs from table to table, does not matter. No earlier table is
-/// given: sections with a number above 0 are refused beside one.
-template <class Table> TISDBTTable* parseAs(QUOR_U8* data, QUOR_U32 size, QUOR_U16* errorCode) {
-    return Table::parse(data, size, 1, 1, errorCode, nullptr);
-}
-
-constexpr Kind KINDS[] = {
-    {PAT, "PAT", parseAs<Quor::TPATTable>},
-    {PMT, "PMT", parseAs<Quor::TPMTTable>},
-    {DSMCC_STREAM_DESCRIPTORS, "DSM-CC", parseAs<Quor::TDSMCCSectionTable>},
-    {NIT, "NIT", parseAs<Quor::TNITTable>},
-    {SDT, "SDT", parseAs<Quor::TSDTTable>},
-    {TOT, "TOT", parseAs<Quor::TTOTTable>},
-    {AIT, "AIT", parseAs<Quor::TAITTable>},
-    {SDTT, "SDTT", parseAs<Quor::TSDTTTable>},
-};
-
-const Kind* find(std::uint8_t tableId) {
-    const auto* const found = std::find_if(std::begin(KINDS), std::end(KINDS),
-                                           [tableId](const Kind& kind) { return kind.tableId == tableId; });
-    return found == std::end(KINDS) ? nullptr : found;
-}
 
 struct ErrorName {
     QUOR_U16 code;
@@ -71,15 +34,10 @@ constexpr ErrorName ERROR_NAMES[] = {
 
 } // namespace
 
-std::string_view tableName(std::uint8_t tableId) {
-    const Kind* const kind = find(tableId);
-    return kind == nullptr ? std::string_view{} : kind->name;
-}
-
 ParsedSection parse(const Section& section) {
-    ParsedSection parsed{tableName(section.tableId()), nullptr, TISDBTTable::ERROR_OK, {}};
+    ParsedSection parsed{nullptr, TISDBTTable::ERROR_OK, {}};
     LogLines log;
-    if (const Kind* const kind = find(section.tableId())) {
+    if (const TableKind* const kind = tableKind(section.tableId())) {
         parsed.table.reset(kind->parse(section.data(), static_cast<QUOR_U32>(section.size()), &parsed.errorCode));
     }
     parsed.logLines = log.take();

@@ -12,14 +12,10 @@ namespace inspect {
 
 /// What the library says to a section.
 struct ParsedSection {
-    std::string_view tableName;               ///< "PAT", ...
     std::unique_ptr<Quor::TISDBTTable> table; ///< null when it rejects the section; refers to the section's bytes
     QUOR_U16 errorCode;
     std::vector<std::string> logLines;
 };
-
-/// The name of a table that the library understands; empty for others.
-std::string_view tableName(std::uint8_t tableId);
 
 /// Hands a section of a table that the library understands to it.
 ParsedSection parse(const Section& section);

@@ -1,9 +1,8 @@
 #include "sections/Section.h"
 
-#include "sections/TableIds.h"
+#include "tables/TableKinds.h"
 
 #include <algorithm>
-#include <array>
 #include <bitstream/mpeg/psi.h>
 #include <new>
 
@@ -11,8 +10,10 @@ namespace inspect {
 
 namespace {
 
-/// These have the long header whatever their section_syntax_indicator says.
-constexpr std::array ALWAYS_LONG{PAT, PMT, NIT, SDT, AIT, SDTT};
+bool isOf(TableKind::Header header, std::uint8_t tableId) {
+    const TableKind* const kind = tableKind(tableId);
+    return kind != nullptr && kind->header == header;
+}
 
 } // namespace
 
@@ -30,12 +31,11 @@ Section::Section(const std::uint8_t* data, std::size_t size, const Position& pos
 }
 
 bool Section::isLong() const {
-    return (m_size > 1 && psi_get_syntax(m_bytes.get())) ||
-           std::find(ALWAYS_LONG.begin(), ALWAYS_LONG.end(), tableId()) != ALWAYS_LONG.end();
+    return (m_size > 1 && psi_get_syntax(m_bytes.get())) || isOf(TableKind::Header::Long, tableId());
 }
 
 bool Section::hasCrc() const {
-    return isLong() || tableId() == TOT; // the one with the short header that ends with a CRC_32
+    return isLong() || isOf(TableKind::Header::ShortWithCrc, tableId());
 }
 
 std::optional<LongHeader> Section::longHeader() const {

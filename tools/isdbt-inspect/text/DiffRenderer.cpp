@@ -1,6 +1,6 @@
 #include "text/DiffRenderer.h"
 
-#include "sections/TableIds.h"
+#include "tables/TableKinds.h"
 #include "text/ChangeText.h"
 #include "text/SectionText.h"
 #include "text/SummaryText.h"

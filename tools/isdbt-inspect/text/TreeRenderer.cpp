@@ -2,7 +2,8 @@
 
 #include "arranging/Arrangement.h"
 #include "arranging/Pruning.h"
-#include "sections/TableIds.h"
+#include "checking/Checking.h"
+#include "tables/TableKinds.h"
 #include "text/OutlineText.h"
 #include "text/SectionText.h"
 #include "text/SummaryText.h"
@@ -15,9 +16,6 @@ namespace inspect {
 namespace {
 
 constexpr std::size_t INDENT = 2;
-
-/// The tables without which a receiver finds nothing, or does not know what to call it.
-constexpr std::uint8_t OF_EVERY_MULTIPLEX[] = {PAT, PMT, NIT, SDT, AIT};
 
 TableKey keyOf(const SectionReport& report) {
     return {report.pid, report.tableId, report.header ? report.header->extension : std::uint16_t{0}};
@@ -63,7 +61,8 @@ void TreeRenderer::keep(const SectionReport& report) {
     if (report.header) {
         m_taken.forgetBeyond(key, report.header->lastSectionNumber);
     }
-    m_taken.put(key, numberOf(report), {report.header, report.sameVersion, report.damaged, pruned(report.fields)});
+    m_taken.put(key, numberOf(report),
+                {report.header, report.position, report.sameVersion, report.damaged, pruned(report.fields)});
 }
 
 void TreeRenderer::keepRejected(const SectionReport& report) {
@@ -84,12 +83,14 @@ void TreeRenderer::end(const Summary& summary) {
 /// Sections that come without packets are single ones: nobody misses the others.
 std::size_t TreeRenderer::appendOutlineOf(Page& page, bool packets) const {
     std::set<std::uint8_t> expected;
-    for (const std::uint8_t tableId : OF_EVERY_MULTIPLEX) {
-        if (packets && (m_shown.empty() || m_shown.count(tableId) != 0)) {
-            expected.insert(tableId);
+    for (const TableKind& kind : TABLE_KINDS) {
+        if (kind.ofEveryMultiplex && packets && (m_shown.empty() || m_shown.count(kind.id) != 0)) {
+            expected.insert(kind.id);
         }
     }
-    return appendOutline(page, arrange(Tables(m_taken, m_refused, std::move(expected))));
+    const Tables tables(m_taken, m_refused, std::move(expected));
+    const Multiplex multiplex(tables);
+    return appendOutline(page, arrange(multiplex, check(multiplex)));
 }
 
 void TreeRenderer::appendRejections(Page& page) const {

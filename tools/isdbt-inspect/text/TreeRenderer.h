@@ -1,6 +1,6 @@
 #pragma once
 
-#include "arranging/Tables.h"
+#include "multiplex/Tables.h"
 #include "reports/Renderer.h"
 #include "terminal/Output.h"
 #include "text/Page.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "arranging/Table.h"
+#include "multiplex/Table.h"
 
 #include <set>
 

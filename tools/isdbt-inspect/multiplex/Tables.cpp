@@ -1,4 +1,4 @@
-#include "arranging/Tables.h"
+#include "multiplex/Tables.h"
 
 namespace inspect {
 

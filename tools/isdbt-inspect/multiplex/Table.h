@@ -1,14 +1,19 @@
 #pragma once
 
-#include "arranging/LatestSections.h"
-#include "arranging/Outline.h"
+#include "describing/Field.h"
+#include "multiplex/LatestSections.h"
 #include "sections/Section.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace inspect {
 
 /// A section that the library took.
 struct TakenSection {
     std::optional<LongHeader> header;
+    Position position;
     bool sameVersion; ///< it changed under the same version
     bool damaged;
     Fields fields;
@@ -37,11 +42,8 @@ struct Table {
     /// Whether it is known whole, so that what it does not say is not there.
     bool complete() const;
 
-    /// Says "NIT PID 0x0010 version 0" on the line of a node, and below it what is wrong with the sections.
-    void appendTo(Node& node, std::string_view name) const;
-
-    /// The same without the PID, where that is known.
-    void appendVersionTo(Node& node, std::string_view name) const;
+    /// The numbers of sections of which nothing is known.
+    std::vector<unsigned> missingSections() const;
 };
 
 } // namespace inspect

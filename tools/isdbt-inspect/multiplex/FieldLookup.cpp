@@ -1,4 +1,4 @@
-#include "arranging/FieldLookup.h"
+#include "multiplex/FieldLookup.h"
 
 #include <algorithm>
 

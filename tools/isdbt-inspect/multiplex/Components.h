@@ -1,6 +1,6 @@
 #pragma once
 
-#include "arranging/Table.h"
+#include "multiplex/Table.h"
 
 namespace inspect {
 
@@ -18,5 +18,15 @@ Components componentsOf(const Table& pmt);
 
 /// The first component with a tag; null when there is none.
 const Component* withTag(const Components& components, std::int64_t tag);
+
+/// Whether its data component is said to be applications.
+bool carriesApplications(const Component& component);
+
+/// Whether its data component is said to be an AIT.
+bool carriesApplicationInformation(const Component& component);
+
+/// The tag of the component whose carousel brings an application. Nothing when it comes otherwise, or with another
+/// service.
+std::optional<std::int64_t> carouselTag(const Fields& application);
 
 } // namespace inspect

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "reports/Renderer.h"
+#include "terminal/Output.h"
+#include "text/Page.h"
+
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace inspect {
+
+/// What is made of an input.
+struct View {
+    std::string name; ///< as --view takes it
+    std::string help;
+
+    /// @param tables the table_id of those that are shown; all when there is none
+    std::unique_ptr<Renderer> (*text)(Output& output, const Style& style, const std::set<std::uint8_t>& tables);
+    std::unique_ptr<Renderer> (*json)(Output& output);
+};
+
+/// All views; the first is the usual one.
+const std::vector<View>& views();
+
+} // namespace inspect

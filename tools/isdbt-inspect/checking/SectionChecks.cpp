@@ -1,0 +1,63 @@
+#include "checking/SectionChecks.h"
+
+#include "tables/TableKinds.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+
+namespace inspect {
+
+namespace {
+
+std::string refusal(std::string_view name, const RefusedSection& section) {
+    std::string text(name);
+    if (section.header) {
+        text += fmt::format(" version {}", section.header->version);
+        text +=
+            section.header->lastSectionNumber == 0 ? "" : fmt::format(", section {}", section.header->sectionNumber);
+    }
+    text += section.position.packet == 0 ? "" : fmt::format(" (packet {})", section.position.packet);
+    text += " rejected with " + section.errorName;
+    return section.logLine.empty() ? text : text + ": " + section.logLine;
+}
+
+} // namespace
+
+FaultPlace placeOf(const Table& table) {
+    return {table.key.pid, table.key.tableId, table.key.extension};
+}
+
+std::optional<Position> sinceOf(const Table& table) {
+    if (!table.taken.empty()) {
+        return table.taken.front()->position;
+    }
+    return table.refused.empty() ? std::nullopt : std::optional(table.refused.front()->position);
+}
+
+bool areWhole(const std::vector<const Table*>& tables) {
+    return !tables.empty() &&
+           std::all_of(tables.begin(), tables.end(), [](const Table* table) { return table->complete(); });
+}
+
+void checkSections(Faults& faults, const void* part, const Table& table) {
+    const std::string_view name = tableName(table.key.tableId);
+    const auto add = [&](FaultKind kind, std::string text, std::optional<Position> since) {
+        faults.add(part, {kind, placeOf(table), std::move(text), since});
+    };
+    for (const TakenSection* const section : table.taken) {
+        if (section->sameVersion) {
+            add(FaultKind::ChangedSilently, fmt::format("{} changed without a new version", name), section->position);
+        }
+        if (section->damaged) {
+            add(FaultKind::Damaged, fmt::format("{} is incomplete, or its CRC_32 is wrong", name), section->position);
+        }
+    }
+    for (const RefusedSection* const section : table.refused) {
+        add(FaultKind::Rejected, refusal(name, *section), section->position);
+    }
+    for (const unsigned number : table.missingSections()) {
+        add(FaultKind::SectionMissing, fmt::format("section {} of the {} did not come", number, name), sinceOf(table));
+    }
+}
+
+} // namespace inspect

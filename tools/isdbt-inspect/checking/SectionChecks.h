@@ -1,0 +1,18 @@
+#pragma once
+
+#include "checking/Fault.h"
+
+namespace inspect {
+
+FaultPlace placeOf(const Table& table);
+
+/// Where the first section of a table came.
+std::optional<Position> sinceOf(const Table& table);
+
+/// Only tables that are known whole can contradict others.
+bool areWhole(const std::vector<const Table*>& tables);
+
+/// What is wrong with the sections of a table.
+void checkSections(Faults& faults, const void* part, const Table& table);
+
+} // namespace inspect

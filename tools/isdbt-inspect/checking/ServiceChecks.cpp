@@ -1,0 +1,148 @@
+#include "checking/ServiceChecks.h"
+
+#include "checking/ApplicationChecks.h"
+#include "checking/SectionChecks.h"
+#include "multiplex/FieldLookup.h"
+#include "tables/TableKinds.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+
+namespace inspect {
+
+namespace {
+
+constexpr std::string_view INFORMATION = "ts_information_descriptor";
+
+/// Finds what is wrong with one service.
+class ServiceChecker {
+public:
+    ServiceChecker(Faults& faults, const Multiplex& multiplex, const TransportStream& stream, const Service& service)
+        : m_faults(faults), m_multiplex(multiplex), m_tables(multiplex.tables()), m_stream(stream), m_service(service) {
+    }
+
+    void checkAll() {
+        if (m_service.programMapPid && m_service.programMaps.empty() && m_tables.expects(PMT)) {
+            add(FaultKind::TableMissing, {m_service.programMapPid, PMT, m_service.id}, "no PMT came");
+        }
+        for (const ProgramMap& pmt : m_service.programMaps) {
+            checkProgramMap(pmt);
+        }
+        compare();
+    }
+
+private:
+    void add(FaultKind kind, const FaultPlace& place, std::string text, std::optional<Position> since = {}) {
+        m_faults.add(&m_service, {kind, place, std::move(text), since});
+    }
+
+    void checkProgramMap(const ProgramMap& pmt) {
+        const Table& table = *pmt.table;
+        if (m_service.programMapPid && table.key.pid && table.key.pid != m_service.programMapPid) {
+            add(FaultKind::WrongPid, placeOf(table),
+                fmt::format("a PMT came on PID 0x{:04X}, but the PAT says 0x{:04X}", *table.key.pid,
+                            *m_service.programMapPid),
+                sinceOf(table));
+        }
+        checkSections(m_faults, &m_service, table);
+        for (const Component& component : pmt.components) {
+            checkComponent(pmt, component);
+        }
+        if (table.complete() && pmt.components.empty()) {
+            add(FaultKind::TableEmpty, placeOf(table), "its PMT has no component", sinceOf(table));
+        }
+        checkApplications(pmt);
+    }
+
+    /// Without an AIT, a receiver starts nothing of what the carousels bring.
+    void checkApplications(const ProgramMap& pmt) {
+        const bool announced =
+            std::any_of(pmt.components.begin(), pmt.components.end(), [this](const Component& component) {
+                return carriesApplicationInformation(component) || !m_tables.on(component.pid, AIT).empty();
+            });
+        for (const Component& component : pmt.components) {
+            if (!announced && carriesApplications(component)) {
+                add(FaultKind::ApplicationTableMissing, {component.pid, AIT, std::nullopt},
+                    fmt::format("PID 0x{:04X} is for applications, but no component carries their AIT", component.pid),
+                    sinceOf(*pmt.table));
+            }
+        }
+    }
+
+    void checkComponent(const ProgramMap& pmt, const Component& component) {
+        checkUnique(pmt, component);
+        const std::vector<const Table*> applications = m_tables.on(component.pid, AIT);
+        if (applications.empty() && carriesApplicationInformation(component) && m_tables.expects(AIT)) {
+            m_faults.add(&component, {FaultKind::TableMissing, {component.pid, AIT, std::nullopt}, "no AIT came", {}});
+        }
+        const Multiplex::Claim* const claim = m_multiplex.claimOf(component.pid);
+        if (claim != nullptr && claim->component == &component) {
+            for (const std::uint8_t tableId : {AIT, DSMCC_STREAM_DESCRIPTORS}) {
+                for (const Table* const table : m_tables.on(component.pid, tableId)) {
+                    checkCarried(m_faults, *table, &pmt.components);
+                }
+            }
+        }
+    }
+
+    /// Receivers find a component by its tag, and a stream by its PID.
+    void checkUnique(const ProgramMap& pmt, const Component& component) {
+        const FaultPlace place{component.pid, PMT, m_service.id};
+        const Component* const ofTag = component.tag ? withTag(pmt.components, *component.tag) : &component;
+        if (ofTag != &component) {
+            m_faults.add(&component, {FaultKind::TagTwice, place,
+                                      fmt::format("component tag 0x{:02X} is that of PID 0x{:04X}, too", *component.tag,
+                                                  ofTag->pid),
+                                      sinceOf(*pmt.table)});
+        }
+        const auto ofPid = std::find_if(pmt.components.begin(), pmt.components.end(),
+                                        [&component](const Component& other) { return other.pid == component.pid; });
+        if (&*ofPid != &component) {
+            m_faults.add(&component,
+                         {FaultKind::PidTwice, place, "another component has this PID, too", sinceOf(*pmt.table)});
+        }
+    }
+
+    /// What one table has, and another does not.
+    void compare() {
+        if (!m_stream.isThisOne || !areWhole(m_tables.of(PAT))) {
+            return;
+        }
+        if (!m_service.programMapPid) {
+            const FaultPlace place{std::nullopt, PAT, m_service.id};
+            if (m_service.description != nullptr) {
+                add(FaultKind::NotInPat, place, "the SDT has it, but not the PAT");
+            }
+            for (const std::string& descriptor : m_service.listedIn) {
+                add(FaultKind::NotInPat, place, fmt::format("the NIT has it in its {}, but not the PAT", descriptor));
+            }
+            if (!m_service.programMaps.empty()) {
+                add(FaultKind::NotInPat, place, "it has a PMT, but the PAT does not name it, or no longer");
+            }
+            return;
+        }
+        if (m_service.description == nullptr && areWhole(m_tables.of(SDT, *m_stream.id))) {
+            add(FaultKind::NotInSdt, {std::nullopt, SDT, m_service.id}, "the PAT has it, but not the SDT");
+        }
+        const bool listed =
+            std::find(m_service.listedIn.begin(), m_service.listedIn.end(), INFORMATION) != m_service.listedIn.end();
+        if (m_stream.entry != nullptr && find(*m_stream.entry, INFORMATION) != nullptr && !listed) {
+            add(FaultKind::NotInTsInformation, {std::nullopt, NIT, m_service.id},
+                fmt::format("the PAT has it, but not the {} of the NIT", INFORMATION));
+        }
+    }
+
+    Faults& m_faults;
+    const Multiplex& m_multiplex;
+    const Tables& m_tables;
+    const TransportStream& m_stream;
+    const Service& m_service;
+};
+
+} // namespace
+
+void checkService(Faults& faults, const Multiplex& multiplex, const TransportStream& stream, const Service& service) {
+    ServiceChecker(faults, multiplex, stream, service).checkAll();
+}
+
+} // namespace inspect

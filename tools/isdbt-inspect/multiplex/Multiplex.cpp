@@ -1,0 +1,162 @@
+#include "multiplex/Multiplex.h"
+
+#include "multiplex/FieldLookup.h"
+#include "tables/TableKinds.h"
+
+#include <iterator>
+
+namespace inspect {
+
+namespace {
+
+constexpr std::string_view INFORMATION = "ts_information_descriptor";
+constexpr std::string_view PARTIAL_RECEPTION = "partial_reception_descriptor";
+
+std::uint16_t idIn(const Fields& fields, std::string_view name) {
+    return static_cast<std::uint16_t>(numberIn(fields, name).value_or(0));
+}
+
+/// The PAT tells which transport stream this is. Where it is missing, an SDT or NIT does that speaks of one only.
+std::optional<std::uint16_t> thisOne(const Tables& tables) {
+    for (const std::uint8_t tableId : {PAT, SDT}) {
+        const std::vector<const Table*> found = tables.of(tableId);
+        if (found.size() == 1 || (tableId == PAT && !found.empty())) {
+            return found.front()->key.extension;
+        }
+    }
+    const std::vector<const Table*> networks = tables.of(NIT);
+    const std::vector<const Fields*> streams =
+        networks.size() == 1 ? networks.front()->entries("transport_streams") : std::vector<const Fields*>{};
+    return streams.size() == 1 ? std::optional(static_cast<std::uint16_t>(
+                                     numberIn(*streams.front(), "transport_stream_id").value_or(0)))
+                               : std::nullopt;
+}
+
+/// The services that an entry of the NIT names, with the descriptors that do. service_list_descriptor is none of these:
+/// receivers read its service_ids with eight bits only.
+std::map<std::uint16_t, std::vector<std::string>> servicesListedIn(const Fields& entry) {
+    std::map<std::uint16_t, std::vector<std::string>> listed;
+    const auto add = [&listed](std::int64_t service, std::string_view descriptor) {
+        std::vector<std::string>& descriptors = listed[static_cast<std::uint16_t>(service)];
+        if (descriptors.empty() || descriptors.back() != descriptor) {
+            descriptors.emplace_back(descriptor);
+        }
+    };
+    for (const std::int64_t service : numbersIn(inner(entry, PARTIAL_RECEPTION), "service_ids")) {
+        add(service, PARTIAL_RECEPTION);
+    }
+    for (const Field& layer : elements(inner(entry, INFORMATION), "transmission_types")) {
+        for (const std::int64_t service : numbersIn(inner(layer), "services")) {
+            add(service, INFORMATION);
+        }
+    }
+    return listed;
+}
+
+} // namespace
+
+Multiplex::Multiplex(const Tables& tables) : m_tables(tables), m_thisOne(thisOne(tables)) {
+    for (const Table* const nit : tables.of(NIT)) {
+        m_networks.push_back({nit, {}});
+        for (const Fields* const entry : nit->entries("transport_streams")) {
+            m_networks.back().streams.push_back(makeStream(idIn(*entry, "transport_stream_id"), entry));
+        }
+    }
+    std::set<std::uint16_t> ids;
+    for (const std::uint8_t tableId : {PAT, SDT}) {
+        for (const Table* const table : tables.of(tableId)) {
+            ids.insert(table->key.extension);
+        }
+    }
+    for (const std::uint16_t id : ids) {
+        if (m_known.count(id) == 0) {
+            m_unlisted.push_back(makeStream(id, nullptr));
+        }
+    }
+    if (!m_thisOne && !tables.of(PMT).empty()) {
+        m_unlisted.push_back(makeStream(std::nullopt, nullptr));
+    }
+    for (const Network& network : m_networks) {
+        claim(network.streams);
+    }
+    claim(m_unlisted);
+    gatherUnclaimed();
+}
+
+/// PMTs do not say which transport stream they belong to: it is the one that is read.
+TransportStream Multiplex::makeStream(std::optional<std::uint16_t> id, const Fields* entry) {
+    TransportStream stream{id, entry, id == m_thisOne, !m_known.insert(id).second, {}};
+    if (stream.isRepeated) {
+        return stream;
+    }
+    Services services;
+    if (entry != nullptr) {
+        for (auto& [service, descriptors] : servicesListedIn(*entry)) {
+            services[service].listedIn = std::move(descriptors);
+        }
+    }
+    if (stream.isThisOne) {
+        for (const Table* const pmt : m_tables.of(PMT)) {
+            services[pmt->key.extension].programMaps.push_back({pmt, componentsOf(*pmt)});
+        }
+    }
+    if (id) {
+        addPrograms(services, *id);
+    }
+    for (auto& [service, ofService] : services) {
+        ofService.id = service;
+        stream.services.push_back(std::move(ofService));
+    }
+    return stream;
+}
+
+void Multiplex::addPrograms(Services& services, std::uint16_t id) const {
+    for (const Table* const pat : m_tables.of(PAT, id)) {
+        for (const Fields* const program : pat->entries("programs")) {
+            services[idIn(*program, "program_number")].programMapPid = idIn(*program, "program_map_pid");
+        }
+    }
+    for (const Table* const sdt : m_tables.of(SDT, id)) {
+        for (const Fields* const service : sdt->entries("services")) {
+            services[idIn(*service, "service_id")].description = service;
+        }
+    }
+}
+
+void Multiplex::claim(const std::vector<TransportStream>& streams) {
+    for (const TransportStream& stream : streams) {
+        for (const Service& service : stream.services) {
+            for (const ProgramMap& pmt : service.programMaps) {
+                for (const Component& component : pmt.components) {
+                    if (!m_tables.on(component.pid, AIT).empty() ||
+                        !m_tables.on(component.pid, DSMCC_STREAM_DESCRIPTORS).empty()) {
+                        m_claims.emplace(component.pid, Claim{&service, &pmt.components, &component});
+                    }
+                }
+            }
+        }
+    }
+}
+
+void Multiplex::gatherUnclaimed() {
+    std::map<std::optional<Pid>, Unclaimed> byPid;
+    for (const std::uint8_t tableId : {AIT, DSMCC_STREAM_DESCRIPTORS}) {
+        for (const Table* const table : m_tables.of(tableId)) {
+            const std::optional<Pid> pid = table->key.pid;
+            if (!pid || m_claims.count(*pid) == 0) {
+                byPid[pid].pid = pid;
+                byPid[pid].tables.push_back(table);
+            }
+        }
+    }
+    for (auto& [pid, unclaimed] : byPid) {
+        m_unclaimed.push_back(std::move(unclaimed));
+    }
+}
+
+const Multiplex::Claim* Multiplex::claimOf(Pid pid) const {
+    const auto found = m_claims.find(pid);
+    return found == m_claims.end() ? nullptr : &found->second;
+}
+
+} // namespace inspect

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "multiplex/Components.h"
+#include "multiplex/Tables.h"
+
+#include <map>
+
+namespace inspect {
+
+/// A program map with its components.
+struct ProgramMap {
+    const Table* table;
+    Components components;
+};
+
+/// A service: what all tables say that speak of it.
+struct Service {
+    std::uint16_t id = 0;
+    std::optional<Pid> programMapPid;    ///< as the PAT says
+    const Fields* description = nullptr; ///< in the SDT; null when it is not there
+    std::vector<std::string> listedIn;   ///< descriptors of the NIT that name it
+    std::vector<ProgramMap> programMaps;
+};
+
+/// A transport stream. Its services are those of the first place where it comes up.
+struct TransportStream {
+    std::optional<std::uint16_t> id; ///< nothing when no table tells
+    const Fields* entry = nullptr;   ///< in a NIT; null when it is not there
+    bool isThisOne = false;          ///< the one that is read
+    bool isRepeated = false;         ///< it came up before
+    std::vector<Service> services;   ///< by service_id
+};
+
+struct Network {
+    const Table* nit;
+    std::vector<TransportStream> streams;
+};
+
+/// What is carried on a PID that no program map names.
+struct Unclaimed {
+    std::optional<Pid> pid; ///< nothing for sections that did not come in packets
+    std::vector<const Table*> tables;
+};
+
+/// The tables of a stream, put together.
+class Multiplex {
+public:
+    /// A component on which tables came, and those beside it.
+    struct Claim {
+        const Service* service;
+        const Components* components;
+        const Component* component;
+    };
+
+    explicit Multiplex(const Tables& tables);
+    Multiplex(const Multiplex&) = delete;
+    Multiplex& operator=(const Multiplex&) = delete;
+
+    const Tables& tables() const { return m_tables; }
+    const std::vector<Network>& networks() const { return m_networks; }
+
+    /// Those that no NIT has.
+    const std::vector<TransportStream>& unlisted() const { return m_unlisted; }
+
+    const std::vector<Unclaimed>& unclaimed() const { return m_unclaimed; }
+
+    /// The first component of a PID on which applications or events came. Null when there is none.
+    const Claim* claimOf(Pid pid) const;
+
+private:
+    using Services = std::map<std::uint16_t, Service>;
+
+    TransportStream makeStream(std::optional<std::uint16_t> id, const Fields* entry);
+    void addPrograms(Services& services, std::uint16_t id) const;
+    void claim(const std::vector<TransportStream>& streams);
+    void gatherUnclaimed();
+
+    const Tables& m_tables;
+    std::optional<std::uint16_t> m_thisOne; ///< the transport_stream_id of the stream that is read, if it is known
+    std::set<std::optional<std::uint16_t>> m_known;
+    std::vector<Network> m_networks;
+    std::vector<TransportStream> m_unlisted;
+    std::map<Pid, Claim> m_claims;
+    std::vector<Unclaimed> m_unclaimed;
+};
+
+} // namespace inspect
