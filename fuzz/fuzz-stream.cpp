@@ -2,13 +2,7 @@
 
 #include "Inspector.h"
 #include "SectionMutator.h"
-#include "text/DiffRenderer.h"
-#include "text/StatisticsRenderer.h"
-#include "text/TablesRenderer.h"
-#include "text/TreeRenderer.h"
-#include "json/DiffJsonRenderer.h"
-#include "json/JsonRenderer.h"
-#include "json/StatisticsJsonRenderer.h"
+#include "Views.h"
 
 #include <algorithm>
 #include <fcntl.h>
@@ -50,22 +44,8 @@ std::unique_ptr<inspect::Renderer> rendererOf(unsigned number, inspect::Output& 
     inspect::Style style;
     style.wraps = style.colour = true;
     style.width = 60;
-    switch (number % 7) {
-    case 0:
-        return std::make_unique<inspect::DiffJsonRenderer>(output);
-    case 1:
-        return std::make_unique<inspect::DiffRenderer>(output, style);
-    case 2:
-        return std::make_unique<inspect::JsonRenderer>(output);
-    case 3:
-        return std::make_unique<inspect::StatisticsJsonRenderer>(output);
-    case 4:
-        return std::make_unique<inspect::StatisticsRenderer>(output, style);
-    case 5:
-        return std::make_unique<inspect::TreeRenderer>(output, style, std::set<std::uint8_t>());
-    default:
-        return std::make_unique<inspect::TablesRenderer>(output, style);
-    }
+    const inspect::View& view = inspect::views()[number / 2 % inspect::views().size()];
+    return number % 2 == 0 ? view.json(output) : view.text(output, style);
 }
 
 /// Changes the section that begins with a packet, if it ends there, too.

@@ -13,9 +13,10 @@ namespace {
 std::string nameShown(const std::string& bytes, const std::vector<std::string>& options = {}) {
     const ByteVector name = descriptor(0x40, hex(bytes));
     const ByteVector loop = join({u16(static_cast<unsigned>(name.size()), 0xF000), name});
-    const TemporaryFile file(StreamBuilder().section(0x0010, longSection(0x40, {}, join({loop, hex("F000")}))).bytes());
+    const ByteVector nit = longSection(0x40, {}, join({loop, hex("F006 0735 0735 F000")}));
+    const TemporaryFile file(StreamBuilder().section(0x0010, nit).bytes());
     std::vector<std::string> arguments = options;
-    arguments.push_back(file.path());
+    arguments.insert(arguments.end(), {"--table", "nit", file.path()});
     const Finished finished = inspectTables(arguments);
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.errors, "");

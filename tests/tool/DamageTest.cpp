@@ -40,7 +40,7 @@ std::string damage(const Finished& finished) {
 TEST(InspectDamage, CrcErrorIsCountedAndTheSectionNotShown) {
     StreamBuilder stream;
     stream.section(PAT_PID, smallPat()).section(PAT_PID, corrupted(smallPat(), 9)).section(PAT_PID, smallPat());
-    const Finished finished = inspectBytes(stream.bytes());
+    const Finished finished = inspectOnly("pat", stream.bytes());
     EXPECT_EQ(finished.status, 3);
     EXPECT_EQ(finished.errors, "");
     EXPECT_THAT(finished.output, EndsWith("\n3 packets of 188 bytes, 3 sections on 1 PID: 1 shown, 0 rejected, "
@@ -61,7 +61,7 @@ TEST(InspectDamage, CrcErrorWhereverTheFault) {
 
 TEST(InspectDamage, CrcErrorInATot) {
     const ByteVector tot = shortSection(0x73, hex("C079 124500 F000"));
-    const Finished finished = inspectBytes(StreamBuilder().section(TOT_PID, corrupted(tot, 4)).bytes());
+    const Finished finished = inspectOnly("tot", StreamBuilder().section(TOT_PID, corrupted(tot, 4)).bytes());
     EXPECT_EQ(finished.status, 3);
     EXPECT_EQ(damage(finished), "1 CRC error (PID 0x0014), 0 discontinuities\n");
 }
@@ -90,7 +90,7 @@ TEST(InspectDamage, LostPacket) {
     for (const unsigned lost : {1U, 7U, 14U}) {
         StreamBuilder stream;
         stream.section(PAT_PID, smallPat()).lose(PAT_PID, lost).section(PAT_PID, smallPat());
-        const Finished finished = inspectBytes(stream.bytes());
+        const Finished finished = inspectOnly("pat", stream.bytes());
         EXPECT_EQ(finished.status, 3);
         EXPECT_EQ(damage(finished), "0 CRC errors, 1 discontinuity (PID 0x0000)\n") << lost << " lost";
     }
@@ -100,7 +100,7 @@ TEST(InspectDamage, LostPacket) {
 TEST(InspectDamage, FifteenLostPackets) {
     StreamBuilder stream;
     stream.section(PAT_PID, smallPat()).lose(PAT_PID, 15).section(PAT_PID, largePat(2));
-    const Finished finished = inspectBytes(stream.bytes());
+    const Finished finished = inspectOnly("tot", stream.bytes());
     EXPECT_EQ(finished.status, 3);
     EXPECT_EQ(damage(finished), "0 CRC errors, 1 discontinuity (PID 0x0000)\n");
 }
@@ -121,7 +121,7 @@ TEST(InspectDamage, LostPacketInsideASection) {
     stream.begin(PAT_PID, join({hex("00"), slice(pat, 0, 183)}));
     stream.lose(PAT_PID, 1);
     stream.proceed(PAT_PID, slice(pat, 183 + 184, pat.size()));
-    const Finished finished = inspectBytes(stream.bytes());
+    const Finished finished = inspectOnly("tot", stream.bytes());
     EXPECT_EQ(finished.status, 3);
     EXPECT_THAT(finished.output, HasSubstr("0 sections on 1 PID: 0 shown"));
     EXPECT_EQ(damage(finished), "0 CRC errors, 1 discontinuity (PID 0x0000)\n");
@@ -132,13 +132,13 @@ TEST(InspectDamage, PacketSentTwiceIsNoDamage) {
     StreamBuilder stream;
     stream.begin(PAT_PID, join({hex("00"), slice(pat, 0, 183)})).again();
     stream.proceed(PAT_PID, slice(pat, 183, pat.size())).again();
-    const Finished finished = inspectBytes(stream.bytes());
+    const Finished finished = inspectOnly("pat", stream.bytes());
     EXPECT_EQ(finished.status, 0);
     EXPECT_THAT(finished.output, HasSubstr("4 packets of 188 bytes, 1 section on 1 PID: 1 shown"));
 }
 
 TEST(InspectDamage, PacketSentThreeTimesIsADiscontinuity) {
-    const Finished finished = inspectBytes(StreamBuilder().section(PAT_PID, smallPat()).again().again().bytes());
+    const Finished finished = inspectOnly("pat", StreamBuilder().section(PAT_PID, smallPat()).again().again().bytes());
     EXPECT_EQ(finished.status, 3);
     EXPECT_EQ(damage(finished), "0 CRC errors, 1 discontinuity (PID 0x0000)\n");
 }
@@ -148,7 +148,7 @@ TEST(InspectDamage, AnnouncedDiscontinuityIsNoDamage) {
     stream.section(PAT_PID, smallPat()).lose(PAT_PID, 5);
     // adaptation field of one byte: discontinuity_indicator
     stream.begin(PAT_PID, join({hex("01 80 00"), smallPat()})).patch(3, 0x36);
-    const Finished finished = inspectBytes(stream.bytes());
+    const Finished finished = inspectOnly("pat", stream.bytes());
     EXPECT_EQ(finished.status, 0);
     EXPECT_THAT(finished.output, HasSubstr("2 sections on 1 PID: 1 shown"));
 }
@@ -158,13 +158,13 @@ TEST(InspectDamage, PacketsWithoutPayloadDoNotCount) {
     stream.section(PAT_PID, smallPat());
     stream.proceed(PAT_PID, hex("B7 00")).patch(3, 0x20); // adaptation field only, the counter stands still
     stream.lose(PAT_PID, 15).section(PAT_PID, smallPat());
-    const Finished finished = inspectBytes(stream.bytes());
+    const Finished finished = inspectOnly("pat", stream.bytes());
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(damage(finished), "0 CRC errors, 0 discontinuities\n");
 }
 
 TEST(InspectDamage, ScrambledPacketsAreSkipped) {
-    const Finished finished = inspectBytes(StreamBuilder().section(PAT_PID, smallPat()).patch(3, 0x90).bytes());
+    const Finished finished = inspectOnly("tot", StreamBuilder().section(PAT_PID, smallPat()).patch(3, 0x90).bytes());
     EXPECT_EQ(finished.status, 0);
     EXPECT_THAT(finished.output, HasSubstr("0 sections on 1 PID: 0 shown"));
 }
@@ -172,7 +172,7 @@ TEST(InspectDamage, ScrambledPacketsAreSkipped) {
 TEST(InspectDamage, PacketMarkedByTheDemodulator) {
     StreamBuilder stream;
     stream.section(PAT_PID, smallPat()).patch(1, 0xC0).section(PAT_PID, smallPat());
-    const Finished finished = inspectBytes(stream.bytes());
+    const Finished finished = inspectOnly("pat", stream.bytes());
     EXPECT_EQ(finished.status, 3);
     EXPECT_THAT(finished.output, HasSubstr("1 section on 1 PID: 1 shown"));
     EXPECT_EQ(damage(finished), "0 CRC errors, 0 discontinuities, 1 packet marked as damaged (PID 0x0000)\n");
@@ -182,7 +182,7 @@ TEST(InspectDamage, AdaptationFieldBeyondThePacket) {
     for (const QUOR_U8 length : {QUOR_U8{183}, QUOR_U8{184}, QUOR_U8{255}}) {
         StreamBuilder stream;
         stream.section(PAT_PID, smallPat()).patch(3, 0x30).patch(4, length);
-        const Finished finished = inspectBytes(stream.bytes());
+        const Finished finished = inspectOnly("tot", stream.bytes());
         EXPECT_EQ(finished.status, 3);
         EXPECT_EQ(damage(finished), "0 CRC errors, 0 discontinuities, 1 malformed packet (PID 0x0000)\n");
     }
@@ -190,12 +190,13 @@ TEST(InspectDamage, AdaptationFieldBeyondThePacket) {
 
 TEST(InspectDamage, PointerBeyondThePacket) {
     for (const QUOR_U8 pointer : {QUOR_U8{184}, QUOR_U8{255}}) {
-        const Finished finished = inspectBytes(StreamBuilder().section(PAT_PID, smallPat()).patch(4, pointer).bytes());
+        const Finished finished =
+            inspectOnly("tot", StreamBuilder().section(PAT_PID, smallPat()).patch(4, pointer).bytes());
         EXPECT_EQ(finished.status, 3);
         EXPECT_EQ(damage(finished), "0 CRC errors, 0 discontinuities, 1 malformed packet (PID 0x0000)\n");
     }
     // A section may begin in the next packet: the pointer then leads to the very end.
-    const Finished finished = inspectBytes(StreamBuilder().section(PAT_PID, smallPat()).patch(4, 183).bytes());
+    const Finished finished = inspectOnly("tot", StreamBuilder().section(PAT_PID, smallPat()).patch(4, 183).bytes());
     EXPECT_EQ(damage(finished), "0 CRC errors, 0 discontinuities\n");
 }
 
@@ -203,7 +204,7 @@ TEST(InspectDamage, SectionInterruptedByTheNext) {
     const ByteVector pat = largePat(60);
     StreamBuilder stream;
     stream.begin(PAT_PID, join({hex("00"), slice(pat, 0, 183)})).section(PAT_PID, smallPat());
-    const Finished finished = inspectBytes(stream.bytes());
+    const Finished finished = inspectOnly("pat", stream.bytes());
     EXPECT_EQ(finished.status, 3);
     EXPECT_THAT(finished.output, HasSubstr("1 section on 1 PID: 1 shown"));
     EXPECT_EQ(damage(finished), "0 CRC errors, 0 discontinuities, 1 section cut short (PID 0x0000)\n");
@@ -211,7 +212,7 @@ TEST(InspectDamage, SectionInterruptedByTheNext) {
 
 TEST(InspectDamage, SectionLongerThanAnyMayBe) {
     const Finished finished =
-        inspectBytes(StreamBuilder().section(PAT_PID, withSectionLength(smallPat(), 4095)).bytes());
+        inspectOnly("tot", StreamBuilder().section(PAT_PID, withSectionLength(smallPat(), 4095)).bytes());
     EXPECT_EQ(finished.status, 3);
     EXPECT_EQ(damage(finished), "0 CRC errors, 0 discontinuities, 1 section cut short (PID 0x0000)\n");
 }
@@ -219,7 +220,7 @@ TEST(InspectDamage, SectionLongerThanAnyMayBe) {
 TEST(InspectDamage, EndInsideASectionIsNoDamage) {
     const ByteVector pat = largePat(60);
     const Finished finished =
-        inspectBytes(StreamBuilder().begin(PAT_PID, join({hex("00"), slice(pat, 0, 183)})).bytes());
+        inspectOnly("tot", StreamBuilder().begin(PAT_PID, join({hex("00"), slice(pat, 0, 183)})).bytes());
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(damage(finished), "0 CRC errors, 0 discontinuities\n");
 }
@@ -227,7 +228,7 @@ TEST(InspectDamage, EndInsideASectionIsNoDamage) {
 TEST(InspectSections, SeveralInOnePacket) {
     const ByteVector tots =
         join({shortSection(0x73, hex("C079 124500 F000")), shortSection(0x73, hex("C079 124501 F000"))});
-    const Finished finished = inspectBytes(StreamBuilder().section(TOT_PID, tots).bytes());
+    const Finished finished = inspectOnly("tot", StreamBuilder().section(TOT_PID, tots).bytes());
     EXPECT_EQ(finished.status, 0);
     EXPECT_THAT(finished.output, HasSubstr("1 packet of 188 bytes, 2 sections on 1 PID: 2 shown"));
 }
@@ -238,7 +239,7 @@ TEST(InspectSections, OverSeveralPackets) {
     stream.begin(PAT_PID, join({hex("00"), slice(pat, 0, 183)}));
     stream.proceed(PAT_PID, slice(pat, 183, 183 + 184));
     stream.proceed(PAT_PID, slice(pat, 183 + 184, pat.size()));
-    const Finished finished = inspectBytes(stream.bytes());
+    const Finished finished = inspectOnly("pat", stream.bytes());
     EXPECT_EQ(finished.status, 0);
     EXPECT_THAT(finished.output, HasSubstr("PAT  PID 0x0000  version 0  section 0/0  current  packet 3\n"));
     EXPECT_THAT(finished.output, HasSubstr("  programs (100)\n"));
@@ -276,7 +277,7 @@ TEST(InspectSections, TheLongestThereAre) {
     for (std::size_t at = 183; at < pat.size(); at += 184) {
         stream.proceed(PAT_PID, slice(pat, at, std::min(at + 184, pat.size())));
     }
-    const Finished finished = inspectBytes(stream.bytes());
+    const Finished finished = inspectOnly("pat", stream.bytes());
     EXPECT_EQ(finished.status, 0);
     EXPECT_THAT(finished.output, HasSubstr("  programs (253)\n"));
 }

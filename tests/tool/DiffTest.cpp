@@ -58,11 +58,17 @@ std::string diff(const StreamBuilder& stream, std::vector<std::string> options =
     return inspect(options).output;
 }
 
-/// What is said of the second of two recordings.
+/// @param tables of interest: no others are missed
+std::string diffOf(const std::string& tables, const StreamBuilder& stream, std::vector<std::string> options = {}) {
+    options.insert(options.end(), {"--table", tables});
+    return diff(stream, options);
+}
+
+/// What is said of the second of two recordings of programs and times.
 std::string diff(const StreamBuilder& yesterday, const StreamBuilder& today) {
     const TemporaryFile one(yesterday.bytes());
     const TemporaryFile other(today.bytes());
-    const std::string output = inspect({"--view", "diff", one.path(), other.path()}).output;
+    const std::string output = inspect({"--view", "diff", "--table", "pat,pmt,tot", one.path(), other.path()}).output;
     const std::string heading = "== " + other.path() + " ==\n";
     return output.substr(output.find(heading) + heading.size());
 }
@@ -72,10 +78,11 @@ std::string diff(const StreamBuilder& yesterday, const StreamBuilder& today) {
 TEST(InspectDiff, FirstSightIsOneLine) {
     StreamBuilder stream;
     stream.section(PAT_PID, pat()).section(PMT_PID, pmt(3, video("30")));
-    EXPECT_EQ(diff(stream), "+ PAT 0x0001  PID 0x0000  version 0  section 0/0  packet 1  new\n"
-                            "+ PMT 0x0007  PID 0x0101  version 3  section 0/0  packet 2  new\n"
-                            "2 packets of 188 bytes, 2 sections on 2 PIDs: 2 shown, 0 rejected, 0 CRC errors, "
-                            "0 discontinuities\n");
+    EXPECT_EQ(diffOf("pat,pmt", stream),
+              "+ PAT 0x0001  PID 0x0000  version 0  section 0/0  packet 1  new\n"
+              "+ PMT 0x0007  PID 0x0101  version 3  section 0/0  packet 2  new\n"
+              "2 packets of 188 bytes, 2 sections on 2 PIDs: 2 shown, 0 rejected, 0 CRC errors, "
+              "0 discontinuities\n");
 }
 
 TEST(InspectDiff, ShowsFieldByFieldWhatANewVersionChanges) {
@@ -84,7 +91,7 @@ TEST(InspectDiff, ShowsFieldByFieldWhatANewVersionChanges) {
         .section(PMT_PID, pmt(3, video("30")))
         .section(PMT_PID, pmt(4, join({hex("11 E132 F003 5201 10"), video("31")})))
         .section(PMT_PID, pmt(5, hex("1B E131 F000")));
-    EXPECT_THAT(diff(stream),
+    EXPECT_THAT(diffOf("pat,pmt", stream),
                 HasSubstr("\n"
                           "~ PMT 0x0007  PID 0x0101  version 3 -> 4  section 0/0  packet 3\n"
                           "    ~ elementary_streams[0x0131].stream_identifier_descriptor.component_tag  "
@@ -121,12 +128,12 @@ TEST(InspectDiff, ShowsWhichOfSeveralValuesComeAndGo) {
     StreamBuilder stream;
     stream.section(0x0010, nit(0, "E6B8 E6A0")).section(0x0010, nit(1, "E6A0 E6B9"));
     const std::string title = "~ NIT 0x0735  PID 0x0010  version 0 -> 1  section 0/0  packet 2\n";
-    EXPECT_THAT(diff(stream), HasSubstr(title + "    - transport_streams[0x0735].partial_reception_descriptor."
-                                                "service_ids  0xE6B8 (59064)\n"
-                                                "    + transport_streams[0x0735].partial_reception_descriptor."
-                                                "service_ids  0xE6B9 (59065)\n"
-                                                "2 packets"));
-    EXPECT_THAT(diff(stream, {"--width", "75"}),
+    EXPECT_THAT(diffOf("nit", stream), HasSubstr(title + "    - transport_streams[0x0735].partial_reception_descriptor."
+                                                         "service_ids  0xE6B8 (59064)\n"
+                                                         "    + transport_streams[0x0735].partial_reception_descriptor."
+                                                         "service_ids  0xE6B9 (59065)\n"
+                                                         "2 packets"));
+    EXPECT_THAT(diffOf("nit", stream, {"--width", "75"}),
                 HasSubstr(title + "    - transport_streams[0x0735].partial_reception_descriptor.service_ids\n"
                                   "    -     0xE6B8 (59064)\n"
                                   "    + transport_streams[0x0735].partial_reception_descriptor.service_ids\n"
@@ -163,9 +170,9 @@ TEST(InspectDiff, SaysWhenTheVersionStays) {
 TEST(InspectDiff, AnotherTransportStreamReplacesThePat) {
     StreamBuilder stream;
     stream.section(PAT_PID, pat()).section(PAT_PID, pat(0, PMT_PID, 0x0735));
-    EXPECT_THAT(diff(stream), HasSubstr("~ PAT 0x0735  PID 0x0000  version 0  section 0/0  packet 2\n"
-                                        "    ~ transport_stream_id  0x0001 (1) -> 0x0735 (1845)\n"
-                                        "2 packets"));
+    EXPECT_THAT(diffOf("pat", stream), HasSubstr("~ PAT 0x0735  PID 0x0000  version 0  section 0/0  packet 2\n"
+                                                 "    ~ transport_stream_id  0x0001 (1) -> 0x0735 (1845)\n"
+                                                 "2 packets"));
 }
 
 /// What is announced is compared with what holds; when it holds, it is compared with what did.
@@ -179,11 +186,12 @@ TEST(InspectDiff, AnnouncedVersionIsKeptApart) {
         .section(PMT_PID, pmt(4, video("31")));
     const std::string change = "    ~ elementary_streams[0x0131].stream_identifier_descriptor.component_tag  "
                                "0x30 (48) -> 0x31 (49)\n";
-    EXPECT_THAT(diff(stream), HasSubstr("packet 2  new\n"
-                                        "~ PMT 0x0007  PID 0x0101  version 3 -> 4  section 0/0  not yet current  "
-                                        "packet 3\n" +
-                                        change + "~ PMT 0x0007  PID 0x0101  version 3 -> 4  section 0/0  packet 6\n" +
-                                        change + "6 packets"));
+    EXPECT_THAT(diffOf("pat,pmt", stream),
+                HasSubstr("packet 2  new\n"
+                          "~ PMT 0x0007  PID 0x0101  version 3 -> 4  section 0/0  not yet current  "
+                          "packet 3\n" +
+                          change + "~ PMT 0x0007  PID 0x0101  version 3 -> 4  section 0/0  packet 6\n" + change +
+                          "6 packets"));
 }
 
 TEST(InspectDiff, SaysWhichSectionsAreNoMore) {
@@ -193,11 +201,11 @@ TEST(InspectDiff, SaysWhichSectionsAreNoMore) {
     };
     stream.section(PAT_PID, part(0, 0, 2)).section(PAT_PID, part(0, 1, 2)).section(PAT_PID, part(0, 2, 2));
     stream.section(PAT_PID, part(1, 0, 0));
-    EXPECT_THAT(diff(stream), HasSubstr("~ PAT 0x0001  PID 0x0000  version 0 -> 1  section 0/0  packet 4\n"
-                                        "    no field differs\n"
-                                        "    - section 1 is no more\n"
-                                        "    - section 2 is no more\n"
-                                        "4 packets"));
+    EXPECT_THAT(diffOf("pat", stream), HasSubstr("~ PAT 0x0001  PID 0x0000  version 0 -> 1  section 0/0  packet 4\n"
+                                                 "    no field differs\n"
+                                                 "    - section 1 is no more\n"
+                                                 "    - section 2 is no more\n"
+                                                 "4 packets"));
 }
 
 TEST(InspectDiff, RejectedSectionIsShownAndTheFormerOneStaysKnown) {
@@ -229,9 +237,9 @@ TEST(InspectDiff, RejectedSectionIsShownAndTheFormerOneStaysKnown) {
 TEST(InspectDiff, TimeGoesOnInOneLine) {
     StreamBuilder stream;
     stream.section(TOT_PID, tot("C079 124530")).section(TOT_PID, tot("C079 124535"));
-    EXPECT_THAT(diff(stream), StartsWith("+ TOT  PID 0x0014  packet 1  new\n"
-                                         "~ TOT  PID 0x0014  packet 2  1993-10-13T12:45:35Z (+5 s)\n"
-                                         "2 packets"));
+    EXPECT_THAT(diffOf("tot", stream), StartsWith("+ TOT  PID 0x0014  packet 1  new\n"
+                                                  "~ TOT  PID 0x0014  packet 2  1993-10-13T12:45:35Z (+5 s)\n"
+                                                  "2 packets"));
 }
 
 TEST(InspectDiff, ShowsOnlyTheTablesThatAreAskedFor) {
@@ -289,7 +297,9 @@ TEST(InspectDiff, SampleFitsInEightyColumns) {
 
 TEST(InspectDiff, RecordedStreamEvents) {
     SKIP_WITHOUT_RECORDINGS();
-    EXPECT_EQ(inspect({"--view", "diff", "--width", "80", "--pid", "404", recordedStream("tsduck-032.1.ts")}).output,
+    EXPECT_EQ(inspect({"--view", "diff", "--width", "80", "--table", "dsmcc", "--pid", "404",
+                       recordedStream("tsduck-032.1.ts")})
+                  .output,
               "+ DSM-CC 0x0001  PID 0x0194  version 0  section 0/0  packet 1  new\n"
               "~ DSM-CC 0x0001  PID 0x0194  version 0  section 0/0  packet 2  CHANGED WITHOUT A\n"
               "    NEW VERSION\n"

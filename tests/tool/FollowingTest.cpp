@@ -65,7 +65,7 @@ TEST(InspectFollowing, TablesOnTheirFixedPids) {
     stream.section(0x0023, longSection(SDTT, named(0x1234), hex("0735 0735 E6A0 00")));
     stream.section(0x0028, longSection(SDTT, named(0x1235), hex("0735 0735 E6B8 00")));
     const Finished finished = inspectBytes(stream.bytes());
-    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.status, 3);
     EXPECT_EQ(finished.output, "NIT  PID 0x0010  version 0  section 0/0  current  packet 1\n"
                                "  network_id  0x0735 (1845)\n"
                                "  transport_streams (0)\n"
@@ -93,6 +93,10 @@ TEST(InspectFollowing, TablesOnTheirFixedPids) {
                                "  service_id           0xE6B8 (59064)\n"
                                "  download_contents (0)\n"
                                "\n"
+                               "3 faults:\n"
+                               "! Network 0x0735 (1845): the NIT has no transport stream\n"
+                               "! Transport stream 0x0735 (1845): not in the NIT\n"
+                               "! Transport stream 0x0735 (1845): no PAT came\n"
                                "4 packets of 188 bytes, 4 sections on 4 PIDs: 4 shown, 0 rejected, 0 CRC errors, "
                                "0 discontinuities\n");
 }
@@ -108,7 +112,7 @@ TEST(InspectFollowing, NetworkPidOfThePat) {
 TEST(InspectFollowing, PmtsOfThePat) {
     StreamBuilder stream;
     stream.section(PAT_PID, pat("0001 E100")).section(PMT_PID, pmt("1B", ""));
-    const Finished finished = inspectBytes(stream.bytes());
+    const Finished finished = inspectOnly("pat,pmt", stream.bytes());
     EXPECT_EQ(finished.status, 0);
     EXPECT_THAT(finished.output, HasSubstr("PMT  PID 0x0100  version 0  section 0/0  current  packet 2\n"
                                            "  program_number  0x0001 (1)\n"
@@ -197,7 +201,7 @@ TEST(InspectPids, GivenByHand) {
     const TemporaryFile file(StreamBuilder().section(0x0194, emptyDsmcc()).section(0x0195, emptyAit()).bytes());
     EXPECT_THAT(inspectTables({file.path()}).output, HasSubstr("0 sections on 0 PIDs"));
     for (const char* const pid : {"404", "0x194", "0X194", "0x0194", "0404"}) {
-        const Finished finished = inspectTables({"--pid", pid, file.path()});
+        const Finished finished = inspectTables({"--table", "dsmcc", "--pid", pid, file.path()});
         EXPECT_EQ(finished.status, 0) << pid;
         EXPECT_THAT(finished.output, AllOf(StartsWith("DSM-CC  PID 0x0194"), HasSubstr("1 section on 1 PID"))) << pid;
     }

@@ -83,14 +83,14 @@ TEST(InspectInput, PacketsWithParity) {
 }
 
 TEST(InspectInput, SinglePacket) {
-    const Finished finished = inspectBytes(packetOfSample(1));
+    const Finished finished = inspectOnly("pat", packetOfSample(1));
     EXPECT_EQ(finished.status, 0);
     EXPECT_THAT(finished.output, HasSubstr("PAT  PID 0x0000  version 0  section 0/0  current  packet 1\n"));
     EXPECT_THAT(finished.output, HasSubstr("1 packet of 188 bytes, 1 section on 1 PID: 1 shown, 0 rejected"));
 }
 
 TEST(InspectInput, SinglePacketWithParity) {
-    const Finished finished = inspectBytes(withParity(packetOfSample(1)));
+    const Finished finished = inspectOnly("pat", withParity(packetOfSample(1)));
     EXPECT_EQ(finished.status, 0);
     EXPECT_THAT(finished.output, HasSubstr("1 packet of 204 bytes, 1 section on 1 PID"));
 }

@@ -38,7 +38,7 @@ private:
 
 TEST(InspectInterruption, EndsAPipe) {
     for (const int signal : {SIGINT, SIGTERM}) {
-        Running program({"--view", "tables", "-"});
+        Running program({"--view", "tables", "--table", "pat", "-"});
         program.write(smallStream());
         ASSERT_TRUE(program.waitFor(PAT_BEGINS));
         program.signal(signal);
@@ -51,7 +51,7 @@ TEST(InspectInterruption, EndsAPipe) {
 
 TEST(InspectInterruption, TellsFaultsByItsStatus) {
     for (const bool lenient : {false, true}) {
-        std::vector<std::string> arguments{"--view", "tables", "-"};
+        std::vector<std::string> arguments{"--view", "tables", "--table", "pat", "-"};
         if (lenient) {
             arguments.emplace_back("--lenient");
         }
@@ -65,8 +65,10 @@ TEST(InspectInterruption, TellsFaultsByItsStatus) {
 
 TEST(InspectInterruption, CutPacketIsNoError) {
     const ByteVector stream = smallStream();
-    for (const std::size_t size : {std::size_t{0}, std::size_t{100}, stream.size() + 100}) {
-        Running program({"--view", "tables", "-"});
+    constexpr int NO_PAT_CAME = 3;
+    const std::vector<std::pair<std::size_t, int>> cuts{{0, NO_PAT_CAME}, {100, NO_PAT_CAME}, {stream.size() + 100, 0}};
+    for (const auto& [size, status] : cuts) {
+        Running program({"--view", "tables", "--table", "pat", "-"});
         program.write(slice(join({stream, stream}), 0, size));
         if (size > stream.size()) {
             ASSERT_TRUE(program.waitFor(PAT_BEGINS));
@@ -75,7 +77,7 @@ TEST(InspectInterruption, CutPacketIsNoError) {
         }
         program.signal(SIGINT);
         const Finished finished = program.finish();
-        EXPECT_EQ(finished.status, 0) << size;
+        EXPECT_EQ(finished.status, status) << size;
         EXPECT_EQ(finished.errors, "") << size;
         EXPECT_THAT(finished.output, EndsWith(" rejected, 0 CRC errors, 0 discontinuities\n")) << size;
     }
@@ -95,7 +97,7 @@ TEST(InspectInterruption, EndsSections) {
 /// Nobody may ever write to it.
 TEST(InspectInterruption, EndsANamedPipeThatNobodyWritesTo) {
     const NamedPipe pipe;
-    Running program({pipe.path()});
+    Running program({"--table", "tot", pipe.path()});
     usleep(200000);
     program.signal(SIGINT);
     const Finished finished = program.finish();
@@ -105,7 +107,7 @@ TEST(InspectInterruption, EndsANamedPipeThatNobodyWritesTo) {
 
 TEST(InspectInterruption, NamedPipeIsReadToItsEnd) {
     const NamedPipe pipe;
-    Running program({"--view", "tables", pipe.path()});
+    Running program({"--view", "tables", "--table", "pat", pipe.path()});
     usleep(100000);
     FILE* const writer = std::fopen(pipe.path().c_str(), "wb");
     const ByteVector stream = smallStream();
@@ -126,7 +128,7 @@ TEST(InspectInterruption, EndsAFile) {
     ByteVector stream = changes.bytes();
     stream = join({stream, stream, stream, stream, stream, stream, stream, stream});
     const TemporaryFile file(stream);
-    Running program({"--view", "tables", file.path()});
+    Running program({"--view", "tables", "--table", "tot", file.path()});
     ASSERT_TRUE(program.waitFor("TOT  PID 0x0014  packet 1\n"));
     program.signal(SIGINT);
     const Finished finished = program.finish();
@@ -137,7 +139,7 @@ TEST(InspectInterruption, EndsAFile) {
 }
 
 TEST(InspectInterruption, TakesNoOtherFileAfterIt) {
-    Running program({"--view", "tables", "-", SAMPLE_FILE});
+    Running program({"--view", "tables", "--table", "pat", "-", SAMPLE_FILE});
     program.write(smallStream());
     ASSERT_TRUE(program.waitFor(PAT_BEGINS));
     program.signal(SIGINT);
@@ -168,7 +170,7 @@ TEST(InspectInterruption, SecondOneKills) {
 /// As a shell leaves it to what it starts in the background.
 TEST(InspectInterruption, StaysIgnoredWhereItWas) {
     std::signal(SIGINT, SIG_IGN);
-    Running program({"--view", "tables", "-"});
+    Running program({"--view", "tables", "--table", "pat,tot", "-"});
     std::signal(SIGINT, SIG_DFL);
     program.write(smallStream());
     ASSERT_TRUE(program.waitFor(PAT_BEGINS));

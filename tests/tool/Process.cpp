@@ -125,14 +125,19 @@ TemporaryFile::~TemporaryFile() {
     unlink(m_path.c_str());
 }
 
-Finished inspectBytes(const ByteVector& stream) {
+Finished inspectBytes(const ByteVector& stream, std::vector<std::string> arguments) {
     const TemporaryFile file(stream);
-    Finished finished = inspectTables({file.path()});
+    arguments.push_back(file.path());
+    Finished finished = inspectTables(std::move(arguments));
     const std::size_t at = finished.errors.find(file.path());
     if (at != std::string::npos) {
         finished.errors.replace(at, file.path().size(), "FILE");
     }
     return finished;
+}
+
+Finished inspectOnly(const std::string& tables, const ByteVector& stream) {
+    return inspectBytes(stream, {"--table", tables});
 }
 
 ByteVector readFile(const std::string& path) {

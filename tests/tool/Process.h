@@ -52,7 +52,11 @@ private:
 };
 
 /// Runs inspectTables() on a file with these bytes. What it says of the file calls it FILE.
-Finished inspectBytes(const ByteVector& stream);
+Finished inspectBytes(const ByteVector& stream, std::vector<std::string> arguments = {});
+
+/// inspectBytes() where only these tables are of interest, so that no others are missed.
+/// @param tables "pat,pmt"
+Finished inspectOnly(const std::string& tables, const ByteVector& stream);
 
 ByteVector readFile(const std::string& path);
 std::string readText(const std::string& path);

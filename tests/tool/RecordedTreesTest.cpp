@@ -38,7 +38,12 @@ TEST_F(InspectRecordedTrees, OneSegMultiplexWhoseApplicationsAreNotSent) {
                                   "table (0x00A3)\n"
                                   "         ! no AIT came\n"
                                   "\n"
-                                  "4 faults are marked with ! above\n"));
+                                  "4 faults:\n"
+                                  "! Transport stream 0x0001 (1): no NIT came\n"
+                                  "! Service 0x0110 (272): no PMT came\n"
+                                  "! Service 0x0111 (273): no PMT came\n"
+                                  "! Component PID 0x021D: no AIT came\n"
+                                  "2128 packets"));
 }
 
 TEST_F(InspectRecordedTrees, ItalianMultiplexWithApplications) {
@@ -68,7 +73,10 @@ TEST_F(InspectRecordedTrees, JapaneseNetworkInOneSection) {
                       HasSubstr("   ├─ Service 0x4822 (18466)\n"
                                 "   └─ Service 0x49A0 (18848)  partial reception\n"
                                 "\n"
-                                "2 faults are marked with ! above\n")));
+                                "2 faults:\n"
+                                "! Transport stream 0x7ED4 (32468): no PAT came\n"
+                                "! Transport stream 0x7ED4 (32468): no SDT came\n"
+                                "1 packet")));
 }
 
 TEST_F(InspectRecordedTrees, SatelliteMultiplexWhoseNitIsRejected) {
@@ -79,13 +87,20 @@ TEST_F(InspectRecordedTrees, SatelliteMultiplexWhoseNitIsRejected) {
 
 TEST_F(InspectRecordedTrees, EventsOfAPidGivenByHand) {
     EXPECT_THAT(shown("tsduck-032.1.ts", {"--pid", "404"}),
-                StartsWith("PID 0x0194\n"
+                StartsWith("Transport stream\n"
+                           "   ! no PAT came\n"
+                           "   ! no NIT came\n"
+                           "   ! no SDT came\n"
+                           "\n"
+                           "PID 0x0194\n"
                            "│  ! no PMT names this PID\n"
                            "└─ DSM-CC stream descriptors  data event 0x0, event message group 0x001, version 2\n"
+                           "      ! DSM-CC changed without a new version\n"
                            "      unknown descriptor (0x1A)  bytes 00 01 00 00 00 00 00 00 00 00 54 65 73 74 20 4D 65 "
                            "73 73 61 67 65 20 33\n"));
 }
 
 TEST_F(InspectRecordedTrees, LastTimeOfAClock) {
-    EXPECT_THAT(shown("tsduck-182.1.ts"), StartsWith("Time  2030-05-01T00:02:00Z, TOT PID 0x0014\n"));
+    EXPECT_THAT(shown("tsduck-182.1.ts", {"--table", "tot"}),
+                StartsWith("Time  2030-05-01T00:02:00Z, TOT PID 0x0014\n"));
 }

@@ -126,7 +126,7 @@ TEST(InspectSections, EmptyInput) {
 
 TEST(InspectSections, OtherBytesUnderTheSameVersionAreShown) {
     const Finished finished = inspectSections(join({pat("0001 E100"), pat("0001 E101")}));
-    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.status, 3);
     EXPECT_THAT(finished.output, HasSubstr("current  byte 16  CHANGED WITHOUT A NEW VERSION\n"));
     EXPECT_THAT(finished.output, HasSubstr("    0x0001 (1)      0x0101 (257)\n"));
 }

@@ -25,12 +25,23 @@ constexpr const char* GOOD_SHOWN = "TOT  PID 0x0014  packet 1\n"
                                    "1 packet of 188 bytes, 1 section on 1 PID: 1 shown, 0 rejected, 0 CRC errors, "
                                    "0 discontinuities\n";
 
+/// Runs isdbt-inspect where only the TOT is of interest, as the streams have nothing else.
+Finished inspectTimes(std::vector<std::string> arguments, const Start& start = {}) {
+    arguments.insert(arguments.begin(), {"--table", "tot"});
+    return inspect(arguments, start);
+}
+
+Finished inspectTimesInTables(std::vector<std::string> arguments, const Start& start = {}) {
+    arguments.insert(arguments.begin(), {"--view", "tables"});
+    return inspectTimes(arguments, start);
+}
+
 } // namespace
 
 TEST(InspectSeveralInputs, EachIsInspectedByItselfUnderItsName) {
     const TemporaryFile one(good());
     const TemporaryFile other(good());
-    const Finished finished = inspectTables({one.path(), other.path()});
+    const Finished finished = inspectTimesInTables({one.path(), other.path()});
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.errors, "");
     EXPECT_EQ(finished.output, "== " + one.path() + " ==\n" + GOOD_SHOWN + "== " + other.path() + " ==\n" + GOOD_SHOWN);
@@ -40,7 +51,7 @@ TEST(InspectSeveralInputs, StandardInputIsOne) {
     const TemporaryFile one(good());
     Start start;
     start.input = good();
-    const Finished finished = inspectTables({one.path(), "-"}, start);
+    const Finished finished = inspectTimesInTables({one.path(), "-"}, start);
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.output, "== " + one.path() + " ==\n" + GOOD_SHOWN + "== standard input ==\n" + GOOD_SHOWN);
 }
@@ -48,7 +59,7 @@ TEST(InspectSeveralInputs, StandardInputIsOne) {
 TEST(InspectSeveralInputs, UnreadableOneDoesNotKeepTheOthersFromBeingShown) {
     const TemporaryFile one(good());
     const TemporaryFile other(good());
-    const Finished finished = inspectTables({one.path(), "/no-such-folder/stream.ts", other.path()});
+    const Finished finished = inspectTimesInTables({one.path(), "/no-such-folder/stream.ts", other.path()});
     EXPECT_EQ(finished.status, 1);
     EXPECT_EQ(finished.errors, "isdbt-inspect: /no-such-folder/stream.ts: No such file or directory\n");
     EXPECT_EQ(finished.output, "== " + one.path() + " ==\n" + GOOD_SHOWN + "== " + other.path() + " ==\n" + GOOD_SHOWN);
@@ -72,10 +83,10 @@ TEST(InspectSeveralInputs, ExitStatus) {
                                   {{r, u}, 1, 1},    {{u, r}, 1, 1},    {{r, r}, 3, 0},   {{a, r, u}, 1, 1},
                                   {{u, r, a}, 1, 1}, {{r, u, a}, 1, 1}, {{r, a, a}, 3, 0}};
     for (const Case& each : cases) {
-        EXPECT_EQ(inspect(each.files).status, each.status) << testing::PrintToString(each.files);
+        EXPECT_EQ(inspectTimes(each.files).status, each.status) << testing::PrintToString(each.files);
         std::vector<std::string> leniently = each.files;
         leniently.insert(leniently.begin(), "--lenient");
-        EXPECT_EQ(inspect(leniently).status, each.lenient) << testing::PrintToString(leniently);
+        EXPECT_EQ(inspectTimes(leniently).status, each.lenient) << testing::PrintToString(leniently);
     }
     EXPECT_EQ(inspect({a, r, "--pid", "x"}).status, 2);
     EXPECT_EQ(inspect({"--lenient", a, "--pid", "x"}).status, 2);

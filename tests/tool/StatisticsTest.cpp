@@ -102,6 +102,10 @@ TEST(InspectStatistics, CountsIntervalsAndRates) {
         "0x1FFF        81   81.00 %   121.82                 -   null packets\n"
         "\n"
         "1.000 s by the stream's clock, 150.40 kbit/s\n"
+        "3 faults:\n"
+        "! Transport stream 0x0001 (1): no NIT came\n"
+        "! Transport stream 0x0001 (1): no SDT came\n"
+        "! Service 0x0007 (7): no PMT came\n"
         "100 packets of 188 bytes, 9 sections on 1 PID: 2 shown, 0 rejected, 1 CRC error (PID 0x0000), "
         "1 discontinuity (PID\n"
         "  0x0000)\n");

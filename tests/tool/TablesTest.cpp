@@ -39,7 +39,7 @@ TEST(InspectTables, PatIsShownOncePerVersion) {
     for (const unsigned number : {5U, 5U, 6U, 6U, 6U}) {
         stream.section(PAT_PID, pat(version(number), "0001 E100"));
     }
-    const Finished finished = inspectBytes(stream.bytes());
+    const Finished finished = inspectOnly("pat", stream.bytes());
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.output, "PAT  PID 0x0000  version 5  section 0/0  current  packet 1\n"
                                "  transport_stream_id  0x0001 (1)\n"
@@ -116,7 +116,7 @@ TEST(InspectTables, TotIsShownWheneverItDiffers) {
     for (const char* const time : {"C079 124500", "C079 124500", "C079 124505"}) {
         stream.section(TOT_PID, shortSection(TOT, join({hex(time), hex("F000")})));
     }
-    const Finished finished = inspectBytes(stream.bytes());
+    const Finished finished = inspectOnly("tot", stream.bytes());
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.output, "TOT  PID 0x0014  packet 1\n"
                                "  unix_time  750516300 = 1993-10-13T12:45:00Z\n"
@@ -139,8 +139,8 @@ TEST(InspectTables, LocalTimeOffsets) {
     const ByteVector argentina = hex("415247 FF 0300 C079 030000 0300");
     const ByteVector brazil = hex("425241 0C 0300 C079 030000 0300");
     const ByteVector offsets = descriptor(0x58, join({brazil, argentina}));
-    const Finished finished = inspectBytes(
-        StreamBuilder().section(TOT_PID, shortSection(TOT, join({hex("C079 124500 F01C"), offsets}))).bytes());
+    const Finished finished = inspectOnly(
+        "tot", StreamBuilder().section(TOT_PID, shortSection(TOT, join({hex("C079 124500 F01C"), offsets}))).bytes());
     EXPECT_EQ(finished.status, 0);
     EXPECT_THAT(finished.output,
                 HasSubstr("  local_time_offset_descriptor (0x58)\n"
@@ -162,7 +162,7 @@ TEST(InspectTables, OthersOnTheSamePidAreSkipped) {
     StreamBuilder stream;
     stream.section(TOT_PID, hex("70 7005 C079 124500")); // TDT: no CRC_32
     stream.section(TOT_PID, shortSection(TOT, hex("C079 124501 F000")));
-    const Finished finished = inspectBytes(stream.bytes());
+    const Finished finished = inspectOnly("tot", stream.bytes());
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(occurrences(finished.output, "PID 0x"), 1U);
     EXPECT_THAT(finished.output,
@@ -171,8 +171,12 @@ TEST(InspectTables, OthersOnTheSamePidAreSkipped) {
 
 TEST(InspectTables, StreamWithoutTables) {
     const Finished finished = inspectBytes(StreamBuilder().null(10).bytes());
-    EXPECT_EQ(finished.status, 0);
-    EXPECT_EQ(finished.output, "10 packets of 188 bytes, 0 sections on 0 PIDs: 0 shown, 0 rejected, 0 CRC errors, "
+    EXPECT_EQ(finished.status, 3);
+    EXPECT_EQ(finished.output, "3 faults:\n"
+                               "! Transport stream: no PAT came\n"
+                               "! Transport stream: no NIT came\n"
+                               "! Transport stream: no SDT came\n"
+                               "10 packets of 188 bytes, 0 sections on 0 PIDs: 0 shown, 0 rejected, 0 CRC errors, "
                                "0 discontinuities\n");
 }
 
@@ -189,7 +193,8 @@ TEST(InspectTables, PidsOfThePatAreFollowed) {
 }
 
 TEST(InspectTables, RejectedSectionSaysWhy) {
-    const Finished finished = inspectBytes(StreamBuilder().section(PAT_PID, pat(version(5), "0001 E100 0002")).bytes());
+    const Finished finished =
+        inspectOnly("pat", StreamBuilder().section(PAT_PID, pat(version(5), "0001 E100 0002")).bytes());
     EXPECT_EQ(finished.status, 3);
     EXPECT_EQ(finished.errors, "");
     EXPECT_THAT(finished.output,
@@ -205,8 +210,8 @@ TEST(InspectTables, RejectedSectionSaysWhy) {
 
 TEST(InspectTables, RejectedSectionShowsAllLogLines) {
     const ByteVector offsets = descriptor(0x58, hex("425241 0C 0300 C079 030000 03"));
-    const Finished finished = inspectBytes(
-        StreamBuilder().section(TOT_PID, shortSection(TOT, join({hex("C079 124500 F00E"), offsets}))).bytes());
+    const Finished finished = inspectOnly(
+        "tot", StreamBuilder().section(TOT_PID, shortSection(TOT, join({hex("C079 124500 F00E"), offsets}))).bytes());
     EXPECT_EQ(finished.status, 3);
     EXPECT_THAT(finished.output,
                 StartsWith("TOT  PID 0x0014  packet 1  REJECTED\n"
@@ -235,7 +240,7 @@ TEST(InspectTables, RejectedSectionIsShownOnce) {
 /// Neither standard error nor the tables carry log lines of sections that were taken.
 TEST(InspectTables, LogLinesOfTakenSectionsAreNotShown) {
     const Finished finished =
-        inspectBytes(StreamBuilder().section(TOT_PID, shortSection(TOT, hex("C079 124500 F002 4A00"))).bytes());
+        inspectOnly("tot", StreamBuilder().section(TOT_PID, shortSection(TOT, hex("C079 124500 F002 4A00"))).bytes());
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.errors, "");
     EXPECT_THAT(finished.output, Not(HasSubstr("Ignored!")));
@@ -244,8 +249,8 @@ TEST(InspectTables, LogLinesOfTakenSectionsAreNotShown) {
 /// They stand where they were sent, so that nobody looks for them in vain.
 TEST(InspectTables, DescriptorsThatTheLibrarySkips) {
     const ByteVector pmt = longSection(0x02, {}, hex("E100 F004 09 02 AABB  1B E111 F00A 0A 00 52 01 00 0E 03 C04650"));
-    const TemporaryFile file(StreamBuilder().section(0x0100, pmt).bytes());
-    const Finished finished = inspectTables({"--pid", "0x100", file.path()});
+    const Finished finished =
+        inspectBytes(StreamBuilder().section(0x0100, pmt).bytes(), {"--pid", "0x100", "--table", "pmt"});
     EXPECT_EQ(finished.status, 0);
     EXPECT_THAT(finished.output, HasSubstr("  unknown_descriptors (1)\n"
                                            "    descriptor_tag  length   bytes\n"

@@ -112,7 +112,16 @@ TEST(InspectTree, LinesOfAPipeAreNotBroken) {
 }
 
 TEST(InspectTree, NothingThatAMultiplexHas) {
-    EXPECT_EQ(shown(StreamBuilder().null(3)), "3 packets of 188 bytes, 0 sections on 0 PIDs: 0 shown, 0 rejected, "
+    EXPECT_EQ(shown(StreamBuilder().null(3)), "Transport stream\n"
+                                              "   ! no PAT came\n"
+                                              "   ! no NIT came\n"
+                                              "   ! no SDT came\n"
+                                              "\n"
+                                              "3 faults:\n"
+                                              "! Transport stream: no PAT came\n"
+                                              "! Transport stream: no NIT came\n"
+                                              "! Transport stream: no SDT came\n"
+                                              "3 packets of 188 bytes, 0 sections on 0 PIDs: 0 shown, 0 rejected, "
                                               "0 CRC errors, 0 discontinuities\n");
 }
 
@@ -124,7 +133,10 @@ TEST(InspectTree, OnlyAPat) {
               "└─ Service 0x0001 (1)  PMT PID 0x0100\n"
               "      ! no PMT came\n"
               "\n"
-              "3 faults are marked with ! above\n"
+              "3 faults:\n"
+              "! Transport stream 0x0735 (1845): no NIT came\n"
+              "! Transport stream 0x0735 (1845): no SDT came\n"
+              "! Service 0x0001 (1): no PMT came\n"
               "1 packet of 188 bytes, 1 section on 1 PID: 1 shown, 0 rejected, 0 CRC errors, 0 discontinuities\n");
 }
 
@@ -144,7 +156,9 @@ TEST(InspectTree, PmtWithoutAPat) {
                            "└─ Service 0x0001 (1)  PMT PID 0x0100 version 0, PCR PID 0x01FF\n"
                            "   └─ Component PID 0x0111  H.264 video (0x1B)\n"
                            "\n"
-                           "1 fault is marked with ! above\n"));
+                           "1 fault:\n"
+                           "! Transport stream: no PAT came\n"
+                           "1 packet"));
 }
 
 TEST(InspectTree, ServicesThatOneTableHasAndTheOtherHasNot) {
@@ -285,8 +299,14 @@ TEST(InspectTree, RejectedSectionStandsWhereItsTableIsMissing) {
                           "  error  ERROR_INVALID_ITEM (0x0A0A)\n"));
     EXPECT_THAT(finished.output, HasSubstr("    > 0011  0x52  stream_identifier_descriptor, 0 bytes  refused with "
                                            "ERROR_INVALID_DESCRIPTOR_LENGTH\n"));
-    EXPECT_THAT(finished.output, EndsWith("\n3 faults are marked with ! above\n2 packets of 188 bytes, 2 sections on 2 "
-                                          "PIDs: 1 shown, 1 rejected, 0 CRC errors, 0 discontinuities\n"));
+    EXPECT_THAT(finished.output,
+                EndsWith("\n3 faults:\n"
+                         "! Transport stream 0x0735 (1845): no NIT came\n"
+                         "! Transport stream 0x0735 (1845): no SDT came\n"
+                         "! Service 0x0001 (1): PMT version 0 (packet 2) rejected with ERROR_INVALID_ITEM: ISDBTUtils: "
+                         "TISDBTDescriptor::parseCommonHeader: (2) Longer data length is required: 2 < 3. Aborting!\n"
+                         "2 packets of 188 bytes, 2 sections on 2 "
+                         "PIDs: 1 shown, 1 rejected, 0 CRC errors, 0 discontinuities\n"));
 }
 
 TEST(InspectTree, RejectedVersionBesideTheFormerOne) {
@@ -403,7 +423,12 @@ TEST(InspectTree, AitOfTwoServicesIsShownOnce) {
 
 TEST(InspectTree, AitOnAPidThatNoPmtNames) {
     EXPECT_THAT(shown(StreamBuilder().section(AIT_PID, ait("")), {"--pid", "0x321"}),
-                StartsWith("PID 0x0321\n"
+                StartsWith("Transport stream\n"
+                           "   ! no PAT came\n"
+                           "   ! no NIT came\n"
+                           "   ! no SDT came\n"
+                           "\n"
+                           "PID 0x0321\n"
                            "│  ! no PMT names this PID\n"
                            "└─ AIT of Ginga-NCL (0x0009)  version 0\n"
                            "   └─ Application 0x00000735/0x0001  AUTOSTART\n"));
@@ -421,7 +446,18 @@ TEST(InspectTree, EventsStandBelowTheirComponent) {
 
 TEST(InspectTree, TimeWithoutAMultiplex) {
     EXPECT_THAT(shown(StreamBuilder().section(TOT_PID, shortSection(TOT, hex("C079124500 F000")))),
-                StartsWith("Time  1993-10-13T12:45:00Z, TOT PID 0x0014\n\n1 packet"));
+                StartsWith("Transport stream\n"
+                           "   ! no PAT came\n"
+                           "   ! no NIT came\n"
+                           "   ! no SDT came\n"
+                           "\n"
+                           "Time  1993-10-13T12:45:00Z, TOT PID 0x0014\n"
+                           "\n"
+                           "3 faults:\n"
+                           "! Transport stream: no PAT came\n"
+                           "! Transport stream: no NIT came\n"
+                           "! Transport stream: no SDT came\n"
+                           "1 packet"));
 }
 
 /// Of single sections nobody misses the others.

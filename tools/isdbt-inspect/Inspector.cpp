@@ -1,5 +1,6 @@
 #include "Inspector.h"
 
+#include "checking/Checking.h"
 #include "describing/Describing.h"
 #include "sections/SectionReader.h"
 #include "tables/TableKinds.h"
@@ -73,7 +74,7 @@ void Inspector::run(Input& input) {
             take(section);
         }
     }
-    finish(summary(packets), input);
+    finish(summary(packets), input, expected());
     if (packets.cutOffBytes() != 0) {
         throw InputError(input.name(), fmt::format("cut off in its last packet ({} of {} bytes)", packets.cutOffBytes(),
                                                    packets.spacing()));
@@ -99,7 +100,7 @@ void Inspector::runSections(Input& input, Repetitions repetitions) {
     const PacketsOfPids noPackets{};
     last.statistics = m_statistics.of({noPackets, 0, {}, std::nullopt}, m_interest.tables);
     m_foundKnownTable = last.sections != last.unknown;
-    finish(std::move(last), input);
+    finish(std::move(last), input, {}); // they are single ones: nobody misses the others
 }
 
 /// Leaves nothing out: who has no packets, but a section in hand, wants to know what a receiver says to it.
@@ -114,7 +115,18 @@ void Inspector::takeAsItIs(const Section& section, Repetitions repetitions) {
     }
 }
 
-void Inspector::finish(Summary last, const Input& input) {
+/// Tables that every multiplex has.
+std::set<std::uint8_t> Inspector::expected() const {
+    std::set<std::uint8_t> expected;
+    for (const TableKind& kind : TABLE_KINDS) {
+        if (kind.ofEveryMultiplex && isOfInterest(kind.id)) {
+            expected.insert(kind.id);
+        }
+    }
+    return expected;
+}
+
+void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> expected) {
     for (const Loss& loss : input.losses()) {
         last.damages.push_back({loss.singular, loss.plural, loss.count, {}});
     }
@@ -122,7 +134,12 @@ void Inspector::finish(Summary last, const Input& input) {
     for (const Finding& finding : last.damages) {
         m_foundFault = m_foundFault || finding.count != 0;
     }
-    m_renderer.end(last);
+    last.forgotten = m_current.taken().forgotten();
+    const Tables tables(m_current, std::move(expected));
+    const Multiplex multiplex(tables);
+    const Faults faults = check(multiplex);
+    m_foundFault = m_foundFault || !faults.all().empty();
+    m_renderer.end(last, multiplex, faults);
 }
 
 bool Inspector::isOfInterest(std::uint8_t tableId) const {
@@ -170,6 +187,7 @@ void Inspector::show(const Section& section, SeenSections::News news) {
         return;
     }
     ++(report.rejection ? m_rejected : m_shown);
+    m_current.take(report);
     m_renderer.section(report);
 }
 

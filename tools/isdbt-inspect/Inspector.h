@@ -3,6 +3,7 @@
 #include "counting/Statistics.h"
 #include "describing/Charset.h"
 #include "following/Following.h"
+#include "multiplex/CurrentSections.h"
 #include "packets/PacketReader.h"
 #include "parsing/SectionParser.h"
 #include "reports/Renderer.h"
@@ -22,7 +23,8 @@ struct Interest {
 /// Whether a section that comes again is shown again.
 enum class Repetitions { Hidden, Shown };
 
-/// Leads one input through the rooms: packets, sections, parsing, following, describing, rendering.
+/// Leads one input through the rooms: packets, sections, parsing, following, describing, checking; and tells what
+/// comes out.
 class Inspector {
 public:
     /// @param interest what of the input is shown
@@ -37,7 +39,7 @@ public:
     /// @throws InputError
     void runSections(Input& input, Repetitions repetitions);
 
-    /// Whether something was rejected or damaged.
+    /// Whether something was rejected or damaged, or does not fit together.
     bool foundFault() const { return m_foundFault; }
 
     /// Whether there was any section of a table that the library knows.
@@ -49,7 +51,8 @@ private:
     void show(const Section& section, SeenSections::News news);
     void takeAsItIs(const Section& section, Repetitions repetitions);
     Summary summary(const PacketReader& packets) const;
-    void finish(Summary last, const Input& input);
+    std::set<std::uint8_t> expected() const;
+    void finish(Summary last, const Input& input, std::set<std::uint8_t> expected);
 
     Renderer& m_renderer;
     const Interest& m_interest;
@@ -59,6 +62,7 @@ private:
     SeenSections m_seenOfOthers; ///< tables that the library does not understand; they must not displace the others
     Statistics m_statistics;
     Following m_following;
+    CurrentSections m_current;
     std::uint64_t m_shown = 0;
     std::uint64_t m_rejected = 0;
     bool m_foundFault = false;

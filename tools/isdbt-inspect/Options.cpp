@@ -162,7 +162,7 @@ void addOutput(CLI::App& app, Options& options) {
               joined(views(), "; ", [](const View& view) { return view.name + ": " + view.help; }))
         ->type_name("VIEW")
         ->default_str(options.view->name);
-    app.add_flag("--json", options.json, "an object in JSON for each section, one a line");
+    app.add_flag("--json", options.json, "an object in JSON for each section and each fault, one a line");
     addChoice(app, "--color", options.colour, COLOURS, "auto: on a terminal, unless NO_COLOR is set; always; never")
         ->type_name("WHEN")
         ->default_str("auto");
@@ -173,7 +173,7 @@ void addOutput(CLI::App& app, Options& options) {
         ->type_name("NAME")
         ->capture_default_str()
         ->check(checkCharset);
-    app.add_flag("--lenient", options.lenient, "exit with 0, not 3, when something was rejected or damaged");
+    app.add_flag("--lenient", options.lenient, "exit with 0, not 3, when something is wrong with the stream");
 }
 
 /// Options that are well by themselves may make no sense beside each other.
@@ -204,7 +204,7 @@ std::optional<Options> readOptions(int argc, char** argv) {
     addOutput(app, options);
     app.set_version_flag("--version", std::string("isdbt-inspect ") + ISDBT_INSPECT_VERSION);
     app.footer("Exit status: 0 all well, 1 the input could not be read to its end, 2 wrong usage, "
-               "3 something was rejected or damaged.");
+               "3 something was rejected or damaged, or does not fit together.");
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& wish) {

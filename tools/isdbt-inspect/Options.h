@@ -25,7 +25,7 @@ struct Options {
     bool json = false;
     Colour colour = Colour::Auto;
     std::optional<std::size_t> width; ///< of the lines; that of the terminal if not given
-    bool lenient = false;             ///< what is rejected or damaged is no failure
+    bool lenient = false;             ///< faults are no failure
 };
 
 /// The command line cannot be understood. The text says why.

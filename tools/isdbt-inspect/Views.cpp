@@ -8,8 +8,6 @@
 #include "json/JsonRenderer.h"
 #include "json/StatisticsJsonRenderer.h"
 
-#include <type_traits>
-
 namespace inspect {
 
 namespace {
@@ -17,12 +15,8 @@ namespace {
 /// A view has a renderer for either form.
 template <class InText, class InJson> View view(std::string name, std::string help) {
     return {std::move(name), std::move(help),
-            [](Output& output, const Style& style, const std::set<std::uint8_t>& tables) -> std::unique_ptr<Renderer> {
-                if constexpr (std::is_constructible_v<InText, Output&, const Style&, std::set<std::uint8_t>>) {
-                    return std::make_unique<InText>(output, style, tables);
-                } else {
-                    return std::make_unique<InText>(output, style);
-                }
+            [](Output& output, const Style& style) -> std::unique_ptr<Renderer> {
+                return std::make_unique<InText>(output, style);
             },
             [](Output& output) -> std::unique_ptr<Renderer> { return std::make_unique<InJson>(output); }};
 }

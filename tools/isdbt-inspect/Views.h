@@ -5,7 +5,6 @@
 #include "text/Page.h"
 
 #include <memory>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -15,9 +14,7 @@ namespace inspect {
 struct View {
     std::string name; ///< as --view takes it
     std::string help;
-
-    /// @param tables the table_id of those that are shown; all when there is none
-    std::unique_ptr<Renderer> (*text)(Output& output, const Style& style, const std::set<std::uint8_t>& tables);
+    std::unique_ptr<Renderer> (*text)(Output& output, const Style& style);
     std::unique_ptr<Renderer> (*json)(Output& output);
 };
 

@@ -16,8 +16,7 @@ inspect::Status inspectAll(const inspect::Options& options) {
     inspect::ProgressLine progress(STDERR_FILENO);
     inspect::Output output(STDOUT_FILENO, &progress);
     const std::unique_ptr<inspect::Renderer> renderer =
-        options.json ? options.view->json(output)
-                     : options.view->text(output, styleFor(options), options.interest.tables);
+        options.json ? options.view->json(output) : options.view->text(output, styleFor(options));
     return inspect::Inspection(options, *renderer, progress).run();
 }
 

@@ -1,4 +1,4 @@
-#include "arranging/Pruning.h"
+#include "multiplex/Pruning.h"
 
 #include <gtest/gtest.h>
 

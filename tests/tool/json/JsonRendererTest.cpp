@@ -12,14 +12,17 @@ using namespace inspect;
 using Json = nlohmann::ordered_json;
 
 /// What the renderer writes of a section.
-std::string lineOf(const SectionReport& report, const std::string& input = "a.ts") {
+std::string lineOf(const SectionReport& report, const std::string& input = "a.ts", const Faults& faults = {}) {
     std::array<int, 2> ends{};
     EXPECT_EQ(pipe(ends.data()), 0);
     Output output(ends[1]);
     JsonRenderer renderer(output);
     renderer.begin(input);
     renderer.section(report);
-    renderer.end({});
+    const CurrentSections nothing;
+    const Tables tables(nothing, {});
+    const Multiplex multiplex(tables);
+    renderer.end({}, multiplex, faults);
     close(ends[1]);
     std::array<char, 4096> text{};
     const ssize_t count = read(ends[0], text.data(), text.size());

@@ -1,9 +1,9 @@
 #include "arranging/ApplicationNodes.h"
 
 #include "multiplex/FieldLookup.h"
+#include "multiplex/Titles.h"
 
 #include <algorithm>
-#include <fmt/format.h>
 
 namespace inspect {
 
@@ -13,12 +13,6 @@ constexpr std::string_view APPLICATION = "application_descriptor";
 constexpr std::string_view NAMES = "application_name_descriptor";
 constexpr std::string_view TRANSPORT = "transport_protocol_descriptor";
 constexpr std::string_view REMOTE = "remote_connection";
-
-std::string titleOf(const Fields& application) {
-    const Fields& id = inner(application, "application_identifier");
-    return fmt::format("Application 0x{:08X}/0x{:04X}", numberIn(id, "organization_id").value_or(0),
-                       numberIn(id, "application_id").value_or(0));
-}
 
 /// Takes what the node's line says out of the list of an object, unless there is a remark on the list.
 Fields takeElements(Fields& application, std::string_view descriptor, std::string_view list) {
@@ -58,7 +52,7 @@ void takeUnsent(Fields& fields) {
 
 Node applicationNode(const Fields& described, const Components* components, const Faults& faults) {
     Fields rest = described;
-    Node node(titleOf(described));
+    Node node(titleOfApplication(described));
     sayNames(node, rest);
     for (const std::string_view said : {"hash_id", "application_identifier", "application_type"}) {
         take(rest, said);
@@ -89,9 +83,8 @@ Node applicationNode(const Fields& described, const Components* components, cons
 
 Node applicationTableNode(const Table& ait, const Components* components, const Faults& faults) {
     Fields rest = ait.beside("applications");
-    const std::optional<Field> type = take(rest, "application_type");
-    Node node(type && !type->codeName.empty() ? fmt::format("AIT of {} (0x{:04X})", type->codeName, ait.key.extension)
-                                              : fmt::format("AIT of type 0x{:04X}", ait.key.extension));
+    take(rest, "application_type");
+    Node node(titleOf(ait));
     takeUnsent(rest);
     node.sayVersionOnly(ait);
     node.faults = faults.of(&ait);

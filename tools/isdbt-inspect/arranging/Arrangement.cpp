@@ -4,9 +4,8 @@
 #include "arranging/TimeNodes.h"
 #include "arranging/TransportStreams.h"
 #include "multiplex/FieldLookup.h"
+#include "multiplex/Titles.h"
 #include "tables/TableKinds.h"
-
-#include <fmt/format.h>
 
 namespace inspect {
 
@@ -14,7 +13,7 @@ namespace {
 
 Node networkNode(const Network& network, const Multiplex& multiplex, const Faults& faults) {
     const Table& nit = *network.nit;
-    Node node(fmt::format("Network 0x{0:04X} ({0})", nit.key.extension));
+    Node node(titleOf(network));
     Fields rest = nit.beside("transport_streams");
     take(rest, "network_id");
     if (std::optional<Field> name = take(rest, "network_name_descriptor", "network_name")) {
@@ -40,7 +39,7 @@ void appendUnclaimed(std::vector<Node>& nodes, const Unclaimed& unclaimed, const
         std::move(carried.begin(), carried.end(), std::back_inserter(nodes));
         return;
     }
-    nodes.emplace_back(fmt::format("PID 0x{:04X}", *unclaimed.pid));
+    nodes.emplace_back(titleOf(unclaimed));
     nodes.back().faults = faults.of(&unclaimed);
     nodes.back().children = std::move(carried);
 }
@@ -49,6 +48,10 @@ void appendUnclaimed(std::vector<Node>& nodes, const Unclaimed& unclaimed, const
 
 std::vector<Node> arrange(const Multiplex& multiplex, const Faults& faults) {
     std::vector<Node> nodes;
+    if (std::vector<std::string> texts = faults.of(&multiplex); !texts.empty()) {
+        nodes.emplace_back(titleOf(multiplex));
+        nodes.back().faults = std::move(texts);
+    }
     for (const Network& network : multiplex.networks()) {
         nodes.push_back(networkNode(network, multiplex, faults));
     }

@@ -1,6 +1,7 @@
 #include "arranging/DownloadNodes.h"
 
 #include "multiplex/FieldLookup.h"
+#include "multiplex/Titles.h"
 
 #include <fmt/format.h>
 
@@ -27,21 +28,14 @@ Node contentNode(const Fields& content) {
     return node;
 }
 
-std::string titleOf(const Table& sdtt, Fields& rest) {
-    const std::optional<std::int64_t> maker = numberIn(rest, "maker_id");
-    const std::optional<std::int64_t> model = numberIn(rest, "model_id");
-    for (const std::string_view said : {"table_id_extension", "maker_id", "model_id"}) {
-        take(rest, said);
-    }
-    return maker && model ? fmt::format("Download for maker 0x{:02X}, model 0x{:02X}", *maker, *model)
-                          : fmt::format("Download 0x{:04X}", sdtt.key.extension);
-}
-
 } // namespace
 
 Node downloadNode(const Table& sdtt, const Faults& faults) {
     Fields rest = sdtt.beside("download_contents");
-    Node node(titleOf(sdtt, rest));
+    Node node(titleOf(sdtt));
+    for (const std::string_view said : {"table_id_extension", "maker_id", "model_id"}) {
+        take(rest, said);
+    }
     node.say("service", take(rest, "service_id"));
     node.say("transport stream", take(rest, "transport_stream_id"));
     node.say("original network", take(rest, "original_network_id"));

@@ -1,11 +1,12 @@
 #include "arranging/EventNodes.h"
 
 #include "multiplex/FieldLookup.h"
+#include "multiplex/Titles.h"
 
 namespace inspect {
 
 Node eventNode(const Table& section, const Faults& faults) {
-    Node node("DSM-CC stream descriptors");
+    Node node(titleOf(section));
     Fields rest = section.beside({});
     node.say("data event", take(rest, "data_event_id"));
     node.say("event message group", take(rest, "event_msg_group_id"));

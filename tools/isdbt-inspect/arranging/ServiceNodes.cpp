@@ -3,9 +3,8 @@
 #include "arranging/ApplicationNodes.h"
 #include "arranging/EventNodes.h"
 #include "multiplex/FieldLookup.h"
+#include "multiplex/Titles.h"
 #include "tables/TableKinds.h"
-
-#include <fmt/format.h>
 
 namespace inspect {
 
@@ -29,10 +28,6 @@ constexpr Essential OF_COMPONENTS[] = {
     {"", "component_descriptor", "text"},
     {"carousel", "carousel_identifier_descriptor", "carousel_id"},
 };
-
-std::string titleOf(const Service& service) {
-    return fmt::format("Service 0x{0:04X} ({0})", service.id);
-}
 
 bool isSet(const std::optional<Field>& flag) {
     return flag && std::get<bool>(flag->value);
@@ -98,7 +93,7 @@ void ServiceNodes::appendProgramMap(Node& node, const ProgramMap& pmt) const {
 
 Node ServiceNodes::componentNode(const Component& component) const {
     Fields rest = *component.fields;
-    Node node(fmt::format("Component PID 0x{:04X}", component.pid));
+    Node node(titleOf(component));
     take(rest, "elementary_pid");
     node.say("", take(rest, "stream_type"));
     node.say("tag", take(rest, "stream_identifier_descriptor", "component_tag"));

@@ -1,11 +1,12 @@
 #include "arranging/TimeNodes.h"
 
 #include "multiplex/FieldLookup.h"
+#include "multiplex/Titles.h"
 
 namespace inspect {
 
 Node timeNode(const Table& tot, const Faults& faults) {
-    Node node("Time");
+    Node node(titleOf(tot));
     Fields rest = tot.beside({});
     node.say("", take(rest, "unix_time"));
     node.sayVersion(tot);

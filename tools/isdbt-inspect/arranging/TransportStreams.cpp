@@ -1,9 +1,8 @@
 #include "arranging/TransportStreams.h"
 
 #include "multiplex/FieldLookup.h"
+#include "multiplex/Titles.h"
 #include "tables/TableKinds.h"
-
-#include <fmt/format.h>
 
 namespace inspect {
 
@@ -11,10 +10,6 @@ namespace {
 
 constexpr std::string_view DELIVERY = "terrestrial_delivery_system_descriptor";
 constexpr std::string_view INFORMATION = "ts_information_descriptor";
-
-std::string titleOf(const TransportStream& stream) {
-    return stream.id ? fmt::format("Transport stream 0x{0:04X} ({0})", *stream.id) : "Transport stream";
-}
 
 void appendEntry(Node& node, const Fields& entry) {
     Fields rest = entry;

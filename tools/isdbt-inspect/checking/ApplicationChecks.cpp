@@ -34,7 +34,7 @@ public:
     void checkNecessary() {
         for (const std::string_view name : NECESSARY) {
             if (find(m_application, name) == nullptr) {
-                add(FaultKind::DescriptorMissing, fmt::format("no {}", name));
+                add(faults::DESCRIPTOR_MISSING, fmt::format("no {}", name));
             }
         }
     }
@@ -53,7 +53,7 @@ public:
         }
         for (const auto& [name, each] : uses) {
             if (label && each != *label) {
-                add(FaultKind::LabelUnknown,
+                add(faults::LABEL_UNKNOWN,
                     fmt::format("{} names transport protocol label 0x{:02X}, but the receiver has 0x{:02X}", name, each,
                                 *label));
             }
@@ -64,10 +64,10 @@ public:
         const std::optional<std::int64_t> tag = carouselTag(m_application);
         const Component* const component = tag ? withTag(components, *tag) : nullptr;
         if (tag && component == nullptr) {
-            add(FaultKind::CarouselMissing,
+            add(faults::CAROUSEL_MISSING,
                 fmt::format("its carousel has component tag 0x{:02X}, which the PMT does not have", *tag));
         } else if (tag && !carriesCarousel(*component)) {
-            add(FaultKind::CarouselIsNone,
+            add(faults::CAROUSEL_IS_NONE,
                 fmt::format("the component 0x{:02X} of its carousel is no DSM-CC (stream type 0x{:02X})", *tag,
                             component->streamType));
         }
@@ -75,7 +75,7 @@ public:
 
 private:
     void add(FaultKind kind, std::string text) {
-        m_faults.add(&m_application, {kind, placeOf(m_ait), std::move(text), sinceOf(m_ait)});
+        m_faults.add({&m_application, titleOfApplication(m_application)}, {kind, placeOf(m_ait), std::move(text), sinceOf(m_ait)});
     }
 
     Faults& m_faults;
@@ -86,7 +86,7 @@ private:
 } // namespace
 
 void checkCarried(Faults& faults, const Table& table, const Components* components) {
-    checkSections(faults, &table, table);
+    checkSections(faults, subject(table), table);
     if (table.key.tableId != AIT) {
         return;
     }
@@ -100,7 +100,7 @@ void checkCarried(Faults& faults, const Table& table, const Components* componen
         }
     }
     if (!table.taken.empty() && applications.empty()) {
-        faults.add(&table, {FaultKind::TableEmpty, placeOf(table), "it names no application", sinceOf(table)});
+        faults.add(subject(table), {faults::TABLE_EMPTY, placeOf(table), "it names no application", sinceOf(table)});
     }
 }
 

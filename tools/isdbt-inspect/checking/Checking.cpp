@@ -18,6 +18,9 @@ public:
     explicit Checker(const Multiplex& multiplex) : m_multiplex(multiplex), m_tables(multiplex.tables()) {}
 
     Faults takeAll() {
+        if (m_multiplex.networks().empty() && m_multiplex.unlisted().empty()) {
+            checkNothing();
+        }
         for (const Network& network : m_multiplex.networks()) {
             checkNetwork(network);
         }
@@ -30,21 +33,32 @@ public:
         }
         for (const std::uint8_t tableId : {TOT, SDTT}) {
             for (const Table* const table : m_tables.of(tableId)) {
-                checkSections(m_faults, table, *table);
+                checkSections(m_faults, subject(*table), *table);
             }
         }
         return std::move(m_faults);
     }
 
 private:
+    /// Nothing shows which transport stream this is, or that it is one.
+    void checkNothing() {
+        for (const TableKind& kind : TABLE_KINDS) {
+            if (kind.pids.front() && m_tables.misses(kind.id)) {
+                m_faults.add(subject(m_multiplex),
+                             {faults::TABLE_MISSING, {kind.pids.front(), kind.id, std::nullopt},
+                              fmt::format("no {} came", kind.name), {}});
+            }
+        }
+    }
+
     void checkNetwork(const Network& network) {
         const Table& nit = *network.nit;
-        checkSections(m_faults, &network, nit);
+        checkSections(m_faults, subject(network), nit);
         // Receivers that believe the PAT do not find another one.
         for (const Table* const pat : m_tables.of(PAT)) {
             const std::int64_t said = numberIn(pat->beside("programs"), "network_pid").value_or(0);
             if (nit.key.pid && said != 0 && said != *nit.key.pid) {
-                m_faults.add(&network, {FaultKind::WrongPid, placeOf(nit),
+                m_faults.add(subject(network), {faults::WRONG_PID, placeOf(nit),
                                         fmt::format("the NIT came on PID 0x{:04X}, but the PAT says 0x{:04X}",
                                                     *nit.key.pid, said),
                                         sinceOf(nit)});
@@ -54,8 +68,8 @@ private:
             checkStream(stream);
         }
         if (nit.complete() && network.streams.empty()) {
-            m_faults.add(&network,
-                         {FaultKind::TableEmpty, placeOf(nit), "the NIT has no transport stream", sinceOf(nit)});
+            m_faults.add(subject(network),
+                         {faults::TABLE_EMPTY, placeOf(nit), "the NIT has no transport stream", sinceOf(nit)});
         }
     }
 
@@ -64,9 +78,9 @@ private:
             return;
         }
         if (m_tables.misses(NIT)) {
-            m_faults.add(&stream, {FaultKind::TableMissing, {std::nullopt, NIT, std::nullopt}, "no NIT came", {}});
+            m_faults.add(subject(stream), {faults::TABLE_MISSING, {std::nullopt, NIT, std::nullopt}, "no NIT came", {}});
         } else if (areWhole(m_tables.of(NIT))) {
-            m_faults.add(&stream, {FaultKind::NotInNit, {std::nullopt, NIT, stream.id}, "not in the NIT", {}});
+            m_faults.add(subject(stream), {faults::NOT_IN_NIT, {std::nullopt, NIT, stream.id}, "not in the NIT", {}});
         }
     }
 
@@ -75,7 +89,7 @@ private:
             return;
         }
         if (stream.isThisOne && m_tables.misses(PAT)) {
-            m_faults.add(&stream, {FaultKind::TableMissing, {std::nullopt, PAT, stream.id}, "no PAT came", {}});
+            m_faults.add(subject(stream), {faults::TABLE_MISSING, {std::nullopt, PAT, stream.id}, "no PAT came", {}});
         }
         if (stream.id) {
             checkPrograms(stream);
@@ -88,9 +102,9 @@ private:
 
     void checkPrograms(const TransportStream& stream) {
         for (const Table* const pat : m_tables.of(PAT, *stream.id)) {
-            checkSections(m_faults, &stream, *pat);
+            checkSections(m_faults, subject(stream), *pat);
             if (pat->complete() && pat->entries("programs").empty()) {
-                m_faults.add(&stream, {FaultKind::TableEmpty, placeOf(*pat), "the PAT has no program", sinceOf(*pat)});
+                m_faults.add(subject(stream), {faults::TABLE_EMPTY, placeOf(*pat), "the PAT has no program", sinceOf(*pat)});
             }
         }
     }
@@ -101,23 +115,23 @@ private:
         const std::int64_t listed =
             stream.entry == nullptr ? NONE : numberIn(*stream.entry, "original_network_id").value_or(NONE);
         for (const Table* const sdt : descriptions) {
-            checkSections(m_faults, &stream, *sdt);
+            checkSections(m_faults, subject(stream), *sdt);
             const std::int64_t network = numberIn(sdt->beside("services"), "original_network_id").value_or(listed);
             if (listed != NONE && network != listed) {
-                m_faults.add(&stream,
-                             {FaultKind::NetworksDiffer, placeOf(*sdt),
+                m_faults.add(subject(stream),
+                             {faults::NETWORKS_DIFFER, placeOf(*sdt),
                               fmt::format("the SDT says original network 0x{:04X}, the NIT 0x{:04X}", network, listed),
                               sinceOf(*sdt)});
             }
         }
         if (stream.isThisOne && descriptions.empty() && m_tables.expects(SDT)) {
-            m_faults.add(&stream, {FaultKind::TableMissing, {std::nullopt, SDT, stream.id}, "no SDT came", {}});
+            m_faults.add(subject(stream), {faults::TABLE_MISSING, {std::nullopt, SDT, stream.id}, "no SDT came", {}});
         }
     }
 
     void checkUnclaimed(const Unclaimed& unclaimed) {
         if (unclaimed.pid && m_tables.expects(PMT)) {
-            m_faults.add(&unclaimed, {FaultKind::PidUnannounced,
+            m_faults.add(subject(unclaimed), {faults::PID_UNANNOUNCED,
                                       {unclaimed.pid, std::nullopt, std::nullopt},
                                       "no PMT names this PID",
                                       sinceOf(*unclaimed.tables.front())});

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "multiplex/Table.h"
+#include "multiplex/Titles.h"
 
 #include <map>
 #include <string>
@@ -9,35 +9,43 @@
 
 namespace inspect {
 
-/// What does not fit together in a multiplex.
-enum class FaultKind {
-    ChangedSilently,
-    Damaged,
-    Rejected,
-    SectionMissing,
-    TableMissing,
-    TableEmpty,
-    WrongPid,
-    NotInNit,
-    NotInPat,
-    NotInSdt,
-    NotInTsInformation,
-    NetworksDiffer,
-    TagTwice,
-    PidTwice,
-    PidUnannounced,
-    ApplicationTableMissing,
-    DescriptorMissing,
-    LabelUnknown,
-    CarouselMissing,
-    CarouselIsNone,
-};
-
 /// How bad it is for a receiver.
 enum class Severity {
     Error,  ///< something is not found, or does not start
     Warning ///< tables contradict each other, or one of them is not what it should be
 };
+
+/// What does not fit together in a multiplex.
+struct FaultKind {
+    std::string_view name;
+    Severity severity;
+    bool ofSection = false; ///< one section shows it by itself
+};
+
+namespace faults {
+
+inline constexpr FaultKind CHANGED_SILENTLY{"changed_without_new_version", Severity::Error, true};
+inline constexpr FaultKind DAMAGED{"damaged", Severity::Error, true};
+inline constexpr FaultKind REJECTED{"rejected", Severity::Error, true};
+inline constexpr FaultKind SECTION_MISSING{"section_missing", Severity::Error};
+inline constexpr FaultKind TABLE_MISSING{"table_missing", Severity::Error};
+inline constexpr FaultKind TABLE_EMPTY{"table_empty", Severity::Warning};
+inline constexpr FaultKind WRONG_PID{"wrong_pid", Severity::Error};
+inline constexpr FaultKind NOT_IN_NIT{"not_in_nit", Severity::Warning};
+inline constexpr FaultKind NOT_IN_PAT{"not_in_pat", Severity::Error};
+inline constexpr FaultKind NOT_IN_SDT{"not_in_sdt", Severity::Warning};
+inline constexpr FaultKind NOT_IN_TS_INFORMATION{"not_in_ts_information", Severity::Warning};
+inline constexpr FaultKind NETWORKS_DIFFER{"networks_differ", Severity::Warning};
+inline constexpr FaultKind TAG_TWICE{"component_tag_twice", Severity::Error};
+inline constexpr FaultKind PID_TWICE{"pid_twice", Severity::Warning};
+inline constexpr FaultKind PID_UNANNOUNCED{"pid_unannounced", Severity::Warning};
+inline constexpr FaultKind APPLICATION_TABLE_MISSING{"ait_missing", Severity::Error};
+inline constexpr FaultKind DESCRIPTOR_MISSING{"descriptor_missing", Severity::Error};
+inline constexpr FaultKind LABEL_UNKNOWN{"label_unknown", Severity::Error};
+inline constexpr FaultKind CAROUSEL_MISSING{"carousel_missing", Severity::Error};
+inline constexpr FaultKind CAROUSEL_IS_NONE{"carousel_is_none", Severity::Error};
+
+} // namespace faults
 
 /// Where in the stream.
 struct FaultPlace {
@@ -51,18 +59,23 @@ struct Fault {
     FaultPlace place;
     std::string text;
     std::optional<Position> since; ///< of the section that shows it; nothing when none does
-
-    Severity severity() const;
-
-    /// "table_missing"
-    std::string_view name() const;
+    std::string about = {};        ///< "Service 0xE6A0 (59040)"
 };
+
+/// The part of the multiplex that a fault is about.
+struct Subject {
+    const void* part; ///< the Network, TransportStream, Service, ...
+    std::string title;
+};
+
+template <class Part> Subject subject(const Part& part) {
+    return {&part, titleOf(part)};
+}
 
 /// What was found, each about a part of a multiplex.
 class Faults {
 public:
-    /// @param part the Network, TransportStream, Service, ..., by its address
-    void add(const void* part, Fault fault);
+    void add(const Subject& subject, Fault fault);
 
     /// The texts of those about a part.
     std::vector<std::string> of(const void* part) const;

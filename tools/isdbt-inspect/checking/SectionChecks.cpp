@@ -39,24 +39,26 @@ bool areWhole(const std::vector<const Table*>& tables) {
            std::all_of(tables.begin(), tables.end(), [](const Table* table) { return table->complete(); });
 }
 
-void checkSections(Faults& faults, const void* part, const Table& table) {
+void checkSections(Faults& faults, const Subject& subject, const Table& table) {
     const std::string_view name = tableName(table.key.tableId);
     const auto add = [&](FaultKind kind, std::string text, std::optional<Position> since) {
-        faults.add(part, {kind, placeOf(table), std::move(text), since});
+        faults.add(subject, {kind, placeOf(table), std::move(text), since});
     };
     for (const TakenSection* const section : table.taken) {
-        if (section->sameVersion) {
-            add(FaultKind::ChangedSilently, fmt::format("{} changed without a new version", name), section->position);
+        if (section->changedSilently) {
+            add(faults::CHANGED_SILENTLY, fmt::format("{} changed without a new version", name),
+                section->changedSilently);
         }
         if (section->damaged) {
-            add(FaultKind::Damaged, fmt::format("{} is incomplete, or its CRC_32 is wrong", name), section->position);
+            add(faults::DAMAGED, fmt::format("{} is incomplete, or its CRC_32 is wrong", name), section->position);
         }
     }
     for (const RefusedSection* const section : table.refused) {
-        add(FaultKind::Rejected, refusal(name, *section), section->position);
+        add(faults::REJECTED, refusal(name, *section), section->position);
     }
-    for (const unsigned number : table.missingSections()) {
-        add(FaultKind::SectionMissing, fmt::format("section {} of the {} did not come", number, name), sinceOf(table));
+    const std::vector<unsigned> missing = table.key.pid ? table.missingSections() : std::vector<unsigned>{};
+    for (const unsigned number : missing) {
+        add(faults::SECTION_MISSING, fmt::format("section {} of the {} did not come", number, name), sinceOf(table));
     }
 }
 

@@ -13,6 +13,6 @@ std::optional<Position> sinceOf(const Table& table);
 bool areWhole(const std::vector<const Table*>& tables);
 
 /// What is wrong with the sections of a table.
-void checkSections(Faults& faults, const void* part, const Table& table);
+void checkSections(Faults& faults, const Subject& subject, const Table& table);
 
 } // namespace inspect

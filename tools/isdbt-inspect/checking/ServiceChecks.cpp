@@ -23,7 +23,7 @@ public:
 
     void checkAll() {
         if (m_service.programMapPid && m_service.programMaps.empty() && m_tables.expects(PMT)) {
-            add(FaultKind::TableMissing, {m_service.programMapPid, PMT, m_service.id}, "no PMT came");
+            add(faults::TABLE_MISSING, {m_service.programMapPid, PMT, m_service.id}, "no PMT came");
         }
         for (const ProgramMap& pmt : m_service.programMaps) {
             checkProgramMap(pmt);
@@ -33,23 +33,23 @@ public:
 
 private:
     void add(FaultKind kind, const FaultPlace& place, std::string text, std::optional<Position> since = {}) {
-        m_faults.add(&m_service, {kind, place, std::move(text), since});
+        m_faults.add(subject(m_service), {kind, place, std::move(text), since});
     }
 
     void checkProgramMap(const ProgramMap& pmt) {
         const Table& table = *pmt.table;
         if (m_service.programMapPid && table.key.pid && table.key.pid != m_service.programMapPid) {
-            add(FaultKind::WrongPid, placeOf(table),
+            add(faults::WRONG_PID, placeOf(table),
                 fmt::format("a PMT came on PID 0x{:04X}, but the PAT says 0x{:04X}", *table.key.pid,
                             *m_service.programMapPid),
                 sinceOf(table));
         }
-        checkSections(m_faults, &m_service, table);
+        checkSections(m_faults, subject(m_service), table);
         for (const Component& component : pmt.components) {
             checkComponent(pmt, component);
         }
         if (table.complete() && pmt.components.empty()) {
-            add(FaultKind::TableEmpty, placeOf(table), "its PMT has no component", sinceOf(table));
+            add(faults::TABLE_EMPTY, placeOf(table), "its PMT has no component", sinceOf(table));
         }
         checkApplications(pmt);
     }
@@ -62,7 +62,7 @@ private:
             });
         for (const Component& component : pmt.components) {
             if (!announced && carriesApplications(component)) {
-                add(FaultKind::ApplicationTableMissing, {component.pid, AIT, std::nullopt},
+                add(faults::APPLICATION_TABLE_MISSING, {component.pid, AIT, std::nullopt},
                     fmt::format("PID 0x{:04X} is for applications, but no component carries their AIT", component.pid),
                     sinceOf(*pmt.table));
             }
@@ -73,7 +73,7 @@ private:
         checkUnique(pmt, component);
         const std::vector<const Table*> applications = m_tables.on(component.pid, AIT);
         if (applications.empty() && carriesApplicationInformation(component) && m_tables.expects(AIT)) {
-            m_faults.add(&component, {FaultKind::TableMissing, {component.pid, AIT, std::nullopt}, "no AIT came", {}});
+            m_faults.add(subject(component), {faults::TABLE_MISSING, {component.pid, AIT, std::nullopt}, "no AIT came", {}});
         }
         const Multiplex::Claim* const claim = m_multiplex.claimOf(component.pid);
         if (claim != nullptr && claim->component == &component) {
@@ -90,7 +90,7 @@ private:
         const FaultPlace place{component.pid, PMT, m_service.id};
         const Component* const ofTag = component.tag ? withTag(pmt.components, *component.tag) : &component;
         if (ofTag != &component) {
-            m_faults.add(&component, {FaultKind::TagTwice, place,
+            m_faults.add(subject(component), {faults::TAG_TWICE, place,
                                       fmt::format("component tag 0x{:02X} is that of PID 0x{:04X}, too", *component.tag,
                                                   ofTag->pid),
                                       sinceOf(*pmt.table)});
@@ -98,8 +98,8 @@ private:
         const auto ofPid = std::find_if(pmt.components.begin(), pmt.components.end(),
                                         [&component](const Component& other) { return other.pid == component.pid; });
         if (&*ofPid != &component) {
-            m_faults.add(&component,
-                         {FaultKind::PidTwice, place, "another component has this PID, too", sinceOf(*pmt.table)});
+            m_faults.add(subject(component),
+                         {faults::PID_TWICE, place, "another component has this PID, too", sinceOf(*pmt.table)});
         }
     }
 
@@ -111,23 +111,23 @@ private:
         if (!m_service.programMapPid) {
             const FaultPlace place{std::nullopt, PAT, m_service.id};
             if (m_service.description != nullptr) {
-                add(FaultKind::NotInPat, place, "the SDT has it, but not the PAT");
+                add(faults::NOT_IN_PAT, place, "the SDT has it, but not the PAT");
             }
             for (const std::string& descriptor : m_service.listedIn) {
-                add(FaultKind::NotInPat, place, fmt::format("the NIT has it in its {}, but not the PAT", descriptor));
+                add(faults::NOT_IN_PAT, place, fmt::format("the NIT has it in its {}, but not the PAT", descriptor));
             }
             if (!m_service.programMaps.empty()) {
-                add(FaultKind::NotInPat, place, "it has a PMT, but the PAT does not name it, or no longer");
+                add(faults::NOT_IN_PAT, place, "it has a PMT, but the PAT does not name it, or no longer");
             }
             return;
         }
         if (m_service.description == nullptr && areWhole(m_tables.of(SDT, *m_stream.id))) {
-            add(FaultKind::NotInSdt, {std::nullopt, SDT, m_service.id}, "the PAT has it, but not the SDT");
+            add(faults::NOT_IN_SDT, {std::nullopt, SDT, m_service.id}, "the PAT has it, but not the SDT");
         }
         const bool listed =
             std::find(m_service.listedIn.begin(), m_service.listedIn.end(), INFORMATION) != m_service.listedIn.end();
         if (m_stream.entry != nullptr && find(*m_stream.entry, INFORMATION) != nullptr && !listed) {
-            add(FaultKind::NotInTsInformation, {std::nullopt, NIT, m_service.id},
+            add(faults::NOT_IN_TS_INFORMATION, {std::nullopt, NIT, m_service.id},
                 fmt::format("the PAT has it, but not the {} of the NIT", INFORMATION));
         }
     }

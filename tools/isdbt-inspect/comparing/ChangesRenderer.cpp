@@ -46,11 +46,11 @@ void ChangesRenderer::take(const SectionReport& report) {
     }
 }
 
-void ChangesRenderer::end(const Summary& summary) {
+void ChangesRenderer::end(const Summary& summary, const Multiplex& /*multiplex*/, const Faults& faults) {
     for (const SectionReport* const report : m_known.missing()) {
         tellMissing(*report);
     }
-    tellSummary(summary);
+    tellOutcome(summary, faults);
 }
 
 } // namespace inspect

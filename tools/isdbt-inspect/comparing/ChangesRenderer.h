@@ -14,7 +14,7 @@ class ChangesRenderer : public Renderer {
 public:
     void begin(const std::string& name) final;
     void section(const SectionReport& report) final;
-    void end(const Summary& summary) final;
+    void end(const Summary& summary, const Multiplex& multiplex, const Faults& faults) final;
 
 private:
     virtual void tellInput(const std::string& name) = 0;
@@ -34,7 +34,7 @@ private:
     /// An earlier input had the section, this one does not.
     virtual void tellMissing(const SectionReport& report) = 0;
 
-    virtual void tellSummary(const Summary& summary) = 0;
+    virtual void tellOutcome(const Summary& summary, const Faults& faults) = 0;
 
     void take(const SectionReport& report);
 

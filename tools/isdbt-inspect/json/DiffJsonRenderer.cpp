@@ -72,4 +72,8 @@ void DiffJsonRenderer::tellMissing(const SectionReport& report) {
     m_output.write(jsonLine(changeJson("missing", report)));
 }
 
+void DiffJsonRenderer::tellOutcome(const Summary& /*summary*/, const Faults& faults) {
+    m_output.write(faultLines(m_input, faults));
+}
+
 } // namespace inspect

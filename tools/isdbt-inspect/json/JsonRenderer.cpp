@@ -32,4 +32,8 @@ void JsonRenderer::descriptor(const DescriptorReport& report) {
     m_output.write(jsonLine(object));
 }
 
+void JsonRenderer::end(const Summary& /*summary*/, const Multiplex& /*multiplex*/, const Faults& faults) {
+    m_output.write(faultLines(m_input, faults));
+}
+
 } // namespace inspect

@@ -2,6 +2,7 @@
 
 #include "json/FieldJson.h"
 #include "json/JsonValues.h"
+#include "tables/TableKinds.h"
 
 #include <nlohmann/json.hpp>
 
@@ -72,6 +73,28 @@ void addRejection(Json& object, const Rejection& rejection) {
     addError(object, rejection);
     object["loops"] = descriptorLoops(rejection.descriptors);
     object["bytes"] = hexJson(rejection.section);
+}
+
+std::string faultLines(const std::string& input, const Faults& faults) {
+    std::string lines;
+    for (const Fault& fault : faults.all()) {
+        Json object{{"type", "fault"}, {"input", input}};
+        object["fault"] = fault.kind.name;
+        object["severity"] = fault.kind.severity == Severity::Error ? "error" : "warning";
+        object["about"] = fault.about;
+        object["text"] = fault.text;
+        object["pid"] = orNull(fault.place.pid);
+        object["table"] = fault.place.tableId ? orNull(std::string(tableName(*fault.place.tableId))) : Json();
+        object["table_id"] = orNull(fault.place.tableId);
+        object["table_id_extension"] = orNull(fault.place.extension);
+        if (fault.since) {
+            addPosition(object, *fault.since);
+        } else {
+            object.update({{"packet", nullptr}, {"offset", nullptr}, {"seconds", nullptr}});
+        }
+        lines += jsonLine(object);
+    }
+    return lines;
 }
 
 } // namespace inspect

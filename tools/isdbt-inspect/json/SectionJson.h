@@ -1,5 +1,6 @@
 #pragma once
 
+#include "checking/Fault.h"
 #include "reports/Report.h"
 
 #include <nlohmann/json_fwd.hpp>
@@ -19,5 +20,8 @@ void addError(nlohmann::ordered_json& object, const Rejection& rejection);
 
 /// Adds why the library does not take a section: the error, the descriptors with those at fault marked, all bytes.
 void addRejection(nlohmann::ordered_json& object, const Rejection& rejection);
+
+/// A line for each fault of an input.
+std::string faultLines(const std::string& input, const Faults& faults);
 
 } // namespace inspect

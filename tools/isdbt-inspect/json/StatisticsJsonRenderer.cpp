@@ -1,6 +1,7 @@
 #include "json/StatisticsJsonRenderer.h"
 
 #include "json/JsonValues.h"
+#include "json/SectionJson.h"
 
 #include <nlohmann/json.hpp>
 
@@ -39,7 +40,7 @@ Json tableJson(const std::string& input, const std::optional<Pid>& pid, const Ta
 
 } // namespace
 
-void StatisticsJsonRenderer::end(const Summary& summary) {
+void StatisticsJsonRenderer::end(const Summary& summary, const Multiplex& /*multiplex*/, const Faults& faults) {
     std::string lines;
     for (const PidStatistics& pid : summary.statistics) {
         lines += jsonLine(pidJson(m_input, pid));
@@ -47,7 +48,7 @@ void StatisticsJsonRenderer::end(const Summary& summary) {
             lines += jsonLine(tableJson(m_input, pid.pid, table));
         }
     }
-    m_output.write(lines);
+    m_output.write(lines + faultLines(m_input, faults));
 }
 
 } // namespace inspect

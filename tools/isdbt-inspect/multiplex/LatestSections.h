@@ -38,6 +38,12 @@ public:
         }
     }
 
+    /// Null when there is none.
+    const Content* find(const TableKey& table, std::uint8_t sectionNumber) const {
+        const auto found = m_entries.find({table.pid, table.tableId, table.extension, sectionNumber});
+        return found == m_entries.end() ? nullptr : &found->second.content;
+    }
+
     /// Forgets the sections that a table has no more.
     void forgetBeyond(const TableKey& table, std::uint8_t lastSectionNumber) {
         constexpr std::uint8_t HIGHEST = std::numeric_limits<std::uint8_t>::max();

@@ -14,7 +14,7 @@ namespace inspect {
 struct TakenSection {
     std::optional<LongHeader> header;
     Position position;
-    bool sameVersion; ///< it changed under the same version
+    std::optional<Position> changedSilently; ///< where it first changed without a new version
     bool damaged;
     Fields fields;
 };

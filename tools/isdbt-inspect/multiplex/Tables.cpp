@@ -2,14 +2,14 @@
 
 namespace inspect {
 
-Tables::Tables(const Taken& taken, const Refused& refused, std::set<std::uint8_t> expected)
+Tables::Tables(const CurrentSections& sections, std::set<std::uint8_t> expected)
     : m_expected(std::move(expected)) {
-    taken.forEach([this](const TableKey& key, const TakenSection& section) {
+    sections.taken().forEach([this](const TableKey& key, const TakenSection& section) {
         Table& table = m_tables[key];
         table.key = key;
         table.taken.push_back(&section);
     });
-    refused.forEach([this](const TableKey& key, const RefusedSection& section) {
+    sections.refused().forEach([this](const TableKey& key, const RefusedSection& section) {
         Table& table = m_tables[key];
         table.key = key;
         table.refused.push_back(&section);

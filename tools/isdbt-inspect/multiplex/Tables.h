@@ -1,6 +1,6 @@
 #pragma once
 
-#include "multiplex/Table.h"
+#include "multiplex/CurrentSections.h"
 
 #include <set>
 
@@ -9,11 +9,8 @@ namespace inspect {
 /// All that is known when the outline is put together. It refers to the sections.
 class Tables {
 public:
-    using Taken = LatestSections<TakenSection, 512>;
-    using Refused = LatestSections<RefusedSection, 512>;
-
     /// @param expected tables that a multiplex has, and that are shown: where they are missing, that is said
-    Tables(const Taken& taken, const Refused& refused, std::set<std::uint8_t> expected);
+    Tables(const CurrentSections& sections, std::set<std::uint8_t> expected);
 
     std::vector<const Table*> of(std::uint8_t tableId) const;
     std::vector<const Table*> of(std::uint8_t tableId, std::uint16_t extension) const;

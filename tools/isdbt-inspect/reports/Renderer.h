@@ -1,5 +1,6 @@
 #pragma once
 
+#include "checking/Fault.h"
 #include "reports/Report.h"
 
 namespace inspect {
@@ -23,7 +24,9 @@ public:
     virtual void descriptor(const DescriptorReport& /*report*/) {}
 
     /// The input ended, or was interrupted.
-    virtual void end(const Summary& summary) = 0;
+    /// @param multiplex what its sections say all together
+    /// @param faults what does not fit together in it
+    virtual void end(const Summary& summary, const Multiplex& multiplex, const Faults& faults) = 0;
 };
 
 } // namespace inspect

@@ -2,6 +2,7 @@
 
 #include "tables/TableKinds.h"
 #include "text/ChangeText.h"
+#include "text/FaultText.h"
 #include "text/SectionText.h"
 #include "text/SummaryText.h"
 
@@ -81,8 +82,9 @@ void DiffRenderer::tellMissing(const SectionReport& report) {
     writeLine(m_style.paint(Ink::Fault, "-") + ' ' + sectionName(report, m_style) + "  not in this input");
 }
 
-void DiffRenderer::tellSummary(const Summary& summary) {
+void DiffRenderer::tellOutcome(const Summary& summary, const Faults& faults) {
     Page page{m_style, {}};
+    appendOtherFaults(page, faults);
     appendLine(page, summaryText(summary), INDENT);
     m_output.write(page.text);
 }

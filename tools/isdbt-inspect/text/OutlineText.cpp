@@ -74,7 +74,7 @@ std::vector<std::string> piecesOf(const Detail& detail, const Style& style) {
     return pieces;
 }
 
-std::size_t appendNode(Page& page, const Node& node, const std::string& first, const std::string& rest) {
+void appendNode(Page& page, const Node& node, const std::string& first, const std::string& rest) {
     const std::string below = rest + std::string(node.children.empty() ? LAST.rest : INNER.rest);
     const std::string further = below + std::string(INDENT, ' ');
     appendPieces(page, first, further, piecesOf(node, page.style));
@@ -84,23 +84,19 @@ std::size_t appendNode(Page& page, const Node& node, const std::string& first, c
     for (const Detail& detail : node.details) {
         appendPieces(page, below, further, piecesOf(detail, page.style));
     }
-    std::size_t faults = node.faults.size();
     for (const Node& child : node.children) {
         const Branch& branch = &child == &node.children.back() ? LAST : INNER;
-        faults += appendNode(page, child, rest + std::string(branch.first), rest + std::string(branch.rest));
+        appendNode(page, child, rest + std::string(branch.first), rest + std::string(branch.rest));
     }
-    return faults;
 }
 
 } // namespace
 
-std::size_t appendOutline(Page& page, const std::vector<Node>& nodes) {
-    std::size_t faults = 0;
+void appendOutline(Page& page, const std::vector<Node>& nodes) {
     for (const Node& node : nodes) {
-        faults += appendNode(page, node, "", "");
+        appendNode(page, node, "", "");
         page.text += '\n';
     }
-    return faults;
 }
 
 } // namespace inspect

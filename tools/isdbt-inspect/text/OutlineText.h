@@ -5,7 +5,7 @@
 
 namespace inspect {
 
-/// Appends the parts of a multiplex as a tree. @return how many faults are marked in it.
-std::size_t appendOutline(Page& page, const std::vector<Node>& nodes);
+/// Appends the parts of a multiplex as a tree.
+void appendOutline(Page& page, const std::vector<Node>& nodes);
 
 } // namespace inspect

@@ -1,5 +1,6 @@
 #include "text/StatisticsRenderer.h"
 
+#include "text/FaultText.h"
 #include "text/SectionText.h"
 #include "text/StatisticsText.h"
 #include "text/SummaryText.h"
@@ -25,9 +26,10 @@ void StatisticsRenderer::section(const SectionReport& report) {
     }
 }
 
-void StatisticsRenderer::end(const Summary& summary) {
+void StatisticsRenderer::end(const Summary& summary, const Multiplex& /*multiplex*/, const Faults& faults) {
     Page page{m_style, {}};
     appendStatistics(page, summary);
+    appendOtherFaults(page, faults);
     appendLine(page, summaryText(summary), INDENT);
     m_output.write(page.text);
 }

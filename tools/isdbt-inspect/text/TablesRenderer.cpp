@@ -2,6 +2,7 @@
 
 #include "text/DescriptorLines.h"
 #include "text/FieldText.h"
+#include "text/FaultText.h"
 #include "text/SectionText.h"
 #include "text/SummaryText.h"
 
@@ -41,8 +42,9 @@ void TablesRenderer::descriptor(const DescriptorReport& report) {
     m_output.write(page.text);
 }
 
-void TablesRenderer::end(const Summary& summary) {
+void TablesRenderer::end(const Summary& summary, const Multiplex& /*multiplex*/, const Faults& faults) {
     Page page{m_style, {}};
+    appendOtherFaults(page, faults);
     appendLine(page, summaryText(summary), INDENT);
     m_output.write(page.text);
 }

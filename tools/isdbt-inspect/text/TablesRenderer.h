@@ -14,7 +14,7 @@ public:
     void begin(const std::string& name) override;
     void section(const SectionReport& report) override;
     void descriptor(const DescriptorReport& report) override;
-    void end(const Summary& summary) override;
+    void end(const Summary& summary, const Multiplex& multiplex, const Faults& faults) override;
 
 private:
     Output& m_output;

@@ -1,0 +1,197 @@
+#include "Process.h"
+#include "Streams.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+constexpr unsigned NIT_PID = 0x0010;
+constexpr unsigned SDT_PID = 0x0011;
+constexpr unsigned PMT_PID = 0x0101;
+
+constexpr const char* VIEWS[] = {"tree", "tables", "stats", "diff"};
+
+LongHeader named(QUOR_U16 extension, unsigned version = 0) {
+    LongHeader header;
+    header.extension = extension;
+    header.version = version;
+    return header;
+}
+
+ByteVector pat(const std::string& programs) {
+    return longSection(0x00, named(0x0735), hex(programs));
+}
+
+/// A NIT that has the transport stream.
+ByteVector nit(QUOR_U8 lastSection = 0) {
+    LongHeader header = named(0x0735);
+    header.last = lastSection;
+    return longSection(0x40, header, hex("F000 F006 0735 0735 F000"));
+}
+
+ByteVector sdt(const std::string& services) {
+    return longSection(0x42, named(0x0735), hex("0735 FF" + services));
+}
+
+ByteVector pmt(const std::string& streams, unsigned version = 0) {
+    return longSection(0x02, named(0xE6A0, version), hex("E131 F000" + streams));
+}
+
+StreamBuilder withoutPmts() {
+    StreamBuilder stream;
+    stream.section(PAT_PID, pat("E6A0 E101  E6A1 E102  E6B8 E103"))
+        .section(NIT_PID, nit())
+        .section(SDT_PID, sdt("E6A0 FD 8000  E6A1 FD 8000  E6B8 FD 8000"));
+    return stream;
+}
+
+constexpr const char* NO_PMTS = "\n3 faults:\n"
+                                "! Service 0xE6A0 (59040): no PMT came\n"
+                                "! Service 0xE6A1 (59041): no PMT came\n"
+                                "! Service 0xE6B8 (59064): no PMT came\n"
+                                "3 packets of 188 bytes, 3 sections on 3 PIDs: 3 shown, 0 rejected, 0 CRC errors, "
+                                "0 discontinuities\n";
+
+/// Everything that one service needs.
+StreamBuilder well() {
+    StreamBuilder stream;
+    stream.section(PAT_PID, pat("E6A0 E101"))
+        .section(NIT_PID, nit())
+        .section(SDT_PID, sdt("E6A0 FD 8000"))
+        .section(PMT_PID, pmt("1B E131 F000"));
+    return stream;
+}
+
+Finished inspectStream(const StreamBuilder& stream, std::vector<std::string> arguments) {
+    Start start;
+    start.input = stream.bytes();
+    arguments.emplace_back("-");
+    return inspect(arguments, start);
+}
+
+} // namespace
+
+TEST(InspectFaults, NoneInAStreamThatHasAll) {
+    for (const char* const view : VIEWS) {
+        const Finished finished = inspectStream(well(), {"--view", view});
+        EXPECT_EQ(finished.status, 0) << view;
+        EXPECT_THAT(finished.output, Not(HasSubstr("fault"))) << view;
+    }
+}
+
+TEST(InspectFaults, AreListedInEveryView) {
+    for (const char* const view : VIEWS) {
+        const Finished finished = inspectStream(withoutPmts(), {"--view", view, "--width", "200"});
+        EXPECT_EQ(finished.status, 3) << view;
+        EXPECT_EQ(finished.errors, "") << view;
+        EXPECT_THAT(finished.output, EndsWith(NO_PMTS)) << view;
+        const Finished lenient = inspectStream(withoutPmts(), {"--view", view, "--width", "200", "--lenient"});
+        EXPECT_EQ(lenient.status, 0) << view;
+        EXPECT_EQ(lenient.output, finished.output) << view;
+    }
+}
+
+TEST(InspectFaults, AreTheLastObjectsInJson) {
+    for (const char* const view : VIEWS) {
+        const Finished finished = inspectStream(withoutPmts(), {"--json", "--view", view});
+        EXPECT_EQ(finished.status, 3) << view;
+        const std::size_t first = finished.output.find(R"({"type":"fault")");
+        ASSERT_NE(first, std::string::npos) << view;
+        EXPECT_EQ(finished.output.substr(first),
+                  R"~({"type":"fault","input":"standard input","fault":"table_missing","severity":"error",)~"
+                  R"~("about":"Service 0xE6A0 (59040)","text":"no PMT came","pid":257,"table":"PMT","table_id":2,)~"
+                  R"~("table_id_extension":59040,"packet":null,"offset":null,"seconds":null})~"
+                  "\n"
+                  R"~({"type":"fault","input":"standard input","fault":"table_missing","severity":"error",)~"
+                  R"~("about":"Service 0xE6A1 (59041)","text":"no PMT came","pid":258,"table":"PMT","table_id":2,)~"
+                  R"~("table_id_extension":59041,"packet":null,"offset":null,"seconds":null})~"
+                  "\n"
+                  R"~({"type":"fault","input":"standard input","fault":"table_missing","severity":"error",)~"
+                  R"~("about":"Service 0xE6B8 (59064)","text":"no PMT came","pid":259,"table":"PMT","table_id":2,)~"
+                  R"~("table_id_extension":59064,"packet":null,"offset":null,"seconds":null})~"
+                  "\n")
+            << view;
+    }
+}
+
+/// A receiver that has the version already does not look at what changes under it; that another version comes in the
+/// end does not help those who watched until then.
+TEST(InspectFaults, ChangeWithoutANewVersion) {
+    StreamBuilder stream = well();
+    stream.section(PMT_PID, pmt("1B E132 F000"));
+    for (const unsigned packets : {5U, 6U}) {
+        for (const char* const view : VIEWS) {
+            EXPECT_EQ(inspectStream(stream, {"--view", view}).status, 3) << view << ", " << packets << " packets";
+        }
+        const std::string output = inspectStream(stream, {}).output;
+        EXPECT_THAT(output, HasSubstr("      │  ! PMT changed without a new version\n"));
+        EXPECT_THAT(output, HasSubstr("\n1 fault:\n"
+                                      "! Service 0xE6A0 (59040): PMT changed without a new version\n" +
+                                      std::to_string(packets) + " packets"));
+        stream.section(PMT_PID, pmt("1B E131 F000", 1));
+    }
+}
+
+/// Where the section is shown, that is said of it already.
+TEST(InspectFaults, OfAShownSectionAreNotSaidAgain) {
+    StreamBuilder stream = well();
+    stream.section(PMT_PID, pmt("1B E132 F000"));
+    for (const char* const view : {"tables", "diff"}) {
+        const std::string output = inspectStream(stream, {"--view", view}).output;
+        EXPECT_THAT(output, HasSubstr("  packet 5  CHANGED WITHOUT A NEW VERSION\n")) << view;
+        EXPECT_THAT(output, Not(HasSubstr("fault"))) << view;
+    }
+}
+
+TEST(InspectFaults, StreamWithoutAnyTable) {
+    for (const char* const view : VIEWS) {
+        const Finished finished = inspectStream(StreamBuilder().null(10), {"--view", view});
+        EXPECT_EQ(finished.status, 3) << view;
+        EXPECT_THAT(finished.output, HasSubstr("3 faults:\n"
+                                               "! Transport stream: no PAT came\n"
+                                               "! Transport stream: no NIT came\n"
+                                               "! Transport stream: no SDT came\n"
+                                               "10 packets"))
+            << view;
+    }
+}
+
+TEST(InspectFaults, OnlyTablesOfInterestAreMissed) {
+    EXPECT_EQ(inspectStream(withoutPmts(), {"--table", "pat,nit,sdt"}).status, 0);
+    const Finished finished = inspectStream(StreamBuilder().null(10), {"--view", "tables", "--table", "nit,tot"});
+    EXPECT_EQ(finished.status, 3);
+    EXPECT_EQ(finished.output, "1 fault:\n"
+                               "! Transport stream: no NIT came\n"
+                               "10 packets of 188 bytes, 0 sections on 0 PIDs: 0 shown, 0 rejected, 0 CRC errors, "
+                               "0 discontinuities\n");
+    EXPECT_EQ(inspectStream(StreamBuilder().null(10), {"--table", "tot"}).status, 0);
+}
+
+/// Who has the first section of two in hand knows that there is another one.
+TEST(InspectFaults, OtherSectionsAreMissedInPacketsOnly) {
+    StreamBuilder stream;
+    stream.section(NIT_PID, nit(1));
+    const Finished packets = inspectStream(stream, {"--table", "nit", "--view", "diff"});
+    EXPECT_EQ(packets.status, 3);
+    EXPECT_EQ(packets.output, "+ NIT 0x0735  PID 0x0010  version 0  section 0/1  packet 1  new\n"
+                              "1 fault:\n"
+                              "! Network 0x0735 (1845): section 1 of the NIT did not come\n"
+                              "1 packet of 188 bytes, 1 section on 1 PID: 1 shown, 0 rejected, 0 CRC errors, "
+                              "0 discontinuities\n");
+
+    const char* const shown = "+ NIT 0x0735  version 0  section 0/1  byte 0  new\n"
+                              "1 section: 1 shown, 0 rejected, 0 CRC errors\n";
+    const TemporaryFile file(nit(1));
+    const Finished sections = inspect({"--sections", "--view", "diff", file.path()});
+    EXPECT_EQ(sections.status, 0);
+    EXPECT_EQ(sections.output, shown);
+    const Finished digits =
+        inspect({"--hex", "40 B0 13 07 35 C1 00 01 F0 00 F0 06 07 35 07 35 F0 00 92 64 F1 B0", "--view", "diff"});
+    EXPECT_EQ(digits.status, 0);
+    EXPECT_EQ(digits.output, shown);
+}
