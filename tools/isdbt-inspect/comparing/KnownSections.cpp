@@ -1,44 +1,45 @@
 #include "comparing/KnownSections.h"
 
-#include "tables/TableKinds.h"
-
-#include <limits>
+#include <map>
 
 namespace inspect {
 
+namespace {
+
+Place placeIn(const SectionReport& report) {
+    return placeOf(report).inTheOnlyPat();
+}
+
+} // namespace
+
 const KnownSections::Known* KnownSections::at(const SectionReport& report) {
-    return m_known.find(placeOf(report, isCurrent(report)));
+    return m_known.find(placeIn(report));
 }
 
 const KnownSections::Known* KnownSections::formerOf(const SectionReport& report) {
-    const Place place = placeOf(report, true);
+    Place place = placeIn(report);
+    place.current = true;
     const Known* const known = m_known.find(place);
     return known != nullptr ? known : onAnotherPid(place);
 }
 
 std::vector<unsigned> KnownSections::forgetBeyond(const SectionReport& last) {
     std::vector<unsigned> forgotten;
-    if (!last.header) {
-        return forgotten;
-    }
-    Place place = placeOf(last, isCurrent(last));
-    for (unsigned number = last.header->lastSectionNumber + 1U; number <= std::numeric_limits<std::uint8_t>::max();
-         ++number) {
-        std::get<3>(place) = static_cast<std::uint8_t>(number);
-        if (m_known.find(place) != nullptr) {
-            m_known.erase(place);
-            forgotten.push_back(number);
-        }
+    Place place = placeIn(last);
+    place.sectionNumber = last.header ? last.header->lastSectionNumber : place.sectionNumber;
+    for (const Place& each : m_known.keysBehind(place)) {
+        m_known.erase(each);
+        forgotten.push_back(each.sectionNumber);
     }
     return forgotten;
 }
 
 void KnownSections::put(const SectionReport& report) {
-    m_known.put(placeOf(report, isCurrent(report)), {report, m_input});
+    m_known.put(placeIn(report), {report, m_input});
 }
 
 void KnownSections::keep(const SectionReport& report) {
-    if (Known* const known = m_known.find(placeOf(report, isCurrent(report)))) {
+    if (Known* const known = m_known.find(placeIn(report))) {
         known->input = m_input;
     }
 }
@@ -46,7 +47,7 @@ void KnownSections::keep(const SectionReport& report) {
 std::vector<const SectionReport*> KnownSections::missing() const {
     std::map<Place, const SectionReport*> byPlace;
     for (const auto& [place, known] : m_known.entries()) {
-        if (known.input + 1 == m_input && isCurrent(known.report)) {
+        if (known.input + 1 == m_input && place.current) {
             byPlace.emplace(place, &known.report);
         }
     }
@@ -58,20 +59,11 @@ std::vector<const SectionReport*> KnownSections::missing() const {
     return missing;
 }
 
-/// There is one PAT: another transport_stream_id takes the place of the former.
-KnownSections::Place KnownSections::placeOf(const SectionReport& report, bool current) {
-    if (!report.header) {
-        return {report.pid, report.tableId, 0, 0, true};
-    }
-    const std::uint16_t extension = report.tableId == PAT ? std::uint16_t{0} : report.header->extension;
-    return {report.pid, report.tableId, extension, report.header->sectionNumber, current};
-}
-
 /// The only one of its kind in earlier inputs that was not seen in this one. It is not missing any more.
 const KnownSections::Known* KnownSections::onAnotherPid(Place place) {
     std::vector<Place> candidates;
     for (const auto& [other, known] : m_known.entries()) {
-        std::get<0>(place) = std::get<0>(other);
+        place.table.pid = other.table.pid;
         if (other == place && !isOfThisInput(known)) {
             candidates.push_back(other);
         }

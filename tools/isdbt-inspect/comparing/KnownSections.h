@@ -3,7 +3,6 @@
 #include "reports/Report.h"
 #include "sections/BoundedMap.h"
 
-#include <tuple>
 #include <vector>
 
 namespace inspect {
@@ -45,11 +44,6 @@ public:
     std::vector<const SectionReport*> missing() const;
 
 private:
-    /// PID, table_id, table_id_extension, section_number, current_next_indicator.
-    using Place = std::tuple<std::optional<Pid>, std::uint8_t, std::uint16_t, std::uint8_t, bool>;
-
-    static Place placeOf(const SectionReport& report, bool current);
-    static bool isCurrent(const SectionReport& report) { return !report.header || report.header->current; }
     const Known* onAnotherPid(Place place);
 
     BoundedMap<Place, Known> m_known{CAPACITY};

@@ -60,7 +60,7 @@ bool Statistics::changesVersion(const Section& section) {
     if (!header || !header->current) {
         return false;
     }
-    const TableExtension table{section.pid(), section.tableId(), header->extension};
+    const TableKey table{section.pid(), section.tableId(), header->extension};
     const std::uint8_t* const before = m_versions.find(table);
     const bool changes = before != nullptr && *before != header->version;
     m_versions.put(table, header->version);

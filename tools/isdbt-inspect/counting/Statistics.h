@@ -9,7 +9,6 @@
 
 #include <map>
 #include <set>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -46,7 +45,6 @@ public:
 
 private:
     using TableOfPid = std::pair<std::optional<Pid>, std::uint8_t>;
-    using TableExtension = std::tuple<std::optional<Pid>, std::uint8_t, std::uint16_t>;
 
     struct Count {
         std::uint64_t sections = 0;
@@ -66,7 +64,7 @@ private:
     PidStatistics statisticsOf(std::optional<Pid> pid, const Traffic& traffic) const;
 
     std::map<TableOfPid, Count> m_counts;
-    BoundedMap<TableExtension, std::uint8_t> m_versions{SeenSections::CAPACITY};
+    BoundedMap<TableKey, std::uint8_t> m_versions{SeenSections::CAPACITY};
     StreamNames m_names;
 };
 

@@ -8,7 +8,6 @@
 
 #include <limits>
 #include <memory>
-#include <tuple>
 
 namespace inspect {
 
@@ -27,10 +26,6 @@ Following::Following(const PidSet& byHand) : m_byHand(byHand), m_pids(byHand) {
     }
 }
 
-bool Following::Source::operator<(const Source& other) const {
-    return std::tie(carried, extension, sectionNumber) < std::tie(other.carried, other.extension, other.sectionNumber);
-}
-
 bool Following::follow(const Section& section, const Quor::TISDBTTable& table) {
     const std::optional<LongHeader> header = section.longHeader();
     if (!section.pid() || !header || !header->current) {
@@ -40,16 +35,16 @@ bool Following::follow(const Section& section, const Quor::TISDBTTable& table) {
     if (m_carried.count(carried) == 0) {
         return false;
     }
-    // There is one PAT: another transport_stream_id takes the place of the former.
-    const std::uint16_t extension = section.tableId() == PAT ? std::uint16_t{0} : header->extension;
+    const Place source = Place::of(section.pid(), section.tableId(), header).inTheOnlyPat();
     const PidSet before = m_pids;
-    forgetBeyond({carried, extension, header->lastSectionNumber});
-    signal({carried, extension, header->sectionNumber}, signalledBy(table));
+    const auto [beyond, end] = behind(m_signalled, {source.table, header->lastSectionNumber});
+    forget(beyond, end);
+    signal(source, signalledBy(table));
     return m_pids != before;
 }
 
 /// Takes down what a source signals now, in place of what it did before.
-void Following::signal(const Source& source, CarriedSet signalled) {
+void Following::signal(const Place& source, CarriedSet signalled) {
     const auto before = m_signalled.find(source);
     if (before == m_signalled.end() && (signalled.empty() || m_signalled.size() >= CAPACITY)) {
         return;
@@ -64,12 +59,6 @@ void Following::signal(const Source& source, CarriedSet signalled) {
     if (!signalled.empty()) {
         m_signalled.emplace(source, std::move(signalled));
     }
-}
-
-/// Forgets the sections that a table has no more.
-void Following::forgetBeyond(const Source& last) {
-    const Source end{last.carried, last.extension, std::numeric_limits<std::uint8_t>::max()};
-    forget(m_signalled.upper_bound(last), m_signalled.upper_bound(end));
 }
 
 /// Forgets sources, and with them what is carried because of them alone.
@@ -100,9 +89,9 @@ void Following::cease(const Carried& carried) {
     const auto [pid, tableId] = carried;
     const auto other = m_carried.lower_bound({pid, std::uint8_t{0}});
     m_pids.set(pid, m_byHand[pid] || (other != m_carried.end() && other->first.first == pid));
-    forget(m_signalled.lower_bound({carried, 0, 0}),
-           m_signalled.upper_bound(
-               {carried, std::numeric_limits<std::uint16_t>::max(), std::numeric_limits<std::uint8_t>::max()}));
+    constexpr std::uint16_t HIGHEST = std::numeric_limits<std::uint16_t>::max();
+    forget(m_signalled.lower_bound({{pid, tableId, 0}, 0}),
+           m_signalled.upper_bound(Place{{pid, tableId, HIGHEST}, 0}.last()));
 }
 
 Following::CarriedSet Following::signalledBy(const Quor::TISDBTTable& table) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sections/Section.h"
+#include "sections/Place.h"
 
 #include <map>
 #include <set>
@@ -36,19 +36,10 @@ private:
     using Carried = std::pair<Pid, std::uint8_t>;
     using CarriedSet = std::set<Carried>;
 
-    /// A section of a table on a PID, which signals others.
-    struct Source {
-        Carried carried;
-        std::uint16_t extension;
-        std::uint8_t sectionNumber;
-        bool operator<(const Source& other) const;
-    };
+    using Signalled = std::map<Place, CarriedSet>; ///< by the section that signals them
 
-    using Signalled = std::map<Source, CarriedSet>;
-
-    void signal(const Source& source, CarriedSet signalled);
+    void signal(const Place& source, CarriedSet signalled);
     void forget(Signalled::iterator begin, Signalled::iterator end);
-    void forgetBeyond(const Source& last);
     void begin(const Carried& carried);
     void cease(const Carried& carried);
     static CarriedSet signalledBy(const Quor::TISDBTTable& table);

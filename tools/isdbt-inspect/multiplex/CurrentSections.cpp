@@ -22,7 +22,7 @@ std::string causeIn(const std::vector<std::string>& logLines) {
 void CurrentSections::take(const SectionReport& report) {
     if (report.rejection) {
         m_refused.put(
-            keyOf(report), numberOf(report),
+            placeOf(report),
             {report.header, report.position, report.rejection->errorName, causeIn(report.rejection->logLines)});
     } else if (!report.header || report.header->current) {
         keep(report);
@@ -30,28 +30,19 @@ void CurrentSections::take(const SectionReport& report) {
 }
 
 void CurrentSections::keep(const SectionReport& report) {
-    const TableKey key = keyOf(report);
-    if (key.tableId == PAT && key.pid) {
-        m_taken.forgetOthers(key); // another transport_stream_id takes the place of the former
+    const Place place = placeOf(report);
+    if (report.tableId == PAT && report.pid) {
+        m_taken.forgetOthers(place.table); // another transport_stream_id takes the place of the former
     }
     if (report.header) {
-        m_taken.forgetBeyond(key, report.header->lastSectionNumber);
+        m_taken.forgetBeyond({place.table, report.header->lastSectionNumber});
     }
-    const TakenSection* const former = m_taken.find(key, numberOf(report));
+    const TakenSection* const former = m_taken.find(place);
     std::optional<Position> changedSilently = former == nullptr ? std::nullopt : former->changedSilently;
     if (report.sameVersion && !changedSilently) {
         changedSilently = report.position;
     }
-    m_taken.put(key, numberOf(report),
-                {report.header, report.position, changedSilently, report.damaged, pruned(report.fields)});
-}
-
-TableKey keyOf(const SectionReport& report) {
-    return {report.pid, report.tableId, report.header ? report.header->extension : std::uint16_t{0}};
-}
-
-std::uint8_t numberOf(const SectionReport& report) {
-    return report.header ? report.header->sectionNumber : std::uint8_t{0};
+    m_taken.put(place, {report.header, report.position, changedSilently, report.damaged, pruned(report.fields)});
 }
 
 } // namespace inspect

@@ -24,9 +24,4 @@ private:
     Refused m_refused;
 };
 
-TableKey keyOf(const SectionReport& report);
-
-/// Its section_number; 0 for one with the short header.
-std::uint8_t numberOf(const SectionReport& report);
-
 } // namespace inspect

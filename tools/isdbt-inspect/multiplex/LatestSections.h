@@ -1,37 +1,18 @@
 #pragma once
 
-#include "packets/Pid.h"
+#include "sections/Place.h"
 
-#include <cstdint>
 #include <iterator>
-#include <limits>
 #include <map>
-#include <optional>
-#include <tuple>
 
 namespace inspect {
-
-/// A table: the sections of one PID, table_id and table_id_extension.
-struct TableKey {
-    std::optional<Pid> pid; ///< nothing when it did not come in packets
-    std::uint8_t tableId;
-    std::uint16_t extension;
-
-    bool operator<(const TableKey& other) const {
-        return std::tie(tableId, extension, pid) < std::tie(other.tableId, other.extension, other.pid);
-    }
-};
 
 /// What was last said in each place of each table. Of more places than a multiplex has, it forgets the oldest of the
 /// PID and table that has most, so that events which come for ever do not displace the program maps.
 template <class Content, std::size_t CAPACITY> class LatestSections {
 public:
-    /// PID, table_id, table_id_extension, section_number.
-    using Place = std::tuple<std::optional<Pid>, std::uint8_t, std::uint16_t, std::uint8_t>;
-
-    void put(const TableKey& table, std::uint8_t sectionNumber, Content content) {
-        m_entries.insert_or_assign(Place{table.pid, table.tableId, table.extension, sectionNumber},
-                                   Entry{m_puts++, std::move(content)});
+    void put(const Place& place, Content content) {
+        m_entries.insert_or_assign(place, Entry{m_puts++, std::move(content)});
         if (m_entries.size() > CAPACITY) {
             m_entries.erase(oldestOfTheLargest());
             ++m_forgotten;
@@ -39,23 +20,22 @@ public:
     }
 
     /// Null when there is none.
-    const Content* find(const TableKey& table, std::uint8_t sectionNumber) const {
-        const auto found = m_entries.find({table.pid, table.tableId, table.extension, sectionNumber});
+    const Content* find(const Place& place) const {
+        const auto found = m_entries.find(place);
         return found == m_entries.end() ? nullptr : &found->second.content;
     }
 
     /// Forgets the sections that a table has no more.
-    void forgetBeyond(const TableKey& table, std::uint8_t lastSectionNumber) {
-        constexpr std::uint8_t HIGHEST = std::numeric_limits<std::uint8_t>::max();
-        m_entries.erase(m_entries.upper_bound({table.pid, table.tableId, table.extension, lastSectionNumber}),
-                        m_entries.upper_bound({table.pid, table.tableId, table.extension, HIGHEST}));
+    void forgetBeyond(const Place& last) {
+        const auto [begin, end] = behind(m_entries, last);
+        m_entries.erase(begin, end);
     }
 
     /// Forgets all tables of a table_id on a PID but this one.
     void forgetOthers(const TableKey& table) {
         for (auto entry = m_entries.begin(); entry != m_entries.end();) {
-            const auto& [pid, tableId, extension, number] = entry->first;
-            const bool other = pid == table.pid && tableId == table.tableId && extension != table.extension;
+            const TableKey& key = entry->first.table;
+            const bool other = ofOnePid(key, table) && key.extension != table.extension;
             entry = other ? m_entries.erase(entry) : std::next(entry);
         }
     }
@@ -64,7 +44,7 @@ public:
     /// @param visit void(const TableKey&, const Content&)
     template <class Visit> void forEach(const Visit& visit) const {
         for (const auto& [place, entry] : m_entries) {
-            visit(TableKey{std::get<0>(place), std::get<1>(place), std::get<2>(place)}, entry.content);
+            visit(place.table, entry.content);
         }
     }
 
@@ -80,8 +60,8 @@ private:
     };
     using Entries = std::map<Place, Entry>;
 
-    static bool ofOneTable(const Place& one, const Place& other) {
-        return std::get<0>(one) == std::get<0>(other) && std::get<1>(one) == std::get<1>(other);
+    static bool ofOnePid(const TableKey& one, const TableKey& other) {
+        return one.pid == other.pid && one.tableId == other.tableId;
     }
 
     typename Entries::iterator oldestOfTheLargest() {
@@ -91,7 +71,7 @@ private:
             auto oldest = begin;
             std::size_t size = 0;
             auto each = begin;
-            for (; each != m_entries.end() && ofOneTable(each->first, begin->first); ++each, ++size) {
+            for (; each != m_entries.end() && ofOnePid(each->first.table, begin->first.table); ++each, ++size) {
                 oldest = each->second.age < oldest->second.age ? each : oldest;
             }
             if (size > largest) {

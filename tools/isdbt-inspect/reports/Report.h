@@ -1,7 +1,7 @@
 #pragma once
 
 #include "describing/Field.h"
-#include "sections/Section.h"
+#include "sections/Place.h"
 
 #include <cstdint>
 #include <optional>
@@ -32,6 +32,10 @@ struct SectionReport {
     std::optional<Rejection> rejection;
     std::uint32_t fingerprint; ///< of its bytes
 };
+
+inline Place placeOf(const SectionReport& report) {
+    return Place::of(report.pid, report.tableId, report.header);
+}
 
 /// A descriptor that came by itself.
 struct DescriptorReport {

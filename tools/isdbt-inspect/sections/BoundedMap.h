@@ -1,9 +1,12 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <list>
 #include <map>
 #include <utility>
+#include <vector>
 
 namespace inspect {
 
@@ -43,6 +46,14 @@ public:
             m_entries.erase(found->second);
             m_byKey.erase(found);
         }
+    }
+
+    /// The keys behind one in its table, see behind().
+    std::vector<Key> keysBehind(const Key& key) const {
+        std::vector<Key> keys;
+        const auto [begin, end] = behind(m_byKey, key);
+        std::transform(begin, end, std::back_inserter(keys), [](const auto& entry) { return entry.first; });
+        return keys;
     }
 
     /// The entries, the one that was used last first.

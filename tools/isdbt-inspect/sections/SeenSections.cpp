@@ -11,12 +11,9 @@ constexpr int NO_VERSION = -1;
 } // namespace
 
 SeenSections::Sight SeenSections::look(const Section& section) {
-    Place place{section.pid(), section.tableId(), 0, 0, true};
-    Last now{NO_VERSION, section.fingerprint(), section.position().seconds};
-    if (const std::optional<LongHeader> header = section.longHeader()) {
-        place = {section.pid(), section.tableId(), header->extension, header->sectionNumber, header->current};
-        now.version = header->version;
-    }
+    const std::optional<LongHeader> header = section.longHeader();
+    const Place place = Place::of(section.pid(), section.tableId(), header);
+    const Last now{header ? header->version : NO_VERSION, section.fingerprint(), section.position().seconds};
     Last* const last = m_byPlace.find(place);
     if (last == nullptr) {
         m_byPlace.put(place, now);

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "sections/BoundedMap.h"
-#include "sections/Section.h"
-
-#include <tuple>
+#include "sections/Place.h"
 
 namespace inspect {
 
@@ -30,10 +28,6 @@ public:
     std::size_t size() const { return m_byPlace.entries().size(); }
 
 private:
-    /// PID, table_id, table_id_extension, section_number, current_next_indicator. The next version of a table is
-    /// announced beside the current one.
-    using Place = std::tuple<std::optional<Pid>, std::uint8_t, std::uint16_t, std::uint8_t, bool>;
-
     struct Last {
         int version;
         std::uint32_t fingerprint;

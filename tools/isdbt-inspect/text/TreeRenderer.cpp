@@ -1,7 +1,6 @@
 #include "text/TreeRenderer.h"
 
 #include "arranging/Arrangement.h"
-#include "multiplex/CurrentSections.h"
 #include "text/FaultText.h"
 #include "text/OutlineText.h"
 #include "text/SectionText.h"
@@ -24,7 +23,7 @@ void TreeRenderer::begin(const std::string& name) {
 
 void TreeRenderer::section(const SectionReport& report) {
     if (report.rejection) {
-        m_rejections.put(keyOf(report), numberOf(report), report);
+        m_rejections.put(placeOf(report), report);
     }
 }
 
