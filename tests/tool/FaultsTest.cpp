@@ -137,6 +137,38 @@ TEST(InspectFaults, ChangeWithoutANewVersion) {
     }
 }
 
+/// What changed is gone, was never valid, or is of a transport stream that is no more: it was wrong all the same.
+TEST(InspectFaults, SilentChangeOfASectionThatIsNotThereInTheEnd) {
+    LongHeader second = named(0x0735);
+    second.section = 1;
+    second.last = 1;
+    LongHeader next = named(0xE6A0, 1);
+    next.current = false;
+    StreamBuilder shorter = well();
+    shorter.section(SDT_PID, longSection(0x42, second, hex("0735 FF E6A1 FD 8000")))
+        .section(SDT_PID, longSection(0x42, second, hex("0735 FF E6A1 FC 8000")))
+        .section(SDT_PID, longSection(0x42, named(0x0735, 1), hex("0735 FF E6A0 FD 8000")));
+    const Finished ended = inspectStream(shorter, {"--view", "stats"});
+    EXPECT_EQ(ended.status, 3);
+    EXPECT_THAT(ended.output,
+                HasSubstr("1 fault:\n! Transport stream 0x0735 (1845): SDT changed without a new version\n"));
+
+    StreamBuilder announcing = well();
+    announcing.section(PMT_PID, longSection(0x02, next, hex("E131 F000 1B E131 F000")))
+        .section(PMT_PID, longSection(0x02, next, hex("E131 F000 1B E132 F000")));
+    const Finished announced = inspectStream(announcing, {});
+    EXPECT_EQ(announced.status, 3);
+    EXPECT_THAT(announced.output, HasSubstr("1 fault:\n! Service 0xE6A0 (59040): PMT changed without a new version\n"));
+
+    LongHeader other = named(0x0736);
+    StreamBuilder pats = well();
+    pats.section(PAT_PID, longSection(0x00, other, hex("E6A0 E101")))
+        .section(PAT_PID, longSection(0x00, other, hex("E6A0 E102")))
+        .section(PAT_PID, longSection(0x00, named(0x0735, 1), hex("E6A0 E101")));
+    EXPECT_THAT(inspectStream(pats, {}).output,
+                HasSubstr("1 fault:\n! Transport stream: PAT changed without a new version\n"));
+}
+
 /// Where the section is shown, that is said of it already.
 TEST(InspectFaults, OfAShownSectionAreNotSaidAgain) {
     StreamBuilder stream = well();

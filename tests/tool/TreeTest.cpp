@@ -152,12 +152,16 @@ TEST(InspectTree, OnlySomeTablesAreShown) {
 TEST(InspectTree, PmtWithoutAPat) {
     EXPECT_THAT(shown(StreamBuilder().section(PMT_PID, pmt("1B E111 F000")), {"--pid", "0x100"}),
                 StartsWith("Transport stream\n"
+                           "│  ! no NIT came\n"
                            "│  ! no PAT came\n"
+                           "│  ! no SDT came\n"
                            "└─ Service 0x0001 (1)  PMT PID 0x0100 version 0, PCR PID 0x01FF\n"
                            "   └─ Component PID 0x0111  H.264 video (0x1B)\n"
                            "\n"
-                           "1 fault:\n"
+                           "3 faults:\n"
+                           "! Transport stream: no NIT came\n"
                            "! Transport stream: no PAT came\n"
+                           "! Transport stream: no SDT came\n"
                            "1 packet"));
 }
 
@@ -493,7 +497,7 @@ TEST(InspectTree, SeveralInputsOneAfterTheOther) {
     const TemporaryFile second(StreamBuilder().section(PMT_PID, pmt("1B E111 F000")).bytes());
     const std::string output = inspect({"--pid", "0x100", first.path(), second.path()}).output;
     EXPECT_THAT(output, AllOf(StartsWith("== " + first.path() + " ==\nTransport stream 0x0735 (1845)"),
-                              HasSubstr("\n== " + second.path() + " ==\nTransport stream\n│  ! no PAT came\n")));
+                              HasSubstr("\n== " + second.path() + " ==\nTransport stream\n│  ! no NIT came\n")));
 }
 
 /// Events that come for ever do not displace the tables that came first.

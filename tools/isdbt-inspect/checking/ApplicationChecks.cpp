@@ -75,7 +75,8 @@ public:
 
 private:
     void add(FaultKind kind, std::string text) {
-        m_faults.add({&m_application, titleOfApplication(m_application)}, {kind, placeOf(m_ait), std::move(text), sinceOf(m_ait)});
+        m_faults.add({&m_application, titleOfApplication(m_application)},
+                     {kind, placeOf(m_ait), std::move(text), sinceOf(m_ait)});
     }
 
     Faults& m_faults;

@@ -36,6 +36,13 @@ public:
                 checkSections(m_faults, subject(*table), *table);
             }
         }
+        for (const auto& [table, position] : m_tables.silentChangesElsewhere()) {
+            m_faults.add(subject(m_multiplex),
+                         {faults::CHANGED_SILENTLY,
+                          {table.pid, table.tableId, table.extension},
+                          fmt::format("{} changed without a new version", tableName(table.tableId)),
+                          position});
+        }
         return std::move(m_faults);
     }
 
@@ -44,9 +51,10 @@ private:
     void checkNothing() {
         for (const TableKind& kind : TABLE_KINDS) {
             if (kind.pids.front() && m_tables.misses(kind.id)) {
-                m_faults.add(subject(m_multiplex),
-                             {faults::TABLE_MISSING, {kind.pids.front(), kind.id, std::nullopt},
-                              fmt::format("no {} came", kind.name), {}});
+                m_faults.add(subject(m_multiplex), {faults::TABLE_MISSING,
+                                                    {kind.pids.front(), kind.id, std::nullopt},
+                                                    fmt::format("no {} came", kind.name),
+                                                    {}});
             }
         }
     }
@@ -59,9 +67,9 @@ private:
             const std::int64_t said = numberIn(pat->beside("programs"), "network_pid").value_or(0);
             if (nit.key.pid && said != 0 && said != *nit.key.pid) {
                 m_faults.add(subject(network), {faults::WRONG_PID, placeOf(nit),
-                                        fmt::format("the NIT came on PID 0x{:04X}, but the PAT says 0x{:04X}",
-                                                    *nit.key.pid, said),
-                                        sinceOf(nit)});
+                                                fmt::format("the NIT came on PID 0x{:04X}, but the PAT says 0x{:04X}",
+                                                            *nit.key.pid, said),
+                                                sinceOf(nit)});
             }
         }
         for (const TransportStream& stream : network.streams) {
@@ -74,12 +82,10 @@ private:
     }
 
     void checkUnlisted(const TransportStream& stream) {
-        if (!stream.id) {
-            return;
-        }
         if (m_tables.misses(NIT)) {
-            m_faults.add(subject(stream), {faults::TABLE_MISSING, {std::nullopt, NIT, std::nullopt}, "no NIT came", {}});
-        } else if (areWhole(m_tables.of(NIT))) {
+            m_faults.add(subject(stream),
+                         {faults::TABLE_MISSING, {std::nullopt, NIT, std::nullopt}, "no NIT came", {}});
+        } else if (stream.id && areWhole(m_tables.of(NIT))) {
             m_faults.add(subject(stream), {faults::NOT_IN_NIT, {std::nullopt, NIT, stream.id}, "not in the NIT", {}});
         }
     }
@@ -95,6 +101,10 @@ private:
             checkPrograms(stream);
             checkDescriptions(stream);
         }
+        const bool described = !(stream.id ? m_tables.of(SDT, *stream.id) : m_tables.of(SDT)).empty();
+        if (stream.isThisOne && !described && m_tables.expects(SDT)) {
+            m_faults.add(subject(stream), {faults::TABLE_MISSING, {std::nullopt, SDT, stream.id}, "no SDT came", {}});
+        }
         for (const Service& service : stream.services) {
             checkService(m_faults, m_multiplex, stream, service);
         }
@@ -104,17 +114,17 @@ private:
         for (const Table* const pat : m_tables.of(PAT, *stream.id)) {
             checkSections(m_faults, subject(stream), *pat);
             if (pat->complete() && pat->entries("programs").empty()) {
-                m_faults.add(subject(stream), {faults::TABLE_EMPTY, placeOf(*pat), "the PAT has no program", sinceOf(*pat)});
+                m_faults.add(subject(stream),
+                             {faults::TABLE_EMPTY, placeOf(*pat), "the PAT has no program", sinceOf(*pat)});
             }
         }
     }
 
     void checkDescriptions(const TransportStream& stream) {
-        const std::vector<const Table*> descriptions = m_tables.of(SDT, *stream.id);
         constexpr std::int64_t NONE = -1;
         const std::int64_t listed =
             stream.entry == nullptr ? NONE : numberIn(*stream.entry, "original_network_id").value_or(NONE);
-        for (const Table* const sdt : descriptions) {
+        for (const Table* const sdt : m_tables.of(SDT, *stream.id)) {
             checkSections(m_faults, subject(stream), *sdt);
             const std::int64_t network = numberIn(sdt->beside("services"), "original_network_id").value_or(listed);
             if (listed != NONE && network != listed) {
@@ -124,17 +134,14 @@ private:
                               sinceOf(*sdt)});
             }
         }
-        if (stream.isThisOne && descriptions.empty() && m_tables.expects(SDT)) {
-            m_faults.add(subject(stream), {faults::TABLE_MISSING, {std::nullopt, SDT, stream.id}, "no SDT came", {}});
-        }
     }
 
     void checkUnclaimed(const Unclaimed& unclaimed) {
         if (unclaimed.pid && m_tables.expects(PMT)) {
             m_faults.add(subject(unclaimed), {faults::PID_UNANNOUNCED,
-                                      {unclaimed.pid, std::nullopt, std::nullopt},
-                                      "no PMT names this PID",
-                                      sinceOf(*unclaimed.tables.front())});
+                                              {unclaimed.pid, std::nullopt, std::nullopt},
+                                              "no PMT names this PID",
+                                              sinceOf(*unclaimed.tables.front())});
         }
         for (const Table* const table : unclaimed.tables) {
             checkCarried(m_faults, *table, nullptr);

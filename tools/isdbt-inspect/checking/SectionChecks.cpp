@@ -44,11 +44,10 @@ void checkSections(Faults& faults, const Subject& subject, const Table& table) {
     const auto add = [&](FaultKind kind, std::string text, std::optional<Position> since) {
         faults.add(subject, {kind, placeOf(table), std::move(text), since});
     };
+    for (const Position& position : table.silentChanges) {
+        add(faults::CHANGED_SILENTLY, fmt::format("{} changed without a new version", name), position);
+    }
     for (const TakenSection* const section : table.taken) {
-        if (section->changedSilently) {
-            add(faults::CHANGED_SILENTLY, fmt::format("{} changed without a new version", name),
-                section->changedSilently);
-        }
         if (section->damaged) {
             add(faults::DAMAGED, fmt::format("{} is incomplete, or its CRC_32 is wrong", name), section->position);
         }

@@ -73,7 +73,8 @@ private:
         checkUnique(pmt, component);
         const std::vector<const Table*> applications = m_tables.on(component.pid, AIT);
         if (applications.empty() && carriesApplicationInformation(component) && m_tables.expects(AIT)) {
-            m_faults.add(subject(component), {faults::TABLE_MISSING, {component.pid, AIT, std::nullopt}, "no AIT came", {}});
+            m_faults.add(subject(component),
+                         {faults::TABLE_MISSING, {component.pid, AIT, std::nullopt}, "no AIT came", {}});
         }
         const Multiplex::Claim* const claim = m_multiplex.claimOf(component.pid);
         if (claim != nullptr && claim->component == &component) {
@@ -91,9 +92,9 @@ private:
         const Component* const ofTag = component.tag ? withTag(pmt.components, *component.tag) : &component;
         if (ofTag != &component) {
             m_faults.add(subject(component), {faults::TAG_TWICE, place,
-                                      fmt::format("component tag 0x{:02X} is that of PID 0x{:04X}, too", *component.tag,
-                                                  ofTag->pid),
-                                      sinceOf(*pmt.table)});
+                                              fmt::format("component tag 0x{:02X} is that of PID 0x{:04X}, too",
+                                                          *component.tag, ofTag->pid),
+                                              sinceOf(*pmt.table)});
         }
         const auto ofPid = std::find_if(pmt.components.begin(), pmt.components.end(),
                                         [&component](const Component& other) { return other.pid == component.pid; });

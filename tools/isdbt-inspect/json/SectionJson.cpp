@@ -1,8 +1,8 @@
 #include "json/SectionJson.h"
 
+#include "tables/TableKinds.h"
 #include "json/FieldJson.h"
 #include "json/JsonValues.h"
-#include "tables/TableKinds.h"
 
 #include <nlohmann/json.hpp>
 

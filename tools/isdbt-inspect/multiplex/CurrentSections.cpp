@@ -20,10 +20,12 @@ std::string causeIn(const std::vector<std::string>& logLines) {
 } // namespace
 
 void CurrentSections::take(const SectionReport& report) {
+    if (report.sameVersion && m_silentChanges.find(placeOf(report)) == nullptr) {
+        m_silentChanges.put(placeOf(report), report.position);
+    }
     if (report.rejection) {
-        m_refused.put(
-            placeOf(report),
-            {report.header, report.position, report.rejection->errorName, causeIn(report.rejection->logLines)});
+        m_refused.put(placeOf(report), {report.header, report.position, report.rejection->errorName,
+                                        causeIn(report.rejection->logLines)});
     } else if (!report.header || report.header->current) {
         keep(report);
     }
@@ -37,12 +39,7 @@ void CurrentSections::keep(const SectionReport& report) {
     if (report.header) {
         m_taken.forgetBeyond({place.table, report.header->lastSectionNumber});
     }
-    const TakenSection* const former = m_taken.find(place);
-    std::optional<Position> changedSilently = former == nullptr ? std::nullopt : former->changedSilently;
-    if (report.sameVersion && !changedSilently) {
-        changedSilently = report.position;
-    }
-    m_taken.put(place, {report.header, report.position, changedSilently, report.damaged, pruned(report.fields)});
+    m_taken.put(place, {report.header, report.position, report.damaged, pruned(report.fields)});
 }
 
 } // namespace inspect

@@ -10,6 +10,7 @@ class CurrentSections {
 public:
     using Taken = LatestSections<TakenSection, 512>;
     using Refused = LatestSections<RefusedSection, 512>;
+    using Silent = LatestSections<Position, 512>;
 
     /// A section says something new.
     void take(const SectionReport& report);
@@ -17,11 +18,15 @@ public:
     const Taken& taken() const { return m_taken; }
     const Refused& refused() const { return m_refused; }
 
+    /// Where a section first changed without a new version, those included that are valid no more or not yet.
+    const Silent& silentChanges() const { return m_silentChanges; }
+
 private:
     void keep(const SectionReport& report);
 
     Taken m_taken;
     Refused m_refused;
+    Silent m_silentChanges;
 };
 
 } // namespace inspect

@@ -14,7 +14,6 @@ namespace inspect {
 struct TakenSection {
     std::optional<LongHeader> header;
     Position position;
-    std::optional<Position> changedSilently; ///< where it first changed without a new version
     bool damaged;
     Fields fields;
 };
@@ -32,6 +31,7 @@ struct Table {
     TableKey key;
     std::vector<const TakenSection*> taken;
     std::vector<const RefusedSection*> refused;
+    std::vector<Position> silentChanges; ///< where each section first changed without a new version
 
     /// What it says beside a list of entries: the fields of its first section, and the descriptors of all.
     Fields beside(std::string_view list) const;

@@ -2,8 +2,7 @@
 
 namespace inspect {
 
-Tables::Tables(const CurrentSections& sections, std::set<std::uint8_t> expected)
-    : m_expected(std::move(expected)) {
+Tables::Tables(const CurrentSections& sections, std::set<std::uint8_t> expected) : m_expected(std::move(expected)) {
     sections.taken().forEach([this](const TableKey& key, const TakenSection& section) {
         Table& table = m_tables[key];
         table.key = key;
@@ -13,6 +12,13 @@ Tables::Tables(const CurrentSections& sections, std::set<std::uint8_t> expected)
         Table& table = m_tables[key];
         table.key = key;
         table.refused.push_back(&section);
+    });
+    sections.silentChanges().forEach([this](const TableKey& key, const Position& position) {
+        if (const auto found = m_tables.find(key); found != m_tables.end()) {
+            found->second.silentChanges.push_back(position);
+        } else {
+            m_silentChangesElsewhere.emplace_back(key, position);
+        }
     });
 }
 

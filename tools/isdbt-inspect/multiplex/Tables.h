@@ -21,8 +21,14 @@ public:
     /// Whether a table is expected, and nothing of it came.
     bool misses(std::uint8_t tableId) const { return expects(tableId) && of(tableId).empty(); }
 
+    /// Those of tables of which nothing is valid now.
+    const std::vector<std::pair<TableKey, Position>>& silentChangesElsewhere() const {
+        return m_silentChangesElsewhere;
+    }
+
 private:
     std::map<TableKey, Table> m_tables;
+    std::vector<std::pair<TableKey, Position>> m_silentChangesElsewhere;
     std::set<std::uint8_t> m_expected;
 };
 

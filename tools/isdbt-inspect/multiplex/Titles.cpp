@@ -53,14 +53,14 @@ std::string titleOf(const Unclaimed& unclaimed) {
 
 std::string titleOf(const Table& table) {
     switch (table.key.tableId) {
-        case AIT:
-            return titleOfApplications(table);
-        case SDTT:
-            return titleOfDownload(table);
-        case TOT:
-            return "Time";
-        default:
-            return "DSM-CC stream descriptors";
+    case AIT:
+        return titleOfApplications(table);
+    case SDTT:
+        return titleOfDownload(table);
+    case TOT:
+        return "Time";
+    default:
+        return "DSM-CC stream descriptors";
     }
 }
 

@@ -1,8 +1,8 @@
 #include "text/TablesRenderer.h"
 
 #include "text/DescriptorLines.h"
-#include "text/FieldText.h"
 #include "text/FaultText.h"
+#include "text/FieldText.h"
 #include "text/SectionText.h"
 #include "text/SummaryText.h"
 
