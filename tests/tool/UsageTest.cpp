@@ -20,6 +20,16 @@ TEST(InspectUsage, HelpNamesArgumentsOptionsAndExitStatus) {
     }
 }
 
+TEST(InspectUsage, TablesGoByTheirNamesInAnyCase) {
+    const Finished finished = inspect({"--view", "diff", "--table", "Pat,SDT,DSM-CC", SAMPLE_FILE});
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.output, inspect({"--view", "diff", "--table", "pat,sdt,dsmcc", SAMPLE_FILE}).output);
+    EXPECT_THAT(finished.output, AllOf(StartsWith("+ PAT 0x0735"), HasSubstr("\n+ SDT 0x0735")));
+    EXPECT_EQ(inspect({"--descriptor", "PMT", "--hex", "52 01 07"}).output,
+              "stream_identifier_descriptor (0x52)  component_tag 0x07 (7)\n");
+    EXPECT_EQ(inspect({"--table", "EIT", SAMPLE_FILE}).status, 2);
+}
+
 TEST(InspectUsage, Version) {
     const Finished finished = inspect({"--version"});
     EXPECT_EQ(finished.status, 0);

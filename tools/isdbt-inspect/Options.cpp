@@ -104,6 +104,13 @@ template <class Value> auto checkName(const std::map<std::string, Value>& values
     };
 }
 
+/// What a table may be called: "PAT", "dsmcc", "DSM-CC".
+std::string withoutCase(std::string name) {
+    name.erase(std::remove(name.begin(), name.end(), '-'), name.end());
+    std::transform(name.begin(), name.end(), name.begin(), [](unsigned char each) { return std::tolower(each); });
+    return name;
+}
+
 /// Adds an option that has one of some values, by name.
 template <class Value, class Target>
 CLI::Option* addChoice(CLI::App& app, const std::string& option, Target& target,
@@ -127,6 +134,7 @@ void addInputs(CLI::App& app, Options& options) {
         ->check(checkHex);
     addChoice(app, "--descriptor", options.descriptorOf, TABLES, "the bytes of --hex are a descriptor of this table")
         ->type_name("TABLE")
+        ->transform(withoutCase)
         ->needs("--hex");
 }
 
@@ -152,6 +160,7 @@ void addInterest(CLI::App& app, Options& options) {
            "show these only: " + joined(TABLE_KINDS, ", ", [](const TableKind& kind) { return kind.option; }) +
                "; several behind commas")
         ->type_name("TABLE,...")
+        ->transform(withoutCase)
         ->allow_extra_args(false)
         ->delimiter(',')
         ->check(checkName(TABLES));
