@@ -36,6 +36,8 @@ TEST(InspectCharset, AnyThatIconvKnows) {
     EXPECT_EQ(nameShown("43 C3A2 6D 61 72 61", {"--charset", "UTF-8"}), "\"Câmara\"");
     EXPECT_EQ(nameShown("80", {"--charset=windows-1252"}), "\"€\"");
     EXPECT_EQ(nameShown("93FA 967B", {"--charset", "SHIFT_JIS"}), "\"日本\"");
+    EXPECT_EQ(nameShown("A4", {"--charset", "ISO-8859-1//"}), "\"¤\""); // as they are listed
+    EXPECT_EQ(nameShown("C3A2", {"--charset", "ISO-10646/UTF8/"}), "\"â\"");
 }
 
 TEST(InspectCharset, BytesThatAreNoCharactersAreShownEscaped) {
@@ -64,7 +66,7 @@ TEST(InspectCharset, TablesStayAligned) {
 }
 
 TEST(InspectCharset, UnknownNames) {
-    for (const char* const name : {"KLINGON", "UTF-8//IGNORE"}) {
+    for (const char* const name : {"KLINGON", "UTF-8//IGNORE", "UTF-8/", "//"}) {
         const Finished finished = inspectTables({"--charset", name, SAMPLE_FILE});
         EXPECT_EQ(finished.status, 2);
         EXPECT_EQ(finished.output, "");

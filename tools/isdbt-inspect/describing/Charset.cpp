@@ -1,5 +1,6 @@
 #include "describing/Charset.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fmt/format.h>
 
@@ -37,8 +38,10 @@ void appendShown(std::string& shown, std::string_view utf8) {
 } // namespace
 
 Charset::Charset(const std::string& name) : m_conversion(NO_CONVERSION) {
-    // iconv would take the empty name for the locale's, and what follows a slash for an order to drop characters.
-    if (!name.empty() && name.find('/') == std::string::npos) {
+    // Lists of names end each of them with slashes. iconv would take the empty name for the locale's, and what follows
+    // the second slash for an order to drop characters.
+    const auto slashes = std::count(name.begin(), name.end(), '/');
+    if (name.find_first_not_of('/') != std::string::npos && (slashes == 0 || (slashes == 2 && name.back() == '/'))) {
         m_conversion = iconv_open("UTF-8", name.c_str());
     }
     if (m_conversion == NO_CONVERSION) {
