@@ -12,7 +12,7 @@ namespace {
 
 class InspectRecordedTrees : public RecordedTest {
 protected:
-    static std::string shown(const std::string& name, std::vector<std::string> arguments = {}) {
+    static std::string shown(const std::string& name, std::vector<std::string> arguments = {"--width", "300"}) {
         arguments.push_back(recordedStream(name));
         const Finished finished = inspect(arguments);
         EXPECT_EQ(finished.errors, "");
@@ -86,7 +86,7 @@ TEST_F(InspectRecordedTrees, SatelliteMultiplexWhoseNitIsRejected) {
 }
 
 TEST_F(InspectRecordedTrees, EventsOfAPidGivenByHand) {
-    EXPECT_THAT(shown("tsduck-032.1.ts", {"--pid", "404"}),
+    EXPECT_THAT(shown("tsduck-032.1.ts", {"--pid", "404", "--width", "300"}),
                 StartsWith("Transport stream\n"
                            "   ! no PAT came\n"
                            "   ! no NIT came\n"

@@ -10,7 +10,9 @@ namespace inspect {
 /// The multiplex in one outline, when the input ends.
 class TreeRenderer : public Renderer {
 public:
-    TreeRenderer(Output& output, const Style& style) : m_output(output), m_style(style) {}
+    TreeRenderer(Output& output, const Style& style) : m_output(output), m_style(style) {
+        m_style.wraps = true; // a branch would else go on below those of others
+    }
 
     void begin(const std::string& name) override;
     void section(const SectionReport& report) override;
