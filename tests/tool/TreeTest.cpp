@@ -169,6 +169,13 @@ TEST(InspectTree, PmtWithoutAPat) {
                            "1 packet"));
 }
 
+/// The PID of null packets stands for no clock of its own.
+TEST(InspectTree, ProgramWithoutAClock) {
+    const ByteVector program = longSection(0x02, {}, hex("FFFF F000  1B E111 F000"));
+    EXPECT_THAT(shown(StreamBuilder().section(PMT_PID, program), {"--pid", "0x100"}),
+                HasSubstr("Service 0x0001 (1)  PMT PID 0x0100 version 0, no PCR\n"));
+}
+
 TEST(InspectTree, ServicesThatOneTableHasAndTheOtherHasNot) {
     StreamBuilder stream;
     stream.section(PAT_PID, pat("0001 E100 0002 E101"));

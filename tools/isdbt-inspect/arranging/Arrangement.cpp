@@ -3,7 +3,7 @@
 #include "arranging/DownloadNodes.h"
 #include "arranging/TimeNodes.h"
 #include "arranging/TransportStreams.h"
-#include "multiplex/FieldLookup.h"
+#include "describing/FieldLookup.h"
 #include "multiplex/Titles.h"
 #include "tables/TableKinds.h"
 

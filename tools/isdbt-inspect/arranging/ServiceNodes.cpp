@@ -2,7 +2,7 @@
 
 #include "arranging/ApplicationNodes.h"
 #include "arranging/EventNodes.h"
-#include "multiplex/FieldLookup.h"
+#include "describing/FieldLookup.h"
 #include "multiplex/Titles.h"
 #include "tables/TableKinds.h"
 
@@ -84,6 +84,10 @@ void ServiceNodes::appendProgramMap(Node& node, const ProgramMap& pmt) const {
     Fields rest = pmt.table->beside("elementary_streams");
     take(rest, "program_number");
     node.sayVersion(*pmt.table);
+    if (numberIn(rest, "pcr_pid") == NULL_PID) {
+        take(rest, "pcr_pid");
+        node.say("no PCR");
+    }
     node.say("PCR PID", take(rest, "pcr_pid"));
     node.tell("PMT", std::move(rest));
     for (const Component& component : pmt.components) {

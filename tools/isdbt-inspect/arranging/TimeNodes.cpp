@@ -1,6 +1,6 @@
 #include "arranging/TimeNodes.h"
 
-#include "multiplex/FieldLookup.h"
+#include "describing/FieldLookup.h"
 #include "multiplex/Titles.h"
 
 namespace inspect {

@@ -1,6 +1,6 @@
 #include "arranging/TransportStreams.h"
 
-#include "multiplex/FieldLookup.h"
+#include "describing/FieldLookup.h"
 #include "multiplex/Titles.h"
 #include "tables/TableKinds.h"
 

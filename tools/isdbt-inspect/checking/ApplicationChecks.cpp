@@ -1,7 +1,7 @@
 #include "checking/ApplicationChecks.h"
 
 #include "checking/SectionChecks.h"
-#include "multiplex/FieldLookup.h"
+#include "describing/FieldLookup.h"
 #include "pmt/TProgramMap.h"
 #include "tables/TableKinds.h"
 

@@ -2,7 +2,7 @@
 
 #include "checking/ApplicationChecks.h"
 #include "checking/SectionChecks.h"
-#include "multiplex/FieldLookup.h"
+#include "describing/FieldLookup.h"
 #include "tables/TableKinds.h"
 
 #include <algorithm>

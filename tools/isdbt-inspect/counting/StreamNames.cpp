@@ -1,45 +1,23 @@
 #include "counting/StreamNames.h"
 
-#include <algorithm>
+#include "describing/FieldLookup.h"
+
 #include <fmt/format.h>
-#include <string_view>
 
 namespace inspect {
 
-namespace {
-
-template <class Value> const Field* find(const Fields& fields, std::string_view name) {
-    const auto found = std::find_if(fields.begin(), fields.end(), [name](const Field& field) {
-        return field.name == name && std::holds_alternative<Value>(field.value);
-    });
-    return found == fields.end() ? nullptr : &*found;
-}
-
-std::int64_t numberIn(const Field& field) {
-    return std::get<Number>(field.value).value;
-}
-
-Pid pidIn(const Field& field) {
-    return static_cast<Pid>(numberIn(field));
-}
-
-} // namespace
-
 void StreamNames::learn(const Fields& programMap) {
-    if (const Field* const clock = find<Number>(programMap, "pcr_pid")) {
-        m_names.emplace(pidIn(*clock), "PCR");
+    if (const std::optional<std::int64_t> clock = numberIn(programMap, "pcr_pid"); clock && clock != NULL_PID) {
+        m_names.emplace(static_cast<Pid>(*clock), "PCR");
     }
-    const Field* const streams = find<List>(programMap, "elementary_streams");
-    if (streams == nullptr) {
-        return;
-    }
-    for (const Field& stream : std::get<List>(streams->value).elements) {
-        const Fields& fields = std::get<Object>(stream.value).fields;
-        const Field* const pid = find<Number>(fields, "elementary_pid");
-        const Field* const type = find<Number>(fields, "stream_type");
-        if (pid != nullptr && type != nullptr) {
-            m_names[pidIn(*pid)] =
-                type->codeName.empty() ? fmt::format("stream_type 0x{:02X}", numberIn(*type)) : type->codeName;
+    for (const Field& stream : elements(programMap, "elementary_streams")) {
+        const std::optional<std::int64_t> pid = numberIn(inner(stream), "elementary_pid");
+        const Field* const type = find(inner(stream), "stream_type");
+        if (pid && type != nullptr) {
+            m_names[static_cast<Pid>(*pid)] =
+                type->codeName.empty()
+                    ? fmt::format("stream_type 0x{:02X}", numberIn(inner(stream), "stream_type").value_or(0))
+                    : type->codeName;
         }
     }
 }

@@ -1,4 +1,4 @@
-#include "multiplex/FieldLookup.h"
+#include "describing/FieldLookup.h"
 
 #include <algorithm>
 

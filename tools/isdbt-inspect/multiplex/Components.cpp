@@ -1,7 +1,7 @@
 #include "multiplex/Components.h"
 
+#include "describing/FieldLookup.h"
 #include "descriptors/TDataComponentDescriptor.h"
-#include "multiplex/FieldLookup.h"
 
 #include <algorithm>
 

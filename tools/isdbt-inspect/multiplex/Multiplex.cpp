@@ -1,6 +1,6 @@
 #include "multiplex/Multiplex.h"
 
-#include "multiplex/FieldLookup.h"
+#include "describing/FieldLookup.h"
 #include "tables/TableKinds.h"
 
 #include <iterator>

@@ -1,6 +1,6 @@
 #include "multiplex/Table.h"
 
-#include "multiplex/FieldLookup.h"
+#include "describing/FieldLookup.h"
 
 #include <set>
 

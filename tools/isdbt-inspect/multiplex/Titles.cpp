@@ -1,6 +1,6 @@
 #include "multiplex/Titles.h"
 
-#include "multiplex/FieldLookup.h"
+#include "describing/FieldLookup.h"
 #include "tables/TableKinds.h"
 
 #include <fmt/format.h>
