@@ -1,38 +1,40 @@
 #include "inputs/RtpDatagram.h"
 
+#include <array>
+#include <bitstream/ietf/rtp.h>
 #include <bitstream/mpeg/ts.h>
 
 namespace inspect {
 
 namespace {
 
-constexpr std::size_t HEADER_SIZE = 12;
 constexpr std::size_t WORD = 4;
-constexpr unsigned VERSION = 2;
 
-unsigned u16(const std::uint8_t* at) {
-    return static_cast<unsigned>(at[0]) << 8U | at[1];
+std::uint32_t sourceOf(const std::uint8_t* header) {
+    std::array<std::uint8_t, WORD> bytes{};
+    rtp_get_ssrc(header, bytes.data());
+    std::uint32_t source = 0;
+    for (const std::uint8_t byte : bytes) {
+        source = source << 8U | byte;
+    }
+    return source;
 }
 
 } // namespace
 
 std::optional<RtpDatagram> readRtp(const std::uint8_t* data, std::size_t size) {
-    if (size < HEADER_SIZE || data[0] >> 6U != VERSION) {
+    if (size < RTP_HEADER_SIZE || !rtp_check_hdr(data)) {
         return std::nullopt;
     }
-    const bool padded = (data[0] & 0x20U) != 0;
-    const bool extended = (data[0] & 0x10U) != 0;
-    std::size_t header = HEADER_SIZE + WORD * (data[0] & 0x0FU);
-    if (extended && header + WORD <= size) {
-        header += WORD + WORD * u16(data + header + 2);
+    std::size_t header = RTP_HEADER_SIZE + WORD * rtp_get_cc(data);
+    if (rtp_check_extension(data) && header + RTP_EXTENSION_SIZE <= size) {
+        header += RTP_EXTENSION_SIZE + WORD * rtpx_get_length(data + header);
     }
-    const std::size_t padding = padded ? data[size - 1] : 0;
+    const std::size_t padding = rtp_check_padding(data) ? data[size - 1] : 0;
     if (header + padding >= size || !ts_validate(data + header)) {
         return std::nullopt;
     }
-    return RtpDatagram{static_cast<std::uint16_t>(u16(data + 2)),
-                       static_cast<std::uint32_t>(u16(data + 8)) << 16U | u16(data + 10), data + header,
-                       size - header - padding};
+    return RtpDatagram{rtp_get_seqnum(data), sourceOf(data), data + header, size - header - padding};
 }
 
 } // namespace inspect
