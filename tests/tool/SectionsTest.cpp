@@ -1,8 +1,10 @@
 #include "Process.h"
 #include "Streams.h"
 
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sstream>
 
 using testing::EndsWith;
 using testing::HasSubstr;
@@ -202,6 +204,18 @@ TEST(InspectSections, HaveNoPid) {
     }
 }
 
+TEST(InspectSections, OfAFileNamedSoAreKnown) {
+    const TemporaryFile file(pat("0001 E100"));
+    const std::string path = file.path() + ".sec";
+    std::filesystem::copy(file.path(), path);
+    const Finished finished = inspectTables({path});
+    const Finished other = inspectTables({file.path()});
+    std::filesystem::remove(path);
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.output, PAT_SHOWN);
+    EXPECT_EQ(other.status, 1);
+}
+
 TEST(InspectHex, ASectionOutOfALog) {
     for (const char* const digits :
          {PAT_HEX, "00b00d0001c1000000 01e100e8f95e7d", "  00 B0 0D 00 01 C1 00 00\n  00 01 E1 00 E8 F9 5E 7D\t\r\n"}) {
@@ -219,12 +233,45 @@ TEST(InspectHex, ShowsWhatComesTwice) {
 }
 
 TEST(InspectHex, OtherThanBytes) {
-    for (const char* const digits : {"", "  ", "0", "00 B", "0x00", "00 B0 XY", "00,B0"}) {
+    for (const char* const digits : {"", "0", "00 B", "00 B0 XY"}) {
         const Finished finished = inspectHex(digits);
         EXPECT_EQ(finished.status, 2) << digits;
         EXPECT_EQ(finished.output, "");
-        EXPECT_THAT(finished.errors, StartsWith("isdbt-inspect: --hex: no bytes in hexadecimal: two digits for each"));
+        EXPECT_THAT(finished.errors, StartsWith("isdbt-inspect: --hex: "));
     }
+    EXPECT_EQ(inspectHex("00 B0\n0D XY").errors, "isdbt-inspect: --hex: line 2, column 4: two hexadecimal digits "
+                                                 "expected, not \"XY\"\nRun with --help for more information.\n");
+}
+
+TEST(InspectHex, MayComeFromStandardInput) {
+    Start start;
+    start.input = text("0000: 00b0 0d00 01c1 0000 0001 e100 e8f9 5e7d  .......}\n");
+    const Finished finished = inspect({"--hex", "-"}, start);
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.errors, "");
+    EXPECT_EQ(finished.output, PAT_SHOWN);
+}
+
+/// What the tool writes of a section that it rejects, it reads again.
+TEST(InspectHex, ItsOwnDump) {
+    const std::string shown = inspectHex("02 B0 14 E6 A0 C1 00 00 E1 00 F0 00 1B E1 11 F0 02 52 00 4D 74 93 47").output;
+    const std::size_t begin = shown.find('\n', shown.find("  bytes (23)")) + 1;
+    EXPECT_EQ(inspectHex(shown.substr(begin, shown.find("\n\n", begin) - begin)).output, shown);
+}
+
+/// Nothing says what a packet carries, or that others would come.
+TEST(InspectHex, APacketOutOfALog) {
+    StreamBuilder stream;
+    stream.section(0x0100, longSection(0x02, {}, hex("E100 F000 1B E111 F000")));
+    std::ostringstream digits;
+    for (const unsigned byte : stream.bytes()) {
+        digits << "0x" << std::hex << byte << ", ";
+    }
+    const Finished finished = inspectHex(digits.str());
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_THAT(finished.output, StartsWith("PMT  PID 0x0100  version 0  section 0/0  current  packet 1\n"));
+    EXPECT_THAT(finished.output, EndsWith("\n\n1 packet of 188 bytes, 1 section on 1 PID: 1 shown, 0 rejected, 0 CRC "
+                                          "errors, 0 discontinuities\n"));
 }
 
 TEST(InspectHex, NothingThatTheLibraryKnows) {

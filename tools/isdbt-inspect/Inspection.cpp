@@ -6,6 +6,7 @@
 #include "inputs/MeasuredInput.h"
 #include "inputs/MemoryInput.h"
 
+#include <bitstream/mpeg/ts.h>
 #include <cstdio>
 
 namespace inspect {
@@ -19,6 +20,17 @@ std::unique_ptr<Input> open(const std::string& path, const Interruption& interru
         return std::make_unique<DatagramInput>(path, interruption);
     }
     return std::make_unique<FileInput>(path, interruption);
+}
+
+/// Section filters record files of that name.
+bool isNameOfSections(const std::string& path) {
+    constexpr std::string_view ENDING = ".sec";
+    return path.size() > ENDING.size() && path.compare(path.size() - ENDING.size(), ENDING.size(), ENDING) == 0;
+}
+
+/// Transport packets have a sync byte, and no table has that table_id.
+bool arePackets(const std::vector<std::uint8_t>& bytes) {
+    return bytes.size() % TS_SIZE == 0 && ts_validate(bytes.data());
 }
 
 } // namespace
@@ -58,7 +70,7 @@ template <class Work> void Inspection::attempt(Work work) {
 bool Inspection::inspectInput(const std::string& path) {
     MeasuredInput input(open(path, m_interruption), [this](std::size_t count) { m_progress.advance(count); });
     Inspector inspector(m_renderer, m_options.interest, m_charset);
-    if (m_options.sections) {
+    if (m_options.sections || isNameOfSections(path)) {
         inspector.runSections(input, Repetitions::Hidden);
     } else {
         inspector.run(input);
@@ -68,6 +80,13 @@ bool Inspection::inspectInput(const std::string& path) {
 
 bool Inspection::inspectHex() {
     MemoryInput input(HEX, *m_options.hex);
+    if (arePackets(*m_options.hex)) {
+        Interest interest = m_options.interest;
+        interest.pids.set(); // nothing says what each one carries
+        Inspector inspector(m_renderer, interest, m_charset);
+        inspector.runPackets(input);
+        return inspector.foundFault();
+    }
     Inspector inspector(m_renderer, m_options.interest, m_charset);
     inspector.runSections(input, Repetitions::Shown);
     if (!inspector.foundKnownTable()) {

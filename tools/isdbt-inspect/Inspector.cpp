@@ -66,6 +66,14 @@ Inspector::Inspector(Renderer& renderer, const Interest& interest, const Charset
 }
 
 void Inspector::run(Input& input) {
+    read(input, expected());
+}
+
+void Inspector::runPackets(Input& input) {
+    read(input, {});
+}
+
+void Inspector::read(Input& input, std::set<std::uint8_t> expected) {
     m_renderer.begin(input.name());
     PacketReader packets(input);
     while (const std::uint8_t* const packet = packets.next(m_gatherer.pids())) {
@@ -74,7 +82,7 @@ void Inspector::run(Input& input) {
             take(section);
         }
     }
-    finish(summary(packets), input, expected());
+    finish(summary(packets), input, std::move(expected));
     if (packets.cutOffBytes() != 0) {
         throw InputError(input.name(), fmt::format("cut off in its last packet ({} of {} bytes)", packets.cutOffBytes(),
                                                    packets.spacing()));

@@ -35,6 +35,10 @@ public:
     /// @throws InputError
     void run(Input& input);
 
+    /// The same for some packets of a stream: nobody misses others.
+    /// @throws InputError
+    void runPackets(Input& input);
+
     /// The same for an input of sections, one behind the other. What is damaged is shown, too: as the library takes it.
     /// @throws InputError
     void runSections(Input& input, Repetitions repetitions);
@@ -51,6 +55,7 @@ private:
     void show(const Section& section, SeenSections::News news);
     void takeAsItIs(const Section& section, Repetitions repetitions);
     Summary summary(const PacketReader& packets) const;
+    void read(Input& input, std::set<std::uint8_t> expected);
     std::set<std::uint8_t> expected() const;
     void finish(Summary last, const Input& input, std::set<std::uint8_t> expected);
 

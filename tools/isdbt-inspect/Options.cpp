@@ -1,17 +1,18 @@
 #include "Options.h"
 
+#include "inputs/HexText.h"
 #include "inputs/StreamAddress.h"
 #include "tables/TableKinds.h"
 
 #include <CLI/CLI.hpp>
 #include <charconv>
+#include <iostream>
+#include <iterator>
 #include <map>
 
 namespace inspect {
 
 namespace {
-
-constexpr unsigned HEXADECIMAL = 16;
 
 /// The values that an option has, by what it calls them.
 template <class Rows, class Entry> auto named(const Rows& rows, Entry entry) {
@@ -50,22 +51,6 @@ std::optional<Pid> readPid(const std::string& text) {
     return pid;
 }
 
-/// Bytes in hexadecimal, with white space wherever people put it. Nothing when the text is something else.
-std::optional<std::vector<std::uint8_t>> readHex(std::string text) {
-    text.erase(std::remove_if(text.begin(), text.end(), [](unsigned char each) { return std::isspace(each) != 0; }),
-               text.end());
-    const bool allDigits =
-        std::all_of(text.begin(), text.end(), [](unsigned char each) { return std::isxdigit(each) != 0; });
-    if (!allDigits || text.empty() || text.size() % 2 != 0) {
-        return std::nullopt;
-    }
-    std::vector<std::uint8_t> bytes;
-    for (std::size_t at = 0; at < text.size(); at += 2) {
-        bytes.push_back(static_cast<std::uint8_t>(std::stoul(text.substr(at, 2), nullptr, HEXADECIMAL)));
-    }
-    return bytes;
-}
-
 std::string checkPid(const std::string& text) {
     return readPid(text) ? "" : text + " is no PID (0 to 8190, or 0x0000 to 0x1FFE)";
 }
@@ -81,8 +66,9 @@ std::string checkInput(const std::string& text) {
     }
 }
 
-std::string checkHex(const std::string& text) {
-    return readHex(text) ? "" : "no bytes in hexadecimal: two digits for each";
+/// @param text bytes in hexadecimal, or "-" when they are to come from standard input
+std::vector<std::uint8_t> readHexOf(const std::string& text) {
+    return readHex(text == "-" ? std::string(std::istreambuf_iterator<char>(std::cin), {}) : text);
 }
 
 std::string checkCharset(const std::string& name) {
@@ -126,12 +112,12 @@ void addInputs(CLI::App& app, Options& options) {
                    "transport streams with packets of 188, 192 or 204 bytes; - is standard input; "
                    "udp://[GROUP@]ADDRESS:PORT receives one, in RTP or without")
         ->check(checkInput);
-    app.add_flag("--sections", options.sections, "the files hold sections, one behind the other, and no packets");
+    app.add_flag("--sections", options.sections,
+                 "the files hold sections, one behind the other, and no packets, as those named *.sec do");
     app.add_option_function<std::string>(
-           "--hex", [&options](const std::string& text) { options.hex = readHex(text); },
-           "a section in hexadecimal, in place of a file")
-        ->type_name("BYTES")
-        ->check(checkHex);
+           "--hex", [&options](const std::string& text) { options.hex = readHexOf(text); },
+           "sections or packets in hexadecimal, as logs and dumps hold them, in place of a file; - is standard input")
+        ->type_name("BYTES");
     addChoice(app, "--descriptor", options.descriptorOf, TABLES, "the bytes of --hex are a descriptor of this table")
         ->type_name("TABLE")
         ->transform(withoutCase)
@@ -221,6 +207,8 @@ std::optional<Options> readOptions(int argc, char** argv) {
         return std::nullopt;
     } catch (const CLI::ParseError& error) {
         throw UsageError(error.what());
+    } catch (const HexError& error) {
+        throw UsageError(std::string("--hex: ") + error.what());
     }
     checkTogether(app, options);
     if (options.descriptorOf || (options.hex && app.count("--view") == 0)) {

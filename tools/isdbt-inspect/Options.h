@@ -17,7 +17,7 @@ namespace inspect {
 struct Options {
     std::vector<std::string> inputs;              ///< files, "-", or addresses: "udp://239.1.1.1:5000"
     bool sections = false;                        ///< the files hold sections, no packets
-    std::optional<std::vector<std::uint8_t>> hex; ///< a section, or a descriptor, in place of the inputs
+    std::optional<std::vector<std::uint8_t>> hex; ///< sections, packets or descriptors, in place of the inputs
     std::optional<std::uint8_t> descriptorOf;     ///< the bytes are descriptors of this table_id
     Interest interest;
     std::string charset = Charset::USUAL;
