@@ -180,6 +180,23 @@ TEST(InspectFaults, OfAShownSectionAreNotSaidAgain) {
     }
 }
 
+/// Receivers need it in the clear.
+TEST(InspectFaults, TablesThatAreScrambled) {
+    const ByteVector announcing = pmt("05 E321 F004 FD02 00A3");
+    const ByteVector ait = longSection(0x74, named(0x0009), hex("F000 F000"));
+    StreamBuilder stream;
+    stream.section(PAT_PID, pat("E6A0 E101  E6A1 E102")).section(PMT_PID, announcing);
+    stream.section(0x0102, announcing).patch(3, 0x90).section(0x0321, ait).patch(3, 0xD0);
+    const Finished finished = inspectStream(stream, {"--table", "pat,pmt,ait"});
+    EXPECT_EQ(finished.status, 3);
+    EXPECT_THAT(finished.output, HasSubstr("\n│        ! its AIT is scrambled\n"));
+    EXPECT_THAT(finished.output, HasSubstr("\n2 faults:\n"
+                                           "! Component PID 0x0321: its AIT is scrambled\n"
+                                           "! Service 0xE6A1 (59041): its PMT is scrambled\n"));
+    EXPECT_THAT(inspectStream(stream, {"--json", "--table", "pat,pmt"}).output,
+                HasSubstr(R"~("fault":"scrambled","severity":"error","about":"Service 0xE6A1 (59041)")~"));
+}
+
 TEST(InspectFaults, StreamWithoutAnyTable) {
     for (const char* const view : VIEWS) {
         const Finished finished = inspectStream(StreamBuilder().null(10), {"--view", view});

@@ -143,7 +143,13 @@ void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> 
         m_foundFault = m_foundFault || finding.count != 0;
     }
     last.forgotten = m_current.taken().forgotten();
-    const Tables tables(m_current, std::move(expected));
+    std::set<Pid> scrambled;
+    for (const auto& [pid, counts] : m_gatherer.counts()) {
+        if (counts.scrambled != 0 && counts.sections == 0) {
+            scrambled.insert(pid);
+        }
+    }
+    const Tables tables(m_current, std::move(expected), std::move(scrambled));
     const Multiplex multiplex(tables);
     const Faults faults = check(multiplex);
     m_foundFault = m_foundFault || !faults.all().empty();

@@ -29,6 +29,7 @@ inline constexpr FaultKind DAMAGED{"damaged", Severity::Error, true};
 inline constexpr FaultKind REJECTED{"rejected", Severity::Error, true};
 inline constexpr FaultKind SECTION_MISSING{"section_missing", Severity::Error};
 inline constexpr FaultKind TABLE_MISSING{"table_missing", Severity::Error};
+inline constexpr FaultKind SCRAMBLED{"scrambled", Severity::Error};
 inline constexpr FaultKind TABLE_EMPTY{"table_empty", Severity::Warning};
 inline constexpr FaultKind WRONG_PID{"wrong_pid", Severity::Error};
 inline constexpr FaultKind NOT_IN_NIT{"not_in_nit", Severity::Warning};

@@ -23,7 +23,9 @@ public:
 
     void checkAll() {
         if (m_service.programMapPid && m_service.programMaps.empty() && m_tables.expects(PMT)) {
-            add(faults::TABLE_MISSING, {m_service.programMapPid, PMT, m_service.id}, "no PMT came");
+            const bool scrambled = m_tables.isScrambled(*m_service.programMapPid);
+            add(scrambled ? faults::SCRAMBLED : faults::TABLE_MISSING, {m_service.programMapPid, PMT, m_service.id},
+                scrambled ? "its PMT is scrambled" : "no PMT came");
         }
         for (const ProgramMap& pmt : m_service.programMaps) {
             checkProgramMap(pmt);
@@ -73,8 +75,11 @@ private:
         checkUnique(pmt, component);
         const std::vector<const Table*> applications = m_tables.on(component.pid, AIT);
         if (applications.empty() && carriesApplicationInformation(component) && m_tables.expects(AIT)) {
-            m_faults.add(subject(component),
-                         {faults::TABLE_MISSING, {component.pid, AIT, std::nullopt}, "no AIT came", {}});
+            const bool scrambled = m_tables.isScrambled(component.pid);
+            m_faults.add(subject(component), {scrambled ? faults::SCRAMBLED : faults::TABLE_MISSING,
+                                              {component.pid, AIT, std::nullopt},
+                                              scrambled ? "its AIT is scrambled" : "no AIT came",
+                                              {}});
         }
         const Multiplex::Claim* const claim = m_multiplex.claimOf(component.pid);
         if (claim != nullptr && claim->component == &component) {

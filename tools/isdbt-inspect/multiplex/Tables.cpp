@@ -2,7 +2,8 @@
 
 namespace inspect {
 
-Tables::Tables(const CurrentSections& sections, std::set<std::uint8_t> expected) : m_expected(std::move(expected)) {
+Tables::Tables(const CurrentSections& sections, std::set<std::uint8_t> expected, std::set<Pid> scrambled)
+    : m_expected(std::move(expected)), m_scrambled(std::move(scrambled)) {
     sections.taken().forEach([this](const TableKey& key, const TakenSection& section) {
         Table& table = m_tables[key];
         table.key = key;

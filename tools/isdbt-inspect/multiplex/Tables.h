@@ -10,7 +10,9 @@ namespace inspect {
 class Tables {
 public:
     /// @param expected tables that a multiplex has, and that are shown: where they are missing, that is said
-    Tables(const CurrentSections& sections, std::set<std::uint8_t> expected);
+    /// @param scrambled PIDs on which nothing came that can be read
+    explicit Tables(const CurrentSections& sections, std::set<std::uint8_t> expected = {},
+                    std::set<Pid> scrambled = {});
 
     std::vector<const Table*> of(std::uint8_t tableId) const;
     std::vector<const Table*> of(std::uint8_t tableId, std::uint16_t extension) const;
@@ -21,6 +23,8 @@ public:
     /// Whether a table is expected, and nothing of it came.
     bool misses(std::uint8_t tableId) const { return expects(tableId) && of(tableId).empty(); }
 
+    bool isScrambled(Pid pid) const { return m_scrambled.count(pid) != 0; }
+
     /// Those of tables of which nothing is valid now.
     const std::vector<std::pair<TableKey, Position>>& silentChangesElsewhere() const {
         return m_silentChangesElsewhere;
@@ -30,6 +34,7 @@ private:
     std::map<TableKey, Table> m_tables;
     std::vector<std::pair<TableKey, Position>> m_silentChangesElsewhere;
     std::set<std::uint8_t> m_expected;
+    std::set<Pid> m_scrambled;
 };
 
 } // namespace inspect

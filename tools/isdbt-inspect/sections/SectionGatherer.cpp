@@ -33,6 +33,7 @@ bool announcesDiscontinuity(const std::uint8_t* packet) {
 PidCounts& PidCounts::operator+=(const PidCounts& other) {
     packets += other.packets;
     sections += other.sections;
+    scrambled += other.scrambled;
     crcErrors += other.crcErrors;
     discontinuities += other.discontinuities;
     transportErrors += other.transportErrors;
@@ -81,7 +82,9 @@ std::vector<Section>& SectionGatherer::push(const std::uint8_t* packet, const Po
         ++counts.transportErrors;
         return m_found;
     }
-    if (!ts_has_payload(packet) || ts_get_scrambling(packet) != 0 || !continues(stream, counts, packet)) {
+    const bool scrambled = ts_get_scrambling(packet) != 0;
+    counts.scrambled += scrambled ? 1U : 0U;
+    if (!ts_has_payload(packet) || scrambled || !continues(stream, counts, packet)) {
         return m_found;
     }
     if (!wellFormed(packet)) {

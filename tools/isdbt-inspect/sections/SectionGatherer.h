@@ -10,7 +10,8 @@ namespace inspect {
 /// What came in on a PID, and what of it was damaged.
 struct PidCounts {
     std::uint64_t packets = 0;
-    std::uint64_t sections = 0; ///< complete ones, sound or not
+    std::uint64_t sections = 0;  ///< complete ones, sound or not
+    std::uint64_t scrambled = 0; ///< packets whose payload is for receivers with its key
     std::uint64_t crcErrors = 0;
     std::uint64_t discontinuities = 0;
     std::uint64_t transportErrors = 0;  ///< packets that the demodulator marked as damaged
