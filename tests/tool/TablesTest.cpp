@@ -278,3 +278,28 @@ TEST(InspectTables, LongBytesGoOnInTheNextLine) {
                           "                        22 22 22\n"
                           "  elementary_streams (0)\n"));
 }
+
+/// Nothing at all stands beside some names, however narrow the lines are.
+TEST(InspectTables, MayBeNarrow) {
+    for (unsigned width = 40; width <= 50; ++width) {
+        const Finished finished = inspect({"--view", "tables", "--width", std::to_string(width), SAMPLE_FILE});
+        EXPECT_EQ(finished.status, 0) << width;
+        EXPECT_EQ(finished.errors, "") << width;
+        EXPECT_THAT(finished.output, HasSubstr("11 shown")) << width;
+    }
+}
+
+TEST(InspectTables, BytesStandInLinesThatFit) {
+    const std::string section = "02 B0 14 E6 A0 C1 00 00 E1 00 F0 00 1B E1 11 F0 02 52 00 4D 74 93 47";
+    const std::string begin = "  bytes (23)\n";
+    const auto dump = [&](const char* width) {
+        const std::string output = inspect({"--width", width, "--hex", section}).output;
+        return output.substr(output.find(begin) + begin.size(),
+                             output.find("\n\n") + 1 - output.find(begin) - begin.size());
+    };
+    EXPECT_EQ(dump("57"), "    0000  02 B0 14 E6 A0 C1 00 00 E1 00 F0 00 1B E1 11 F0\n"
+                          "    0010  02 52 00 4D 74 93 47\n");
+    EXPECT_EQ(dump("56"), "    0000  02 B0 14 E6 A0 C1 00 00\n"
+                          "    0008  E1 00 F0 00 1B E1 11 F0\n"
+                          "    0010  02 52 00 4D 74 93 47\n");
+}

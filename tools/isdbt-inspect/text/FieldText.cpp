@@ -13,7 +13,6 @@ namespace {
 
 constexpr std::size_t INDENT = 2;
 constexpr std::string_view GAP = "  ";
-constexpr std::size_t BYTES_PER_LINE = 16;
 
 /// An object of so few fields stands in one line.
 constexpr std::size_t FEW = 2;
@@ -21,6 +20,16 @@ constexpr std::size_t FEW = 2;
 /// What stands in parentheses behind the name of a descriptor rather than among its fields.
 constexpr std::string_view TAG = "descriptor_tag";
 constexpr std::string_view INHERITED = "inherited";
+
+/// How many bytes stand in a line behind so many columns: 16, or half of that as often as they do not fit.
+std::size_t bytesPerLine(const Style& style, std::size_t used) {
+    constexpr std::size_t DIGITS_AND_BLANK = 3;
+    std::size_t count = 16;
+    while (count > 1 && used + DIGITS_AND_BLANK * count - 1 > style.width) {
+        count /= 2;
+    }
+    return count;
+}
 
 bool isInHeading(const Field& field) {
     return field.name == TAG || field.name == INHERITED;
@@ -101,7 +110,7 @@ void appendList(Page& page, const Field& field, std::size_t indent) {
     if (!anyNested(elements) && appendInOneLine(page, heading, behindHeading(elements, page.style))) {
         return;
     }
-    page.text += heading + '\n';
+    appendLine(page, heading, indent + INDENT);
     if (elements.empty() || appendTable(page, std::get<List>(field.value), indent + INDENT)) {
         return;
     }
@@ -131,7 +140,7 @@ void appendSimple(Page& page, const Field& field, std::size_t nameWidth, std::si
         std::string(indent, ' ') + padded(page.style.paint(Ink::Name, field.name), nameWidth + GAP.size());
     const std::string value = valueText(field, page.style);
     const auto* const bytes = std::get_if<Bytes>(&field.value);
-    if (bytes == nullptr || valueAt + columns(value) <= page.style.width) {
+    if (bytes == nullptr || bytes->bytes.empty() || valueAt + columns(value) <= page.style.width) {
         appendLine(page, name + value, valueAt);
         return;
     }
@@ -160,18 +169,24 @@ void appendFields(Page& page, const Fields& fields, std::size_t indent) {
 }
 
 void appendBytes(Page& page, const std::vector<std::uint8_t>& bytes, std::size_t indent) {
-    for (std::size_t at = 0; at < bytes.size(); at += BYTES_PER_LINE) {
+    const std::size_t perLine = bytesPerLine(page.style, indent);
+    for (std::size_t at = 0; at < bytes.size(); at += perLine) {
         const auto* const begin = bytes.data() + at;
-        const auto* const end = begin + std::min(BYTES_PER_LINE, bytes.size() - at);
+        const auto* const end = begin + std::min(perLine, bytes.size() - at);
         page.text += fmt::format("{:{}}{:02X}\n", "", indent, fmt::join(begin, end, " "));
     }
 }
 
 void appendDump(Page& page, const std::vector<std::uint8_t>& bytes, std::size_t indent) {
-    for (std::size_t at = 0; at < bytes.size(); at += BYTES_PER_LINE) {
-        const auto* const begin = bytes.data() + at;
-        const auto* const end = begin + std::min(BYTES_PER_LINE, bytes.size() - at);
-        page.text += fmt::format("{:{}}{:04X}  {:02X}\n", "", indent, at, fmt::join(begin, end, " "));
+    constexpr std::size_t OFFSET = 6; // with its gap
+    const std::size_t perLine = bytesPerLine(page.style, indent + OFFSET);
+    for (std::size_t at = 0; at < bytes.size(); at += perLine) {
+        Page line{page.style, {}};
+        appendBytes(line,
+                    {bytes.begin() + static_cast<std::ptrdiff_t>(at),
+                     bytes.begin() + static_cast<std::ptrdiff_t>(std::min(at + perLine, bytes.size()))},
+                    0);
+        page.text += fmt::format("{:{}}{:04X}  {}", "", indent, at, line.text);
     }
 }
 
