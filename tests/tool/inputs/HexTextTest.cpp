@@ -94,6 +94,7 @@ TEST(HexText, OfADumpWithoutOneOfItsLinesIsRefused) {
               "the line at offset 0000 has 4 bytes, which does not lead to the next one");
     EXPECT_EQ(complaint("0000  02 B0 14 E6\n0004  A0 C1\n0008  00 00\n"),
               "the line at offset 0004 has 2 bytes, which does not lead to the next one");
+    EXPECT_EQ(inspect::readHex("0000  01 02\n0002  03\n\n0002  04 05\n"), hex("01 02 03 04 05"));
 }
 
 /// Whatever is pasted, it is read or refused.

@@ -177,7 +177,7 @@ std::optional<Bytes> readDump(std::string_view text) {
         const auto next = line + 1;
         const bool first = line == lines->begin() || line->offset <= (line - 1)->offset;
         const bool last = next == lines->end() || next->offset <= line->offset;
-        if (first && last && line->offset != 0 && !line->marked) {
+        if (line == lines->begin() && last && line->offset != 0 && !line->marked) {
             return std::nullopt; // it may as well be the first bytes
         }
         const std::size_t before = all.size();
