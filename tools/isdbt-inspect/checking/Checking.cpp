@@ -37,11 +37,7 @@ public:
             }
         }
         for (const auto& [table, position] : m_tables.silentChangesElsewhere()) {
-            m_faults.add(subject(m_multiplex),
-                         {faults::CHANGED_SILENTLY,
-                          {table.pid, table.tableId, table.extension},
-                          fmt::format("{} changed without a new version", tableName(table.tableId)),
-                          position});
+            addSilentChange(m_faults, subject(m_multiplex), table, position);
         }
         return std::move(m_faults);
     }

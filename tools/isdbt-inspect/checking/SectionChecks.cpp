@@ -39,13 +39,20 @@ bool areWhole(const std::vector<const Table*>& tables) {
            std::all_of(tables.begin(), tables.end(), [](const Table* table) { return table->complete(); });
 }
 
+void addSilentChange(Faults& faults, const Subject& subject, const TableKey& table, const Position& position) {
+    faults.add(subject, {faults::CHANGED_SILENTLY,
+                         {table.pid, table.tableId, table.extension},
+                         fmt::format("{} changed without a new version", tableName(table.tableId)),
+                         position});
+}
+
 void checkSections(Faults& faults, const Subject& subject, const Table& table) {
     const std::string_view name = tableName(table.key.tableId);
     const auto add = [&](FaultKind kind, std::string text, std::optional<Position> since) {
         faults.add(subject, {kind, placeOf(table), std::move(text), since});
     };
     for (const Position& position : table.silentChanges) {
-        add(faults::CHANGED_SILENTLY, fmt::format("{} changed without a new version", name), position);
+        addSilentChange(faults, subject, table.key, position);
     }
     for (const TakenSection* const section : table.taken) {
         if (section->damaged) {

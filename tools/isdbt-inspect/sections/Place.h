@@ -25,7 +25,7 @@ struct Place {
     std::uint8_t sectionNumber; ///< 0 in a table with the short header
     bool current = true;
 
-    /// @param from a section, or what is said of one: with a PID, a table_id and perhaps the long header
+    /// @param header of the section; nothing when it is the short one
     static Place of(std::optional<Pid> pid, std::uint8_t tableId, const std::optional<LongHeader>& header) {
         return header ? Place{{pid, tableId, header->extension}, header->sectionNumber, header->current}
                       : Place{{pid, tableId, 0}, 0};

@@ -84,7 +84,7 @@ void DiffRenderer::tellMissing(const SectionReport& report) {
 
 void DiffRenderer::tellOutcome(const Summary& summary, const Faults& faults) {
     Page page{m_style, {}};
-    appendOtherFaults(page, faults);
+    appendFaults(page, faults, Listed::NotOfSections);
     appendLine(page, summaryText(summary), INDENT);
     m_output.write(page.text);
 }

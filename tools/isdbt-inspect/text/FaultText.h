@@ -5,10 +5,13 @@
 
 namespace inspect {
 
-/// Appends all faults under a line that counts them; nothing when there are none.
-void appendFaults(Page& page, const Faults& faults);
+/// Which faults are listed.
+enum class Listed {
+    All,
+    NotOfSections ///< what is wrong with a section is said where the section is shown
+};
 
-/// The same without what is said of a section where it is shown.
-void appendOtherFaults(Page& page, const Faults& faults);
+/// Appends the faults under a line that counts them; nothing when there are none.
+void appendFaults(Page& page, const Faults& faults, Listed listed = Listed::All);
 
 } // namespace inspect

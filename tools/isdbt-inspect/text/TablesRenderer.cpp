@@ -44,7 +44,7 @@ void TablesRenderer::descriptor(const DescriptorReport& report) {
 
 void TablesRenderer::end(const Summary& summary, const Multiplex& /*multiplex*/, const Faults& faults) {
     Page page{m_style, {}};
-    appendOtherFaults(page, faults);
+    appendFaults(page, faults, Listed::NotOfSections);
     appendLine(page, summaryText(summary), INDENT);
     m_output.write(page.text);
 }
