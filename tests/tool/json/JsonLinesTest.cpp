@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <unistd.h>
@@ -123,6 +124,59 @@ TEST(JsonLines, SayWhatIsMissing) {
                                    R"("table_id_extension":null,"packet":null,"offset":null,"seconds":null})"
                                    "\n");
     EXPECT_EQ(finished.errors, "");
+}
+
+/// A multiplex in which little fits together.
+TEST(JsonLines, NameKindAndSeverityOfFaults) {
+    LongHeader stream;
+    stream.extension = 0x0735;
+    LongHeader first = stream;
+    first.last = 1;
+    LongHeader service;
+    service.extension = 0xE6A0;
+    LongHeader rejected;
+    rejected.extension = 0xE6B8;
+    LongHeader ginga;
+    ginga.extension = 0x0009;
+    const ByteVector applications =
+        hex("00000735 0001 01 F007  02 05 0001 01 7F 77   00000735 0002 01 F007  02 05 0001 01 7F 01");
+    const ByteVector sections =
+        join({streamOf(0x0000, {longSection(0x00, stream, hex("0000 E020  E6A0 E101  E6B8 E103  E6B9 E104"))}),
+              streamOf(0x0010, {longSection(0x40, first, hex("F000 F006 0735 0735 F000"))}),
+              streamOf(0x0011, {longSection(0x42, stream, hex("0736 FF  E6C0 FD 8000"))}),
+              streamOf(0x0101, {longSection(0x02, service,
+                                            hex("E131 F000  1B E131 F003 520101  1B E131 F003 520101  "
+                                                "05 E321 F004 FD0200A3  0B E322 F004 FD0200A0")),
+                                longSection(0x02, service,
+                                            hex("E131 F000  1B E131 F003 520101  1B E131 F003 520101  "
+                                                "05 E321 F004 FD0200A3  0B E322 F003 520140"))}),
+              streamOf(0x0321, {longSection(0x74, ginga, join({hex("F000"), u16(0xF020U), applications}))}),
+              streamOf(0x0103, {longSection(0x02, rejected, hex("E131 F000  1B E111 F002 5200"))}),
+              streamOf(0x0555, {longSection(0x74, ginga, hex("F000 F000"))})});
+    const TemporaryFile file(sections);
+    std::istringstream lines(inspect({"--json", "--lenient", "--pid", "0x555", file.path()}).output);
+    std::map<std::string, std::string> severities;
+    for (std::string line; std::getline(lines, line);) {
+        const Json object = Json::parse(line);
+        if (object["type"] == "fault") {
+            severities[object["fault"]] = object["severity"];
+        }
+    }
+    EXPECT_EQ(severities, (std::map<std::string, std::string>{{"carousel_is_none", "error"},
+                                                              {"carousel_missing", "error"},
+                                                              {"pid_unannounced", "warning"},
+                                                              {"rejected", "error"},
+                                                              {"table_empty", "warning"},
+                                                              {"changed_without_new_version", "error"},
+                                                              {"component_tag_twice", "error"},
+                                                              {"descriptor_missing", "error"},
+                                                              {"networks_differ", "warning"},
+                                                              {"not_in_pat", "error"},
+                                                              {"not_in_sdt", "warning"},
+                                                              {"pid_twice", "warning"},
+                                                              {"section_missing", "error"},
+                                                              {"table_missing", "error"},
+                                                              {"wrong_pid", "error"}}));
 }
 
 TEST(JsonLines, SayWhichSectionShowsAFault) {
