@@ -13,7 +13,7 @@ constexpr std::uint32_t ORGANIZATION_OF_THE_MAKER = 0x5A0021;
 
 /// At night, an hour and a half.
 Bytes schedule(unsigned day) {
-    return Wire().append(utcTime(day, 6, 0, 0)).bits(8, bcd(1)).bits(8, bcd(30)).bits(8, bcd(0)).bytes();
+    return Wire().append(clockTime(day, 3, 0, 0)).bits(8, bcd(1)).bits(8, bcd(30)).bits(8, bcd(0)).bytes();
 }
 
 /// The receivers that the software is for.

@@ -66,7 +66,7 @@ std::uint64_t bcd(unsigned number) {
     return number / 10 << 4U | number % 10;
 }
 
-Bytes utcTime(unsigned day, unsigned hour, unsigned minute, unsigned second) {
+Bytes clockTime(unsigned day, unsigned hour, unsigned minute, unsigned second) {
     return Wire().bits(16, day).bits(8, bcd(hour)).bits(8, bcd(minute)).bits(8, bcd(second)).bytes();
 }
 

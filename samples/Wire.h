@@ -38,7 +38,7 @@ private:
 Bytes descriptor(std::uint8_t tag, const Wire& body);
 
 /// A time: Modified Julian Date, then hours, minutes and seconds in BCD.
-Bytes utcTime(unsigned day, unsigned hour, unsigned minute, unsigned second);
+Bytes clockTime(unsigned day, unsigned hour, unsigned minute, unsigned second);
 
 /// Two BCD digits.
 std::uint64_t bcd(unsigned number);

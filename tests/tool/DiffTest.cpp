@@ -237,9 +237,10 @@ TEST(InspectDiff, RejectedSectionIsShownAndTheFormerOneStaysKnown) {
 TEST(InspectDiff, TimeGoesOnInOneLine) {
     StreamBuilder stream;
     stream.section(TOT_PID, tot("C079 124530")).section(TOT_PID, tot("C079 124535"));
-    EXPECT_THAT(diffOf("tot", stream), StartsWith("+ TOT  PID 0x0014  packet 1  new\n"
-                                                  "~ TOT  PID 0x0014  packet 2  1993-10-13T12:45:35Z (+5 s)\n"
-                                                  "2 packets"));
+    EXPECT_THAT(diffOf("tot", stream),
+                StartsWith("+ TOT  PID 0x0014  packet 1  new\n"
+                           "~ TOT  PID 0x0014  packet 2  1993-10-13 12:45:35 (UTC-3 assumed) (+5 s)\n"
+                           "2 packets"));
 }
 
 TEST(InspectDiff, ShowsOnlyTheTablesThatAreAskedFor) {

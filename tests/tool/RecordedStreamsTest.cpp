@@ -28,10 +28,10 @@ TEST_F(InspectRecordedStreams, ItalianMultiplexWithTwentyProgramsAndThreeTimes) 
                                             "    0x0001 (1)      0x0100 (256)\n"
                                             "    0x0002 (2)      0x0101 (257)\n"));
     EXPECT_THAT(finished.output, HasSubstr("    0x0383 (899)    0x010C (268)\n\n"));
-    EXPECT_THAT(finished.output, HasSubstr("  unix_time  1518525305 = 2018-02-13T12:35:05Z\n"));
-    EXPECT_THAT(finished.output, HasSubstr("  unix_time  1518525306 = 2018-02-13T12:35:06Z\n"));
-    EXPECT_THAT(finished.output, HasSubstr("  unix_time  1518525307 = 2018-02-13T12:35:07Z\n"));
-    EXPECT_THAT(finished.output, HasSubstr("      \"ITA\"         0                  0 ahead of UTC              "
+    EXPECT_THAT(finished.output, HasSubstr("  unix_time  1518525305 = 2018-02-13 12:35:05 (UTC-3 assumed)\n"));
+    EXPECT_THAT(finished.output, HasSubstr("  unix_time  1518525306 = 2018-02-13 12:35:06 (UTC-3 assumed)\n"));
+    EXPECT_THAT(finished.output, HasSubstr("  unix_time  1518525307 = 2018-02-13 12:35:07 (UTC-3 assumed)\n"));
+    EXPECT_THAT(finished.output, HasSubstr("        \"ITA\"         0                  0 ahead                     "
                                            "3600 s = +01:00\n"));
     EXPECT_THAT(finished.output, HasSubstr("10 shown, 1 rejected, 0 CRC errors, 0 discontinuities\n"));
 }
@@ -40,7 +40,7 @@ TEST_F(InspectRecordedStreams, ClockOfATestStream) {
     const Finished finished = inspectTables({recordedStream("tsduck-182.1.ts")});
     EXPECT_EQ(finished.errors, "");
     EXPECT_THAT(finished.output, StartsWith("TOT  PID 0x0014  packet 1\n"
-                                            "  unix_time  1903823940 = 2030-04-30T23:59:00Z\n"));
+                                            "  unix_time  1903823940 = 2030-04-30 23:59:00 (UTC-3 assumed)\n"));
     EXPECT_THAT(finished.output, HasSubstr(": 91 shown, 0 rejected"));
 }
 

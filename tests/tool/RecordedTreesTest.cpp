@@ -63,7 +63,7 @@ TEST_F(InspectRecordedTrees, ItalianMultiplexWithApplications) {
                 HasSubstr("Application 0x0000000B/0x1AB6 \"Launcher SAT\" [eng]  AUTOSTART, priority 60, visible "
                           "to users and applications, service-bound yes, profile 0x0001 = version 1.0.2, "
                           "carousel PID 0x1E9E\n"));
-    EXPECT_THAT(output, HasSubstr("\nTime  2018-02-13T12:35:07Z, TOT PID 0x0014\n"));
+    EXPECT_THAT(output, HasSubstr("\nTime  2018-02-13 12:35:07 (UTC-3 assumed), TOT PID 0x0014\n"));
 }
 
 TEST_F(InspectRecordedTrees, JapaneseNetworkInOneSection) {
@@ -102,5 +102,5 @@ TEST_F(InspectRecordedTrees, EventsOfAPidGivenByHand) {
 
 TEST_F(InspectRecordedTrees, LastTimeOfAClock) {
     EXPECT_THAT(shown("tsduck-182.1.ts", {"--table", "tot"}),
-                StartsWith("Time  2030-05-01T00:02:00Z, TOT PID 0x0014\n"));
+                StartsWith("Time  2030-05-01 00:02:00 (UTC-3 assumed), TOT PID 0x0014\n"));
 }

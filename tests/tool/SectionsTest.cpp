@@ -62,7 +62,7 @@ TEST(InspectSections, StandOneBehindTheOther) {
                                "    0x0001 (1)      0x0100 (256)\n"
                                "\n"
                                "TOT  byte 16\n"
-                               "  unix_time  750516300 = 1993-10-13T12:45:00Z\n"
+                               "  unix_time  750516300 = 1993-10-13 12:45:00 (UTC-3 assumed)\n"
                                "\n"
                                "3 sections: 2 shown, 0 rejected, 0 CRC errors\n");
 }

@@ -20,7 +20,7 @@ ByteVector rejected() {
 }
 
 constexpr const char* GOOD_SHOWN = "TOT  PID 0x0014  packet 1\n"
-                                   "  unix_time  750516300 = 1993-10-13T12:45:00Z\n"
+                                   "  unix_time  750516300 = 1993-10-13 12:45:00 (UTC-3 assumed)\n"
                                    "\n"
                                    "1 packet of 188 bytes, 1 section on 1 PID: 1 shown, 0 rejected, 0 CRC errors, "
                                    "0 discontinuities\n";

@@ -119,10 +119,10 @@ TEST(InspectTables, TotIsShownWheneverItDiffers) {
     const Finished finished = inspectOnly("tot", stream.bytes());
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.output, "TOT  PID 0x0014  packet 1\n"
-                               "  unix_time  750516300 = 1993-10-13T12:45:00Z\n"
+                               "  unix_time  750516300 = 1993-10-13 12:45:00 (UTC-3 assumed)\n"
                                "\n"
                                "TOT  PID 0x0014  packet 3\n"
-                               "  unix_time  750516305 = 1993-10-13T12:45:05Z\n"
+                               "  unix_time  750516305 = 1993-10-13 12:45:05 (UTC-3 assumed)\n"
                                "\n"
                                "3 packets of 188 bytes, 3 sections on 1 PID: 2 shown, 0 rejected, 0 CRC errors, "
                                "0 discontinuities\n");
@@ -132,7 +132,7 @@ TEST(InspectTables, TotIsShownWheneverItDiffers) {
 TEST(InspectTables, TimeBeyond2038) {
     const Finished finished =
         inspectBytes(StreamBuilder().section(TOT_PID, shortSection(TOT, hex("FFFF 000000 F000"))).bytes());
-    EXPECT_THAT(finished.output, HasSubstr("  unix_time  -2139460096 = 2038-04-22T00:00:00Z\n"));
+    EXPECT_THAT(finished.output, HasSubstr("  unix_time  -2139460096 = 2038-04-22 00:00:00 (UTC-3 assumed)\n"));
 }
 
 TEST(InspectTables, LocalTimeOffsets) {
@@ -144,10 +144,22 @@ TEST(InspectTables, LocalTimeOffsets) {
     EXPECT_EQ(finished.status, 0);
     EXPECT_THAT(finished.output,
                 HasSubstr("  local_time_offset_descriptor (0x58)\n"
-                          "    items (2)\n"
-                          "      country_code  country_region_id  local_time_offset_polarity  local_time_offset\n"
-                          "      \"ARG\"         63                 1 behind UTC                10800 s = -03:00\n"
-                          "      \"BRA\"         3                  0 ahead of UTC              10800 s = +03:00\n"));
+                          "    regions (2)\n"
+                          "      [0] country_code       \"BRA\"\n"
+                          "          country_region_id  3\n"
+                          "          local_time_offset  180 min = +03:00\n"
+                          "          time_of_change     750481200 s = 1993-10-13 03:00:00\n"
+                          "          next_time_offset   180 min = +03:00\n"
+                          "      [1] country_code       \"ARG\"\n"
+                          "          country_region_id  63\n"
+                          "          local_time_offset  -180 min = -03:00\n"
+                          "          time_of_change     750481200 s = 1993-10-13 03:00:00\n"
+                          "          next_time_offset   -180 min = -03:00\n"
+                          "    the receiver reads\n"
+                          "      items (2)\n"
+                          "        country_code  country_region_id  local_time_offset_polarity  local_time_offset\n"
+                          "        \"ARG\"         63                 1 behind                    10800 s = -03:00\n"
+                          "        \"BRA\"         3                  0 ahead                     10800 s = +03:00\n"));
 }
 
 /// What is broadcast must not steer the terminal.

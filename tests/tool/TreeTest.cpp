@@ -466,7 +466,7 @@ TEST(InspectTree, TimeWithoutAMultiplex) {
                            "   ! no NIT came\n"
                            "   ! no SDT came\n"
                            "\n"
-                           "Time  1993-10-13T12:45:00Z, TOT PID 0x0014\n"
+                           "Time  1993-10-13 12:45:00 (UTC-3 assumed), TOT PID 0x0014\n"
                            "\n"
                            "3 faults:\n"
                            "! Transport stream: no PAT came\n"

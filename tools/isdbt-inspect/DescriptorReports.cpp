@@ -10,7 +10,7 @@ namespace inspect {
 
 namespace {
 
-DescriptorReport reportOf(std::uint8_t tableId, const RawDescriptor& raw, const Charset& charset) {
+DescriptorReport reportOf(std::uint8_t tableId, const RawDescriptor& raw, const Conventions& conventions) {
     DescriptorReport report{
         tableId, std::string(tableName(tableId)), raw.tag, {}, raw.offset, describeOnWire(raw), {}, {}, !raw.fits()};
     if (raw.kind == nullptr) {
@@ -23,7 +23,7 @@ DescriptorReport reportOf(std::uint8_t tableId, const RawDescriptor& raw, const 
     // One that is incomplete is handed over, too, so that the user sees the lines of the receiver's log.
     const auto taken = raw.kind->parse(bytes.data(), static_cast<QUOR_U32>(bytes.size()), &errorCode);
     if (taken != nullptr) {
-        report.taken = describe(*taken, charset);
+        report.taken = describe(*taken, conventions);
     } else {
         report.rejection = {errorCode,
                             std::string(errorName(errorCode)),
@@ -37,10 +37,10 @@ DescriptorReport reportOf(std::uint8_t tableId, const RawDescriptor& raw, const 
 } // namespace
 
 std::vector<DescriptorReport> reportDescriptors(std::uint8_t tableId, const std::vector<std::uint8_t>& bytes,
-                                                const Charset& charset) {
+                                                const Conventions& conventions) {
     std::vector<DescriptorReport> reports;
     for (const RawDescriptor& raw : descriptorsIn(tableId, bytes.data(), 0, bytes.size())) {
-        reports.push_back(reportOf(tableId, raw, charset));
+        reports.push_back(reportOf(tableId, raw, conventions));
     }
     return reports;
 }

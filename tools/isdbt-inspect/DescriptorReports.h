@@ -1,6 +1,6 @@
 #pragma once
 
-#include "describing/Charset.h"
+#include "describing/Conventions.h"
 #include "reports/Report.h"
 
 namespace inspect {
@@ -8,6 +8,6 @@ namespace inspect {
 /// What the library says to descriptors that came by themselves, one behind the other.
 /// @param tableId of the table that they come from
 std::vector<DescriptorReport> reportDescriptors(std::uint8_t tableId, const std::vector<std::uint8_t>& bytes,
-                                                const Charset& charset);
+                                                const Conventions& conventions);
 
 } // namespace inspect

@@ -36,7 +36,8 @@ bool arePackets(const std::vector<std::uint8_t>& bytes) {
 } // namespace
 
 Inspection::Inspection(const Options& options, Renderer& renderer, ProgressLine& progress)
-    : m_options(options), m_renderer(renderer), m_progress(progress), m_charset(options.charset) {}
+    : m_options(options), m_renderer(renderer),
+      m_progress(progress), m_conventions{Charset(options.charset), options.zone} {}
 
 Status Inspection::run() {
     if (m_options.descriptorOf) {
@@ -69,7 +70,7 @@ template <class Work> void Inspection::attempt(Work work) {
 
 bool Inspection::inspectInput(const std::string& path) {
     MeasuredInput input(open(path, m_interruption), [this](std::size_t count) { m_progress.advance(count); });
-    Inspector inspector(m_renderer, m_options.interest, m_charset);
+    Inspector inspector(m_renderer, m_options.interest, m_conventions);
     if (m_options.sections || isNameOfSections(path)) {
         inspector.runSections(input, Repetitions::Hidden);
     } else {
@@ -83,11 +84,11 @@ bool Inspection::inspectHex() {
     if (arePackets(*m_options.hex)) {
         Interest interest = m_options.interest;
         interest.pids.set(); // nothing says what each one carries
-        Inspector inspector(m_renderer, interest, m_charset);
+        Inspector inspector(m_renderer, interest, m_conventions);
         inspector.runPackets(input);
         return inspector.foundFault();
     }
-    Inspector inspector(m_renderer, m_options.interest, m_charset);
+    Inspector inspector(m_renderer, m_options.interest, m_conventions);
     inspector.runSections(input, Repetitions::Shown);
     if (!inspector.foundKnownTable()) {
         throw InputError(HEX, "no section of a table that the library knows (a descriptor needs --descriptor TABLE)");
@@ -98,7 +99,7 @@ bool Inspection::inspectHex() {
 bool Inspection::inspectDescriptors() {
     m_renderer.begin(HEX);
     bool foundFault = false;
-    for (const DescriptorReport& report : reportDescriptors(*m_options.descriptorOf, *m_options.hex, m_charset)) {
+    for (const DescriptorReport& report : reportDescriptors(*m_options.descriptorOf, *m_options.hex, m_conventions)) {
         foundFault = foundFault || report.rejection || report.damaged;
         m_renderer.descriptor(report);
     }

@@ -29,7 +29,7 @@ private:
     const Options& m_options;
     Renderer& m_renderer;
     ProgressLine& m_progress;
-    Charset m_charset;
+    Conventions m_conventions;
     Interruption m_interruption;
     Status m_status = AllWell;
 };

@@ -60,8 +60,8 @@ std::vector<Finding> damagesIn(const PidCounts& counts) {
 
 } // namespace
 
-Inspector::Inspector(Renderer& renderer, const Interest& interest, const Charset& charset)
-    : m_renderer(renderer), m_interest(interest), m_charset(charset), m_following(interest.pids) {
+Inspector::Inspector(Renderer& renderer, const Interest& interest, const Conventions& conventions)
+    : m_renderer(renderer), m_interest(interest), m_conventions(conventions), m_following(interest.pids) {
     m_gatherer.setPids(m_following.pids());
 }
 
@@ -189,7 +189,7 @@ void Inspector::show(const Section& section, SeenSections::News news) {
         m_statistics.reject(section);
         report.rejection = rejectionOf(section, parsed);
     } else {
-        report.fields = describe(*parsed.table, m_charset);
+        report.fields = describe(*parsed.table, m_conventions);
         if (section.tableId() == PMT) {
             m_statistics.learn(report.fields);
         }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "counting/Statistics.h"
-#include "describing/Charset.h"
+#include "describing/Conventions.h"
 #include "following/Following.h"
 #include "multiplex/CurrentSections.h"
 #include "packets/PacketReader.h"
@@ -28,8 +28,8 @@ enum class Repetitions { Hidden, Shown };
 class Inspector {
 public:
     /// @param interest what of the input is shown
-    /// @param charset what the texts are in
-    Inspector(Renderer& renderer, const Interest& interest, const Charset& charset);
+    /// @param conventions how the station writes texts and times
+    Inspector(Renderer& renderer, const Interest& interest, const Conventions& conventions);
 
     /// Shows what a transport stream carries, and a summary at its end.
     /// @throws InputError
@@ -61,7 +61,7 @@ private:
 
     Renderer& m_renderer;
     const Interest& m_interest;
-    const Charset& m_charset;
+    const Conventions& m_conventions;
     SectionGatherer m_gatherer;
     SeenSections m_seen;
     SeenSections m_seenOfOthers; ///< tables that the library does not understand; they must not displace the others

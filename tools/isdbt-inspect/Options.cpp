@@ -80,6 +80,15 @@ std::string checkCharset(const std::string& name) {
     }
 }
 
+std::string checkZone(const std::string& name) {
+    try {
+        const TimeZone zone(name);
+        return {};
+    } catch (const UnknownTimeZone& error) {
+        return error.what();
+    }
+}
+
 /// A check for the names of some values.
 template <class Value> auto checkName(const std::map<std::string, Value>& values) {
     return [&values](const std::string& name) {
@@ -168,6 +177,11 @@ void addOutput(CLI::App& app, Options& options) {
         ->type_name("NAME")
         ->capture_default_str()
         ->check(checkCharset);
+    app.add_option_function<std::string>(
+           "--time-zone", [&options](const std::string& name) { options.zone = TimeZone(name); },
+           "zone of the times, which the stream does not say; UTC-3, that of Brasilia, is assumed")
+        ->type_name("ZONE")
+        ->check(checkZone);
     app.add_flag("--lenient", options.lenient, "exit with 0, not 3, when something is wrong with the stream");
 }
 

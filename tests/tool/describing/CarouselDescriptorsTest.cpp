@@ -85,7 +85,7 @@ TEST(CarouselDescriptors, GeneralEventAtADate) {
                   "  descriptor_tag 0x04",
                   "  event_msg_group_id 0xAF0",
                   "  time_mode 1 (date and time)",
-                  "  event_msg_jst_time 1749990896 = 2025-06-15T12:34:56Z",
+                  "  event_msg_jst_time 1749990896 = 2025-06-15 12:34:56 (UTC-3 assumed)",
                   "  event_msg_npt_h 0",
                   "  event_msg_npt_l 0 = 0.000000 s",
                   "  event_msg_relative_time_h 0",

@@ -78,7 +78,8 @@ TEST(Description, HasTextsRawAndDecoded) {
     const inspect::Text usual = networkNameIn(inspect::describe(*nit.object));
     EXPECT_EQ(usual.raw, "T\xE3\x81");
     EXPECT_EQ(usual.decoded, "Tã\\x81");
-    EXPECT_EQ(networkNameIn(inspect::describe(*nit.object, Charset("KOI8-R"))).decoded, "TЦ│");
+    EXPECT_EQ(networkNameIn(inspect::describe(*nit.object, inspect::Conventions{Charset("KOI8-R"), {}})).decoded,
+              "TЦ│");
 }
 
 } // namespace

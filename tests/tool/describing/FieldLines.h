@@ -1,18 +1,23 @@
 #pragma once
 
-#include "describing/Catalogue.h"
 #include "describing/Describing.h"
+#include "describing/FieldLookup.h"
+#include "describing/StandardReadings.h"
 #include "tool/describing/Taken.h"
 
 /// Fields as lines: "stream_type 0x1B (H.264 video)", "local_time_offset 10800 s = -03:00". Those of an object or of an
 /// element are indented by two under its name or under "-".
 Lines linesOf(const inspect::Fields& fields);
 
-/// What is said of one descriptor that the library takes, below its name.
+/// What the library says of one descriptor that it takes, below its name; without the standard's reading.
 template <class Descriptor> Lines described(const std::string& wire) {
     const auto taken = takenDescriptor<Descriptor>(hex(wire));
-    return taken.object == nullptr ? Lines{"refused"}
-                                   : linesOf({inspect::Catalogue::instance().describe(*taken.object)});
+    if (taken.object == nullptr) {
+        return {"refused"};
+    }
+    inspect::Field field = inspect::describe(*taken.object);
+    inspect::take(std::get<inspect::Object>(field.value).fields, inspect::STANDARD);
+    return linesOf({field});
 }
 
 /// What is said of a section that the library takes.

@@ -105,7 +105,7 @@ TEST(UnknownDescriptors, OfAServiceStandUnderIt) {
 TEST(UnknownDescriptors, OfATimeOffsetStandInIt) {
     EXPECT_EQ(describedTable<Quor::TTOTTable>(shortSection(0x73, hex("EDA9 123456 F002 4200"))),
               (Lines{
-                  "unix_time 1749990896 = 2025-06-15T12:34:56Z",
+                  "unix_time 1749990896 = 2025-06-15 12:34:56 (UTC-3 assumed)",
                   "unknown_descriptors [1]",
                   "  -",
                   "    descriptor_tag 0x42 (stuffing)",

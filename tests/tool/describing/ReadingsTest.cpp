@@ -6,18 +6,27 @@ namespace {
 
 using namespace inspect;
 
-TEST(Readings, OfTimesAreIso8601) {
-    EXPECT_EQ(isoTime(0), "1970-01-01T00:00:00Z");
-    EXPECT_EQ(isoTime(1749990896), "2025-06-15T12:34:56Z");
-}
-
-TEST(Readings, OfTimesThatTheLibraryWrapsAreTheTimesThatWereMeant) {
-    EXPECT_EQ(isoTime(-2139460096), "2038-04-22T00:00:00Z"); // Modified Julian Date 65535
-}
-
 TEST(Readings, OfOffsetsHaveASign) {
     EXPECT_EQ(isoOffset(true, 10800), "-03:00");
     EXPECT_EQ(isoOffset(false, 19800), "+05:30");
+}
+
+TEST(Readings, OfHoursAndMinutesAreMinutesOrNothing) {
+    EXPECT_EQ(bcdMinutes(0x0330), 210);
+    EXPECT_EQ(bcdMinutes(0x0000), 0);
+    EXPECT_EQ(bcdMinutes(0x0A00), std::nullopt);
+}
+
+TEST(Readings, OfTimesOnTheWireAreAsTheLibraryCountsThem) {
+    EXPECT_EQ(wireTime(0x9E8B000000), 0);
+    EXPECT_EQ(wireTime(0xEDA9123456), 1749990896);
+    EXPECT_EQ(wireTime(0xFFFF000000), -2139460096); // beyond 2038-01-19 they wrap
+}
+
+TEST(Readings, OfTimesThatAreUndefinedAreNothing) {
+    EXPECT_EQ(wireTime(0xFFFFFFFFFF), std::nullopt);
+    EXPECT_EQ(wireTime(0xEDD81A0000), std::nullopt);
+    EXPECT_EQ(wireTime(0x9E8A000000), std::nullopt); // the last day of 1969
 }
 
 TEST(Readings, OfDurationsAreTheirDigitsOrNothing) {

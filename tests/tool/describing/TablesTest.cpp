@@ -73,15 +73,29 @@ TEST(Tables, TotSaysHowManyItemsOfItsOffsetWereDisplaced) {
     const ByteVector offsets = hex("F01C 58 1A  425241 09 0300 EE35030000 0200  425241 0D 0200 EE35030000 0200");
     EXPECT_EQ(describedTable<Quor::TTOTTable>(shortSection(0x73, join({hex("EDA9 213000"), offsets}))),
               (Lines{
-                  "unix_time 1750023000 = 2025-06-15T21:30:00Z",
+                  "unix_time 1750023000 = 2025-06-15 21:30:00 (UTC-3 assumed)",
                   "local_time_offset_descriptor",
                   "  descriptor_tag 0x58",
                   "  items [1] = of 2 sent; of each country the last is kept",
                   "    -",
                   "      country_code \"BRA\"",
                   "      country_region_id 3",
-                  "      local_time_offset_polarity 1 (behind UTC)",
+                  "      local_time_offset_polarity 1 (behind)",
                   "      local_time_offset 7200 s = -02:00",
+                  "  standard",
+                  "    regions [2]",
+                  "      -",
+                  "        country_code \"BRA\"",
+                  "        country_region_id 2",
+                  "        local_time_offset -180 min = -03:00",
+                  "        time_of_change 1762052400 s = 2025-11-02 03:00:00",
+                  "        next_time_offset -120 min = -02:00",
+                  "      -",
+                  "        country_code \"BRA\"",
+                  "        country_region_id 3",
+                  "        local_time_offset -120 min = -02:00",
+                  "        time_of_change 1762052400 s = 2025-11-02 03:00:00",
+                  "        next_time_offset -120 min = -02:00",
               }));
 }
 
@@ -153,9 +167,9 @@ TEST(Tables, SdttWithItsSchedule) {
                            "    download_level 0 (optional)",
                            "    version_indicator 0 (for all versions)",
                            "    schedule_infos [2]",
-                           "        start_time 1749990896 = 2025-06-15T12:34:56Z",
+                           "        start_time 1749990896 = 2025-06-15 12:34:56 (UTC-3 assumed)",
                            "        duration 77824 = 01:30:00",
-                           "        start_time 1749945600 = 2025-06-15T00:00:00Z",
+                           "        start_time 1749945600 = 2025-06-15 00:00:00 (UTC-3 assumed)",
                            "        duration 77834",
                        }));
 }

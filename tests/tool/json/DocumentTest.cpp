@@ -38,7 +38,7 @@ void expectWhatTheToolWrites(const std::string& document, std::size_t count) {
 
 TEST(Documents, ShowWhatTheToolWrites) {
     expectWhatTheToolWrites("json.md", 6);
-    expectWhatTheToolWrites("isdbt-inspect.md", 5);
+    expectWhatTheToolWrites("isdbt-inspect.md", 6);
 }
 
 } // namespace

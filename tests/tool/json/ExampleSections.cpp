@@ -56,12 +56,25 @@ std::vector<ByteVector> sectionsWithVariants() {
     };
 }
 
+/// Descriptors that the standard reads otherwise than the receiver.
+std::vector<ByteVector> sectionsReadInTwoWays() {
+    return {
+        longSection(0x02, {},
+                    hex("E100 F038  0D 05 42524131 AA  51 01 52  C8 01 57"
+                        "2A 0F 81 7F 00000002 00000003 00000004 A0"
+                        "13 18 0000002A 01 02 0003 0FA2 00000100 01 00000200 3C 02 ABCD EF"
+                        "1B E111 F01B  13 04 0000002A  2A 13 01 FF 00000004 A0 000000000000000000000000")),
+        shortSection(0x73, hex("EDA9 12 34 56 F00F  58 0D 425241 0D 0300 FFFFFFFFFF 0A00")),
+        longSection(0x40, {}, hex("F000 F00E  0735 0001 F008 41 06 E6A0 01 E6B8 C0")),
+    };
+}
+
 } // namespace
 
 std::vector<ByteVector> exampleSections() {
     std::vector<ByteVector> sections;
-    for (const auto& group :
-         {fullSections(), emptySections(), sectionsWithDescriptorsLeftOut(), sectionsWithVariants()}) {
+    for (const auto& group : {fullSections(), emptySections(), sectionsWithDescriptorsLeftOut(), sectionsWithVariants(),
+                              sectionsReadInTwoWays()}) {
         sections.insert(sections.end(), group.begin(), group.end());
     }
     return sections;

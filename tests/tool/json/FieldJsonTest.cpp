@@ -61,6 +61,13 @@ TEST(FieldJson, ObjectsAndListsOfThem) {
               R"({"descriptor":{"n":1},"items":[{"n":2},{"n":3}],"items_reading":"of 4 sent","none":[]})");
 }
 
+TEST(FieldJson, TimesHaveTheirInstantBesideThem) {
+    Field time = clockTime("unix_time", 1750012200).reads("2025-06-15 18:30:00 UTC-3");
+    time.instant = "2025-06-15T18:30:00-03:00";
+    EXPECT_EQ(jsonOf({time}), R"({"unix_time":1750012200,"unix_time_reading":"2025-06-15 18:30:00 UTC-3",)"
+                              R"("unix_time_instant":"2025-06-15T18:30:00-03:00"})");
+}
+
 TEST(FieldJson, WhatStandsBesideTheElementsOfAListIsInAListOfItsOwn) {
     EXPECT_EQ(jsonOf({list("parameters", {decoded("", "a", "a"), decoded("", "\xE9", "é")})}),
               R"({"parameters":["a","é"],"parameters_hex":["61","E9"]})");
@@ -75,6 +82,7 @@ std::size_t membersFor(const Field& field) {
     std::size_t count = 1;
     count += field.isCode ? 1 : 0;
     count += field.reading.empty() ? 0 : 1;
+    count += field.isTime ? 1 : 0;
     count += std::holds_alternative<Text>(field.value) ? 1 : 0;
     if (const auto* const object = std::get_if<Object>(&field.value)) {
         count += membersFor(object->fields);

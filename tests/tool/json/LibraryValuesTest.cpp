@@ -186,8 +186,8 @@ TEST(LibraryValues, OfTheTots) {
         EXPECT_EQ(item["local_time_offset_polarity"], offset.getLocalTimeOffsetPolarity());
         EXPECT_EQ(item["local_time_offset"], offset.getLocalTimeOffset());
     }
-    EXPECT_EQ(objects[0]["fields"]["unix_time"], 1750023000);
-    EXPECT_EQ(objects[0]["fields"]["unix_time_reading"], "2025-06-15T21:30:00Z");
+    EXPECT_EQ(objects[0]["fields"]["unix_time"], 1750012200);
+    EXPECT_EQ(objects[0]["fields"]["unix_time_reading"], "2025-06-15 18:30:00 (UTC-3 assumed)");
 }
 
 TEST(LibraryValues, OfTheAits) {

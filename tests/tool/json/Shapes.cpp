@@ -1,5 +1,7 @@
 #include "tool/json/Shapes.h"
 
+#include "describing/StandardReadings.h"
+
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
@@ -53,7 +55,7 @@ struct ValueShape::Taker {
 
     void operator()(const inspect::Object& object) const {
         shape.m_types.insert("object");
-        if (!name.empty()) {
+        if (!name.empty() && name != inspect::STANDARD) { // each descriptor has another one of that name
             shape.m_object = name;
             shapes.add(name, object.fields);
             return;
@@ -69,6 +71,7 @@ void ValueShape::add(const inspect::Field& field, Shapes& shapes) {
     std::visit(Taker{*this, shapes, field.name}, field.value);
     m_isCode = m_isCode || field.isCode;
     m_isRead = m_isRead || !field.reading.empty();
+    m_isTime = m_isTime || field.isTime;
     m_unit = field.unit.empty() ? m_unit : field.unit;
 }
 
@@ -83,7 +86,11 @@ void ValueShape::addTo(Json& object, const std::string& name, bool required) con
             object["required"].push_back(member);
         }
     };
-    add(name, schema(), required);
+    Json value = schema();
+    if (name == inspect::STANDARD) {
+        value.erase("required"); // what the bytes have
+    }
+    add(name, std::move(value), required);
     if (m_isCode) {
         add(name + "_name", reference("code_name"), required);
     }
@@ -92,6 +99,9 @@ void ValueShape::addTo(Json& object, const std::string& name, bool required) con
     }
     if (m_isRead || m_types.count("array") != 0) {
         add(name + "_reading", reference("reading"), false);
+    }
+    if (m_isTime) {
+        add(name + "_instant", {{"type", "string"}, {"format", "date-time"}}, required);
     }
     if (m_element && m_element->m_isText) {
         add(name + "_hex", arrayOf("hex"), false);
@@ -152,7 +162,7 @@ Json ObjectShape::schema() const {
                 {"required", Json::array()},
                 {"additionalProperties", false}};
     for (const Member& each : m_members) {
-        each.value.addTo(schema, each.name, each.seen == m_seen);
+        each.value.addTo(schema, each.name, each.seen == m_seen && each.name != inspect::STANDARD);
     }
     return schema;
 }

@@ -32,6 +32,7 @@ private:
     bool m_isBytes = false;
     bool m_isCode = false;
     bool m_isRead = false;
+    bool m_isTime = false;
     std::string m_unit;
     std::string m_object; ///< the name of the shape of the objects; empty for the elements of a list
     std::unique_ptr<class ObjectShape> m_elementObject;

@@ -83,10 +83,9 @@ constexpr CodeName TIME_MODES[] = {
 };
 
 Fields describeGeneralEvent(const TGeneralEventDescriptor& descriptor) {
-    const auto time = static_cast<QUOR_S32>(descriptor.getEventMsgJSTTime());
     return {identifier("event_msg_group_id", descriptor.getEventMsgGroupID(), 3),
             code("time_mode", descriptor.getTimeMode(), TIME_MODES),
-            number("event_msg_jst_time", descriptor.getEventMsgJSTTime()).reads(isoTime(time)),
+            clockTime("event_msg_jst_time", static_cast<QUOR_S32>(descriptor.getEventMsgJSTTime())),
             number("event_msg_npt_h", descriptor.getEventMsgNPTH()),
             number("event_msg_npt_l", descriptor.getEventMsgNPTL())
                 .reads(ticks(descriptor.getEventMsgNPTH(), descriptor.getEventMsgNPTL())),

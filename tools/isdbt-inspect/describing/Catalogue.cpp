@@ -1,5 +1,7 @@
 #include "describing/Catalogue.h"
 
+#include "describing/StandardReadings.h"
+
 namespace inspect {
 
 Catalogue::Catalogue() {
@@ -38,6 +40,7 @@ Field Catalogue::describe(const Quor::TISDBTDescriptor& descriptor) const {
     for (Field& field : kind.describe(descriptor)) {
         fields.push_back(std::move(field));
     }
+    addStandardReading(kind.name, descriptor.getData(), fields);
     return object(kind.name, std::move(fields));
 }
 

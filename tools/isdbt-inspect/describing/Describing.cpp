@@ -6,29 +6,34 @@ namespace inspect {
 
 namespace {
 
-void decodeTexts(Fields& fields, const Charset& charset) {
+/// Adds what texts and times say to people.
+void interpret(Fields& fields, const Conventions& conventions) {
     for (Field& field : fields) {
-        if (auto* const text = std::get_if<Text>(&field.value)) {
-            text->decoded = charset.decode(text->raw);
+        if (field.isTime) {
+            const auto time = static_cast<std::int32_t>(std::get<Number>(field.value).value);
+            field.reading = conventions.zone.read(time);
+            field.instant = conventions.zone.iso(time);
+        } else if (auto* const text = std::get_if<Text>(&field.value)) {
+            text->decoded = conventions.charset.decode(text->raw);
         } else if (auto* const object = std::get_if<Object>(&field.value)) {
-            decodeTexts(object->fields, charset);
+            interpret(object->fields, conventions);
         } else if (auto* const list = std::get_if<List>(&field.value)) {
-            decodeTexts(list->elements, charset);
+            interpret(list->elements, conventions);
         }
     }
 }
 
 } // namespace
 
-Fields describe(const Quor::TISDBTTable& table, const Charset& charset) {
+Fields describe(const Quor::TISDBTTable& table, const Conventions& conventions) {
     Fields fields = Catalogue::instance().describe(table);
-    decodeTexts(fields, charset);
+    interpret(fields, conventions);
     return fields;
 }
 
-Field describe(const Quor::TISDBTDescriptor& descriptor, const Charset& charset) {
+Field describe(const Quor::TISDBTDescriptor& descriptor, const Conventions& conventions) {
     Fields fields{Catalogue::instance().describe(descriptor)};
-    decodeTexts(fields, charset);
+    interpret(fields, conventions);
     return std::move(fields.front());
 }
 

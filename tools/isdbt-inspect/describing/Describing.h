@@ -1,18 +1,18 @@
 #pragma once
 
 #include "TISDBTTable.h"
-#include "describing/Charset.h"
+#include "describing/Conventions.h"
 #include "describing/Field.h"
 #include "walking/DescriptorLoops.h"
 
 namespace inspect {
 
 /// The fields of a parsed table, descriptors included, without those of the section header.
-/// @param charset what its texts are in
-Fields describe(const Quor::TISDBTTable& table, const Charset& charset = Charset());
+/// @param conventions how its texts and times are written
+Fields describe(const Quor::TISDBTTable& table, const Conventions& conventions = Conventions());
 
 /// The same for a single descriptor: an object under its name.
-Field describe(const Quor::TISDBTDescriptor& descriptor, const Charset& charset = Charset());
+Field describe(const Quor::TISDBTDescriptor& descriptor, const Conventions& conventions = Conventions());
 
 /// A descriptor as it stands on the wire: tag, length and bytes, whether it fits in its loop, and the error with which
 /// the library refuses it.

@@ -11,7 +11,7 @@ namespace inspect {
 namespace {
 
 Field describeSchedule(const Quor::TScheduleInfo& schedule) {
-    return object("", {number("start_time", schedule.getStartTime()).reads(isoTime(schedule.getStartTime())),
+    return object("", {clockTime("start_time", schedule.getStartTime()),
                        number("duration", schedule.getDuration()).reads(bcdDuration(schedule.getDuration()))});
 }
 

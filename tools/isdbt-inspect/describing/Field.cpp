@@ -5,7 +5,7 @@ namespace inspect {
 namespace {
 
 template <class Value> Field field(std::string_view name, Value value) {
-    return Field{std::string(name), std::move(value), false, {}, {}, {}};
+    return Field{std::string(name), std::move(value), false, {}, {}, {}, false, {}, Agreement::Usual};
 }
 
 } // namespace
@@ -52,6 +52,12 @@ Field text(std::string_view name, std::string_view raw) {
 
 Field bytes(std::string_view name, const std::uint8_t* data, std::size_t size) {
     return field(name, Bytes{data == nullptr ? std::vector<std::uint8_t>{} : std::vector(data, data + size)});
+}
+
+Field clockTime(std::string_view name, std::int32_t unixTime) {
+    Field counted = number(name, unixTime);
+    counted.isTime = true;
+    return counted;
 }
 
 Field list(std::string_view name, Fields elements) {

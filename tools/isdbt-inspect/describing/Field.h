@@ -44,6 +44,14 @@ struct Object {
     Fields fields;
 };
 
+/// How a value stands to what the standard reads from the same bits.
+enum class Agreement {
+    Usual,     ///< it is the same
+    Otherwise, ///< it differs: the standard's reading stands beside it
+    InPieces,  ///< it is a piece of a value that stands whole beside it
+    Unread,    ///< it is not what was sent, but what stands there before anything is read
+};
+
 /// A named value, as every view and every output shows it. The name is the one of the library's getter, without its
 /// prefix, in snake_case.
 struct Field {
@@ -53,6 +61,9 @@ struct Field {
     std::string codeName; ///< what it stands for; empty when that has no name
     std::string unit;
     std::string reading; ///< the value, or a remark on it, in a form that suits a person
+    bool isTime = false; ///< whether the number is a time as the library counts it
+    std::string instant; ///< of a time, in ISO 8601
+    Agreement agreement = Agreement::Usual;
 
     Field in(std::string_view unitName) &&;
     Field reads(std::string_view text) &&;
@@ -70,6 +81,8 @@ Field flag(std::string_view name, bool value);
 Field number(std::string_view name, std::int64_t value);
 Field text(std::string_view name, std::string_view raw);
 Field bytes(std::string_view name, const std::uint8_t* data, std::size_t size);
+/// A time as the library counts it, in seconds.
+Field clockTime(std::string_view name, std::int32_t unixTime);
 Field list(std::string_view name, Fields elements);
 Field object(std::string_view name, Fields fields);
 

@@ -1,7 +1,7 @@
 #include "describing/Catalogue.h"
+#include "describing/Codes.h"
 #include "describing/Lists.h"
 #include "describing/Readings.h"
-#include "describing/ServiceTypes.h"
 #include "descriptors/TEmergencyInformationDescriptor.h"
 #include "descriptors/TLinkageDescriptor.h"
 #include "descriptors/TNetworkNameDescriptor.h"

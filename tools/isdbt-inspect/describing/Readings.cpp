@@ -2,8 +2,6 @@
 
 #include "descriptors/TSystemManagementDescriptor.h"
 
-#include <ctime>
-#include <fmt/chrono.h>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <vector>
@@ -29,24 +27,46 @@ std::string brazilianRating(std::uint8_t rating) {
     return text;
 }
 
-} // namespace
-
-std::string isoTime(std::int32_t unixTime) {
-    return fmt::format("{:%Y-%m-%dT%H:%M:%SZ}", fmt::gmtime(std::time_t{static_cast<std::uint32_t>(unixTime)}));
+/// Whether four bits are a decimal digit, each time.
+bool areDigits(std::uint32_t bcd) {
+    for (; bcd != 0; bcd >>= 4U) {
+        if ((bcd & 0x0FU) > 9) {
+            return false;
+        }
+    }
+    return true;
 }
 
-std::string isoOffset(bool behindUtc, std::uint32_t seconds) {
+std::int32_t twoDigits(std::uint32_t bcd, unsigned shift) {
+    return static_cast<std::int32_t>(10 * (bcd >> (shift + 4) & 0x0FU) + (bcd >> shift & 0x0FU));
+}
+
+} // namespace
+
+std::string isoOffset(bool behind, std::uint32_t seconds) {
     const std::uint32_t minutes = seconds / 60;
-    return fmt::format("{}{:02}:{:02}", behindUtc ? '-' : '+', minutes / 60, minutes % 60);
+    return fmt::format("{}{:02}:{:02}", behind ? '-' : '+', minutes / 60, minutes % 60);
+}
+
+std::optional<std::int32_t> bcdMinutes(std::uint32_t digits) {
+    return areDigits(digits) ? std::optional(60 * twoDigits(digits, 8) + twoDigits(digits, 0)) : std::nullopt;
 }
 
 std::string bcdDuration(std::uint32_t digits) {
-    for (unsigned shift = 0; shift < 24; shift += 4) {
-        if ((digits >> shift & 0x0FU) > 9) {
-            return {};
-        }
+    return areDigits(digits)
+               ? fmt::format("{:02X}:{:02X}:{:02X}", digits >> 16U & 0xFFU, digits >> 8U & 0xFFU, digits & 0xFFU)
+               : "";
+}
+
+std::optional<std::int32_t> wireTime(std::uint64_t bits) {
+    constexpr std::int64_t DAYS_TO_1970 = 40587;
+    const auto digits = static_cast<std::uint32_t>(bits & 0xFFFFFFU);
+    const auto day = static_cast<std::int64_t>(bits >> 24U) - DAYS_TO_1970;
+    if (day < 0 || !areDigits(digits)) {
+        return std::nullopt;
     }
-    return fmt::format("{:02X}:{:02X}:{:02X}", digits >> 16U & 0xFFU, digits >> 8U & 0xFFU, digits & 0xFFU);
+    return static_cast<std::int32_t>(((day * 24 + twoDigits(digits, 16)) * 60 + twoDigits(digits, 8)) * 60 +
+                                     twoDigits(digits, 0));
 }
 
 std::string megahertz(std::uint16_t sevenths) {

@@ -4,20 +4,24 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace inspect {
 
-/// A time as the library counts it, in ISO 8601: "2025-06-15T18:04:05Z". The library keeps 32 bits, which are negative
-/// from 2038-01-20 on; no broadcast comes from before 1970.
-std::string isoTime(std::int32_t unixTime);
+/// An offset from the station's clock: "-01:00".
+std::string isoOffset(bool behind, std::uint32_t seconds);
 
-/// An offset from UTC in ISO 8601: "-03:00".
-std::string isoOffset(bool behindUtc, std::uint32_t seconds);
+/// The minutes of four BCD digits, hours and minutes. Nothing when they are no digits.
+std::optional<std::int32_t> bcdMinutes(std::uint32_t digits);
 
 /// A duration of six BCD digits: "01:30:00". Empty when they are no digits.
 std::string bcdDuration(std::uint32_t digits);
+
+/// A time on the wire, of 16 bits of Modified Julian Date and six BCD digits, as the library counts it. Nothing when it
+/// is undefined: when digits are no digits, or the date lies before 1970.
+std::optional<std::int32_t> wireTime(std::uint64_t bits);
 
 /// A frequency in units of 1/7 MHz: "473.142857 MHz".
 std::string megahertz(std::uint16_t sevenths);

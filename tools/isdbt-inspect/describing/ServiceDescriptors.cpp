@@ -1,7 +1,7 @@
 #include "describing/Catalogue.h"
+#include "describing/Codes.h"
 #include "describing/Lists.h"
 #include "describing/Readings.h"
-#include "describing/ServiceTypes.h"
 #include "descriptors/TBouquetNameDescriptor.h"
 #include "descriptors/TCountryAvailabilityDescriptor.h"
 #include "descriptors/TLogoTransmissionDescriptor.h"
@@ -134,8 +134,8 @@ constexpr CodeName NUMBERS_OF_CELLS[] = {
 };
 
 Fields describeMosaic(const TMosaicDescriptor& descriptor) {
-    return {code("number_of_horizontal_cells", descriptor.getNumberOfHorizontalCells(), NUMBERS_OF_CELLS),
-            code("number_of_vertical_cells", descriptor.getNumberOfVerticalCells(), NUMBERS_OF_CELLS),
+    return {numberOfCells("number_of_horizontal_cells", descriptor.getNumberOfHorizontalCells()),
+            numberOfCells("number_of_vertical_cells", descriptor.getNumberOfVerticalCells()),
             listByPosition("cells", descriptor, descriptor.size(), &TMosaicDescriptor::getCell, describeCell)};
 }
 
@@ -157,6 +157,10 @@ Fields describeLogoTransmission(const TLogoTransmissionDescriptor& descriptor) {
 }
 
 } // namespace
+
+Field numberOfCells(std::string_view name, QUOR_U8 number) {
+    return code(name, number, NUMBERS_OF_CELLS);
+}
 
 Field serviceType(QUOR_U8 type) {
     return identifier("service_type", type, 2).named(SERVICE_TYPES);

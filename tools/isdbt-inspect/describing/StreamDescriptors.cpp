@@ -1,4 +1,5 @@
 #include "describing/Catalogue.h"
+#include "describing/Codes.h"
 #include "describing/Readings.h"
 #include "descriptors/TAACDescriptor.h"
 #include "descriptors/TAVCTimingAndHRDDescriptor.h"
@@ -101,7 +102,7 @@ constexpr CodeName VIDEO_ENCODE_FORMATS[] = {
 Fields describeVideoDecodeControl(const TVideoDecodeControlDescriptor& descriptor) {
     return {flag("still_picture", descriptor.isStillPicture()),
             flag("sequence_end_code", descriptor.hasSequenceEndCode()),
-            code("video_encode_format", descriptor.getVideoEncodeFormat(), VIDEO_ENCODE_FORMATS)};
+            videoEncodeFormat(descriptor.getVideoEncodeFormat())};
 }
 
 constexpr CodeName AVC_PROFILES[] = {
@@ -156,6 +157,10 @@ Fields describeAac(const TAACDescriptor& descriptor) {
 }
 
 } // namespace
+
+Field videoEncodeFormat(QUOR_U8 format) {
+    return code("video_encode_format", format, VIDEO_ENCODE_FORMATS);
+}
 
 void addStreamDescriptors(Catalogue& catalogue) {
     catalogue.addDescriptor<describeStreamIdentifier>("stream_identifier_descriptor", {PMT});

@@ -9,11 +9,11 @@ namespace inspect {
 
 namespace {
 
-constexpr std::int64_t BEHIND_UTC = 1;
+constexpr std::int64_t BEHIND = 1;
 
 constexpr CodeName POLARITIES[] = {
-    {0, "ahead of UTC"},
-    {BEHIND_UTC, "behind UTC"},
+    {0, "ahead"},
+    {BEHIND, "behind"},
 };
 
 /// Bytes of one item on the wire.
@@ -25,7 +25,7 @@ Field describeItem(const Quor::TLocalTimeOffsetDescriptorItem& item) {
     return object("",
                   {text("country_code", item.getCountryCode()), number("country_region_id", item.getCountryRegionID()),
                    code("local_time_offset_polarity", polarity, POLARITIES),
-                   number("local_time_offset", offset).in("s").reads(isoOffset(polarity == BEHIND_UTC, offset))});
+                   number("local_time_offset", offset).in("s").reads(isoOffset(polarity == BEHIND, offset))});
 }
 
 Fields describeLocalTimeOffset(const Quor::TLocalTimeOffsetDescriptor& descriptor) {
@@ -36,7 +36,7 @@ Fields describeLocalTimeOffset(const Quor::TLocalTimeOffsetDescriptor& descripto
 }
 
 Fields describeTot(const Quor::TTOTTable& tot) {
-    Fields fields{number("unix_time", tot.getUnixTime()).reads(isoTime(tot.getUnixTime()))};
+    Fields fields{clockTime("unix_time", tot.getUnixTime())};
     appendDescriptors(fields, tot);
     Loops(tot).appendLeftOut(fields);
     return fields;

@@ -49,6 +49,8 @@ constexpr Companion COMPANIONS[] = {
     {"_hex", "_hex", [](const Field& field) { return std::holds_alternative<Text>(field.value); }, rawBytes},
     {"_reading", "_readings", [](const Field& field) { return !field.reading.empty(); },
      [](const Field& field) { return orNull(field.reading); }},
+    {"_instant", "_instants", [](const Field& field) { return field.isTime; },
+     [](const Field& field) { return orNull(field.instant); }},
 };
 
 void addCompanions(Json& object, const Field& field) {

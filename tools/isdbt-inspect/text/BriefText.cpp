@@ -1,5 +1,6 @@
 #include "text/BriefText.h"
 
+#include "describing/StandardReadings.h"
 #include "text/Pieces.h"
 #include "text/ValueText.h"
 
@@ -57,7 +58,7 @@ std::string briefText(const Field& field, const Style& style) {
         return joined(listPieces(field, style));
     }
     if (const auto* const object = std::get_if<Object>(&field.value)) {
-        return '{' + joined(briefPieces(object->fields, style)) + '}';
+        return '{' + joined(briefPieces(standardFirst(object->fields), style)) + '}';
     }
     return valueText(field, style);
 }
@@ -66,6 +67,16 @@ std::vector<std::string> briefPieces(const Fields& fields, const Style& style) {
     std::vector<std::string> pieces;
     for (const Field& field : fields) {
         const std::string name = style.paint(Ink::Name, field.name);
+        if (field.name == RECEIVER) {
+            std::vector<std::string> others = briefPieces(std::get<Object>(field.value).fields, style);
+            if (others.empty()) {
+                others.emplace_back("nothing"); // lists without elements
+            }
+            others.front().insert(0, fmt::format("({} ", RECEIVER));
+            others.back() += ')';
+            std::move(others.begin(), others.end(), std::back_inserter(pieces));
+            continue;
+        }
         if (!std::holds_alternative<List>(field.value)) {
             pieces.push_back(name + (name.empty() ? "" : " ") + briefText(field, style));
             continue;

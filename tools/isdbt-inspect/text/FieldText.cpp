@@ -1,5 +1,6 @@
 #include "text/FieldText.h"
 
+#include "describing/StandardReadings.h"
 #include "text/TableText.h"
 #include "text/ValueText.h"
 
@@ -123,8 +124,8 @@ void appendList(Page& page, const Field& field, std::size_t indent) {
 
 void appendObject(Page& page, const Field& field, std::size_t indent) {
     Fields fields;
-    std::remove_copy_if(std::get<Object>(field.value).fields.begin(), std::get<Object>(field.value).fields.end(),
-                        std::back_inserter(fields), isInHeading);
+    const Fields ordered = standardFirst(std::get<Object>(field.value).fields);
+    std::remove_copy_if(ordered.begin(), ordered.end(), std::back_inserter(fields), isInHeading);
     const std::string heading = std::string(indent, ' ') + headingOf(field, page.style);
     if (fields.size() <= FEW && !anyNested(fields) &&
         appendInOneLine(page, heading, behindHeading(fields, page.style))) {

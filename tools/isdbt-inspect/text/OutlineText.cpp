@@ -1,5 +1,6 @@
 #include "text/OutlineText.h"
 
+#include "describing/StandardReadings.h"
 #include "text/BriefText.h"
 #include "text/Pieces.h"
 
@@ -69,7 +70,7 @@ std::vector<std::string> piecesOf(const Detail& detail, const Style& style) {
                                tag->codeName);
         fields.erase(tag);
     }
-    std::vector<std::string> pieces = briefPieces(fields, style);
+    std::vector<std::string> pieces = briefPieces(standardFirst(fields), style);
     pieces.insert(pieces.begin(), std::move(heading));
     return pieces;
 }

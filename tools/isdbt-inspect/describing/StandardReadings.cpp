@@ -1,0 +1,423 @@
+#include "describing/StandardReadings.h"
+
+#include "describing/Bits.h"
+#include "describing/Codes.h"
+#include "describing/FieldLookup.h"
+#include "describing/Readings.h"
+#include "describing/TimeZone.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+
+namespace inspect {
+
+namespace {
+
+std::uint8_t takeByte(Bits& body) {
+    return static_cast<std::uint8_t>(body.take(8));
+}
+
+Field takeIdentifier(std::string_view name, Bits& body, unsigned width) {
+    return identifier(name, body.take32(width), static_cast<int>((width + 3) / 4));
+}
+
+Field takeBytes(std::string_view name, Bits& body, std::size_t count) {
+    const std::vector<std::uint8_t> taken = body.takeBytes(count);
+    return bytes(name, taken.data(), taken.size());
+}
+
+Field takeText(std::string_view name, Bits& body, std::size_t count) {
+    const std::vector<std::uint8_t> taken = body.takeBytes(count);
+    return text(name, std::string(taken.begin(), taken.end()));
+}
+
+Fields readServices(Bits& body) {
+    Fields services;
+    while (body.left() != 0) {
+        Field id = takeIdentifier("service_id", body, 16);
+        services.push_back(object("", {std::move(id), serviceType(takeByte(body))}));
+    }
+    return {list("services", std::move(services))};
+}
+
+/// Hours and minutes, in minutes.
+Field takeOffset(std::string_view name, Bits& body, bool behind) {
+    const std::uint32_t digits = body.take32(16);
+    const std::optional<std::int32_t> minutes = bcdMinutes(digits);
+    return minutes ? number(name, behind ? -*minutes : *minutes).in("min").reads(isoOffset(behind, 60U * *minutes))
+                   : absent(name);
+}
+
+/// When an offset changes: by which clock is not certain.
+Field takeTime(std::string_view name, Bits& body) {
+    const std::optional<std::int32_t> taken = wireTime(body.take(40));
+    return taken ? number(name, *taken).in("s").reads(TimeZone::clock(*taken)) : absent(name);
+}
+
+Fields readTimeOffsets(Bits& body) {
+    Fields regions;
+    while (body.left() != 0) {
+        Field country = takeText("country_code", body, 3);
+        Field region = number("country_region_id", body.take32(6));
+        body.take(1);
+        const bool behind = body.take(1) != 0;
+        Field offset = takeOffset("local_time_offset", body, behind);
+        Field change = takeTime("time_of_change", body);
+        regions.push_back(object("", {std::move(country), std::move(region), std::move(offset), std::move(change),
+                                      takeOffset("next_time_offset", body, behind)}));
+    }
+    return {list("regions", std::move(regions))};
+}
+
+/// Where another reading of the same descriptor says all.
+Fields readNothing(Bits& /*body*/) {
+    return {};
+}
+
+Fields readCarousel(Bits& body) {
+    constexpr std::uint32_t WITH_SERVICE_GATEWAY = 1;
+    body.take(32);
+    if (body.left() == 0) {
+        return {}; // in the oldest form there was no more
+    }
+    const std::uint32_t format = body.take32(8);
+    Fields fields{identifier("format_id", format, 2)};
+    if (format == WITH_SERVICE_GATEWAY) {
+        fields.push_back(number("module_version", body.take32(8)));
+        fields.push_back(takeIdentifier("module_id", body, 16));
+        fields.push_back(number("block_size", body.take32(16)).in("bytes"));
+        fields.push_back(number("module_size", body.take32(32)).in("bytes"));
+        fields.push_back(number("compression_method", body.take32(8)));
+        fields.push_back(number("original_size", body.take32(32)).in("bytes"));
+        fields.push_back(number("time_out", body.take32(8)).in("s"));
+        fields.push_back(takeBytes("object_key_data", body, takeByte(body)));
+    }
+    fields.push_back(takeBytes("private_data", body, body.left()));
+    return fields;
+}
+
+Field takeTicks(std::string_view name, Bits& body) {
+    const std::uint64_t count = body.take(33);
+    return number(name, static_cast<std::int64_t>(count))
+        .in("x 1/90000 s")
+        .reads(ticks(static_cast<std::uint32_t>(count >> 32U), static_cast<std::uint32_t>(count)));
+}
+
+Fields readTimeReferences(Bits& body) {
+    body.take(8 + 7);
+    Field clock = takeTicks("stc_reference", body);
+    body.take(31);
+    return {std::move(clock), takeTicks("npt_reference", body)};
+}
+
+Fields readEventTime(Bits& body) {
+    body.take(16 + 31);
+    return {takeTicks("event_npt", body)};
+}
+
+Fields readEncodeFormat(Bits& body) {
+    body.take(2);
+    return {videoEncodeFormat(static_cast<std::uint8_t>(body.take(4)))};
+}
+
+Fields readCells(Bits& body) {
+    body.take(1);
+    Field horizontal = numberOfCells("number_of_horizontal_cells", static_cast<std::uint8_t>(body.take(3)));
+    body.take(1);
+    return {std::move(horizontal), numberOfCells("number_of_vertical_cells", static_cast<std::uint8_t>(body.take(3)))};
+}
+
+Fields readCopyright(Bits& body) {
+    Field identifier = takeIdentifier("copyright_identifier", body, 32);
+    return {std::move(identifier), takeBytes("additional_copyright_info", body, body.left())};
+}
+
+Fields readTiming(Bits& body) {
+    Fields fields;
+    body.take(7);
+    if (body.take(1) != 0) {
+        const bool counts90kHz = body.take(1) != 0;
+        body.take(7);
+        fields.push_back(flag("90khz_flag", counts90kHz));
+        if (!counts90kHz) {
+            fields.push_back(number("n", body.take32(32)));
+            fields.push_back(number("k", body.take32(32)));
+        }
+        fields.push_back(number("num_units_in_tick", body.take32(32)));
+    }
+    for (const char* const name :
+         {"fixed_frame_rate_flag", "temporal_poc_flag", "picture_to_display_conversion_flag"}) {
+        fields.push_back(flag(name, body.take(1) != 0));
+    }
+    body.take(5);
+    return fields;
+}
+
+/// The receivers that a download is for.
+Field takeCompatibility(Bits& body) {
+    Fields items;
+    body.take(16);
+    for (std::uint32_t left = body.take32(16); left != 0 && !body.failed(); --left) {
+        body.take(8);
+        const std::vector<std::uint8_t> inner = body.takeBytes(takeByte(body));
+        Bits item(inner.data(), inner.size());
+        item.take(8);
+        Field specifier = takeIdentifier("specifier_data", item, 24);
+        Field model = takeIdentifier("model", item, 16);
+        items.push_back(object("", {std::move(specifier), std::move(model), takeIdentifier("version", item, 16)}));
+    }
+    return list("compatibility", std::move(items));
+}
+
+Field takeModules(Bits& body) {
+    Fields modules;
+    for (std::uint32_t left = body.take32(16); left != 0 && !body.failed(); --left) {
+        Field id = takeIdentifier("module_id", body, 16);
+        modules.push_back(object("", {std::move(id), number("module_size", body.take32(32)).in("bytes")}));
+        body.takeBytes(takeByte(body));
+    }
+    return list("modules", std::move(modules));
+}
+
+Fields readDownload(Bits& body) {
+    Fields fields;
+    body.take(2);
+    const bool hasCompatibility = body.take(1) != 0;
+    const bool hasModules = body.take(1) != 0;
+    constexpr unsigned UP_TO_COMPONENT_TAG = 4 + 32 + 32 + 32 + 24 + 8;
+    body.takeBytes(UP_TO_COMPONENT_TAG / 8);
+    body.take(UP_TO_COMPONENT_TAG % 8);
+    if (hasCompatibility) {
+        fields.push_back(takeCompatibility(body));
+    }
+    if (hasModules) {
+        fields.push_back(takeModules(body));
+    }
+    return fields;
+}
+
+/// Whether a body holds just what is read of it.
+bool isWhole(Bits& body) {
+    return !body.failed() && body.left() == 0;
+}
+
+bool hasOddServices(Bits& body) {
+    const bool odd = body.left() % 2 != 0;
+    readServices(body);
+    return odd && isWhole(body);
+}
+
+bool isDataPiping(Bits& body) {
+    constexpr std::uint32_t DATA_PIPING = 3;
+    return body.take(16) == DATA_PIPING && body.left() >= 2;
+}
+
+bool isTransportStreamInformation(Bits& body) {
+    body.take(8);
+    const std::uint32_t nameLength = body.take32(6);
+    const std::uint32_t types = body.take32(2);
+    body.takeBytes(nameLength);
+    for (std::uint32_t type = 0; type < types; ++type) {
+        body.take(8);
+        body.takeBytes(2U * takeByte(body));
+    }
+    return !body.failed();
+}
+
+bool isEmergency(Bits& body) {
+    while (body.left() != 0) {
+        body.take(24);
+        body.takeBytes(takeByte(body));
+    }
+    return !body.failed();
+}
+
+bool isMosaicOfUnlinkedCells(Bits& body) {
+    bool unlinked = false;
+    body.take(8);
+    while (body.left() != 0) {
+        constexpr unsigned IDENTIFIERS[] = {0, 2, 6, 6, 8}; // in bytes, by cell_linkage_info
+        body.take(16);
+        body.takeBytes(takeByte(body));
+        const std::uint8_t linkage = takeByte(body);
+        unlinked = unlinked || linkage == 0;
+        body.takeBytes(linkage < std::size(IDENTIFIERS) ? IDENTIFIERS[linkage] : 0);
+    }
+    return unlinked && !body.failed();
+}
+
+bool isTiming(Bits& body) {
+    readTiming(body);
+    return isWhole(body);
+}
+
+bool areSame(const Field& left, const Field& right) {
+    const auto* const number = std::get_if<Number>(&left.value);
+    const auto* const otherNumber = std::get_if<Number>(&right.value);
+    const auto* const flag = std::get_if<bool>(&left.value);
+    const auto* const otherFlag = std::get_if<bool>(&right.value);
+    return (number != nullptr && otherNumber != nullptr && number->value == otherNumber->value) ||
+           (flag != nullptr && otherFlag != nullptr && *flag == *otherFlag);
+}
+
+/// Whether the standard's fields are others, or have other values, than those of the receiver: some bytes read the
+/// same.
+bool differ(const Fields& fields, const Fields& standard) {
+    return standard.empty() || !std::all_of(standard.begin(), standard.end(), [&fields](const Field& each) {
+               const Field* const same = find(fields, each.name);
+               return same != nullptr && areSame(*same, each);
+           });
+}
+
+/// The fields of these names, each with a mark, if they are there.
+void mark(Fields& fields, const OtherReading& reading) {
+    for (Field& field : fields) {
+        if (std::find(reading.fields.begin(), reading.fields.end(), field.name) != reading.fields.end()) {
+            field.agreement = reading.agreement;
+        }
+    }
+}
+
+} // namespace
+
+const std::vector<OtherReading>& otherReadings() {
+    static const std::vector<OtherReading> READINGS{
+        {"service_list_descriptor",
+         {"items"},
+         "three bytes for each service: a service_id of 16 bits and a service_type",
+         "takes two bytes for each, of which the first is the service_id",
+         Agreement::Otherwise,
+         readServices},
+        {"local_time_offset_descriptor",
+         {"items"},
+         "hours and minutes in decimal digits, an entry for each region of a country, and the change to come",
+         "counts ten in the digits as 160, keeps the last entry of a country, and leaves out the change",
+         Agreement::Otherwise,
+         readTimeOffsets},
+        {"carousel_identifier_descriptor",
+         {"format_id", "module_version", "module_id", "block_size", "module_size", "compression_method",
+          "original_size", "time_out", "object_key_length", "object_key_data"},
+         "a format_id behind the carousel_id, and in format 1 where the service gateway is",
+         "does not read them: they are 0",
+         Agreement::Unread,
+         readCarousel},
+        {"carousel_identifier_descriptor",
+         {"private_data_size", "private_data"},
+         "what is behind these",
+         "takes all behind the carousel_id for it",
+         Agreement::Otherwise,
+         readNothing},
+        {"npt_reference_descriptor",
+         {"stc_reference_h", "stc_reference_l", "npt_reference_h", "npt_reference_l"},
+         "two times of 33 bits",
+         "has the first bit of each apart",
+         Agreement::InPieces,
+         readTimeReferences},
+        {"stream_event_descriptor",
+         {"event_npt_h", "event_npt_l"},
+         "a time of 33 bits",
+         "has its first bit apart",
+         Agreement::InPieces,
+         readEventTime},
+        {"video_decode_control_descriptor",
+         {"video_encode_format"},
+         "a code of four bits",
+         "leaves out the bit of value 4",
+         Agreement::Otherwise,
+         readEncodeFormat},
+        {"mosaic_descriptor",
+         {"number_of_horizontal_cells", "number_of_vertical_cells"},
+         "counts of three bits",
+         "takes two bits of each, and no more cells than they say",
+         Agreement::Otherwise,
+         readCells},
+        {"copyright_descriptor",
+         {"hierarchical_level", "reference_pid"},
+         "a copyright_identifier of 32 bits, and more of its owner's",
+         "takes it for a hierarchical transmission descriptor",
+         Agreement::Otherwise,
+         readCopyright},
+        {"avc_timing_and_hrd_descriptor",
+         {"90khz_flag", "n", "k", "num_units_in_tick", "fixed_frame_rate_flag", "temporal_poc_flag",
+          "picture_to_display_conversion_flag"},
+         "N and K when the 90kHz_flag is clear, and the last flags behind num_units_in_tick",
+         "takes N and K when it is set, and the flags from the first bits of num_units_in_tick",
+         Agreement::Otherwise,
+         readTiming},
+        {"download_content_descriptor",
+         {"compatibility_descriptor", "modules"},
+         "model, version and module_id of 16 bits, the high byte first",
+         "shifts the first byte of model and version by the second, and takes the low byte of module_id first",
+         Agreement::Otherwise,
+         readDownload},
+    };
+    return READINGS;
+}
+
+const std::vector<RightRefused>& rightRefused() {
+    static const std::vector<RightRefused> REFUSED{
+        {"service_list_descriptor", "it looks for services of two bytes, and the length is odd", hasOddServices},
+        {"transport_protocol_descriptor", "it has no data piping (protocol_id 3)", isDataPiping},
+        {"ts_information_descriptor", "it wants eight bytes, a name, and two more bytes in each transmission type",
+         isTransportStreamInformation},
+        {"emergency_information_descriptor", "it wants an area code for each service", isEmergency},
+        {"mosaic_descriptor", "it refuses cells that are linked to nothing", isMosaicOfUnlinkedCells},
+        {"avc_timing_and_hrd_descriptor", "it looks for N and K where there are none", isTiming},
+    };
+    return REFUSED;
+}
+
+std::string_view refusedBecause(std::string_view descriptor, const std::vector<std::uint8_t>& body) {
+    for (const RightRefused& each : rightRefused()) {
+        Bits bits(body.data(), body.size());
+        if (each.descriptor == descriptor && each.isRight(bits)) {
+            return each.because;
+        }
+    }
+    return {};
+}
+
+void addStandardReading(std::string_view descriptor, const std::uint8_t* wire, Fields& fields) {
+    constexpr std::size_t HEADER = 2;
+    Fields standard;
+    for (const OtherReading& reading : otherReadings()) {
+        Bits body(wire + HEADER, wire[1]);
+        if (reading.descriptor != descriptor) {
+            continue;
+        }
+        Fields read = reading.read(body);
+        if (!body.failed() && differ(fields, read)) {
+            std::move(read.begin(), read.end(), std::back_inserter(standard));
+            mark(fields, reading);
+        }
+    }
+    if (!standard.empty()) {
+        fields.push_back(object(STANDARD, std::move(standard)));
+    }
+}
+
+Fields standardFirst(const Fields& fields) {
+    Fields ordered;
+    Fields others;
+    std::size_t place = fields.size(); // where the standard's go: to the first that they replace
+    for (const Field& field : fields) {
+        if (field.agreement != Agreement::Usual) {
+            place = std::min(place, ordered.size());
+        }
+        if (field.agreement == Agreement::Otherwise) {
+            others.push_back(field);
+            others.back().agreement = Agreement::Usual;
+        } else if (field.name == STANDARD) {
+            const Fields& standard = std::get<Object>(field.value).fields;
+            ordered.insert(ordered.begin() + static_cast<std::ptrdiff_t>(place), standard.begin(), standard.end());
+        } else if (field.agreement == Agreement::Usual) {
+            ordered.push_back(field);
+        }
+    }
+    if (!others.empty()) {
+        ordered.push_back(object(RECEIVER, std::move(others)));
+    }
+    return ordered;
+}
+
+} // namespace inspect
