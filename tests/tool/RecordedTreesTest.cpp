@@ -12,7 +12,7 @@ namespace {
 
 class InspectRecordedTrees : public RecordedTest {
 protected:
-    static std::string shown(const std::string& name, std::vector<std::string> arguments = {"--width", "300"}) {
+    static std::string shown(const std::string& name, std::vector<std::string> arguments = {"--full", "--width", "300"}) {
         arguments.push_back(recordedStream(name));
         const Finished finished = inspect(arguments);
         EXPECT_EQ(finished.errors, "");
@@ -86,7 +86,7 @@ TEST_F(InspectRecordedTrees, SatelliteMultiplexWhoseNitIsRejected) {
 }
 
 TEST_F(InspectRecordedTrees, EventsOfAPidGivenByHand) {
-    EXPECT_THAT(shown("tsduck-032.1.ts", {"--pid", "404", "--width", "300"}),
+    EXPECT_THAT(shown("tsduck-032.1.ts", {"--full", "--pid", "404", "--width", "300"}),
                 StartsWith("Transport stream\n"
                            "   ! no PAT came\n"
                            "   ! no NIT came\n"
@@ -101,6 +101,6 @@ TEST_F(InspectRecordedTrees, EventsOfAPidGivenByHand) {
 }
 
 TEST_F(InspectRecordedTrees, LastTimeOfAClock) {
-    EXPECT_THAT(shown("tsduck-182.1.ts", {"--table", "tot"}),
+    EXPECT_THAT(shown("tsduck-182.1.ts", {"--full", "--table", "tot"}),
                 StartsWith("Time  2030-05-01 00:02:00 (UTC-3 assumed), TOT PID 0x0014\n"));
 }

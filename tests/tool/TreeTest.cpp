@@ -73,12 +73,12 @@ std::string shownWithApplication(const std::string& streams, const ByteVector& a
     StreamBuilder stream;
     stream.section(PAT_PID, pat("0001 E100")).section(PMT_PID, pmt(streams)).section(AIT_PID, applications);
     const TemporaryFile file(stream.bytes());
-    return inspect({"--width", "200", file.path()}).output;
+    return inspect({"--full", "--width", "200", file.path()}).output;
 }
 
 std::string shown(const StreamBuilder& stream, std::vector<std::string> arguments = {}) {
     const TemporaryFile file(stream.bytes());
-    arguments.push_back(file.path());
+    arguments.insert(arguments.end(), {"--full", file.path()});
     return inspect(arguments).output;
 }
 
@@ -88,31 +88,59 @@ TEST(InspectTree, IsTheUsualView) {
     EXPECT_EQ(inspect({SAMPLE_FILE}).output, inspect({"--view", "tree", SAMPLE_FILE}).output);
 }
 
-TEST(InspectTree, SampleInEightyColumns) {
+TEST(InspectTree, OverviewOfTheSampleInEightyColumns) {
     const Finished finished = inspect({"--width", "80", SAMPLE_FILE});
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.errors, "");
+    EXPECT_EQ(finished.output, readText(GOLDEN_FOLDER "/overview-80.txt"));
+}
+
+TEST(InspectTree, SampleInEightyColumns) {
+    const Finished finished = inspect({"--full", "--width", "80", SAMPLE_FILE});
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.errors, "");
     EXPECT_EQ(finished.output, readText(GOLDEN_FOLDER "/tree-80.txt"));
 }
 
 TEST(InspectTree, SampleInHundredAndTwentyColumns) {
-    EXPECT_EQ(inspect({"--width", "120", SAMPLE_FILE}).output, readText(GOLDEN_FOLDER "/tree-120.txt"));
+    EXPECT_EQ(inspect({"--full", "--width", "120", SAMPLE_FILE}).output, readText(GOLDEN_FOLDER "/tree-120.txt"));
 }
 
 TEST(InspectTree, SampleInColours) {
-    EXPECT_EQ(inspect({"--width", "80", "--color", "always", SAMPLE_FILE}).output,
+    EXPECT_EQ(inspect({"--full", "--width", "80", "--color", "always", SAMPLE_FILE}).output,
               readText(GOLDEN_FOLDER "/tree-colours.txt"));
 }
 
+/// What everybody expects is not said, what is otherwise is.
+TEST(InspectTree, OverviewSaysOfAServiceWhatIsUnusual) {
+    StreamBuilder stream;
+    stream.section(PAT_PID, pat("0001 E100 0002 E101"))
+        .section(SDT_PID, sdt("0001 FF 8005 4803 01 00 00  0002 FF 3005 4803 01 00 00"));
+    EXPECT_THAT(shown(stream, {"--width", "200"}), HasSubstr("running, not scrambled"));
+    const TemporaryFile file(stream.bytes());
+    const std::string output = inspect({"--width", "200", file.path()}).output;
+    EXPECT_THAT(output, HasSubstr("├─ Service 0x0001 (1)  digital television (0x01), PMT PID 0x0100\n"));
+    EXPECT_THAT(output, HasSubstr("└─ Service 0x0002 (2)  digital television (0x01), not running, "
+                                  "controlled by a CA system, PMT PID 0x0101\n"));
+    EXPECT_THAT(output, Not(HasSubstr("service_descriptor")));
+}
+
+TEST(InspectTree, AllThatTheTablesSayIsForTheTreeAlone) {
+    const Finished finished = inspect({"--full", "--view", "tables", SAMPLE_FILE});
+    EXPECT_EQ(finished.status, 2);
+    EXPECT_THAT(finished.errors, HasSubstr("--full: it is for the tree; the other views show all"));
+    EXPECT_EQ(inspect({"--full", "--json", SAMPLE_FILE}).status, 2);
+}
+
 TEST(InspectTree, LinesOfAPipeAreBrokenAtTheUsualWidth) {
-    const std::string output = inspect({SAMPLE_FILE}).output;
+    const std::string output = inspect({"--full", SAMPLE_FILE}).output;
     EXPECT_THAT(output,
                 HasSubstr("\n   │  │  PMT digital_copy_control_descriptor (0xC1)  digital_recording_control_data "
                           "copy freely\n"
                           "   │  │      component_control no  copy_control_type SD free, original once  "
                           "aps_control_data 0\n"
                           "   │  │      maximum_bitrate 18.00 Mbit/s\n"));
-    EXPECT_EQ(output, inspect({"--width", "100", SAMPLE_FILE}).output);
+    EXPECT_EQ(output, inspect({"--full", "--width", "100", SAMPLE_FILE}).output);
 }
 
 TEST(InspectTree, NothingThatAMultiplexHas) {
@@ -478,7 +506,7 @@ TEST(InspectTree, TimeWithoutAMultiplex) {
 /// Of single sections nobody misses the others.
 TEST(InspectTree, SectionsWithoutPackets) {
     const TemporaryFile file(join({pat("0001 E100 0002 E101"), pmt("1B E111 F000")}));
-    EXPECT_EQ(inspect({"--sections", file.path()}).output, "Transport stream 0x0735 (1845)  PAT version 0\n"
+    EXPECT_EQ(inspect({"--full", "--sections", file.path()}).output, "Transport stream 0x0735 (1845)  PAT version 0\n"
                                                            "├─ Service 0x0001 (1)  PMT version 0, PCR PID 0x01FF\n"
                                                            "│  └─ Component PID 0x0111  H.264 video (0x1B)\n"
                                                            "└─ Service 0x0002 (2)  PMT PID 0x0101\n"
@@ -499,7 +527,7 @@ TEST(InspectTree, DamagedSection) {
     const TemporaryFile file(damaged);
     const Finished finished = inspect({"--sections", file.path()});
     EXPECT_EQ(finished.status, 3);
-    EXPECT_THAT(finished.output, StartsWith("Transport stream 0x0735 (1845)  PAT version 0\n"
+    EXPECT_THAT(finished.output, StartsWith("Transport stream 0x0735 (1845)\n"
                                             "│  ! PAT is incomplete, or its CRC_32 is wrong\n"));
 }
 

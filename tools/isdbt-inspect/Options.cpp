@@ -166,6 +166,7 @@ void addOutput(CLI::App& app, Options& options) {
               joined(views(), "; ", [](const View& view) { return view.name + ": " + view.help; }))
         ->type_name("VIEW")
         ->default_str(options.view->name);
+    app.add_flag("--full", options.full, "the tree with all that the tables say, descriptors included");
     app.add_flag("--json", options.json, "an object in JSON for each section and each fault, one a line");
     addChoice(app, "--color", options.colour, COLOURS, "auto: on a terminal, unless NO_COLOR is set; always; never")
         ->type_name("WHEN")
@@ -195,6 +196,9 @@ void checkTogether(const CLI::App& app, const Options& options) {
     }
     if (options.descriptorOf == PAT) {
         throw UsageError("--descriptor: a PAT carries no descriptors");
+    }
+    if (options.full && (options.json || options.view != &views().front())) {
+        throw UsageError("--full: it is for the tree; the other views show all");
     }
     if (options.descriptorOf && app.count("--table") + app.count("--view") != 0) {
         throw UsageError("--descriptor: --table and --view are for sections");

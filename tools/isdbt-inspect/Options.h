@@ -23,6 +23,7 @@ struct Options {
     TimeZone zone;
     std::string charset = Charset::USUAL;
     const View* view = &views().front();
+    bool full = false; ///< the tree has all that the tables say
     bool json = false;
     Colour colour = Colour::Auto;
     std::optional<std::size_t> width; ///< of the lines; that of the terminal if not given

@@ -8,6 +8,7 @@ namespace {
 
 inspect::Style styleFor(const inspect::Options& options) {
     inspect::Style style = inspect::styleFor(STDOUT_FILENO, options.colour, options.width);
+    style.full = options.full;
     style.namesInputs = options.inputs.size() > 1;
     return style;
 }

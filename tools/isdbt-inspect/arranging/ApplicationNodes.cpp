@@ -58,11 +58,11 @@ Node applicationNode(const Fields& described, const Components* components, cons
         take(rest, said);
     }
     node.say("", take(rest, "control_code"));
-    node.say("priority", take(rest, APPLICATION, "application_priority"));
-    node.say("visible", take(rest, APPLICATION, "visibility"));
-    node.say("service-bound", take(rest, APPLICATION, "service_bound"));
+    node.say("priority", take(rest, APPLICATION, "application_priority"), Extent::Full);
+    node.say("visible", take(rest, APPLICATION, "visibility"), Extent::Full);
+    node.say("service-bound", take(rest, APPLICATION, "service_bound"), Extent::Full);
     for (const Field& profile : takeElements(rest, APPLICATION, "profiles")) {
-        node.say("profile", inner(profile).front());
+        node.say("profile", inner(profile).front(), Extent::Full);
     }
     for (const std::string_view said : {"visibile_for_users", "visibile_for_applications"}) {
         take(rest, APPLICATION, said);

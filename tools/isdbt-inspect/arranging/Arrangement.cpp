@@ -19,7 +19,7 @@ Node networkNode(const Network& network, const Multiplex& multiplex, const Fault
     if (std::optional<Field> name = take(rest, "network_name_descriptor", "network_name")) {
         node.names.push_back(std::move(*name));
     }
-    node.say("", take(rest, "system_management_descriptor", "system_management_id"));
+    node.say("", take(rest, "system_management_descriptor", "system_management_id"), Extent::Full);
     node.sayVersion(nit);
     node.faults = faults.of(&network);
     node.tell("", std::move(rest));

@@ -15,10 +15,10 @@ Node contentNode(const Fields& content) {
     Node node(fmt::format("Version {}", numberIn(content, "new_version").value_or(0)));
     take(rest, "new_version");
     node.say("", take(rest, "download_level"));
-    node.say("", take(rest, "version_indicator"));
-    node.say("target version", take(rest, "target_version"));
-    node.say("group", take(rest, "group"));
-    node.say("schedule time shift", take(rest, "schedule_time_shift_info"));
+    node.say("", take(rest, "version_indicator"), Extent::Full);
+    node.say("target version", take(rest, "target_version"), Extent::Full);
+    node.say("group", take(rest, "group"), Extent::Full);
+    node.say("schedule time shift", take(rest, "schedule_time_shift_info"), Extent::Full);
     for (Field schedule : elements(content, "schedule_infos")) {
         schedule.name = "schedule";
         node.details.push_back({{}, std::move(schedule)});
@@ -37,8 +37,8 @@ Node downloadNode(const Table& sdtt, const Faults& faults) {
         take(rest, said);
     }
     node.say("service", take(rest, "service_id"));
-    node.say("transport stream", take(rest, "transport_stream_id"));
-    node.say("original network", take(rest, "original_network_id"));
+    node.say("transport stream", take(rest, "transport_stream_id"), Extent::Full);
+    node.say("original network", take(rest, "original_network_id"), Extent::Full);
     node.sayVersion(sdtt);
     node.faults = faults.of(&sdtt);
     node.tell("", std::move(rest));

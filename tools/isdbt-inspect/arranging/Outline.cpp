@@ -32,24 +32,24 @@ std::string versionText(const Table& table) {
 
 } // namespace
 
-void Node::say(std::string_view label, std::optional<Field> value) {
+void Node::say(std::string_view label, std::optional<Field> value, Extent extent) {
     if (value) {
         const std::string_view needed = label.empty() && !speaksForItself(*value) ? value->name : label;
-        facts.push_back({std::string(needed), std::move(*value)});
+        facts.push_back({std::string(needed), std::move(*value), extent});
     }
 }
 
-void Node::say(std::string_view words) {
-    facts.push_back({std::string(words), absent({})});
+void Node::say(std::string_view words, Extent extent) {
+    facts.push_back({std::string(words), absent({}), extent});
 }
 
-void Node::sayVersion(const Table& table) {
+void Node::sayVersion(const Table& table, Extent extent) {
     const std::string_view name = tableName(table.key.tableId);
     const std::string version = versionText(table);
     if (table.key.pid) {
-        say(fmt::format("{} PID 0x{:04X}{}", name, *table.key.pid, version));
+        say(fmt::format("{} PID 0x{:04X}{}", name, *table.key.pid, version), extent);
     } else if (!version.empty()) {
-        say(fmt::format("{}{}", name, version));
+        say(fmt::format("{}{}", name, version), extent);
     }
 }
 

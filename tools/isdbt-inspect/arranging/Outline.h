@@ -8,10 +8,17 @@
 
 namespace inspect {
 
+/// How much of a multiplex is shown.
+enum class Extent {
+    Overview, ///< what a person wants to know at once
+    Full      ///< all that the tables say
+};
+
 /// A value in the line of a node.
 struct Fact {
     std::string label; ///< empty when the value speaks for itself
     Field value;
+    Extent extent = Extent::Overview; ///< the least that has it
 };
 
 /// What a table says of a node beside its line.
@@ -33,18 +40,18 @@ struct Node {
 
     /// Adds a value, if there is one, to its line.
     /// @param label empty for the name of the value, if it needs one
-    void say(std::string_view label, std::optional<Field> value);
+    void say(std::string_view label, std::optional<Field> value, Extent extent = Extent::Overview);
 
     /// Adds some words to its line.
-    void say(std::string_view words);
+    void say(std::string_view words, Extent extent = Extent::Overview);
 
     /// Says "NIT PID 0x0010 version 0" on its line.
-    void sayVersion(const Table& table);
+    void sayVersion(const Table& table, Extent extent = Extent::Full);
 
     /// The same without name and PID, where those are known.
     void sayVersionOnly(const Table& table);
 
-    /// Adds the descriptors among these fields to its details, those that the library left out one by one.
+    /// Adds, in full, the descriptors among these fields to its details, those that the library left out one by one.
     void tell(std::string_view table, Fields fields);
 };
 

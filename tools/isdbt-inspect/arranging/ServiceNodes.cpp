@@ -33,6 +33,8 @@ bool isSet(const std::optional<Field>& flag) {
     return flag && std::get<bool>(flag->value);
 }
 
+constexpr std::int64_t RUNNING = 4;
+
 /// Takes out which event information the SDT promises.
 std::string_view eventsOf(Fields& description) {
     const bool presentFollowing = isSet(take(description, "eit_present_following"));
@@ -51,10 +53,12 @@ void appendDescription(Node& node, const Fields& description) {
         node.names.push_back(std::move(*name));
     }
     node.say("", take(rest, "service_descriptor", "service_type"));
-    node.say("", take(rest, "running_status"));
-    node.say("", take(rest, "free_ca_mode"));
-    node.say("provider", take(rest, "service_descriptor", "service_provider_name"));
-    node.say(eventsOf(rest));
+    const bool running = numberIn(rest, "running_status") == RUNNING;
+    node.say("", take(rest, "running_status"), running ? Extent::Full : Extent::Overview);
+    const bool scrambled = numberIn(rest, "free_ca_mode") != 0;
+    node.say("", take(rest, "free_ca_mode"), scrambled ? Extent::Overview : Extent::Full);
+    node.say("provider", take(rest, "service_descriptor", "service_provider_name"), Extent::Full);
+    node.say(eventsOf(rest), Extent::Full);
     node.tell("SDT", std::move(rest));
 }
 
@@ -83,12 +87,12 @@ Node ServiceNodes::serviceNode(const Service& service) const {
 void ServiceNodes::appendProgramMap(Node& node, const ProgramMap& pmt) const {
     Fields rest = pmt.table->beside("elementary_streams");
     take(rest, "program_number");
-    node.sayVersion(*pmt.table);
+    node.sayVersion(*pmt.table, Extent::Overview);
     if (numberIn(rest, "pcr_pid") == NULL_PID) {
         take(rest, "pcr_pid");
         node.say("no PCR");
     }
-    node.say("PCR PID", take(rest, "pcr_pid"));
+    node.say("PCR PID", take(rest, "pcr_pid"), Extent::Full);
     node.tell("PMT", std::move(rest));
     for (const Component& component : pmt.components) {
         node.children.push_back(componentNode(component));

@@ -24,8 +24,8 @@ void appendEntry(Node& node, const Fields& entry) {
     }
     node.say("", take(rest, DELIVERY, "transmission_mode"));
     node.say("guard interval", take(rest, DELIVERY, "guard_interval"));
-    node.say("area", take(rest, DELIVERY, "area_code"));
-    node.say("original network", take(rest, "original_network_id"));
+    node.say("area", take(rest, DELIVERY, "area_code"), Extent::Full);
+    node.say("original network", take(rest, "original_network_id"), Extent::Full);
     node.tell("", std::move(rest));
 }
 
@@ -35,7 +35,7 @@ void appendPrograms(Node& node, const Table& pat) {
     take(rest, "transport_stream_id");
     const std::optional<Field> networkPid = take(rest, "network_pid");
     if (networkPid && std::get<Number>(networkPid->value).value != 0) {
-        node.say("network PID", networkPid);
+        node.say("network PID", networkPid, Extent::Full);
     }
     node.tell("PAT", std::move(rest));
 }
@@ -46,7 +46,7 @@ void appendDescriptions(Node& node, const Table& sdt, const Fields* entry) {
     take(rest, "transport_stream_id");
     const std::optional<Field> network = take(rest, "original_network_id");
     if (entry == nullptr || !numberIn(*entry, "original_network_id")) {
-        node.say("original network", network);
+        node.say("original network", network, Extent::Full);
     }
     node.tell("SDT", std::move(rest));
 }

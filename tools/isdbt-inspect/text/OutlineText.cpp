@@ -43,13 +43,20 @@ std::string factText(const Fact& fact, const Style& style) {
 
 /// "Service 0xE6A0 (59040) "Maré-Açu HD"  digital television (0x01), running, PMT PID 0x0101 version 0"
 std::vector<std::string> piecesOf(const Node& node, const Style& style) {
-    std::vector<std::string> pieces{style.paint(Ink::Heading, node.title)};
+    std::string heading = style.paint(Ink::Heading, node.title);
     for (const Field& name : node.names) {
-        pieces.front() += ' ' + nameText(name, style);
+        heading += ' ' + nameText(name, style);
     }
+    std::vector<std::string> pieces;
     for (const Fact& fact : node.facts) {
-        pieces.push_back(factText(fact, style) + (&fact == &node.facts.back() ? "" : ","));
+        if (style.full || fact.extent == Extent::Overview) {
+            if (!pieces.empty()) {
+                pieces.back() += ',';
+            }
+            pieces.push_back(factText(fact, style));
+        }
     }
+    pieces.insert(pieces.begin(), std::move(heading));
     return pieces;
 }
 
@@ -82,8 +89,10 @@ void appendNode(Page& page, const Node& node, const std::string& first, const st
     for (const std::string& fault : node.faults) {
         appendPieces(page, below, further, {page.style.paint(Ink::Fault, std::string(MARK) + fault)});
     }
-    for (const Detail& detail : node.details) {
-        appendPieces(page, below, further, piecesOf(detail, page.style));
+    if (page.style.full) {
+        for (const Detail& detail : node.details) {
+            appendPieces(page, below, further, piecesOf(detail, page.style));
+        }
     }
     for (const Node& child : node.children) {
         const Branch& branch = &child == &node.children.back() ? LAST : INNER;

@@ -17,6 +17,7 @@ struct Style {
     bool wraps = false;              ///< those that are longer for all that are broken at blanks
     bool colour = false;
     bool namesInputs = false; ///< there are several
+    bool full = false;        ///< with all that the tables say
 
     std::string paint(Ink ink, std::string_view text) const;
 };
