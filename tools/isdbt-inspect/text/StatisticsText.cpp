@@ -46,13 +46,13 @@ Line noticed(std::uint64_t count, Ink ink) {
 const std::vector<Column> TABLE_COLUMNS{{"", "PID", Column::Kind::Name},
                                         {"", "table", Column::Kind::Name},
                                         {"", "sections"},
-                                        {"", "distinct", Column::Kind::Number, 1},
-                                        {"version", "changes", Column::Kind::Number, 1},
+                                        {"", "distinct", Column::Kind::Number, 2},
+                                        {"version", "changes", Column::Kind::Number, 2},
                                         {"CRC", "errors"},
                                         {"", "rejected"},
-                                        {"mean", "interval", Column::Kind::Number, 1},
-                                        {"largest", "interval", Column::Kind::Number, 1},
-                                        {"", "kbit/s"}};
+                                        {"mean", "interval", Column::Kind::Number, 2},
+                                        {"largest", "interval", Column::Kind::Number, 2},
+                                        {"", "kbit/s", Column::Kind::Number, 1}};
 
 Row rowOf(const PidStatistics& pid, const TableStatistics& table) {
     return {{pidText(pid.pid), Ink::Name},
@@ -70,8 +70,8 @@ Row rowOf(const PidStatistics& pid, const TableStatistics& table) {
 const std::vector<Column> PID_COLUMNS{{"", "PID", Column::Kind::Name},
                                       {"", "packets"},
                                       {"", "share"},
-                                      {"", "kbit/s"},
-                                      {"", "discontinuities", Column::Kind::Number, 1},
+                                      {"", "kbit/s", Column::Kind::Number, 1},
+                                      {"", "discontinuities", Column::Kind::Number, 2},
                                       {"", "content", Column::Kind::Rest}};
 
 /// "private sections: AIT"
