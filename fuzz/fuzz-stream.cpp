@@ -42,7 +42,7 @@ private:
 /// One of the views and outputs.
 std::unique_ptr<inspect::Renderer> rendererOf(unsigned number, inspect::Output& output) {
     inspect::Style style;
-    style.wraps = style.colour = true;
+    style.wraps = true;
     style.width = 60;
     const inspect::View& view = inspect::views()[number / 2 % inspect::views().size()];
     return number % 2 == 0 ? view.json(output) : view.text(output, style);
@@ -107,7 +107,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     constexpr std::size_t SMALLEST = 16;
     Pieces input(data + 1, size - 1, SMALLEST * (1U + data[0]));
-    inspect::Output output(nowhere);
+    inspect::Output output(nowhere, inspect::Colour::Always);
     const std::unique_ptr<inspect::Renderer> renderer = rendererOf(data[0], output);
     inspect::Inspector inspector(*renderer, interest, charset);
     try {

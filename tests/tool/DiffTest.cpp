@@ -116,7 +116,9 @@ TEST(InspectDiff, BreaksChangesThatTheLineHasNoRoomFor) {
     EXPECT_THAT(diff(stream, {"--width", "80"}),
                 HasSubstr("    ~ elementary_streams[0x0131].stream_identifier_descriptor.component_tag\n"
                           "        0x30 (48) -> 0x31 (49)\n"));
-    EXPECT_THAT(diff(stream, {"--width", "40"}), HasSubstr("component_tag\n"
+    EXPECT_THAT(diff(stream, {"--width", "40"}), HasSubstr("    ~ elementary_streams[0x0131].stream_\n"
+                                                           "      identifier_descriptor.component_\n"
+                                                           "      tag\n"
                                                            "        0x30 (48) -> 0x31 (49)\n"));
 }
 

@@ -214,10 +214,14 @@ TEST(InspectStatistics, SampleAtAHundredAndTwentyColumns) {
 }
 
 TEST(InspectStatistics, NarrowLinesLeaveOutColumns) {
-    EXPECT_THAT(inspect({"--view", "stats", "--width", "40", SAMPLE_FILE}).output,
+    EXPECT_THAT(inspect({"--view", "stats", "--width", "46", SAMPLE_FILE}).output,
                 StartsWith("                          CRC\n"
                            "PID    table  sections errors rejected kbit/s\n"
                            "0x0000 PAT          20      0        0   1.92\n"));
+    EXPECT_THAT(inspect({"--view", "stats", "--width", "40", SAMPLE_FILE}).output,
+                StartsWith("                          CRC\n"
+                           "PID    table  sections errors rejected\n"
+                           "0x0000 PAT          20      0        0\n"));
 }
 
 /// The clock comes on PID 0x021E, twenty times a second.

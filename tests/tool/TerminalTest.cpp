@@ -69,4 +69,32 @@ TEST(InspectTerminal, BreaksNoLineOfAPipe) {
                           "0 discontinuities\n"));
 }
 
+/// The longest line, in characters; none of the sample is wide.
+std::size_t longest(const std::string& text) {
+    std::size_t longest = 0;
+    std::size_t length = 0;
+    for (const char each : text) {
+        const bool goesOn = (static_cast<unsigned char>(each) & 0xC0U) == 0x80;
+        length = each == '\n' ? 0 : length + (goesOn ? 0 : 1);
+        longest = std::max(longest, length);
+    }
+    return longest;
+}
+
+class InspectWidth : public testing::TestWithParam<const char*> {};
+
+TEST_P(InspectWidth, IsKeptByEachLine) {
+    const char* const rejected = "02 B0 14 E6 A0 C1 00 00 E1 00 F0 00 1B E1 11 F0 02 52 00 4D 74 93 47";
+    for (std::size_t width = 40; width <= 80; ++width) {
+        const std::vector<std::string> options{"--view", GetParam(), "--width", std::to_string(width)};
+        for (const std::vector<std::string>& input : {std::vector<std::string>{SAMPLE_FILE}, {"--hex", rejected}}) {
+            std::vector<std::string> arguments = options;
+            arguments.insert(arguments.end(), input.begin(), input.end());
+            EXPECT_LE(longest(inspect(arguments).output), width) << input.front();
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Views, InspectWidth, testing::Values("tree", "tables", "stats", "diff"));
+
 } // namespace

@@ -3,7 +3,7 @@
 #include "Inspector.h"
 #include "Views.h"
 #include "describing/Conventions.h"
-#include "terminal/Terminal.h"
+#include "terminal/Output.h"
 
 #include <cstdint>
 #include <optional>

@@ -2,7 +2,6 @@
 
 #include "reports/Renderer.h"
 #include "terminal/Output.h"
-#include "text/Page.h"
 
 #include <memory>
 #include <string>

@@ -7,7 +7,7 @@
 namespace {
 
 inspect::Style styleFor(const inspect::Options& options) {
-    inspect::Style style = inspect::styleFor(STDOUT_FILENO, options.colour, options.width);
+    inspect::Style style = inspect::styleFor(STDOUT_FILENO, options.width);
     style.full = options.full;
     style.namesInputs = options.inputs.size() > 1;
     return style;
@@ -15,7 +15,7 @@ inspect::Style styleFor(const inspect::Options& options) {
 
 inspect::Status inspectAll(const inspect::Options& options) {
     inspect::ProgressLine progress(STDERR_FILENO);
-    inspect::Output output(STDOUT_FILENO, &progress);
+    inspect::Output output(STDOUT_FILENO, options.colour, &progress);
     const std::unique_ptr<inspect::Renderer> renderer =
         options.json ? options.view->json(output) : options.view->text(output, styleFor(options));
     return inspect::Inspection(options, *renderer, progress).run();

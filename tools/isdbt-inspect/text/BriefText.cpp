@@ -1,7 +1,7 @@
 #include "text/BriefText.h"
 
 #include "describing/StandardReadings.h"
-#include "text/Pieces.h"
+#include "text/Page.h"
 #include "text/ValueText.h"
 
 #include <fmt/format.h>
@@ -18,74 +18,73 @@ bool holdsObjects(const Field& list) {
     return elements.empty() || std::holds_alternative<Object>(elements.front().value);
 }
 
-std::string numberText(const Field& field, const Style& style) {
+Line numberText(const Field& field) {
     const auto& number = std::get<Number>(field.value);
     const bool isIdentifier = number.hexDigits != 0;
     const std::string digits =
         isIdentifier ? fmt::format("0x{:0{}X}", number.value, number.hexDigits) : std::to_string(number.value);
     if (!field.codeName.empty()) {
-        const std::string name = style.paint(Ink::Remark, field.codeName);
-        return isIdentifier ? fmt::format("{} ({})", name, digits) : name;
+        const Line name(field.codeName, Ink::Remark);
+        return isIdentifier ? name + fmt::format(" ({})", digits) : name;
     }
     if (field.reading.empty()) {
-        return field.unit.empty() ? digits : valueText(field, style);
+        return field.unit.empty() ? digits : valueText(field);
     }
-    return isIdentifier ? digits + style.paint(Ink::Remark, " = " + field.reading)
-                        : style.paint(Ink::Remark, field.reading);
+    return isIdentifier ? digits + Line(" = " + field.reading, Ink::Remark) : Line(field.reading, Ink::Remark);
 }
 
-std::vector<std::string> listPieces(const Field& field, const Style& style) {
-    std::vector<std::string> pieces;
+std::vector<Line> listPieces(const Field& field) {
+    std::vector<Line> pieces;
     for (const Field& element : std::get<List>(field.value).elements) {
         if (!pieces.empty()) {
-            pieces.back() += ',';
+            pieces.back() += ",";
         }
-        pieces.push_back(briefText(element, style));
+        pieces.push_back(briefText(element));
     }
     if (!field.reading.empty()) {
-        pieces.push_back(fmt::format("({})", style.paint(Ink::Remark, field.reading)));
+        pieces.push_back("(" + Line(field.reading, Ink::Remark) + ")");
     }
     return pieces;
 }
 
 } // namespace
 
-std::string briefText(const Field& field, const Style& style) {
+Line briefText(const Field& field) {
     if (std::holds_alternative<Number>(field.value)) {
-        return numberText(field, style);
+        return numberText(field);
     }
     if (std::holds_alternative<List>(field.value)) {
-        return joined(listPieces(field, style));
+        return joined(listPieces(field));
     }
     if (const auto* const object = std::get_if<Object>(&field.value)) {
-        return '{' + joined(briefPieces(standardFirst(object->fields), style)) + '}';
+        return "{" + joined(briefPieces(standardFirst(object->fields))) + "}";
     }
-    return valueText(field, style);
+    return valueText(field);
 }
 
-std::vector<std::string> briefPieces(const Fields& fields, const Style& style) {
-    std::vector<std::string> pieces;
+std::vector<Line> briefPieces(const Fields& fields) {
+    std::vector<Line> pieces;
     for (const Field& field : fields) {
-        const std::string name = style.paint(Ink::Name, field.name);
         if (field.name == RECEIVER) {
-            std::vector<std::string> others = briefPieces(std::get<Object>(field.value).fields, style);
+            std::vector<Line> others = briefPieces(std::get<Object>(field.value).fields);
             if (others.empty()) {
                 others.emplace_back("nothing"); // lists without elements
             }
-            others.front().insert(0, fmt::format("({} ", RECEIVER));
-            others.back() += ')';
+            others.front() = Line(fmt::format("({} ", RECEIVER)) + others.front();
+            others.back() += ")";
             std::move(others.begin(), others.end(), std::back_inserter(pieces));
             continue;
         }
+        const Line name(field.name, Ink::Name);
         if (!std::holds_alternative<List>(field.value)) {
-            pieces.push_back(name + (name.empty() ? "" : " ") + briefText(field, style));
+            pieces.push_back(name + (name.empty() ? "" : " ") + briefText(field));
             continue;
         }
-        std::vector<std::string> elements = listPieces(field, style);
+        std::vector<Line> elements = listPieces(field);
         if (field.name != ITEMS && holdsObjects(field)) {
-            pieces.push_back(name + ':');
+            pieces.push_back(name + ":");
         } else if (field.name != ITEMS) {
-            elements.front().insert(0, name + ": ");
+            elements.front() = name + ": " + elements.front();
         }
         std::move(elements.begin(), elements.end(), std::back_inserter(pieces));
     }

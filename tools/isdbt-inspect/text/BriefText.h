@@ -1,18 +1,17 @@
 #pragma once
 
 #include "describing/Field.h"
-#include "text/Page.h"
+#include "terminal/Line.h"
 
-#include <string>
 #include <vector>
 
 namespace inspect {
 
 /// A value as briefly as a person wants it: "H.264 video (0x1B)", "587.142857 MHz". What is nested stands in braces.
-std::string briefText(const Field& field, const Style& style);
+Line briefText(const Field& field);
 
 /// Fields in one line, each behind its name, in pieces that had better stay together. The elements of a list are pieces
 /// of their own.
-std::vector<std::string> briefPieces(const Fields& fields, const Style& style);
+std::vector<Line> briefPieces(const Fields& fields);
 
 } // namespace inspect

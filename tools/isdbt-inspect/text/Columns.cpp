@@ -10,108 +10,90 @@ namespace {
 constexpr std::size_t NARROWEST_GAP = 1;
 constexpr std::size_t USUAL_GAP = 2;
 constexpr std::size_t WIDEST_GAP = 3;
-constexpr std::size_t WORD = 12;
-constexpr std::string_view CUT = "...";
 
-std::string heading(const Column& column) {
-    return std::string(column.qualifier) + (column.qualifier.empty() ? "" : " ") + std::string(column.heading);
+/// Leaves the end out of what does not fit.
+Line cut(const Line& text, std::size_t room) {
+    constexpr std::string_view CUT = "...";
+    return text.cells() <= room ? text : text.part(0, text.bytesWithin(std::max(room, CUT.size()) - CUT.size())) + CUT;
 }
 
-/// The rows of the headings: one, or two when qualifiers stand above.
-std::vector<Row> headings(const std::vector<Column>& titles, bool stacked) {
+/// Rows below those of the headings: one, or two when qualifiers stand above.
+Grid gridOf(const std::vector<Column>& columns, bool stacked, std::vector<Row> rows) {
     Row above;
     Row below;
-    for (const Column& title : titles) {
-        above.push_back({std::string(title.qualifier), Ink::Heading});
-        below.push_back({stacked ? std::string(title.heading) : heading(title), Ink::Heading});
+    std::vector<Column::Kind> kinds;
+    for (const Column& column : columns) {
+        const std::string qualifier(column.qualifier);
+        const std::string before = stacked || qualifier.empty() ? "" : qualifier + ' ';
+        above.emplace_back(qualifier, Ink::Heading);
+        below.emplace_back(before + std::string(column.heading), Ink::Heading);
+        kinds.push_back(column.kind);
     }
-    const bool qualified =
-        std::any_of(titles.begin(), titles.end(), [](const Column& title) { return !title.qualifier.empty(); });
-    return stacked && qualified ? std::vector<Row>{std::move(above), std::move(below)}
-                                : std::vector<Row>{std::move(below)};
+    rows.insert(rows.begin(), std::move(below));
+    if (stacked && !std::all_of(above.begin(), above.end(), [](const Line& each) { return each.empty(); })) {
+        rows.insert(rows.begin(), std::move(above));
+    }
+    return {std::move(kinds), std::move(rows)};
 }
-
-class Grid {
-public:
-    Grid(std::vector<Column> titles, bool stacked, const std::vector<Row>& rows)
-        : m_titles(std::move(titles)), m_rows(headings(m_titles, stacked)), m_widths(m_titles.size()),
-          m_wholeWidths(m_titles.size()) {
-        m_rows.insert(m_rows.end(), rows.begin(), rows.end());
-        for (const Row& row : m_rows) {
-            for (std::size_t at = 0; at < row.size(); ++at) {
-                const std::size_t whole = columns(row[at].text);
-                m_wholeWidths[at] = std::max(m_wholeWidths[at], whole);
-                // Of what may be cut, no more than a word is needed.
-                m_widths[at] =
-                    m_titles[at].kind == Column::Kind::Rest ? std::min(m_wholeWidths[at], WORD) : m_wholeWidths[at];
-            }
-        }
-    }
-
-    /// @return whether the rows fit, apart from what may be cut.
-    bool fits(std::size_t gap, const Style& style) const { return total(m_widths, gap) <= style.width; }
-
-    void append(Page& page) const {
-        std::size_t gap = WIDEST_GAP;
-        while (gap > NARROWEST_GAP && total(m_wholeWidths, gap) > page.style.width) {
-            --gap;
-        }
-        for (const Row& row : m_rows) {
-            page.text += line(row, gap, page.style) + '\n';
-        }
-    }
-
-private:
-    static std::size_t total(const std::vector<std::size_t>& widths, std::size_t gap) {
-        return std::accumulate(widths.begin(), widths.end(), gap * (widths.size() - 1));
-    }
-
-    std::string line(const Row& row, std::size_t gap, const Style& style) const {
-        std::string text;
-        std::size_t end = 0;   // of what is written
-        std::size_t begin = 0; // of the cell
-        for (std::size_t at = 0; at < row.size(); ++at) {
-            const Column::Kind kind = m_titles[at].kind;
-            const std::string shown = kind == Column::Kind::Rest ? cut(row[at].text, begin, style) : row[at].text;
-            const std::size_t place = begin + (kind == Column::Kind::Number ? m_widths[at] - columns(shown) : 0);
-            if (!shown.empty()) {
-                text += std::string(place - end, ' ') + style.paint(row[at].ink, shown);
-                end = place + columns(shown);
-            }
-            begin += m_widths[at] + gap;
-        }
-        return text;
-    }
-
-    static std::string cut(const std::string& text, std::size_t begin, const Style& style) {
-        const std::size_t room = std::max(style.width - std::min(style.width, begin), CUT.size());
-        return columns(text) <= room ? text : text.substr(0, room - CUT.size()) + std::string(CUT);
-    }
-
-    std::vector<Column> m_titles;
-    std::vector<Row> m_rows;
-    std::vector<std::size_t> m_widths;
-    std::vector<std::size_t> m_wholeWidths; ///< with what may be cut
-};
 
 } // namespace
 
-void appendRows(Page& page, std::vector<Column> columns, std::vector<Row> rows) {
-    const Grid relaxed(columns, false, rows);
-    if (relaxed.fits(USUAL_GAP, page.style)) {
-        relaxed.append(page);
-        return;
+Grid::Grid(std::vector<Column::Kind> kinds, std::vector<Row> rows)
+    : m_kinds(std::move(kinds)), m_rows(std::move(rows)), m_widths(m_kinds.size()) {
+    for (const Row& row : m_rows) {
+        std::transform(row.begin(), row.end(), m_widths.begin(), m_widths.begin(),
+                       [](const Line& cell, std::size_t width) { return std::max(cell.cells(), width); });
     }
-    std::size_t at = columns.size();
-    while (at-- > 0 && !Grid(columns, true, rows).fits(NARROWEST_GAP, page.style)) {
-        if (columns[at].dispensable) {
-            columns.erase(columns.begin() + static_cast<std::ptrdiff_t>(at));
-            for (Row& row : rows) {
-                row.erase(row.begin() + static_cast<std::ptrdiff_t>(at));
-            }
+}
+
+std::size_t Grid::width(std::size_t gap) const {
+    return std::accumulate(m_widths.begin(), m_widths.end(), gap * (m_widths.size() - 1));
+}
+
+std::size_t Grid::leastWidth(std::size_t gap) const {
+    constexpr std::size_t WORD = 12; // no more is needed of what may be cut
+    const bool canBeCut = m_kinds.back() == Column::Kind::Rest && m_widths.back() > WORD;
+    return width(gap) - (canBeCut ? m_widths.back() - WORD : 0);
+}
+
+void Grid::append(Page& page, std::size_t gap, std::size_t indent) const {
+    for (const Row& row : m_rows) {
+        Line line;
+        std::size_t begin = indent; // of the cell
+        for (std::size_t at = 0; at < row.size(); ++at) {
+            const std::size_t room = page.style.width - std::min(page.style.width, begin);
+            const Line cell = m_kinds[at] == Column::Kind::Rest ? cut(row[at], room) : row[at];
+            const std::size_t left = m_kinds[at] == Column::Kind::Number ? m_widths[at] - cell.cells() : 0;
+            line = cell.empty() ? line : padded(std::move(line), begin + left) + cell;
+            begin += m_widths[at] + gap;
         }
+        appendLine(page, line, indent);
     }
-    Grid(columns, true, rows).append(page);
+}
+
+void appendRows(Page& page, std::vector<Column> columns, std::vector<Row> rows) {
+    const bool stacked = gridOf(columns, false, rows).leastWidth(USUAL_GAP) > page.style.width;
+    Grid grid = gridOf(columns, stacked, rows);
+    while (grid.leastWidth(NARROWEST_GAP) > page.style.width) {
+        const auto last =
+            std::max_element(columns.rbegin(), columns.rend(), [](const Column& one, const Column& other) {
+                return one.dispensable < other.dispensable;
+            });
+        if (last->dispensable == 0) {
+            break;
+        }
+        const auto at = std::distance(last, columns.rend()) - 1;
+        columns.erase(columns.begin() + at);
+        for (Row& row : rows) {
+            row.erase(row.begin() + at);
+        }
+        grid = gridOf(columns, stacked, rows);
+    }
+    std::size_t gap = WIDEST_GAP;
+    while (gap > NARROWEST_GAP && grid.width(gap) > page.style.width) {
+        --gap;
+    }
+    grid.append(page, gap);
 }
 
 } // namespace inspect

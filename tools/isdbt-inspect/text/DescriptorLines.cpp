@@ -10,8 +10,6 @@ namespace inspect {
 
 namespace {
 
-constexpr std::size_t INDENT = 2;
-
 /// "> 001F  0x52  " or, for a descriptor that is not at fault, without the mark.
 constexpr std::size_t MARGIN = 14;
 
@@ -39,12 +37,11 @@ void appendDescriptorLine(Page& page, const Field& descriptor, std::size_t inden
     const std::string fault = faultOf(descriptor);
     const std::string& name = find(descriptor, "descriptor_tag").codeName;
     const Field& length = find(descriptor, "length");
-    const std::string line =
-        fmt::format("{:{}}{} {:04X}  0x{:02X}  {}, {}{}", "", indent,
-                    fault.empty() ? " " : page.style.paint(Ink::Fault, ">"), numberOf(descriptor, "offset"),
-                    numberOf(descriptor, "descriptor_tag"), name.empty() ? "unknown, skipped" : name,
-                    std::holds_alternative<Absent>(length.value) ? "no length" : valueText(length, page.style),
-                    fault.empty() ? "" : "  " + page.style.paint(Ink::Fault, fault));
+    const Line line = blanks(indent) + (fault.empty() ? " " : Line(">", Ink::Fault)) +
+                      fmt::format(" {:04X}  0x{:02X}  {}, ", numberOf(descriptor, "offset"),
+                                  numberOf(descriptor, "descriptor_tag"), name.empty() ? "unknown, skipped" : name) +
+                      (std::holds_alternative<Absent>(length.value) ? "no length" : valueText(length)) +
+                      (fault.empty() ? Line() : "  " + Line(fault, Ink::Fault));
     appendLine(page, line, indent + MARGIN);
     appendBytes(page, std::get<Bytes>(find(descriptor, "bytes").value).bytes, indent + MARGIN);
 }
@@ -52,8 +49,10 @@ void appendDescriptorLine(Page& page, const Field& descriptor, std::size_t inden
 void appendDescriptorLines(Page& page, const Fields& loops, std::size_t indent) {
     for (const Field& loop : loops) {
         const Fields& descriptors = std::get<List>(loop.value).elements;
-        page.text += fmt::format("{:{}}descriptors of {} ({}{})\n", "", indent, loop.name, descriptors.size(),
-                                 loop.reading.empty() ? "" : ' ' + loop.reading);
+        appendLine(page,
+                   blanks(indent) + fmt::format("descriptors of {} ({}{})", loop.name, descriptors.size(),
+                                                loop.reading.empty() ? "" : ' ' + loop.reading),
+                   indent + INDENT);
         for (const Field& descriptor : descriptors) {
             appendDescriptorLine(page, descriptor, indent + INDENT);
         }

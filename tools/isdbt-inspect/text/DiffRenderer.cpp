@@ -12,8 +12,6 @@ namespace inspect {
 
 namespace {
 
-constexpr std::size_t INDENT = 2;
-
 std::optional<std::uint8_t> versionOf(const SectionReport& report) {
     return report.header ? std::optional(report.header->version) : std::nullopt;
 }
@@ -31,10 +29,10 @@ std::string passedTime(const SectionReport& report, const std::vector<Change>& c
 
 } // namespace
 
-void DiffRenderer::writeLine(const std::string& line) const {
+void DiffRenderer::writeLine(const Line& line) const {
     Page page{m_style, {}};
     appendLine(page, line, 2 * INDENT);
-    m_output.write(page.text);
+    m_output.write(page.lines);
 }
 
 void DiffRenderer::tellInput(const std::string& name) {
@@ -42,51 +40,50 @@ void DiffRenderer::tellInput(const std::string& name) {
 }
 
 void DiffRenderer::tellNew(const SectionReport& report) {
-    writeLine(m_style.paint(Ink::Good, "+") + ' ' + changeTitle(report, m_style) + "  " +
-              m_style.paint(Ink::Good, "new"));
+    writeLine(Line("+", Ink::Good) + " " + changeTitle(report) + "  " + Line("new", Ink::Good));
 }
 
 void DiffRenderer::tellReturn(const SectionReport& report) {
-    writeLine("  " + changeTitle(report, m_style) + "  as it was");
+    writeLine("  " + changeTitle(report) + "  as it was");
 }
 
 void DiffRenderer::tellChange(const SectionReport& former, const SectionReport& report,
                               const std::vector<Change>& changes) {
     Page page{m_style, {}};
-    std::string title = m_style.paint(Ink::Remark, "~") + ' ' + changeTitle(report, m_style, versionOf(former));
+    Line title = Line("~", Ink::Remark) + " " + changeTitle(report, versionOf(former));
     if (former.pid != report.pid && former.pid) {
         title += fmt::format("  was on PID 0x{:04X}", *former.pid);
     }
     const std::string passed = passedTime(report, changes);
     appendLine(page, title + passed, 2 * INDENT);
     if (passed.empty() && changes.empty()) {
-        appendLine(page, std::string(2 * INDENT, ' ') + "no field differs", 2 * INDENT);
+        appendLine(page, blanks(2 * INDENT) + "no field differs");
     } else if (passed.empty()) {
         appendChanges(page, changes, 2 * INDENT);
     }
-    m_output.write(page.text);
+    m_output.write(page.lines);
 }
 
 void DiffRenderer::tellRejection(const SectionReport& report) {
     Page page{m_style, {}};
-    appendLine(page, m_style.paint(Ink::Fault, "!") + ' ' + changeTitle(report, m_style), 2 * INDENT);
+    appendLine(page, Line("!", Ink::Fault) + " " + changeTitle(report), 2 * INDENT);
     appendRejection(page, *report.rejection, 2 * INDENT);
-    m_output.write(page.text);
+    m_output.write(page.lines);
 }
 
 void DiffRenderer::tellEnd(const SectionReport& /*last*/, unsigned number) {
-    writeLine(fmt::format("{:{}}{} section {} is no more", "", 2 * INDENT, m_style.paint(Ink::Fault, "-"), number));
+    writeLine(blanks(2 * INDENT) + Line("-", Ink::Fault) + fmt::format(" section {} is no more", number));
 }
 
 void DiffRenderer::tellMissing(const SectionReport& report) {
-    writeLine(m_style.paint(Ink::Fault, "-") + ' ' + sectionName(report, m_style) + "  not in this input");
+    writeLine(Line("-", Ink::Fault) + " " + sectionName(report) + "  not in this input");
 }
 
 void DiffRenderer::tellOutcome(const Summary& summary, const Faults& faults) {
     Page page{m_style, {}};
     appendFaults(page, faults, Listed::NotOfSections);
     appendLine(page, summaryText(summary), INDENT);
-    m_output.write(page.text);
+    m_output.write(page.lines);
 }
 
 } // namespace inspect

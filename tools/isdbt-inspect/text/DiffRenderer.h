@@ -22,7 +22,7 @@ private:
     void tellMissing(const SectionReport& report) override;
     void tellOutcome(const Summary& summary, const Faults& faults) override;
 
-    void writeLine(const std::string& line) const;
+    void writeLine(const Line& line) const;
 
     Output& m_output;
     Style m_style;

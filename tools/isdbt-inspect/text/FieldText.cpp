@@ -12,8 +12,8 @@ namespace inspect {
 
 namespace {
 
-constexpr std::size_t INDENT = 2;
 constexpr std::string_view GAP = "  ";
+constexpr const char* OFFSET = "{:04X}  ";
 
 /// An object of so few fields stands in one line.
 constexpr std::size_t FEW = 2;
@@ -37,7 +37,7 @@ bool isInHeading(const Field& field) {
 }
 
 /// "transport_protocol_descriptor (0x02, inherited)"
-std::string headingOf(const Field& field, const Style& style) {
+Line headingOf(const Field& field) {
     std::vector<std::string> remarks;
     for (const Field& each : std::get<Object>(field.value).fields) {
         if (each.name == TAG) {
@@ -49,66 +49,65 @@ std::string headingOf(const Field& field, const Style& style) {
             remarks.emplace_back(INHERITED);
         }
     }
-    const std::string name = style.paint(Ink::Name, field.name);
-    return remarks.empty() ? name : fmt::format("{} ({})", name, fmt::join(remarks, ", "));
+    const Line name(field.name, Ink::Name);
+    return remarks.empty() ? name : name + fmt::format(" ({})", fmt::join(remarks, ", "));
 }
 
-std::string named(const Field& field, const Style& style) {
-    const std::string name = field.name.empty() ? "" : style.paint(Ink::Name, field.name) + ' ';
-    return name + valueText(field, style);
+Line named(const Field& field) {
+    return Line(field.name, Ink::Name) + (field.name.empty() ? "" : " ") + valueText(field);
 }
 
 /// "organization_id 0x0000000A (10)  application_id 0x0001 (1)"
-std::string inOneLine(Fields::const_iterator begin, Fields::const_iterator end, const Style& style) {
-    std::vector<std::string> texts;
-    std::transform(begin, end, std::back_inserter(texts), [&style](const Field& field) { return named(field, style); });
-    return fmt::format("{}", fmt::join(texts, GAP));
+Line inOneLine(Fields::const_iterator begin, Fields::const_iterator end) {
+    std::vector<Line> texts;
+    std::transform(begin, end, std::back_inserter(texts), named);
+    return joined(texts);
 }
 
 /// The same behind a heading.
-std::string behindHeading(const Fields& fields, const Style& style) {
-    return fields.empty() ? "" : std::string(GAP) + inOneLine(fields.begin(), fields.end(), style);
+Line behindHeading(const Fields& fields) {
+    return (fields.empty() ? "" : GAP) + inOneLine(fields.begin(), fields.end());
 }
 
 bool anyNested(const Fields& fields) {
     return std::any_of(fields.begin(), fields.end(), isNested);
 }
 
-/// Appends a heading with something behind it, if that fits in a line. @return whether it did.
-bool appendInOneLine(Page& page, const std::string& heading, const std::string& line) {
-    if (columns(heading) + columns(line) > page.style.width) {
-        return false;
+/// Appends a line if it is not too long. @return whether it did.
+bool appendIfFits(Page& page, const Line& line) {
+    const bool fits = line.cells() <= page.style.width;
+    if (fits) {
+        appendLine(page, line);
     }
-    page.text += heading + line + '\n';
-    return true;
+    return fits;
 }
 
 /// An element of a list. Its number stands in the margin of its first line.
 /// @param number with the margin
-void appendElement(Page& page, const Field& element, const std::string& number) {
+void appendElement(Page& page, const Field& element, const Line& number) {
+    const std::size_t margin = number.cells();
     const auto* const inner = std::get_if<Object>(&element.value);
     if (inner == nullptr || inner->fields.empty()) {
-        appendLine(page, number + valueText(element, page.style), number.size());
+        appendLine(page, number + valueText(element), margin);
         return;
     }
     const Fields& fields = inner->fields;
     const auto firstNested = std::find_if(fields.begin(), fields.end(), isNested);
     if (std::all_of(firstNested, fields.end(), isNested) &&
-        appendInOneLine(page, number, inOneLine(fields.begin(), firstNested, page.style))) {
-        appendFields(page, Fields(firstNested, fields.end()), number.size());
+        appendIfFits(page, number + inOneLine(fields.begin(), firstNested))) {
+        appendFields(page, Fields(firstNested, fields.end()), margin);
         return;
     }
-    Page lines{page.style, {}};
-    appendFields(lines, fields, columns(number));
-    page.text += number + lines.text.substr(columns(number));
+    Page lines = pageBehind(margin, page.style);
+    appendFields(lines, fields, 0);
+    appendPage(page, number, blanks(margin), lines);
 }
 
 void appendList(Page& page, const Field& field, std::size_t indent) {
     const Fields& elements = std::get<List>(field.value).elements;
     const std::string remark = field.reading.empty() ? "" : ' ' + field.reading;
-    const std::string heading =
-        fmt::format("{:{}}{} ({}{})", "", indent, page.style.paint(Ink::Name, field.name), elements.size(), remark);
-    if (!anyNested(elements) && appendInOneLine(page, heading, behindHeading(elements, page.style))) {
+    const Line heading = blanks(indent) + Line(field.name, Ink::Name) + fmt::format(" ({}{})", elements.size(), remark);
+    if (!anyNested(elements) && appendIfFits(page, heading + behindHeading(elements))) {
         return;
     }
     appendLine(page, heading, indent + INDENT);
@@ -117,7 +116,7 @@ void appendList(Page& page, const Field& field, std::size_t indent) {
     }
     const std::size_t margin = indent + INDENT + fmt::formatted_size("[{}] ", elements.size() - 1);
     for (std::size_t position = 0; position < elements.size(); ++position) {
-        const std::string number = fmt::format("{:{}}[{}]", "", indent + INDENT, position);
+        const Line number = blanks(indent + INDENT) + fmt::format("[{}]", position);
         appendElement(page, elements[position], padded(number, margin));
     }
 }
@@ -126,37 +125,36 @@ void appendObject(Page& page, const Field& field, std::size_t indent) {
     Fields fields;
     const Fields ordered = standardFirst(std::get<Object>(field.value).fields);
     std::remove_copy_if(ordered.begin(), ordered.end(), std::back_inserter(fields), isInHeading);
-    const std::string heading = std::string(indent, ' ') + headingOf(field, page.style);
-    if (fields.size() <= FEW && !anyNested(fields) &&
-        appendInOneLine(page, heading, behindHeading(fields, page.style))) {
+    const Line heading = blanks(indent) + headingOf(field);
+    if (fields.size() <= FEW && !anyNested(fields) && appendIfFits(page, heading + behindHeading(fields))) {
         return;
     }
-    page.text += heading + '\n';
+    appendLine(page, heading, indent + INDENT);
     appendFields(page, fields, indent + INDENT);
 }
 
-void appendSimple(Page& page, const Field& field, std::size_t nameWidth, std::size_t indent) {
-    const std::size_t valueAt = indent + nameWidth + GAP.size();
-    const std::string name =
-        std::string(indent, ' ') + padded(page.style.paint(Ink::Name, field.name), nameWidth + GAP.size());
-    const std::string value = valueText(field, page.style);
+/// @param valueAt where the values of fields begin whose names stand below each other
+void appendSimple(Page& page, const Field& field, std::size_t indent, std::size_t valueAt) {
+    const Line name = blanks(indent) + Line(field.name, Ink::Name) + GAP;
+    const Line line = padded(name, valueAt) + valueText(field);
     const auto* const bytes = std::get_if<Bytes>(&field.value);
-    if (bytes == nullptr || bytes->bytes.empty() || valueAt + columns(value) <= page.style.width) {
-        appendLine(page, name + value, valueAt);
+    if (bytes == nullptr || line.cells() <= page.style.width || name.cells() > valueAt) {
+        appendLine(page, line, valueAt);
         return;
     }
     // Bytes that do not fit behind their name go on below each other.
-    Page lines{page.style, {}};
-    appendBytes(lines, bytes->bytes, valueAt);
-    page.text += name + lines.text.substr(valueAt);
+    Page lines = pageBehind(valueAt, page.style);
+    appendBytes(lines, bytes->bytes, 0);
+    appendPage(page, padded(name, valueAt), blanks(valueAt), lines);
 }
 
 } // namespace
 
 void appendFields(Page& page, const Fields& fields, std::size_t indent) {
-    std::size_t nameWidth = 0;
+    std::size_t valueAt = indent + INDENT;
     for (const Field& field : fields) {
-        nameWidth = std::max(nameWidth, isNested(field) ? 0 : field.name.size());
+        const std::size_t end = indent + field.name.size() + GAP.size();
+        valueAt = isNested(field) || end > widestMargin(page.style) ? valueAt : std::max(valueAt, end);
     }
     for (const Field& field : fields) {
         if (std::holds_alternative<Object>(field.value)) {
@@ -164,30 +162,21 @@ void appendFields(Page& page, const Fields& fields, std::size_t indent) {
         } else if (std::holds_alternative<List>(field.value)) {
             appendList(page, field, indent);
         } else {
-            appendSimple(page, field, nameWidth, indent);
+            appendSimple(page, field, indent, valueAt);
         }
     }
 }
 
-void appendBytes(Page& page, const std::vector<std::uint8_t>& bytes, std::size_t indent) {
-    const std::size_t perLine = bytesPerLine(page.style, indent);
+void appendBytes(Page& page, const std::vector<std::uint8_t>& bytes, std::size_t indent, bool offsets) {
+    const std::size_t margin = indent + (offsets ? fmt::formatted_size(OFFSET, 0) : 0);
+    const std::size_t perLine = bytesPerLine(page.style, margin);
     for (std::size_t at = 0; at < bytes.size(); at += perLine) {
         const auto* const begin = bytes.data() + at;
         const auto* const end = begin + std::min(perLine, bytes.size() - at);
-        page.text += fmt::format("{:{}}{:02X}\n", "", indent, fmt::join(begin, end, " "));
-    }
-}
-
-void appendDump(Page& page, const std::vector<std::uint8_t>& bytes, std::size_t indent) {
-    constexpr std::size_t OFFSET = 6; // with its gap
-    const std::size_t perLine = bytesPerLine(page.style, indent + OFFSET);
-    for (std::size_t at = 0; at < bytes.size(); at += perLine) {
-        Page line{page.style, {}};
-        appendBytes(line,
-                    {bytes.begin() + static_cast<std::ptrdiff_t>(at),
-                     bytes.begin() + static_cast<std::ptrdiff_t>(std::min(at + perLine, bytes.size()))},
-                    0);
-        page.text += fmt::format("{:{}}{:04X}  {}", "", indent, at, line.text);
+        appendLine(page,
+                   blanks(indent) + (offsets ? fmt::format(OFFSET, at) : "") +
+                       fmt::format("{:02X}", fmt::join(begin, end, " ")),
+                   margin);
     }
 }
 

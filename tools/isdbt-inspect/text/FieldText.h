@@ -9,9 +9,7 @@ namespace inspect {
 void appendFields(Page& page, const Fields& fields, std::size_t indent);
 
 /// Appends bytes in hexadecimal, sixteen a line.
-void appendBytes(Page& page, const std::vector<std::uint8_t>& bytes, std::size_t indent);
-
-/// The same with the offset of each line.
-void appendDump(Page& page, const std::vector<std::uint8_t>& bytes, std::size_t indent);
+/// @param offsets whether the one of each line stands before it
+void appendBytes(Page& page, const std::vector<std::uint8_t>& bytes, std::size_t indent, bool offsets = false);
 
 } // namespace inspect

@@ -2,7 +2,6 @@
 
 #include "describing/StandardReadings.h"
 #include "text/BriefText.h"
-#include "text/Pieces.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -21,39 +20,38 @@ constexpr Branch INNER{"├─ ", "│  "};
 constexpr Branch LAST{"└─ ", "   "};
 
 /// How much further right a line goes on that had to be broken.
-constexpr std::size_t INDENT = 4;
-constexpr std::string_view MARK = "! ";
+constexpr std::size_t FURTHER = 4;
+constexpr const char* MARK = "! ";
 
 constexpr std::string_view TAG = "descriptor_tag";
 
-std::string nameText(const Field& name, const Style& style) {
+Line nameText(const Field& name) {
     Field plain = name;
     plain.unit.clear();
-    const std::string text = style.paint(Ink::Heading, briefText(plain, style));
-    return name.unit.empty() ? text : fmt::format("{} [{}]", text, name.unit);
+    const Line text(briefText(plain).text(), Ink::Heading);
+    return name.unit.empty() ? text : text + fmt::format(" [{}]", name.unit);
 }
 
-std::string factText(const Fact& fact, const Style& style) {
+Line factText(const Fact& fact) {
     if (std::holds_alternative<Absent>(fact.value.value)) {
         return fact.label;
     }
-    const std::string value = briefText(fact.value, style);
-    return fact.label.empty() ? value : fact.label + ' ' + value;
+    return fact.label + (fact.label.empty() ? "" : " ") + briefText(fact.value);
 }
 
 /// "Service 0xE6A0 (59040) "Maré-Açu HD"  digital television (0x01), running, PMT PID 0x0101 version 0"
-std::vector<std::string> piecesOf(const Node& node, const Style& style) {
-    std::string heading = style.paint(Ink::Heading, node.title);
+std::vector<Line> piecesOf(const Node& node, const Style& style) {
+    Line heading{node.title, Ink::Heading};
     for (const Field& name : node.names) {
-        heading += ' ' + nameText(name, style);
+        heading += " " + nameText(name);
     }
-    std::vector<std::string> pieces;
+    std::vector<Line> pieces;
     for (const Fact& fact : node.facts) {
         if (style.full || fact.extent == Extent::Overview) {
             if (!pieces.empty()) {
-                pieces.back() += ',';
+                pieces.back() += ",";
             }
-            pieces.push_back(factText(fact, style));
+            pieces.push_back(factText(fact));
         }
     }
     pieces.insert(pieces.begin(), std::move(heading));
@@ -61,15 +59,15 @@ std::vector<std::string> piecesOf(const Node& node, const Style& style) {
 }
 
 /// "stream_event_descriptor (0x04)  event_id 0x0007  event_npt_l 780.000000 s"
-std::vector<std::string> piecesOf(const Detail& detail, const Style& style) {
+std::vector<Line> piecesOf(const Detail& detail) {
     const std::string table = detail.table.empty() ? "" : detail.table + ' ';
     const auto* const object = std::get_if<Object>(&detail.field.value);
     if (object == nullptr) {
-        std::vector<std::string> pieces = briefPieces({detail.field}, style);
-        pieces.front().insert(0, table);
+        std::vector<Line> pieces = briefPieces({detail.field});
+        pieces.front() = table + pieces.front();
         return pieces;
     }
-    std::string heading = table + style.paint(Ink::Name, detail.field.name);
+    Line heading = table + Line(detail.field.name, Ink::Name);
     Fields fields = object->fields;
     const auto tag = std::find_if(fields.begin(), fields.end(), [](const Field& each) { return each.name == TAG; });
     if (tag != fields.end()) {
@@ -77,26 +75,26 @@ std::vector<std::string> piecesOf(const Detail& detail, const Style& style) {
                                tag->codeName);
         fields.erase(tag);
     }
-    std::vector<std::string> pieces = briefPieces(standardFirst(fields), style);
+    std::vector<Line> pieces = briefPieces(standardFirst(fields));
     pieces.insert(pieces.begin(), std::move(heading));
     return pieces;
 }
 
-void appendNode(Page& page, const Node& node, const std::string& first, const std::string& rest) {
-    const std::string below = rest + std::string(node.children.empty() ? LAST.rest : INNER.rest);
-    const std::string further = below + std::string(INDENT, ' ');
+void appendNode(Page& page, const Node& node, const Line& first, const Line& rest) {
+    const Line below = rest + (node.children.empty() ? LAST.rest : INNER.rest);
+    const Line further = below + blanks(FURTHER);
     appendPieces(page, first, further, piecesOf(node, page.style));
     for (const std::string& fault : node.faults) {
-        appendPieces(page, below, further, {page.style.paint(Ink::Fault, std::string(MARK) + fault)});
+        appendPieces(page, below, further, {{MARK + fault, Ink::Fault}});
     }
     if (page.style.full) {
         for (const Detail& detail : node.details) {
-            appendPieces(page, below, further, piecesOf(detail, page.style));
+            appendPieces(page, below, further, piecesOf(detail));
         }
     }
     for (const Node& child : node.children) {
         const Branch& branch = &child == &node.children.back() ? LAST : INNER;
-        appendNode(page, child, rest + std::string(branch.first), rest + std::string(branch.rest));
+        appendNode(page, child, rest + branch.first, rest + branch.rest);
     }
 }
 
@@ -105,7 +103,7 @@ void appendNode(Page& page, const Node& node, const std::string& first, const st
 void appendOutline(Page& page, const std::vector<Node>& nodes) {
     for (const Node& node : nodes) {
         appendNode(page, node, "", "");
-        page.text += '\n';
+        page.lines.emplace_back();
     }
 }
 

@@ -1,44 +1,45 @@
 #pragma once
 
-#include <cstddef>
-#include <string>
-#include <string_view>
+#include "terminal/Line.h"
+#include "terminal/Output.h"
+
+#include <vector>
 
 namespace inspect {
 
-/// How text looks: a colour on a terminal that has them, and the same text without.
-enum class Ink { Plain, Heading, Name, Remark, Good, Fault };
-
-/// What text is written for.
-struct Style {
-    static constexpr std::size_t USUAL_WIDTH = 100;
-
-    std::size_t width = USUAL_WIDTH; ///< lines longer than this are avoided
-    bool wraps = false;              ///< those that are longer for all that are broken at blanks
-    bool colour = false;
-    bool namesInputs = false; ///< there are several
-    bool full = false;        ///< with all that the tables say
-
-    std::string paint(Ink ink, std::string_view text) const;
-};
+/// How much further right stands what belongs to a line.
+constexpr std::size_t INDENT = 2;
 
 /// Text that is being written in a style.
 struct Page {
     Style style;
-    std::string text;
+    std::vector<Line> lines;
 };
 
-/// Appends a line, and a line feed.
-/// @param indent where it goes on when it has to be broken
-void appendLine(Page& page, std::string_view line, std::size_t indent);
+/// What leaves enough of a line.
+std::size_t widestMargin(const Style& style);
+
+/// Appends a line. Where it has to be broken, it is broken between words if possible.
+/// @param indent where it goes on
+void appendLine(Page& page, const Line& line, std::size_t indent = 0);
+
+/// Pieces of text in one line: set apart by two blanks, or by one behind a comma or colon.
+Line joined(const std::vector<Line>& pieces);
+
+/// Appends such a line. Where it has to be broken, it is broken between them if possible.
+/// @param first what stands left of the line
+/// @param rest what stands left of the lines on which it goes on
+void appendPieces(Page& page, const Line& first, const Line& rest, const std::vector<Line>& pieces);
+
+/// An empty page for what stands right of something.
+Page pageBehind(std::size_t cells, const Style& style);
+
+/// Appends such a page.
+/// @param first what stands left of its first line
+/// @param rest what stands left of all others
+void appendPage(Page& page, const Line& first, const Line& rest, const Page& right);
 
 /// What stands above the text of one of several inputs.
-std::string inputHeading(const std::string& name, const Style& style);
-
-/// The columns that a text takes on a terminal. Colours take none.
-std::size_t columns(std::string_view text);
-
-/// Fills up with blanks.
-std::string padded(const std::string& text, std::size_t width);
+std::vector<Line> inputHeading(const std::string& name, const Style& style);
 
 } // namespace inspect

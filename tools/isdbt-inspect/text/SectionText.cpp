@@ -23,69 +23,62 @@ std::string positionText(const Position& position) {
            (position.seconds ? fmt::format("  {:.3f} s", *position.seconds) : "");
 }
 
-/// What is wrong with a section.
-std::string remarks(const SectionReport& report, const Style& style) {
-    std::string text;
-    if (report.sameVersion) {
-        text += "  " + style.paint(Ink::Fault, "CHANGED WITHOUT A NEW VERSION");
-    }
-    if (report.damaged) {
-        text += "  " + style.paint(Ink::Fault, "DAMAGED");
-    }
-    if (report.rejection) {
-        text += "  " + style.paint(Ink::Fault, "REJECTED");
-    }
-    return text;
+/// What is wrong with a section or a descriptor.
+Line remark(bool wrong, std::string_view words) {
+    return wrong ? "  " + Line(words, Ink::Fault) : Line();
+}
+
+Line remarks(const SectionReport& report) {
+    return remark(report.sameVersion, "CHANGED WITHOUT A NEW VERSION") + remark(report.damaged, "DAMAGED") +
+           remark(report.rejection.has_value(), "REJECTED");
 }
 
 } // namespace
 
-std::string sectionTitle(const SectionReport& report, const Style& style) {
-    std::string text = style.paint(Ink::Heading, report.tableName) + pidText(report);
+Line sectionTitle(const SectionReport& report) {
+    Line title = Line(report.tableName, Ink::Heading) + pidText(report);
     if (report.header) {
-        text += fmt::format("  version {}", report.header->version) + sectionNumbers(*report.header);
-        text += report.header->current ? "  current" : "  not yet current";
+        title += fmt::format("  version {}", report.header->version) + sectionNumbers(*report.header);
+        title += report.header->current ? "  current" : "  not yet current";
     }
-    return text + positionText(report.position) + remarks(report, style);
+    return title + positionText(report.position) + remarks(report);
 }
 
-std::string sectionName(const SectionReport& report, const Style& style, std::optional<std::uint8_t> formerVersion) {
-    std::string text = report.tableName;
+Line sectionName(const SectionReport& report, std::optional<std::uint8_t> formerVersion) {
     if (!report.header) {
-        return style.paint(Ink::Heading, text) + pidText(report);
+        return Line(report.tableName, Ink::Heading) + pidText(report);
     }
     const LongHeader& header = *report.header;
-    text = style.paint(Ink::Heading, fmt::format("{} 0x{:04X}", text, header.extension)) + pidText(report);
-    text += formerVersion && *formerVersion != header.version
+    return Line(fmt::format("{} 0x{:04X}", report.tableName, header.extension), Ink::Heading) + pidText(report) +
+           (formerVersion && *formerVersion != header.version
                 ? fmt::format("  version {} -> {}", *formerVersion, header.version)
-                : fmt::format("  version {}", header.version);
-    return text + sectionNumbers(header) + (header.current ? "" : "  not yet current");
+                : fmt::format("  version {}", header.version)) +
+           sectionNumbers(header) + (header.current ? "" : "  not yet current");
 }
 
-std::string changeTitle(const SectionReport& report, const Style& style, std::optional<std::uint8_t> formerVersion) {
-    return sectionName(report, style, formerVersion) + positionText(report.position) + remarks(report, style);
+Line changeTitle(const SectionReport& report, std::optional<std::uint8_t> formerVersion) {
+    return sectionName(report, formerVersion) + positionText(report.position) + remarks(report);
 }
 
-std::string descriptorTitle(const DescriptorReport& report, const Style& style) {
-    return style.paint(Ink::Heading, fmt::format("{} (0x{:02X})", report.name, report.tag)) +
-           fmt::format("  {}  byte {}", report.tableName, report.offset) +
-           (report.damaged ? "  " + style.paint(Ink::Fault, "DAMAGED") : "") +
-           (report.rejection ? "  " + style.paint(Ink::Fault, "REJECTED") : "");
+Line descriptorTitle(const DescriptorReport& report) {
+    return Line(fmt::format("{} (0x{:02X})", report.name, report.tag), Ink::Heading) +
+           fmt::format("  {}  byte {}", report.tableName, report.offset) + remark(report.damaged, "DAMAGED") +
+           remark(report.rejection.has_value(), "REJECTED");
 }
 
 void appendRejection(Page& page, const Rejection& rejection, std::size_t indent) {
-    const std::string margin(indent, ' ');
+    const Line margin = blanks(indent);
     const std::size_t behindLabel = indent + 7;
     appendLine(page,
-               fmt::format("{}error  {} (0x{:04X})", margin, page.style.paint(Ink::Fault, rejection.errorName),
-                           rejection.errorCode),
+               margin + "error  " + Line(rejection.errorName, Ink::Fault) +
+                   fmt::format(" (0x{:04X})", rejection.errorCode),
                behindLabel);
     for (const std::string& line : rejection.logLines) {
-        appendLine(page, fmt::format("{}log    {}", margin, line), behindLabel);
+        appendLine(page, margin + "log    " + line, behindLabel);
     }
     appendDescriptorLines(page, rejection.descriptors, indent);
-    page.text += fmt::format("{}bytes ({})\n", margin, rejection.section.size());
-    appendDump(page, rejection.section, 2 * indent);
+    appendLine(page, margin + fmt::format("bytes ({})", rejection.section.size()));
+    appendBytes(page, rejection.section, 2 * indent, true);
 }
 
 } // namespace inspect

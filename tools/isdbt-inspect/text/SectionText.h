@@ -3,25 +3,21 @@
 #include "reports/Report.h"
 #include "text/Page.h"
 
-#include <string>
-
 namespace inspect {
 
 /// "PAT  PID 0x0000  version 3  section 0/0  current  packet 1204  12.040 s", and what is wrong with the section.
-std::string sectionTitle(const SectionReport& report, const Style& style);
+Line sectionTitle(const SectionReport& report);
 
 /// "PMT 0xE6A0  PID 0x0101  version 3 -> 4  section 0/0", with the table_id_extension behind the table's name; "not yet
 /// current" when it is not.
 /// @param formerVersion what stands before the arrow when it is another one
-std::string sectionName(const SectionReport& report, const Style& style,
-                        std::optional<std::uint8_t> formerVersion = std::nullopt);
+Line sectionName(const SectionReport& report, std::optional<std::uint8_t> formerVersion = std::nullopt);
 
 /// The same with the place in the stream, and what is wrong with the section.
-std::string changeTitle(const SectionReport& report, const Style& style,
-                        std::optional<std::uint8_t> formerVersion = std::nullopt);
+Line changeTitle(const SectionReport& report, std::optional<std::uint8_t> formerVersion = std::nullopt);
 
 /// "stream_identifier_descriptor (0x52)  PMT  byte 3  REJECTED"
-std::string descriptorTitle(const DescriptorReport& report, const Style& style);
+Line descriptorTitle(const DescriptorReport& report);
 
 /// Appends why the library does not take a section: the error, the lines of its log, the descriptors with those at
 /// fault marked, all bytes.

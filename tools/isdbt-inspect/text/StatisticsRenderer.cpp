@@ -7,12 +7,6 @@
 
 namespace inspect {
 
-namespace {
-
-constexpr std::size_t INDENT = 2;
-
-} // namespace
-
 void StatisticsRenderer::begin(const std::string& name) {
     m_output.write(inputHeading(name, m_style));
 }
@@ -20,9 +14,10 @@ void StatisticsRenderer::begin(const std::string& name) {
 void StatisticsRenderer::section(const SectionReport& report) {
     if (report.rejection) {
         Page page{m_style, {}};
-        appendLine(page, sectionTitle(report, m_style), 2 * INDENT);
+        appendLine(page, sectionTitle(report), 2 * INDENT);
         appendRejection(page, *report.rejection, INDENT);
-        m_output.write(page.text + '\n');
+        page.lines.emplace_back();
+        m_output.write(page.lines);
     }
 }
 
@@ -31,7 +26,7 @@ void StatisticsRenderer::end(const Summary& summary, const Multiplex& /*multiple
     appendStatistics(page, summary);
     appendFaults(page, faults);
     appendLine(page, summaryText(summary), INDENT);
-    m_output.write(page.text);
+    m_output.write(page.lines);
 }
 
 } // namespace inspect

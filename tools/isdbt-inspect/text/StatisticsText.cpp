@@ -39,39 +39,39 @@ std::string nameOf(const TableStatistics& table) {
 }
 
 /// A count that catches the eye unless it is 0.
-Cell noticed(std::uint64_t count, Ink ink) {
+Line noticed(std::uint64_t count, Ink ink) {
     return {std::to_string(count), count == 0 ? Ink::Plain : ink};
 }
 
 const std::vector<Column> TABLE_COLUMNS{{"", "PID", Column::Kind::Name},
                                         {"", "table", Column::Kind::Name},
                                         {"", "sections"},
-                                        {"", "distinct", Column::Kind::Number, true},
-                                        {"version", "changes", Column::Kind::Number, true},
+                                        {"", "distinct", Column::Kind::Number, 2},
+                                        {"version", "changes", Column::Kind::Number, 2},
                                         {"CRC", "errors"},
                                         {"", "rejected"},
-                                        {"mean", "interval", Column::Kind::Number, true},
-                                        {"largest", "interval", Column::Kind::Number, true},
-                                        {"", "kbit/s"}};
+                                        {"mean", "interval", Column::Kind::Number, 2},
+                                        {"largest", "interval", Column::Kind::Number, 2},
+                                        {"", "kbit/s", Column::Kind::Number, 1}};
 
 Row rowOf(const PidStatistics& pid, const TableStatistics& table) {
     return {{pidText(pid.pid), Ink::Name},
             {nameOf(table), Ink::Name},
-            {std::to_string(table.sections)},
-            {std::to_string(table.distinct)},
+            std::to_string(table.sections),
+            std::to_string(table.distinct),
             noticed(table.versionChanges, Ink::Remark),
             noticed(table.crcErrors, Ink::Fault),
             noticed(table.rejected, Ink::Fault),
-            {interval(table.meanInterval)},
-            {interval(table.largestInterval)},
-            {kilobits(table.bitRate)}};
+            interval(table.meanInterval),
+            interval(table.largestInterval),
+            kilobits(table.bitRate)};
 }
 
 const std::vector<Column> PID_COLUMNS{{"", "PID", Column::Kind::Name},
                                       {"", "packets"},
                                       {"", "share"},
-                                      {"", "kbit/s"},
-                                      {"", "discontinuities", Column::Kind::Number, true},
+                                      {"", "kbit/s", Column::Kind::Number, 1},
+                                      {"", "discontinuities", Column::Kind::Number, 2},
                                       {"", "content", Column::Kind::Rest}};
 
 /// "private sections: AIT"
@@ -85,11 +85,11 @@ std::string contentOf(const PidStatistics& pid) {
 
 Row rowOf(const PidStatistics& pid) {
     return {{pidText(pid.pid), Ink::Name},
-            {std::to_string(pid.packets)},
-            {fmt::format("{:.2f} %", pid.share * PERCENT)},
-            {kilobits(pid.bitRate)},
-            pid.discontinuities ? noticed(*pid.discontinuities, Ink::Fault) : Cell{UNKNOWN},
-            {contentOf(pid)}};
+            std::to_string(pid.packets),
+            fmt::format("{:.2f} %", pid.share * PERCENT),
+            kilobits(pid.bitRate),
+            pid.discontinuities ? noticed(*pid.discontinuities, Ink::Fault) : Line(UNKNOWN),
+            contentOf(pid)};
 }
 
 std::string clockText(const Summary& summary) {
@@ -116,11 +116,12 @@ void appendStatistics(Page& page, const Summary& summary) {
     }
     if (!tables.empty()) {
         appendRows(page, TABLE_COLUMNS, std::move(tables));
-        page.text += '\n';
+        page.lines.emplace_back();
     }
     if (!pids.empty()) {
         appendRows(page, PID_COLUMNS, std::move(pids));
-        page.text += '\n' + clockText(summary) + '\n';
+        page.lines.emplace_back();
+        appendLine(page, clockText(summary), INDENT);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "text/TableText.h"
 
+#include "text/Columns.h"
 #include "text/ValueText.h"
 
 #include <algorithm>
@@ -7,10 +8,6 @@
 namespace inspect {
 
 namespace {
-
-constexpr std::size_t GAP = 2;
-
-using Row = std::vector<std::string>;
 
 /// Whether the elements are objects of the same simple fields.
 bool isTable(const List& list) {
@@ -24,53 +21,32 @@ bool isTable(const List& list) {
            });
 }
 
-std::vector<Row> tableRows(const List& list, const Style& style) {
+std::vector<Row> tableRows(const List& list) {
     std::vector<Row> rows(1);
     for (const Field& field : std::get<Object>(list.elements.front().value).fields) {
-        rows.front().push_back(style.paint(Ink::Name, field.name));
+        rows.front().emplace_back(field.name, Ink::Name);
     }
     for (const Field& element : list.elements) {
-        Row row;
-        for (const Field& field : std::get<Object>(element.value).fields) {
-            row.push_back(valueText(field, style));
-        }
-        rows.push_back(std::move(row));
+        const Fields& fields = std::get<Object>(element.value).fields;
+        std::transform(fields.begin(), fields.end(), std::back_inserter(rows.emplace_back()), valueText);
     }
     return rows;
-}
-
-std::vector<std::size_t> columnWidths(const std::vector<Row>& rows) {
-    std::vector<std::size_t> widths(rows.front().size());
-    for (const Row& row : rows) {
-        for (std::size_t column = 0; column < row.size(); ++column) {
-            widths[column] = std::max(widths[column], columns(row[column]) + GAP);
-        }
-    }
-    return widths;
 }
 
 } // namespace
 
 bool appendTable(Page& page, const List& list, std::size_t indent) {
+    constexpr std::size_t GAP = 2;
     if (!isTable(list)) {
         return false;
     }
-    const std::vector<Row> rows = tableRows(list, page.style);
-    const std::vector<std::size_t> widths = columnWidths(rows);
-    std::size_t width = indent;
-    for (const std::size_t column : widths) {
-        width += column;
-    }
-    if (width > page.style.width + GAP) {
+    std::vector<Row> rows = tableRows(list);
+    std::vector<Column::Kind> kinds(rows.front().size(), Column::Kind::Name);
+    const Grid grid(std::move(kinds), std::move(rows));
+    if (indent + grid.width(GAP) > page.style.width) {
         return false;
     }
-    for (const Row& row : rows) {
-        std::string line(indent, ' ');
-        for (std::size_t column = 0; column < row.size(); ++column) {
-            line += padded(row[column], widths[column]);
-        }
-        page.text += line.substr(0, line.find_last_not_of(' ') + 1) + '\n';
-    }
+    grid.append(page, GAP, indent);
     return true;
 }
 

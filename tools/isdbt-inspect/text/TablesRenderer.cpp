@@ -8,45 +8,40 @@
 
 namespace inspect {
 
-namespace {
-
-constexpr std::size_t INDENT = 2;
-
-} // namespace
-
 void TablesRenderer::begin(const std::string& name) {
     m_output.write(inputHeading(name, m_style));
 }
 
 void TablesRenderer::section(const SectionReport& report) {
     Page page{m_style, {}};
-    appendLine(page, sectionTitle(report, m_style), 2 * INDENT);
+    appendLine(page, sectionTitle(report), 2 * INDENT);
     if (report.rejection) {
         appendRejection(page, *report.rejection, INDENT);
     } else {
         appendFields(page, report.fields, INDENT);
     }
-    m_output.write(page.text + '\n');
+    page.lines.emplace_back();
+    m_output.write(page.lines);
 }
 
 void TablesRenderer::descriptor(const DescriptorReport& report) {
     Page page{m_style, {}};
     if (report.rejection) {
-        page.text += descriptorTitle(report, m_style) + '\n';
+        appendLine(page, descriptorTitle(report), 2 * INDENT);
         appendRejection(page, *report.rejection, INDENT);
     } else if (report.taken) {
         appendFields(page, {*report.taken}, 0);
     } else {
         appendDescriptorLine(page, report.onWire, 0);
     }
-    m_output.write(page.text);
+    m_output.write(page.lines);
 }
 
 void TablesRenderer::end(const Summary& summary, const Multiplex& /*multiplex*/, const Faults& faults) {
     Page page{m_style, {}};
     appendFaults(page, faults, Listed::NotOfSections);
     appendLine(page, summaryText(summary), INDENT);
-    m_output.write(page.text);
+    m_output.write(page.lines);
 }
 
 } // namespace inspect

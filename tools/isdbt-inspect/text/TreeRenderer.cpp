@@ -10,12 +10,6 @@
 
 namespace inspect {
 
-namespace {
-
-constexpr std::size_t INDENT = 2;
-
-} // namespace
-
 void TreeRenderer::begin(const std::string& name) {
     m_rejections = {};
     m_output.write(inputHeading(name, m_style));
@@ -34,14 +28,14 @@ void TreeRenderer::end(const Summary& summary, const Multiplex& multiplex, const
     appendFaults(page, faults);
     appendRemarks(page, summary.forgotten);
     appendLine(page, summaryText(summary), INDENT);
-    m_output.write(page.text);
+    m_output.write(page.lines);
 }
 
 void TreeRenderer::appendRejections(Page& page) const {
     m_rejections.forEach([&page](const TableKey& /*table*/, const SectionReport& report) {
-        appendLine(page, sectionTitle(report, page.style), 2 * INDENT);
+        appendLine(page, sectionTitle(report), 2 * INDENT);
         appendRejection(page, *report.rejection, INDENT);
-        page.text += '\n';
+        page.lines.emplace_back();
     });
 }
 

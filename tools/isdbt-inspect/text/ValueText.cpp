@@ -41,16 +41,16 @@ bool isOne(const Field& field) {
 
 } // namespace
 
-std::string valueText(const Field& field, const Style& style) {
-    std::string text = std::visit(ValueText{}, field.value);
+Line valueText(const Field& field) {
+    Line text = std::visit(ValueText{}, field.value);
     if (!field.unit.empty()) {
         text += ' ' + (field.unit == "bytes" && isOne(field) ? "byte" : field.unit);
     }
     if (!field.codeName.empty()) {
-        text += ' ' + style.paint(Ink::Remark, field.codeName);
+        text += " " + Line(field.codeName, Ink::Remark);
     }
     if (!field.reading.empty()) {
-        text += style.paint(Ink::Remark, " = " + field.reading);
+        text += Line(" = " + field.reading, Ink::Remark);
     }
     return text;
 }

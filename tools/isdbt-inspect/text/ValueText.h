@@ -1,13 +1,11 @@
 #pragma once
 
 #include "describing/Field.h"
-#include "text/Page.h"
-
-#include <string>
+#include "terminal/Line.h"
 
 namespace inspect {
 
 /// What stands behind the name of a field that is not nested: "1 behind UTC", "10800 s = -03:00".
-std::string valueText(const Field& field, const Style& style);
+Line valueText(const Field& field);
 
 } // namespace inspect
