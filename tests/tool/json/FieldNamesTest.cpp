@@ -25,9 +25,9 @@ void addNames(std::set<std::string>& names, const nlohmann::json& schema) {
 }
 
 /// What stands in lines beside the fields, and begins like the name of one.
-const std::set<std::string> WORDS{"area",     "byte",    "carousel", "errors", "interval", "largest",
-                                  "mean",     "new",     "no",       "none",   "profile",  "provider",
-                                  "schedule", "section", "service",  "tag",    "visible",  "yes"};
+const std::set<std::string> WORDS{"area",    "byte",    "carousel", "errors",  "faults",  "interval", "largest",
+                                  "mean",    "new",     "no",       "none",    "profile", "provider", "schedule",
+                                  "section", "service", "tag",      "visible", "yes"};
 
 } // namespace
 
