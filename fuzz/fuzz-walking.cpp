@@ -2,6 +2,7 @@
 
 #include "SectionMutator.h"
 #include "describing/Describing.h"
+#include "describing/OnWire.h"
 #include "parsing/SectionParser.h"
 #include "walking/DescriptorLoops.h"
 

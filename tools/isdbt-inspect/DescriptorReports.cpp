@@ -11,12 +11,10 @@ namespace inspect {
 namespace {
 
 DescriptorReport reportOf(std::uint8_t tableId, const RawDescriptor& raw, const Conventions& conventions) {
-    DescriptorReport report{
-        tableId, std::string(tableName(tableId)), raw.tag, {}, raw.offset, describeOnWire(raw), {}, {}, !raw.fits()};
+    DescriptorReport report{tableId, std::string(tableName(tableId)), describeOnWire(raw), {}, {}};
     if (raw.kind == nullptr) {
         return report;
     }
-    report.name = raw.kind->name;
     std::vector<std::uint8_t> bytes = raw.bytes();
     QUOR_U16 errorCode = Quor::TISDBTTable::ERROR_OK;
     LogLines log;
@@ -28,7 +26,7 @@ DescriptorReport reportOf(std::uint8_t tableId, const RawDescriptor& raw, const 
         report.rejection = {errorCode,
                             std::string(errorName(errorCode)),
                             log.take(),
-                            {list(report.tableName, {report.onWire})},
+                            {{report.tableName, {}, {report.onWire}}},
                             std::move(bytes)};
     }
     return report;

@@ -100,7 +100,7 @@ bool Inspection::inspectDescriptors() {
     m_renderer.begin(HEX);
     bool foundFault = false;
     for (const DescriptorReport& report : reportDescriptors(*m_options.descriptorOf, *m_options.hex, m_conventions)) {
-        foundFault = foundFault || report.rejection || report.damaged;
+        foundFault = foundFault || report.rejection || report.onWire.atFault();
         m_renderer.descriptor(report);
     }
     return foundFault;

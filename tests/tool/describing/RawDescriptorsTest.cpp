@@ -1,5 +1,6 @@
 #include "DSMCCSection/TDSMCCSectionTable.h"
 #include "ait/TAITTable.h"
+#include "describing/OnWire.h"
 #include "nit/TNITTable.h"
 #include "pmt/TPMTTable.h"
 #include "sdt/TSDTTable.h"
@@ -7,9 +8,13 @@
 #include "tool/describing/FieldLines.h"
 #include "tot/TTOTTable.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 namespace {
+
+using inspect::describeDescriptors;
+using inspect::DescriptorOnWire;
+using inspect::LoopOnWire;
 
 TEST(UnknownDescriptors, OfAProgramAndOfEachStreamStandUnderThem) {
     EXPECT_EQ(describedTable<Quor::TPMTTable>(longSection(
@@ -228,59 +233,55 @@ TEST(DisplacedDescriptors, AreThoseOfGingaJByThoseOfGingaNcl) {
               }));
 }
 
-Lines describedDescriptors(const ByteVector& section) {
-    return linesOf(inspect::describeDescriptors(section.data(), section.size()));
+std::vector<LoopOnWire> loopsOf(const std::string& body) {
+    const ByteVector section = longSection(0x02, {}, hex(body));
+    return describeDescriptors(section.data(), section.size());
 }
 
 TEST(RejectedSections, ShowWhatTheLibrarySaysToEachDescriptor) {
-    EXPECT_EQ(describedDescriptors(longSection(0x02, {}, hex("E100 F007 520181 0902AABB  1B E111 F003 5504AA"))),
-              (Lines{
-                  "program [2]",
-                  "  -",
-                  "    offset 0x000C",
-                  "    descriptor_tag 0x52 (stream_identifier_descriptor)",
-                  "    known yes",
-                  "    length 1 bytes",
-                  "    fits yes",
-                  "    error_code none",
-                  "    bytes <81>",
-                  "  -",
-                  "    offset 0x000F",
-                  "    descriptor_tag 0x09",
-                  "    known no",
-                  "    length 2 bytes",
-                  "    fits yes",
-                  "    error_code none",
-                  "    bytes <AA BB>",
-                  "elementary_stream 0x0111 [1]",
-                  "  -",
-                  "    offset 0x0018",
-                  "    descriptor_tag 0x55 (parental_rating_descriptor)",
-                  "    known yes",
-                  "    length 4 bytes",
-                  "    fits no",
-                  "    error_code none",
-                  "    bytes <AA>",
-              }));
+    const std::vector<LoopOnWire> loops = loopsOf("E100 F007 520181 0902AABB  1B E111 F003 5504AA");
+    ASSERT_EQ(loops.size(), 2U);
+    EXPECT_EQ(loops[0].name, "program");
+    EXPECT_EQ(loops[0].remark, "");
+    ASSERT_EQ(loops[0].descriptors.size(), 2U);
+
+    const DescriptorOnWire& taken = loops[0].descriptors[0];
+    EXPECT_EQ(taken.raw.offset, 0x0CU);
+    EXPECT_EQ(taken.raw.name(), "stream_identifier_descriptor");
+    EXPECT_EQ(taken.raw.body, hex("81"));
+    EXPECT_EQ(taken.errorCode, std::nullopt);
+    EXPECT_FALSE(taken.atFault());
+
+    const DescriptorOnWire& skipped = loops[0].descriptors[1];
+    EXPECT_EQ(skipped.raw.tag, 0x09);
+    EXPECT_EQ(skipped.raw.name(), "");
+    EXPECT_EQ(skipped.raw.length, 2);
+    EXPECT_EQ(skipped.errorCode, std::nullopt);
+    EXPECT_FALSE(skipped.atFault());
+
+    EXPECT_EQ(loops[1].name, "elementary_stream 0x0111");
+    ASSERT_EQ(loops[1].descriptors.size(), 1U);
+    const DescriptorOnWire& cutOff = loops[1].descriptors[0];
+    EXPECT_EQ(cutOff.raw.offset, 0x18U);
+    EXPECT_EQ(cutOff.raw.name(), "parental_rating_descriptor");
+    EXPECT_EQ(cutOff.raw.length, 4);
+    EXPECT_EQ(cutOff.raw.body, hex("AA"));
+    EXPECT_EQ(cutOff.errorCode, std::nullopt);
+    EXPECT_TRUE(cutOff.atFault());
 }
 
 TEST(RejectedSections, NameTheErrorOfARefusedDescriptor) {
-    EXPECT_THAT(describedDescriptors(longSection(0x02, {}, hex("E100 F002 5200"))),
-                testing::Contains("    error_code 0x0A08 (ERROR_INVALID_DESCRIPTOR_LENGTH)"));
+    const std::vector<LoopOnWire> loops = loopsOf("E100 F002 5200");
+    EXPECT_EQ(loops.at(0).descriptors.at(0).errorCode, 0x0A08);
+    EXPECT_TRUE(loops.at(0).descriptors.at(0).atFault());
 }
 
 TEST(RejectedSections, SayWhenALoopIsLongerThanTheSection) {
-    EXPECT_EQ(describedDescriptors(longSection(0x02, {}, hex("E100 F0FF 09"))), (Lines{
-                                                                                    "program [1] = in 1 of 255 bytes",
-                                                                                    "  -",
-                                                                                    "    offset 0x000C",
-                                                                                    "    descriptor_tag 0x09",
-                                                                                    "    known no",
-                                                                                    "    length none",
-                                                                                    "    fits no",
-                                                                                    "    error_code none",
-                                                                                    "    bytes <>",
-                                                                                }));
+    const std::vector<LoopOnWire> loops = loopsOf("E100 F0FF 09");
+    EXPECT_EQ(loops.at(0).remark, "in 1 of 255 bytes");
+    ASSERT_EQ(loops.at(0).descriptors.size(), 1U);
+    EXPECT_EQ(loops.at(0).descriptors[0].raw.length, std::nullopt);
+    EXPECT_TRUE(loops.at(0).descriptors[0].atFault());
 }
 
 } // namespace

@@ -22,7 +22,7 @@ void JsonRenderer::descriptor(const DescriptorReport& report) {
     nlohmann::ordered_json object{{"type", "descriptor"}, {"input", m_input}};
     object["table"] = report.tableName;
     object["table_id"] = report.tableId;
-    object["damaged"] = report.damaged;
+    object["damaged"] = !report.onWire.raw.fits();
     object["on_wire"] = descriptorJson(report.onWire);
     if (report.rejection) {
         addError(object, *report.rejection);

@@ -1,5 +1,6 @@
 #include "json/SectionJson.h"
 
+#include "parsing/SectionParser.h"
 #include "tables/TableKinds.h"
 #include "json/FieldJson.h"
 #include "json/JsonValues.h"
@@ -23,18 +24,17 @@ void addPosition(Json& object, const Position& position) {
     object["seconds"] = measured(position.seconds);
 }
 
-Json descriptorLoops(const Fields& loops) {
+Json loopsJson(const std::vector<LoopOnWire>& loops) {
     Json array = Json::array();
-    for (const Field& loop : loops) {
-        Json descriptors = Json::array();
-        for (const Field& descriptor : std::get<List>(loop.value).elements) {
-            descriptors.push_back(descriptorJson(descriptor));
-        }
+    for (const LoopOnWire& loop : loops) {
         Json object{{"loop", loop.name}};
-        if (!loop.reading.empty()) {
-            object["loop_reading"] = loop.reading;
+        if (!loop.remark.empty()) {
+            object["loop_reading"] = loop.remark;
         }
-        object["descriptors"] = std::move(descriptors);
+        object["descriptors"] = Json::array();
+        for (const DescriptorOnWire& descriptor : loop.descriptors) {
+            object["descriptors"].push_back(descriptorJson(descriptor));
+        }
         array.push_back(std::move(object));
     }
     return array;
@@ -58,9 +58,17 @@ Json sectionJson(const char* type, const std::string& input, const SectionReport
     return object;
 }
 
-Json descriptorJson(const Field& descriptor) {
-    Json object = fieldsJson(std::get<Object>(descriptor.value).fields);
-    object["at_fault"] = !object["fits"].get<bool>() || !object["error_code"].is_null();
+Json descriptorJson(const DescriptorOnWire& descriptor) {
+    const RawDescriptor& raw = descriptor.raw;
+    Json object{{"offset", raw.offset}, {"descriptor_tag", raw.tag}};
+    object["descriptor_tag_name"] = orNull(std::string(raw.name()));
+    object["known"] = raw.kind != nullptr;
+    object["length"] = orNull(raw.length);
+    object["fits"] = raw.fits();
+    object["error_code"] = orNull(descriptor.errorCode);
+    object["error_code_name"] = descriptor.errorCode ? orNull(std::string(errorName(*descriptor.errorCode))) : Json();
+    object["bytes"] = hexJson(raw.body);
+    object["at_fault"] = descriptor.atFault();
     return object;
 }
 
@@ -71,7 +79,7 @@ void addError(Json& object, const Rejection& rejection) {
 
 void addRejection(Json& object, const Rejection& rejection) {
     addError(object, rejection);
-    object["loops"] = descriptorLoops(rejection.descriptors);
+    object["loops"] = loopsJson(rejection.loops);
     object["bytes"] = hexJson(rejection.section);
 }
 

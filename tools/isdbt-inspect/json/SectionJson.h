@@ -12,8 +12,7 @@ namespace inspect {
 nlohmann::ordered_json sectionJson(const char* type, const std::string& input, const SectionReport& report);
 
 /// A descriptor as its tag and its length state it, and whether it is one that the library does not take.
-/// @param descriptor as describeOnWire() gives it
-nlohmann::ordered_json descriptorJson(const Field& descriptor);
+nlohmann::ordered_json descriptorJson(const DescriptorOnWire& descriptor);
 
 /// Adds the error with which the library does not take something, and the lines of its log.
 void addError(nlohmann::ordered_json& object, const Rejection& rejection);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "describing/Field.h"
+#include "describing/OnWire.h"
 #include "sections/Place.h"
 
 #include <cstdint>
@@ -15,7 +16,7 @@ struct Rejection {
     std::uint16_t errorCode;
     std::string errorName;
     std::vector<std::string> logLines;
-    Fields descriptors;                ///< as describeDescriptors() gives them
+    std::vector<LoopOnWire> loops;
     std::vector<std::uint8_t> section; ///< all bytes
 };
 
@@ -41,13 +42,9 @@ inline Place placeOf(const SectionReport& report) {
 struct DescriptorReport {
     std::uint8_t tableId; ///< of the table that it comes from
     std::string tableName;
-    std::uint8_t tag;
-    std::string name;           ///< empty when the library does not know it and skips it
-    std::size_t offset;         ///< of its tag in the bytes that were given
-    Field onWire;               ///< as describeOnWire() gives it
+    DescriptorOnWire onWire;    ///< its offset is that in the bytes that were given
     std::optional<Field> taken; ///< as it stands in its table, when the library takes it
     std::optional<Rejection> rejection;
-    bool damaged; ///< incomplete
 };
 
 /// How often something was found, and on which PIDs.

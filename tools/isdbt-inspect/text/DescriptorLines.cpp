@@ -1,9 +1,8 @@
 #include "text/DescriptorLines.h"
 
+#include "parsing/SectionParser.h"
 #include "text/FieldText.h"
-#include "text/ValueText.h"
 
-#include <algorithm>
 #include <fmt/format.h>
 
 namespace inspect {
@@ -13,47 +12,37 @@ namespace {
 /// "> 001F  0x52  " or, for a descriptor that is not at fault, without the mark.
 constexpr std::size_t MARGIN = 14;
 
-const Field& find(const Field& descriptor, std::string_view name) {
-    const Fields& fields = std::get<Object>(descriptor.value).fields;
-    return *std::find_if(fields.begin(), fields.end(), [name](const Field& each) { return each.name == name; });
-}
-
-std::int64_t numberOf(const Field& descriptor, std::string_view name) {
-    return std::get<Number>(find(descriptor, name).value).value;
+std::string lengthText(std::optional<std::uint8_t> length) {
+    return length ? fmt::format("{} {}", *length, *length == 1 ? "byte" : "bytes") : "no length";
 }
 
 /// What is wrong with a descriptor; empty when nothing is.
-std::string faultOf(const Field& descriptor) {
-    if (!std::get<bool>(find(descriptor, "fits").value)) {
-        return fmt::format("does not fit: {} left", std::get<Bytes>(find(descriptor, "bytes").value).bytes.size());
+std::string faultOf(const DescriptorOnWire& descriptor) {
+    if (!descriptor.raw.fits()) {
+        return fmt::format("does not fit: {} left", descriptor.raw.body.size());
     }
-    const Field& error = find(descriptor, "error_code");
-    return std::holds_alternative<Absent>(error.value) ? "" : "refused with " + error.codeName;
+    return descriptor.errorCode ? fmt::format("refused with {}", errorName(*descriptor.errorCode)) : "";
 }
 
 } // namespace
 
-void appendDescriptorLine(Page& page, const Field& descriptor, std::size_t indent) {
-    const std::string fault = faultOf(descriptor);
-    const std::string& name = find(descriptor, "descriptor_tag").codeName;
-    const Field& length = find(descriptor, "length");
-    const Line line = blanks(indent) + (fault.empty() ? " " : Line(">", Ink::Fault)) +
-                      fmt::format(" {:04X}  0x{:02X}  {}, ", numberOf(descriptor, "offset"),
-                                  numberOf(descriptor, "descriptor_tag"), name.empty() ? "unknown, skipped" : name) +
-                      (std::holds_alternative<Absent>(length.value) ? "no length" : valueText(length)) +
-                      (fault.empty() ? Line() : "  " + Line(fault, Ink::Fault));
+void appendDescriptorLine(Page& page, const DescriptorOnWire& descriptor, std::size_t indent) {
+    const RawDescriptor& raw = descriptor.raw;
+    const Line line = blanks(indent) + (descriptor.atFault() ? Line(">", Ink::Fault) : " ") +
+                      fmt::format(" {:04X}  0x{:02X}  {}, {}", raw.offset, raw.tag,
+                                  raw.kind == nullptr ? "unknown, skipped" : raw.name(), lengthText(raw.length)) +
+                      (descriptor.atFault() ? "  " : "") + Line(faultOf(descriptor), Ink::Fault);
     appendLine(page, line, indent + MARGIN);
-    appendBytes(page, std::get<Bytes>(find(descriptor, "bytes").value).bytes, indent + MARGIN);
+    appendBytes(page, raw.body, indent + MARGIN);
 }
 
-void appendDescriptorLines(Page& page, const Fields& loops, std::size_t indent) {
-    for (const Field& loop : loops) {
-        const Fields& descriptors = std::get<List>(loop.value).elements;
+void appendDescriptorLines(Page& page, const std::vector<LoopOnWire>& loops, std::size_t indent) {
+    for (const LoopOnWire& loop : loops) {
+        const std::string remark = loop.remark.empty() ? "" : ' ' + loop.remark;
         appendLine(page,
-                   blanks(indent) + fmt::format("descriptors of {} ({}{})", loop.name, descriptors.size(),
-                                                loop.reading.empty() ? "" : ' ' + loop.reading),
+                   blanks(indent) + fmt::format("descriptors of {} ({}{})", loop.name, loop.descriptors.size(), remark),
                    indent + INDENT);
-        for (const Field& descriptor : descriptors) {
+        for (const DescriptorOnWire& descriptor : loop.descriptors) {
             appendDescriptorLine(page, descriptor, indent + INDENT);
         }
     }

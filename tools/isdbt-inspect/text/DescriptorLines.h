@@ -1,17 +1,15 @@
 #pragma once
 
-#include "describing/Field.h"
+#include "describing/OnWire.h"
 #include "text/Page.h"
 
 namespace inspect {
 
 /// Appends one descriptor: where it stands, its tag, name, length and bytes. What the library refuses, or what does not
 /// fit, is marked.
-/// @param descriptor as describeOnWire() gives it
-void appendDescriptorLine(Page& page, const Field& descriptor, std::size_t indent);
+void appendDescriptorLine(Page& page, const DescriptorOnWire& descriptor, std::size_t indent);
 
 /// Appends the descriptors of a rejected section, loop by loop.
-/// @param loops as describeDescriptors() gives them
-void appendDescriptorLines(Page& page, const Fields& loops, std::size_t indent);
+void appendDescriptorLines(Page& page, const std::vector<LoopOnWire>& loops, std::size_t indent);
 
 } // namespace inspect

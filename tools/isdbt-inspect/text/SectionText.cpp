@@ -61,8 +61,9 @@ Line changeTitle(const SectionReport& report, std::optional<std::uint8_t> former
 }
 
 Line descriptorTitle(const DescriptorReport& report) {
-    return Line(fmt::format("{} (0x{:02X})", report.name, report.tag), Ink::Heading) +
-           fmt::format("  {}  byte {}", report.tableName, report.offset) + remark(report.damaged, "DAMAGED") +
+    const RawDescriptor& raw = report.onWire.raw;
+    return Line(fmt::format("{} (0x{:02X})", raw.name(), raw.tag), Ink::Heading) +
+           fmt::format("  {}  byte {}", report.tableName, raw.offset) + remark(!raw.fits(), "DAMAGED") +
            remark(report.rejection.has_value(), "REJECTED");
 }
 
@@ -76,7 +77,7 @@ void appendRejection(Page& page, const Rejection& rejection, std::size_t indent)
     for (const std::string& line : rejection.logLines) {
         appendLine(page, margin + "log    " + line, behindLabel);
     }
-    appendDescriptorLines(page, rejection.descriptors, indent);
+    appendDescriptorLines(page, rejection.loops, indent);
     appendLine(page, margin + fmt::format("bytes ({})", rejection.section.size()));
     appendBytes(page, rejection.section, 2 * indent, true);
 }

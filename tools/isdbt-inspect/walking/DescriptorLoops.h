@@ -20,6 +20,9 @@ struct RawDescriptor {
 
     bool fits() const { return length && body.size() == *length; }
 
+    /// Empty when the library skips it.
+    std::string_view name() const { return kind == nullptr ? std::string_view() : kind->name; }
+
     /// All of it that there is, from its tag on.
     std::vector<std::uint8_t> bytes() const;
 };

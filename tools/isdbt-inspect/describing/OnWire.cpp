@@ -1,0 +1,28 @@
+#include "describing/OnWire.h"
+
+#include "parsing/LogLines.h"
+
+#include <fmt/format.h>
+
+namespace inspect {
+
+DescriptorOnWire describeOnWire(RawDescriptor descriptor) {
+    const LogLines dropped; // they are known from the section's own attempt
+    const std::optional<std::uint16_t> errorCode = refusal(descriptor);
+    return {std::move(descriptor), errorCode};
+}
+
+std::vector<LoopOnWire> describeDescriptors(const std::uint8_t* section, std::size_t size) {
+    std::vector<LoopOnWire> loops;
+    for (DescriptorLoop& loop : descriptorLoops(section, size)) {
+        const bool complete = loop.available == loop.length;
+        loops.push_back(
+            {std::move(loop.name), complete ? "" : fmt::format("in {} of {} bytes", loop.available, loop.length), {}});
+        for (RawDescriptor& descriptor : loop.descriptors) {
+            loops.back().descriptors.push_back(describeOnWire(std::move(descriptor)));
+        }
+    }
+    return loops;
+}
+
+} // namespace inspect
