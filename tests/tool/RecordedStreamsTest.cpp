@@ -100,7 +100,9 @@ TEST_F(InspectRecordedStreams, ItalianApplications) {
                                   "  log    ISDBTUtils: TTransportProtocolDescriptor::parse: DataPiping not supported. "
                                   "Aborting!\n"));
     EXPECT_THAT(output,
-                HasSubstr("    > 0068  0x02  transport_protocol_descriptor, 72 bytes  refused with ERROR_OK\n"));
+                HasSubstr("    > 0068  0x02  transport_protocol_descriptor, 72 bytes  refused with ERROR_OK\n"
+                          "                  right by the standard; this receiver refuses it because it has no data "
+                          "piping (protocol_id 3)\n"));
 }
 
 TEST_F(InspectRecordedStreams, FrenchApplicationsForOtherReceivers) {

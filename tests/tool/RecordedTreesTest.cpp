@@ -12,7 +12,8 @@ namespace {
 
 class InspectRecordedTrees : public RecordedTest {
 protected:
-    static std::string shown(const std::string& name, std::vector<std::string> arguments = {"--full", "--width", "300"}) {
+    static std::string shown(const std::string& name,
+                             std::vector<std::string> arguments = {"--full", "--width", "300"}) {
         arguments.push_back(recordedStream(name));
         const Finished finished = inspect(arguments);
         EXPECT_EQ(finished.errors, "");

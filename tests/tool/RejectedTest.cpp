@@ -83,7 +83,28 @@ TEST(InspectRejected, NitWithAnOddServiceList) {
                                   "  descriptors of transport_stream 0x0735 (1)\n"
                                   "    > 0015  0x41  service_list_descriptor, 3 bytes  refused with "
                                   "ERROR_INVALID_DESCRIPTOR_LENGTH\n"
+                                  "                  right by the standard; this receiver refuses it because it looks "
+                                  "for services of two bytes, and the length is odd\n"
                                   "                  E6 A0 01\n"));
+}
+
+/// The tree is an overview: of what is refused it has the first, at which the receiver stopped.
+TEST(InspectRejected, OverviewHasTheFirstDescriptorAtFault) {
+    const TemporaryFile file(
+        StreamBuilder()
+            .section(0x0010, longSection(0x40, extension(0x0735),
+                                         hex("F003 40 01 41  F010 0735 0735 F00A 41 03 E6A001 41 03 E6A101")))
+            .bytes());
+    const std::string output = inspect({"--width", "200", file.path()}).output;
+    EXPECT_THAT(output, HasSubstr("  log    ISDBTUtils: TNITTable::parse: Invalid item. Aborting!\n"
+                                  "  descriptor of transport_stream 0x0735\n"
+                                  "    > 0015  0x41  service_list_descriptor, 3 bytes  refused with "
+                                  "ERROR_INVALID_DESCRIPTOR_LENGTH\n"
+                                  "                  right by the standard; this receiver refuses it because it looks "
+                                  "for services of two bytes, and the length is odd\n"
+                                  "                  E6 A0 01\n"
+                                  "\n"));
+    EXPECT_THAT(inspect({"--full", file.path()}).output, HasSubstr("  bytes (35)\n"));
 }
 
 TEST(InspectRejected, SdtWithAServiceWithoutName) {
@@ -103,8 +124,18 @@ TEST(InspectRejected, AitWithAnApplicationFromElsewhere) {
                           "                  00 01\n"
                           "  descriptors of application 000007350001 (2)\n"
                           "    > 0019  0x02  transport_protocol_descriptor, 5 bytes  refused with ERROR_OK\n"
+                          "                  right by the standard; this receiver refuses it because it has no data "
+                          "piping (protocol_id 3)\n"
                           "                  00 03 01 7F 00\n"
                           "      0020  0x42  unknown, skipped, 0 bytes\n"));
+}
+
+TEST(InspectRejected, AitWithATransportThatNobodyKnows) {
+    EXPECT_THAT(rejected(longSection(0x74, extension(9), hex("F007 02 05 0009 01 7F 00  F000"))),
+                HasSubstr("    > 000A  0x02  transport_protocol_descriptor, 5 bytes  refused with ERROR_OK\n"
+                          "                  ERROR_OK is what this receiver says of a transport that it does not "
+                          "support\n"
+                          "                  00 09 01 7F 00\n"));
 }
 
 TEST(InspectRejected, SdttWithATruncatedDescriptor) {

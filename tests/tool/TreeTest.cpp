@@ -506,12 +506,13 @@ TEST(InspectTree, TimeWithoutAMultiplex) {
 /// Of single sections nobody misses the others.
 TEST(InspectTree, SectionsWithoutPackets) {
     const TemporaryFile file(join({pat("0001 E100 0002 E101"), pmt("1B E111 F000")}));
-    EXPECT_EQ(inspect({"--full", "--sections", file.path()}).output, "Transport stream 0x0735 (1845)  PAT version 0\n"
-                                                           "├─ Service 0x0001 (1)  PMT version 0, PCR PID 0x01FF\n"
-                                                           "│  └─ Component PID 0x0111  H.264 video (0x1B)\n"
-                                                           "└─ Service 0x0002 (2)  PMT PID 0x0101\n"
-                                                           "\n"
-                                                           "2 sections: 2 shown, 0 rejected, 0 CRC errors\n");
+    EXPECT_EQ(inspect({"--full", "--sections", file.path()}).output,
+              "Transport stream 0x0735 (1845)  PAT version 0\n"
+              "├─ Service 0x0001 (1)  PMT version 0, PCR PID 0x01FF\n"
+              "│  └─ Component PID 0x0111  H.264 video (0x1B)\n"
+              "└─ Service 0x0002 (2)  PMT PID 0x0101\n"
+              "\n"
+              "2 sections: 2 shown, 0 rejected, 0 CRC errors\n");
 }
 
 TEST(InspectTree, SectionsThatNeedNoPmt) {

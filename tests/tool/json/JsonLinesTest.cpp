@@ -78,6 +78,7 @@ TEST(JsonLines, ARejectedSectionIsShownWithTheDescriptorAtFault) {
                                                           {"fits", true},
                                                           {"error_code", 2568},
                                                           {"error_code_name", "ERROR_INVALID_DESCRIPTOR_LENGTH"},
+                                                          {"refused_though_right", nullptr},
                                                           {"bytes", ""},
                                                           {"at_fault", true}}));
 }
@@ -95,12 +96,14 @@ TEST(JsonLines, HaveADescriptorThatCameByItself) {
     EXPECT_EQ(inspect({"--json", "--descriptor", "pmt", "--hex", "52 01 07 FF 01 AA"}).output,
               R"({"type":"descriptor","input":"--hex","table":"PMT","table_id":2,"damaged":false,)"
               R"("on_wire":{"offset":0,"descriptor_tag":82,"descriptor_tag_name":"stream_identifier_descriptor",)"
-              R"("known":true,"length":1,"fits":true,"error_code":null,"error_code_name":null,"bytes":"07",)"
+              R"("known":true,"length":1,"fits":true,"error_code":null,"error_code_name":null,)"
+              R"("refused_though_right":null,"bytes":"07",)"
               R"("at_fault":false},"fields":{"stream_identifier_descriptor":{"descriptor_tag":82,"component_tag":7}}})"
               "\n"
               R"({"type":"descriptor","input":"--hex","table":"PMT","table_id":2,"damaged":false,)"
               R"("on_wire":{"offset":3,"descriptor_tag":255,"descriptor_tag_name":null,"known":false,"length":1,)"
-              R"("fits":true,"error_code":null,"error_code_name":null,"bytes":"AA","at_fault":false},"fields":null})"
+              R"("fits":true,"error_code":null,"error_code_name":null,)"
+              R"("refused_though_right":null,"bytes":"AA","at_fault":false},"fields":null})"
               "\n");
 }
 

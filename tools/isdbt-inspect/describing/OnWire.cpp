@@ -1,5 +1,6 @@
 #include "describing/OnWire.h"
 
+#include "describing/StandardReadings.h"
 #include "parsing/LogLines.h"
 
 #include <fmt/format.h>
@@ -9,7 +10,8 @@ namespace inspect {
 DescriptorOnWire describeOnWire(RawDescriptor descriptor) {
     const LogLines dropped; // they are known from the section's own attempt
     const std::optional<std::uint16_t> errorCode = refusal(descriptor);
-    return {std::move(descriptor), errorCode};
+    const std::string_view becauseOf = errorCode ? refusedBecause(descriptor.name(), descriptor.body) : "";
+    return {std::move(descriptor), errorCode, becauseOf};
 }
 
 std::vector<LoopOnWire> describeDescriptors(const std::uint8_t* section, std::size_t size) {

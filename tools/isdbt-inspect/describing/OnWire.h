@@ -8,6 +8,7 @@ namespace inspect {
 struct DescriptorOnWire {
     RawDescriptor raw;
     std::optional<std::uint16_t> errorCode; ///< with which the library refuses it
+    std::string_view becauseOf; ///< why it is refused though the standard has it so; empty when that is no such case
 
     bool atFault() const { return !raw.fits() || errorCode; }
 };

@@ -24,6 +24,16 @@ std::string faultOf(const DescriptorOnWire& descriptor) {
     return descriptor.errorCode ? fmt::format("refused with {}", errorName(*descriptor.errorCode)) : "";
 }
 
+/// More of it than the name of the error; empty when that says all.
+std::string explanationOf(const DescriptorOnWire& descriptor) {
+    if (!descriptor.becauseOf.empty()) {
+        return fmt::format("right by the standard; this receiver refuses it because {}", descriptor.becauseOf);
+    }
+    return descriptor.errorCode == Quor::TISDBTTable::ERROR_OK
+               ? "ERROR_OK is what this receiver says of a transport that it does not support"
+               : "";
+}
+
 } // namespace
 
 void appendDescriptorLine(Page& page, const DescriptorOnWire& descriptor, std::size_t indent) {
@@ -33,6 +43,9 @@ void appendDescriptorLine(Page& page, const DescriptorOnWire& descriptor, std::s
                                   raw.kind == nullptr ? "unknown, skipped" : raw.name(), lengthText(raw.length)) +
                       (descriptor.atFault() ? "  " : "") + Line(faultOf(descriptor), Ink::Fault);
     appendLine(page, line, indent + MARGIN);
+    if (const std::string explanation = explanationOf(descriptor); !explanation.empty()) {
+        appendLine(page, blanks(indent + MARGIN) + Line(explanation, Ink::Remark), indent + MARGIN);
+    }
     appendBytes(page, raw.body, indent + MARGIN);
 }
 

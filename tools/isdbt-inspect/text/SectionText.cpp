@@ -33,6 +33,18 @@ Line remarks(const SectionReport& report) {
            remark(report.rejection.has_value(), "REJECTED");
 }
 
+void appendError(Page& page, const Rejection& rejection, std::size_t indent) {
+    const Line margin = blanks(indent);
+    const std::size_t behindLabel = indent + 7;
+    appendLine(page,
+               margin + "error  " + Line(rejection.errorName, Ink::Fault) +
+                   fmt::format(" (0x{:04X})", rejection.errorCode),
+               behindLabel);
+    for (const std::string& line : rejection.logLines) {
+        appendLine(page, margin + "log    " + line, behindLabel);
+    }
+}
+
 } // namespace
 
 Line sectionTitle(const SectionReport& report) {
@@ -68,18 +80,23 @@ Line descriptorTitle(const DescriptorReport& report) {
 }
 
 void appendRejection(Page& page, const Rejection& rejection, std::size_t indent) {
-    const Line margin = blanks(indent);
-    const std::size_t behindLabel = indent + 7;
-    appendLine(page,
-               margin + "error  " + Line(rejection.errorName, Ink::Fault) +
-                   fmt::format(" (0x{:04X})", rejection.errorCode),
-               behindLabel);
-    for (const std::string& line : rejection.logLines) {
-        appendLine(page, margin + "log    " + line, behindLabel);
-    }
+    appendError(page, rejection, indent);
     appendDescriptorLines(page, rejection.loops, indent);
-    appendLine(page, margin + fmt::format("bytes ({})", rejection.section.size()));
+    appendLine(page, blanks(indent) + fmt::format("bytes ({})", rejection.section.size()));
     appendBytes(page, rejection.section, 2 * indent, true);
+}
+
+void appendRejectionInBrief(Page& page, const Rejection& rejection, std::size_t indent) {
+    appendError(page, rejection, indent);
+    for (const LoopOnWire& loop : rejection.loops) {
+        const auto first = std::find_if(loop.descriptors.begin(), loop.descriptors.end(),
+                                        [](const DescriptorOnWire& each) { return each.atFault(); });
+        if (first != loop.descriptors.end()) {
+            appendLine(page, blanks(indent) + "descriptor of " + loop.name);
+            appendDescriptorLine(page, *first, 2 * indent);
+            return;
+        }
+    }
 }
 
 } // namespace inspect

@@ -23,4 +23,7 @@ Line descriptorTitle(const DescriptorReport& report);
 /// fault marked, all bytes.
 void appendRejection(Page& page, const Rejection& rejection, std::size_t indent);
 
+/// The same with the first descriptor at fault alone, which is the one that the library stopped at, and without bytes.
+void appendRejectionInBrief(Page& page, const Rejection& rejection, std::size_t indent);
+
 } // namespace inspect

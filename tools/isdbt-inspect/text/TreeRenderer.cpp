@@ -32,9 +32,10 @@ void TreeRenderer::end(const Summary& summary, const Multiplex& multiplex, const
 }
 
 void TreeRenderer::appendRejections(Page& page) const {
-    m_rejections.forEach([&page](const TableKey& /*table*/, const SectionReport& report) {
+    const auto append = m_style.full ? appendRejection : appendRejectionInBrief;
+    m_rejections.forEach([&page, append](const TableKey& /*table*/, const SectionReport& report) {
         appendLine(page, sectionTitle(report), 2 * INDENT);
-        appendRejection(page, *report.rejection, INDENT);
+        append(page, *report.rejection, INDENT);
         page.lines.emplace_back();
     });
 }
