@@ -16,26 +16,11 @@ constexpr unsigned PMT_PID = 0x0101;
 
 constexpr const char* VIEWS[] = {"tree", "tables", "stats", "diff"};
 
-LongHeader named(QUOR_U16 extension, unsigned version = 0) {
-    LongHeader header;
-    header.extension = extension;
-    header.version = version;
-    return header;
-}
-
-ByteVector pat(const std::string& programs) {
-    return longSection(0x00, named(0x0735), hex(programs));
-}
-
 /// A NIT that has the transport stream.
 ByteVector nit(QUOR_U8 lastSection = 0) {
     LongHeader header = named(0x0735);
     header.last = lastSection;
     return longSection(0x40, header, hex("F000 F006 0735 0735 F000"));
-}
-
-ByteVector sdt(const std::string& services) {
-    return longSection(0x42, named(0x0735), hex("0735 FF" + services));
 }
 
 ByteVector pmt(const std::string& streams, unsigned version = 0) {

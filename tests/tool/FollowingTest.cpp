@@ -11,27 +11,8 @@ using testing::StartsWith;
 
 namespace {
 
-constexpr QUOR_U8 PAT = 0x00;
-constexpr QUOR_U8 PMT = 0x02;
-constexpr QUOR_U8 DSMCC = 0x3D;
-constexpr QUOR_U8 NIT = 0x40;
-constexpr QUOR_U8 SDT = 0x42;
-constexpr QUOR_U8 AIT = 0x74;
-constexpr QUOR_U8 SDTT = 0xC3;
-
 constexpr unsigned PMT_PID = 0x0100;
 constexpr unsigned STREAM_PID = 0x0321;
-
-LongHeader named(QUOR_U16 extension, unsigned version = 0) {
-    LongHeader header;
-    header.extension = extension;
-    header.version = version;
-    return header;
-}
-
-ByteVector pat(const std::string& programs, unsigned version = 0) {
-    return longSection(PAT, named(0x0735, version), hex(programs));
-}
 
 /// A PMT of program 1 with one elementary stream on STREAM_PID.
 ByteVector pmt(const std::string& streamType, const std::string& descriptors, unsigned version = 0) {

@@ -13,7 +13,7 @@ using testing::StartsWith;
 
 namespace {
 
-ByteVector pat(const std::string& programs, unsigned version = 0) {
+ByteVector patOfOne(const std::string& programs, unsigned version = 0) {
     LongHeader header;
     header.version = version;
     return longSection(0x00, header, hex(programs));
@@ -50,7 +50,8 @@ constexpr const char* PAT_SHOWN = "PAT  version 0  section 0/0  current  byte 0\
 } // namespace
 
 TEST(InspectSections, StandOneBehindTheOther) {
-    const ByteVector sections = join({pat("0001 E100"), shortSection(0x73, hex("C079 124500 F000")), pat("0001 E100")});
+    const ByteVector sections =
+        join({patOfOne("0001 E100"), shortSection(0x73, hex("C079 124500 F000")), patOfOne("0001 E100")});
     const Finished finished = inspectSections(sections);
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.errors, "");
@@ -68,7 +69,7 @@ TEST(InspectSections, StandOneBehindTheOther) {
 }
 
 TEST(InspectSections, OfAFile) {
-    const TemporaryFile file(pat("0001 E100"));
+    const TemporaryFile file(patOfOne("0001 E100"));
     const Finished finished = inspectTables({"--sections", file.path()});
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.output, PAT_SHOWN);
@@ -77,7 +78,7 @@ TEST(InspectSections, OfAFile) {
 TEST(InspectSections, InOddChunks) {
     for (const std::size_t chunk : {1U, 2U, 7U, 17U}) {
         Start start;
-        start.input = join({pat("0001 E100"), hex("FF FF"), pat("0001 E101", 1)});
+        start.input = join({patOfOne("0001 E100"), hex("FF FF"), patOfOne("0001 E101", 1)});
         start.chunk = chunk;
         const Finished finished = inspectTables({"--sections", "-"}, start);
         EXPECT_EQ(finished.status, 0);
@@ -105,8 +106,8 @@ TEST(InspectSections, ManyAndLarge) {
 }
 
 TEST(InspectSections, StuffingIsSkipped) {
-    const Finished finished =
-        inspectSections(join({hex("FF FF FF"), pat("0001 E100"), hex("FF"), pat("0001 E101", 1), fill(70000, 0xFF)}));
+    const Finished finished = inspectSections(
+        join({hex("FF FF FF"), patOfOne("0001 E100"), hex("FF"), patOfOne("0001 E101", 1), fill(70000, 0xFF)}));
     EXPECT_EQ(finished.status, 0);
     EXPECT_THAT(finished.output, HasSubstr("  byte 3\n"));
     EXPECT_THAT(finished.output, HasSubstr("  byte 20\n"));
@@ -127,14 +128,14 @@ TEST(InspectSections, EmptyInput) {
 }
 
 TEST(InspectSections, OtherBytesUnderTheSameVersionAreShown) {
-    const Finished finished = inspectSections(join({pat("0001 E100"), pat("0001 E101")}));
+    const Finished finished = inspectSections(join({patOfOne("0001 E100"), patOfOne("0001 E101")}));
     EXPECT_EQ(finished.status, 3);
     EXPECT_THAT(finished.output, HasSubstr("current  byte 16  CHANGED WITHOUT A NEW VERSION\n"));
     EXPECT_THAT(finished.output, HasSubstr("    0x0001 (1)      0x0101 (257)\n"));
 }
 
 TEST(InspectSections, WrongCrcIsMarkedAndTheSectionShown) {
-    const Finished finished = inspectSections(join({pat("0001 E100"), wrongCrc(pat("0001 E101", 1))}));
+    const Finished finished = inspectSections(join({patOfOne("0001 E100"), wrongCrc(patOfOne("0001 E101", 1))}));
     EXPECT_EQ(finished.status, 3);
     EXPECT_EQ(finished.errors, "");
     EXPECT_THAT(finished.output, HasSubstr("PAT  version 1  section 0/0  current  byte 16  DAMAGED\n"));
@@ -144,14 +145,14 @@ TEST(InspectSections, WrongCrcIsMarkedAndTheSectionShown) {
 
 /// A damaged one in between is no change of the table.
 TEST(InspectSections, WrongCrcIsNoChange) {
-    const Finished finished = inspectSections(
-        join({pat("0001 E100"), wrongCrc(pat("0001 E100")), pat("0001 E100"), wrongCrc(pat("0001 E100"))}));
+    const Finished finished = inspectSections(join({patOfOne("0001 E100"), wrongCrc(patOfOne("0001 E100")),
+                                                    patOfOne("0001 E100"), wrongCrc(patOfOne("0001 E100"))}));
     EXPECT_THAT(finished.output, Not(HasSubstr("CHANGED")));
     EXPECT_THAT(finished.output, EndsWith("4 sections: 3 shown, 0 rejected, 2 CRC errors\n"));
 }
 
 TEST(InspectSections, CutShortIsWhatTheReceiverSays) {
-    const ByteVector section = pat("0001 E100");
+    const ByteVector section = patOfOne("0001 E100");
     const Finished finished = inspectSections(join({section, slice(section, 0, 11)}));
     EXPECT_EQ(finished.status, 3);
     EXPECT_EQ(finished.errors, "");
@@ -177,16 +178,16 @@ TEST(InspectSections, CutShortAnywhere) {
 
 TEST(InspectSections, UnknownTablesAreCounted) {
     const ByteVector eit = longSection(0x4E, {}, hex("0001 0001 00 4E"));
-    const Finished one = inspectSections(join({eit, pat("0001 E100")}));
+    const Finished one = inspectSections(join({eit, patOfOne("0001 E100")}));
     EXPECT_EQ(one.status, 0);
     EXPECT_THAT(one.output, EndsWith("2 sections: 1 shown, 0 rejected, 1 of an unknown table, 0 CRC errors\n"));
-    const Finished two = inspectSections(join({eit, pat("0001 E100"), wrongCrc(eit)}));
+    const Finished two = inspectSections(join({eit, patOfOne("0001 E100"), wrongCrc(eit)}));
     EXPECT_EQ(two.status, 3);
     EXPECT_THAT(two.output, EndsWith("3 sections: 1 shown, 0 rejected, 2 of unknown tables, 1 CRC error\n"));
 }
 
 TEST(InspectSections, OfSomeTablesOnly) {
-    const ByteVector both = join({pat("0001 E100"), shortSection(0x73, hex("C079 124500 F000"))});
+    const ByteVector both = join({patOfOne("0001 E100"), shortSection(0x73, hex("C079 124500 F000"))});
     const Finished finished = inspectSections(both, {"--table", "tot"});
     EXPECT_THAT(finished.output, StartsWith("TOT  byte 16\n"));
     EXPECT_THAT(finished.output, EndsWith("2 sections: 1 shown, 0 rejected, 0 CRC errors\n"));
@@ -205,7 +206,7 @@ TEST(InspectSections, HaveNoPid) {
 }
 
 TEST(InspectSections, OfAFileNamedSoAreKnown) {
-    const TemporaryFile file(pat("0001 E100"));
+    const TemporaryFile file(patOfOne("0001 E100"));
     const std::string path = file.path() + ".sec";
     std::filesystem::copy(file.path(), path);
     const Finished finished = inspectTables({path});

@@ -9,6 +9,7 @@ namespace {
 
 constexpr QUOR_U8 STUFFING = 0xFF;
 constexpr unsigned NULL_PID = 0x1FFF;
+constexpr QUOR_U16 STREAM = 0x0735;
 
 template <class Change> ByteVector eachPacket(const ByteVector& stream, Change change) {
     ByteVector changed;
@@ -20,6 +21,21 @@ template <class Change> ByteVector eachPacket(const ByteVector& stream, Change c
 }
 
 } // namespace
+
+LongHeader named(QUOR_U16 extension, unsigned version) {
+    LongHeader header;
+    header.extension = extension;
+    header.version = version;
+    return header;
+}
+
+ByteVector pat(const std::string& programs, unsigned version) {
+    return longSection(PAT, named(STREAM, version), hex(programs));
+}
+
+ByteVector sdt(const std::string& services) {
+    return longSection(SDT, named(STREAM), hex("0735 FF" + services));
+}
 
 ByteVector sampleStream() {
     return readFile(SAMPLE_FILE);

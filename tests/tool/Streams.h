@@ -3,10 +3,30 @@
 #include "support/Bytes.h"
 
 #include <map>
+#include <string>
 
 constexpr std::size_t PACKET_SIZE = 188;
 constexpr unsigned PAT_PID = 0x0000;
 constexpr unsigned TOT_PID = 0x0014;
+
+// The table_ids of the tables.
+constexpr QUOR_U8 PAT = 0x00;
+constexpr QUOR_U8 PMT = 0x02;
+constexpr QUOR_U8 DSMCC = 0x3D;
+constexpr QUOR_U8 NIT = 0x40;
+constexpr QUOR_U8 SDT = 0x42;
+constexpr QUOR_U8 TOT = 0x73;
+constexpr QUOR_U8 AIT = 0x74;
+constexpr QUOR_U8 SDTT = 0xC3;
+
+/// The header of a table with this table_id_extension.
+LongHeader named(QUOR_U16 extension, unsigned version = 0);
+
+/// The PAT of transport stream 0x0735: pat("E6A0 E101") has one program.
+ByteVector pat(const std::string& programs, unsigned version = 0);
+
+/// The SDT of the same: sdt("E6A0 FD 8000") has one service.
+ByteVector sdt(const std::string& services);
 
 /// The stream that comes with the project.
 ByteVector sampleStream();

@@ -11,9 +11,6 @@ using testing::StartsWith;
 
 namespace {
 
-constexpr QUOR_U8 PAT = 0x00;
-constexpr QUOR_U8 TOT = 0x73;
-
 ByteVector pat(const LongHeader& header, const std::string& programs) {
     return longSection(PAT, header, hex(programs));
 }

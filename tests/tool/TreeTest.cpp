@@ -12,35 +12,12 @@ using testing::StartsWith;
 
 namespace {
 
-constexpr QUOR_U8 PAT = 0x00;
-constexpr QUOR_U8 PMT = 0x02;
-constexpr QUOR_U8 DSMCC = 0x3D;
-constexpr QUOR_U8 NIT = 0x40;
-constexpr QUOR_U8 SDT = 0x42;
-constexpr QUOR_U8 TOT = 0x73;
-constexpr QUOR_U8 AIT = 0x74;
-
 constexpr unsigned NIT_PID = 0x0010;
 constexpr unsigned SDT_PID = 0x0011;
 constexpr unsigned PMT_PID = 0x0100;
 constexpr unsigned AIT_PID = 0x0321;
 constexpr QUOR_U16 STREAM = 0x0735;
 constexpr QUOR_U16 NCL = 9;
-
-LongHeader named(QUOR_U16 extension, unsigned version = 0) {
-    LongHeader header;
-    header.extension = extension;
-    header.version = version;
-    return header;
-}
-
-ByteVector pat(const std::string& programs, unsigned version = 0) {
-    return longSection(PAT, named(STREAM, version), hex(programs));
-}
-
-ByteVector sdt(const std::string& services) {
-    return longSection(SDT, named(STREAM), hex("0735 FF" + services));
-}
 
 ByteVector pmt(const std::string& streams, unsigned version = 0) {
     return longSection(PMT, named(1, version), hex("E1FF F000" + streams));

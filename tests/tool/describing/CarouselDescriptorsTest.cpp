@@ -1,7 +1,6 @@
 #include "descriptors/TCarouselCompatibleCompositeDescriptor.h"
 #include "descriptors/TCarouselIdentifierDescriptor.h"
 #include "descriptors/TDownloadContentDescriptor.h"
-#include "descriptors/TGeneralEventDescriptor.h"
 #include "descriptors/TNPTReferenceDescriptor.h"
 #include "descriptors/TStreamEventDescriptor.h"
 #include "descriptors/TStreamModeDescriptor.h"
@@ -76,37 +75,6 @@ TEST(CarouselDescriptors, StreamEvent) {
                   "  private_data_size 1 bytes",
                   "  private_data <AA>",
               }));
-}
-
-TEST(CarouselDescriptors, GeneralEventAtADate) {
-    EXPECT_EQ(described<Quor::TGeneralEventDescriptor>("04 11 ABCF 01 EDA9123456 0000000000 03 0004 AA"),
-              (Lines{
-                  "general_event_descriptor",
-                  "  descriptor_tag 0x04",
-                  "  event_msg_group_id 0xAF0",
-                  "  time_mode 1 (date and time)",
-                  "  event_msg_jst_time 1749990896 = 2025-06-15 12:34:56 (UTC-3 assumed)",
-                  "  event_msg_npt_h 0",
-                  "  event_msg_npt_l 0 = 0.000000 s",
-                  "  event_msg_relative_time_h 0",
-                  "  event_msg_relative_time_l 0",
-                  "  event_msg_type 3",
-                  "  event_msg_id 0x0004",
-                  "  private_data_size 1 bytes",
-                  "  private_data <AA>",
-              }));
-}
-
-TEST(CarouselDescriptors, GeneralEventAtANormalPlayTime) {
-    const Lines lines = described<Quor::TGeneralEventDescriptor>("04 10 0000 02 01 00000000 03 0004 0000000000");
-    EXPECT_THAT(lines, testing::IsSupersetOf({"  time_mode 2 (normal play time)", "  event_msg_npt_h 1",
-                                              "  event_msg_npt_l 0 = 47721.858844 s"}));
-}
-
-TEST(CarouselDescriptors, GeneralEventAtARelativeTime) {
-    const Lines lines = described<Quor::TGeneralEventDescriptor>("04 10 0000 03 01 00000005 03 0004 0000000000");
-    EXPECT_THAT(lines, testing::IsSupersetOf({"  time_mode 3 (relative to the event)", "  event_msg_relative_time_h 1",
-                                              "  event_msg_relative_time_l 5"}));
 }
 
 TEST(DownloadDescriptors, DownloadContent) {

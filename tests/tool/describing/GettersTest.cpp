@@ -6,7 +6,6 @@
 #include "DSMCCSection/TDSMCCSectionTable.h"
 #include "ait/TAITTable.h"
 #include "describing/Catalogue.h"
-#include "descriptors/TGeneralEventDescriptor.h"
 #include "descriptors/TTransportProtocolDescriptor.h"
 #include "nit/TNITTable.h"
 #include "pat/TPATTable.h"
@@ -121,22 +120,21 @@ NamesOfObjects everything(Form form) {
     addDescriptor<Transport>(names, form, "TTransportProtocolDescriptorOC", "02 05 0001 01 00 0B");
     addDescriptor<Transport>(names, form, "TTransportProtocolDescriptorIP", "02 07 0002 01 00 80 01 61");
     addDescriptor<Transport>(names, form, "TTransportProtocolDescriptorDC", "02 05 0004 01 00 0B");
-    addDescriptor<Quor::TGeneralEventDescriptor>(names, form, "TGeneralEventDescriptor",
-                                                 "04 10 0AF0 00 0000000000 01 0002 0000000000");
     return names;
 }
 
-/// Classes that are never seen but as a base of another one; what they give beyond the header of the section is not
-/// described.
-bool isBase(const std::string& className) {
-    static const Names bases{"TISDBTDataHolder",
+/// Classes of which no object is ever in a table, so that nothing is described: those that are but a base of another
+/// one, and the general event descriptor, whose tag all tables take for that of another one.
+bool isInNoTable(const std::string& className) {
+    static const Names names{"TGeneralEventDescriptor",
+                             "TISDBTDataHolder",
                              "TISDBTTable",
                              "TISDBTVersionedTable",
                              "TISDBTDescriptor",
                              "TTransportProtocolDescriptor",
                              "TGingaApplicationDescriptor",
                              "TGingaApplicationLocationDescriptor"};
-    return bases.count(className) != 0;
+    return names.count(className) != 0;
 }
 
 /// Where the objects of a class are described that is neither a table, nor a descriptor of its own name, nor the item
@@ -283,7 +281,7 @@ void expectEveryGetter(const NamesOfObjects& names) {
     const Classes classes = classesByName();
     for (const auto& [className, each] : classes) {
         const Names expected = fieldsAskedFor(classes, className);
-        if (isBase(className) || expected.empty()) {
+        if (isInNoTable(className) || expected.empty()) {
             continue;
         }
         const std::string place = placeOf(names, className);
@@ -307,7 +305,7 @@ TEST(Description, HasNoFieldsThatNoGetterGives) {
     const NamesOfObjects names = everything(asFields);
     const Classes classes = classesByName();
     for (const auto& [className, each] : classes) {
-        if (isBase(className)) {
+        if (isInNoTable(className)) {
             continue;
         }
         const std::string place = placeOf(names, className);

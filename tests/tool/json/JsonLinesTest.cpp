@@ -23,6 +23,22 @@ Json objectOf(const ByteVector& section) {
     return Json::parse(lines.substr(0, lines.find('\n')));
 }
 
+using Severities = std::map<std::string, std::string>;
+
+/// The kinds of faults that are found.
+Severities faultsIn(std::vector<std::string> arguments) {
+    arguments.insert(arguments.end(), {"--json", "--lenient"});
+    std::istringstream lines(inspect(arguments).output);
+    Severities severities;
+    for (std::string line; std::getline(lines, line);) {
+        const Json object = Json::parse(line);
+        if (object["type"] == "fault") {
+            severities[object["fault"]] = object["severity"];
+        }
+    }
+    return severities;
+}
+
 TEST(JsonLines, SayWhereASectionWasFound) {
     const Finished finished = inspect({"--json", "--table", "nit", SAMPLE_FILE});
     EXPECT_EQ(finished.status, 0);
@@ -157,29 +173,53 @@ TEST(JsonLines, NameKindAndSeverityOfFaults) {
               streamOf(0x0103, {longSection(0x02, rejected, hex("E131 F000  1B E111 F002 5200"))}),
               streamOf(0x0555, {longSection(0x74, ginga, hex("F000 F000"))})});
     const TemporaryFile file(sections);
-    std::istringstream lines(inspect({"--json", "--lenient", "--pid", "0x555", file.path()}).output);
-    std::map<std::string, std::string> severities;
-    for (std::string line; std::getline(lines, line);) {
-        const Json object = Json::parse(line);
-        if (object["type"] == "fault") {
-            severities[object["fault"]] = object["severity"];
-        }
-    }
-    EXPECT_EQ(severities, (std::map<std::string, std::string>{{"carousel_is_none", "error"},
-                                                              {"carousel_missing", "error"},
-                                                              {"pid_unannounced", "warning"},
-                                                              {"rejected", "error"},
-                                                              {"table_empty", "warning"},
-                                                              {"changed_without_new_version", "error"},
-                                                              {"component_tag_twice", "error"},
-                                                              {"descriptor_missing", "error"},
-                                                              {"networks_differ", "warning"},
-                                                              {"not_in_pat", "error"},
-                                                              {"not_in_sdt", "warning"},
-                                                              {"pid_twice", "warning"},
-                                                              {"section_missing", "error"},
-                                                              {"table_missing", "error"},
-                                                              {"wrong_pid", "error"}}));
+    EXPECT_EQ(faultsIn({"--pid", "0x555", file.path()}), (Severities{{"carousel_is_none", "error"},
+                                                                     {"carousel_missing", "error"},
+                                                                     {"pid_unannounced", "warning"},
+                                                                     {"rejected", "error"},
+                                                                     {"table_empty", "warning"},
+                                                                     {"changed_without_new_version", "error"},
+                                                                     {"component_tag_twice", "error"},
+                                                                     {"descriptor_missing", "error"},
+                                                                     {"networks_differ", "warning"},
+                                                                     {"not_in_pat", "error"},
+                                                                     {"not_in_sdt", "warning"},
+                                                                     {"pid_twice", "warning"},
+                                                                     {"section_missing", "error"},
+                                                                     {"table_missing", "error"},
+                                                                     {"wrong_pid", "error"}}));
+}
+
+/// One of two services is in the ts_information_descriptor, and the other one has no AIT.
+TEST(JsonLines, NameFaultsOfApplicationsAndOfTheNit) {
+    LongHeader stream;
+    stream.extension = 0x0735;
+    LongHeader service;
+    service.extension = 0xE6A0;
+    LongHeader listed;
+    listed.extension = 0xE6A1;
+    LongHeader ginga;
+    ginga.extension = 0x0009;
+    const ByteVector descriptors =
+        hex("00 09 05 0001 010000 FF 28 02  02 05 0001 01 7F 40  07 09 02 2F61 00 782E6E636C");
+    const TemporaryFile file(join(
+        {streamOf(0x0000, {longSection(0x00, stream, hex("E6A0 E101  E6A1 E102"))}),
+         streamOf(0x0010, {longSection(0x40, stream, hex("F000 F010 0735 0735 F00A  CD 08 21 09 5456 0F 01 E6A1"))}),
+         streamOf(0x0011, {longSection(0x42, stream, hex("0735 FF  E6A0 FD 8000  E6A1 FD 8000"))}),
+         streamOf(0x0101, {longSection(0x02, service, hex("E131 F000  0D E322 F004 FD0200A0"))}),
+         streamOf(0x0102, {longSection(0x02, listed, hex("E131 F000  05 E321 F004 FD0200A3  0B E323 F003 520140"))}),
+         streamOf(0x0321, {longSection(0x74, ginga, join({hex("F000 F026 00000735 0001 01 F01D"), descriptors}))})}));
+    EXPECT_EQ(faultsIn({file.path()}),
+              (Severities{{"ait_missing", "error"}, {"label_unknown", "error"}, {"not_in_ts_information", "warning"}}));
+}
+
+TEST(JsonLines, NameFaultsOfSectionsOutsideOfPackets) {
+    LongHeader stream;
+    stream.extension = 0x0735;
+    ByteVector damaged = longSection(0x00, stream, hex("E6A0 E101"));
+    damaged.back() ^= 1U;
+    const TemporaryFile file(join({longSection(0x40, stream, hex("F000 F006 0736 0735 F000")), damaged}));
+    EXPECT_EQ(faultsIn({"--sections", file.path()}), (Severities{{"damaged", "error"}, {"not_in_nit", "warning"}}));
 }
 
 TEST(JsonLines, SayWhichSectionShowsAFault) {

@@ -2,7 +2,6 @@
 #include "describing/Readings.h"
 #include "descriptors/TCarouselCompatibleCompositeDescriptor.h"
 #include "descriptors/TCarouselIdentifierDescriptor.h"
-#include "descriptors/TGeneralEventDescriptor.h"
 #include "descriptors/TNPTReferenceDescriptor.h"
 #include "descriptors/TStreamEventDescriptor.h"
 #include "descriptors/TStreamModeDescriptor.h"
@@ -72,31 +71,6 @@ Fields describeStreamEvent(const Quor::TStreamEventDescriptor& descriptor) {
             bytes("private_data", descriptor.getPrivateData(), descriptor.getPrivateDataSize())};
 }
 
-using Quor::TGeneralEventDescriptor;
-
-constexpr CodeName TIME_MODES[] = {
-    {TGeneralEventDescriptor::TIME_MODE_NONE, "none"},
-    {TGeneralEventDescriptor::TIME_MODE_MJD_UTC, "date and time"},
-    {TGeneralEventDescriptor::TIME_MODE_NPT, "normal play time"},
-    {TGeneralEventDescriptor::TIME_MODE_EVENT_RELATIVE, "relative to the event"},
-    {TGeneralEventDescriptor::TIME_MODE_MJD_UTC_2, "date and time"},
-};
-
-Fields describeGeneralEvent(const TGeneralEventDescriptor& descriptor) {
-    return {identifier("event_msg_group_id", descriptor.getEventMsgGroupID(), 3),
-            code("time_mode", descriptor.getTimeMode(), TIME_MODES),
-            clockTime("event_msg_jst_time", static_cast<QUOR_S32>(descriptor.getEventMsgJSTTime())),
-            number("event_msg_npt_h", descriptor.getEventMsgNPTH()),
-            number("event_msg_npt_l", descriptor.getEventMsgNPTL())
-                .reads(ticks(descriptor.getEventMsgNPTH(), descriptor.getEventMsgNPTL())),
-            number("event_msg_relative_time_h", descriptor.getEventMsgRelativeTimeH()),
-            number("event_msg_relative_time_l", descriptor.getEventMsgRelativeTimeL()),
-            number("event_msg_type", descriptor.getEventMsgType()),
-            identifier("event_msg_id", descriptor.getEventMsgID(), 4),
-            number("private_data_size", descriptor.getPrivateDataSize()).in("bytes"),
-            bytes("private_data", descriptor.getPrivateData(), descriptor.getPrivateDataSize())};
-}
-
 } // namespace
 
 void addCarouselDescriptors(Catalogue& catalogue) {
@@ -105,7 +79,6 @@ void addCarouselDescriptors(Catalogue& catalogue) {
     catalogue.addDescriptor<describeNptReference>("npt_reference_descriptor", {DSMCC_STREAM_DESCRIPTORS});
     catalogue.addDescriptor<describeStreamMode>("stream_mode_descriptor", {DSMCC_STREAM_DESCRIPTORS});
     catalogue.addDescriptor<describeStreamEvent>("stream_event_descriptor", {DSMCC_STREAM_DESCRIPTORS});
-    catalogue.addDescriptor<describeGeneralEvent>("general_event_descriptor", {});
 }
 
 } // namespace inspect
