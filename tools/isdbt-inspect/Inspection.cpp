@@ -2,6 +2,7 @@
 
 #include "DescriptorReports.h"
 #include "inputs/DatagramInput.h"
+#include "inputs/DecompressedInput.h"
 #include "inputs/FileInput.h"
 #include "inputs/MeasuredInput.h"
 #include "inputs/MemoryInput.h"
@@ -15,17 +16,19 @@ namespace {
 
 constexpr const char* HEX = "--hex";
 
-std::unique_ptr<Input> open(const std::string& path, const Interruption& interruption) {
-    if (StreamAddress::isOne(path)) {
-        return std::make_unique<DatagramInput>(path, interruption);
-    }
-    return std::make_unique<FileInput>(path, interruption);
+bool endsWith(std::string_view text, std::string_view ending) {
+    return text.size() > ending.size() && text.substr(text.size() - ending.size()) == ending;
 }
 
-/// Section filters record files of that name.
-bool isNameOfSections(const std::string& path) {
-    constexpr std::string_view ENDING = ".sec";
-    return path.size() > ENDING.size() && path.compare(path.size() - ENDING.size(), ENDING.size(), ENDING) == 0;
+/// Section filters record files of that name; they may be compressed.
+bool isNameOfSections(std::string_view path) {
+    for (const std::string_view ending : {".gz", ".xz", ".zst"}) {
+        if (endsWith(path, ending)) {
+            path.remove_suffix(ending.size());
+            break;
+        }
+    }
+    return endsWith(path, ".sec");
 }
 
 /// Transport packets have a sync byte, and no table has that table_id.
@@ -67,13 +70,21 @@ template <class Work> void Inspection::attempt(Work work) {
     }
 }
 
+std::unique_ptr<Input> Inspection::open(const std::string& path) {
+    if (StreamAddress::isOne(path)) {
+        return std::make_unique<DatagramInput>(path, m_interruption);
+    }
+    return std::make_unique<DecompressedInput>(std::make_unique<MeasuredInput>(
+        std::make_unique<FileInput>(path, m_interruption), [this](std::size_t count) { m_progress.advance(count); }));
+}
+
 bool Inspection::inspectInput(const std::string& path) {
-    MeasuredInput input(open(path, m_interruption), [this](std::size_t count) { m_progress.advance(count); });
+    const std::unique_ptr<Input> input = open(path);
     Inspector inspector(m_renderer, m_options.interest, m_charset);
     if (m_options.sections || isNameOfSections(path)) {
-        inspector.runSections(input, Repetitions::Hidden);
+        inspector.runSections(*input, Repetitions::Hidden);
     } else {
-        inspector.run(input);
+        inspector.run(*input);
     }
     return inspector.foundFault();
 }

@@ -22,6 +22,7 @@ public:
 
 private:
     template <class Work> void attempt(Work work);
+    std::unique_ptr<Input> open(const std::string& path);
     bool inspectInput(const std::string& path);
     bool inspectHex();
     bool inspectDescriptors();

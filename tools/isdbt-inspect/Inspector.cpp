@@ -2,6 +2,7 @@
 
 #include "checking/Checking.h"
 #include "describing/Describing.h"
+#include "inputs/ReadablePart.h"
 #include "sections/SectionReader.h"
 #include "tables/TableKinds.h"
 
@@ -65,16 +66,17 @@ Inspector::Inspector(Renderer& renderer, const Interest& interest, const Charset
     m_gatherer.setPids(m_following.pids());
 }
 
-void Inspector::run(Input& input) {
-    read(input, expected());
+void Inspector::run(Input& source) {
+    read(source, expected());
 }
 
-void Inspector::runPackets(Input& input) {
-    read(input, {});
+void Inspector::runPackets(Input& source) {
+    read(source, {});
 }
 
-void Inspector::read(Input& input, std::set<std::uint8_t> expected) {
-    m_renderer.begin(input.name());
+void Inspector::read(Input& source, std::set<std::uint8_t> expected) {
+    m_renderer.begin(source.name());
+    ReadablePart input(source);
     PacketReader packets(input);
     while (const std::uint8_t* const packet = packets.next(m_gatherer.pids())) {
         const Position position{packets.packets(), packets.offset(), packets.seconds()};
@@ -82,15 +84,20 @@ void Inspector::read(Input& input, std::set<std::uint8_t> expected) {
             take(section);
         }
     }
+    if (packets.packets() == 0) {
+        input.complain();
+    }
     finish(summary(packets), input, std::move(expected));
+    input.complain();
     if (packets.cutOffBytes() != 0) {
         throw InputError(input.name(), fmt::format("cut off in its last packet ({} of {} bytes)", packets.cutOffBytes(),
                                                    packets.spacing()));
     }
 }
 
-void Inspector::runSections(Input& input, Repetitions repetitions) {
-    m_renderer.begin(input.name());
+void Inspector::runSections(Input& source, Repetitions repetitions) {
+    m_renderer.begin(source.name());
+    ReadablePart input(source);
     SectionReader sections(input);
     Summary last{};
     PidCounts counts;
@@ -101,6 +108,9 @@ void Inspector::runSections(Input& input, Repetitions repetitions) {
         last.unknown += tableName(section->tableId()).empty() ? 1U : 0U;
         takeAsItIs(*section, repetitions);
     }
+    if (counts.sections == 0) {
+        input.complain();
+    }
     last.sections = counts.sections;
     last.shown = m_shown;
     last.rejected = m_rejected;
@@ -109,6 +119,7 @@ void Inspector::runSections(Input& input, Repetitions repetitions) {
     last.statistics = m_statistics.of({noPackets, 0, {}, std::nullopt}, m_interest.tables);
     m_foundKnownTable = last.sections != last.unknown;
     finish(std::move(last), input, {}); // they are single ones: nobody misses the others
+    input.complain();
 }
 
 /// Leaves nothing out: who has no packets, but a section in hand, wants to know what a receiver says to it.

@@ -31,17 +31,17 @@ public:
     /// @param charset what the texts are in
     Inspector(Renderer& renderer, const Interest& interest, const Charset& charset);
 
-    /// Shows what a transport stream carries, and a summary at its end.
-    /// @throws InputError
-    void run(Input& input);
+    /// Shows what a transport stream carries, and a summary at its end, though it may end early.
+    /// @throws InputError when it cannot be read to its end
+    void run(Input& source);
 
     /// The same for some packets of a stream: nobody misses others.
     /// @throws InputError
-    void runPackets(Input& input);
+    void runPackets(Input& source);
 
     /// The same for an input of sections, one behind the other. What is damaged is shown, too: as the library takes it.
     /// @throws InputError
-    void runSections(Input& input, Repetitions repetitions);
+    void runSections(Input& source, Repetitions repetitions);
 
     /// Whether something was rejected or damaged, or does not fit together.
     bool foundFault() const { return m_foundFault; }
@@ -55,7 +55,7 @@ private:
     void show(const Section& section, SeenSections::News news);
     void takeAsItIs(const Section& section, Repetitions repetitions);
     Summary summary(const PacketReader& packets) const;
-    void read(Input& input, std::set<std::uint8_t> expected);
+    void read(Input& source, std::set<std::uint8_t> expected);
     std::set<std::uint8_t> expected() const;
     void finish(Summary last, const Input& input, std::set<std::uint8_t> expected);
 

@@ -109,8 +109,8 @@ CLI::Option* addChoice(CLI::App& app, const std::string& option, Target& target,
 
 void addInputs(CLI::App& app, Options& options) {
     app.add_option("FILE", options.inputs,
-                   "transport streams with packets of 188, 192 or 204 bytes; - is standard input; "
-                   "udp://[GROUP@]ADDRESS:PORT receives one, in RTP or without")
+                   "transport streams with packets of 188, 192 or 204 bytes, compressed (gzip, xz, zstd) or not; "
+                   "- is standard input; udp://[GROUP@]ADDRESS:PORT receives one, in RTP or without")
         ->check(checkInput);
     app.add_flag("--sections", options.sections,
                  "the files hold sections, one behind the other, and no packets, as those named *.sec do");
