@@ -18,6 +18,8 @@ Rejection rejectionOf(const Section& section, ParsedSection& parsed) {
             std::vector(section.data(), section.data() + section.size())};
 }
 
+constexpr const char* NO_CLOCK = "has no clock (PCR) by which --since and --until could be counted";
+
 struct DamageKind {
     const char* singular;
     const char* plural;
@@ -67,14 +69,14 @@ Inspector::Inspector(Renderer& renderer, const Interest& interest, const Charset
 }
 
 void Inspector::run(Input& source) {
-    read(source, expected());
+    inspect(source, expected());
 }
 
 void Inspector::runPackets(Input& source) {
-    read(source, {});
+    inspect(source, {});
 }
 
-void Inspector::read(Input& source, std::set<std::uint8_t> expected) {
+void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     m_renderer.begin(source.name());
     ReadablePart input(source);
     PacketReader packets(input);
@@ -93,9 +95,15 @@ void Inspector::read(Input& source, std::set<std::uint8_t> expected) {
         throw InputError(input.name(), fmt::format("cut off in its last packet ({} of {} bytes)", packets.cutOffBytes(),
                                                    packets.spacing()));
     }
+    if (m_interest.isTimed() && !packets.seconds()) {
+        throw InputError(input.name(), NO_CLOCK);
+    }
 }
 
 void Inspector::runSections(Input& source, Repetitions repetitions) {
+    if (m_interest.isTimed()) {
+        throw InputError(source.name(), NO_CLOCK);
+    }
     m_renderer.begin(source.name());
     ReadablePart input(source);
     SectionReader sections(input);
@@ -130,7 +138,9 @@ void Inspector::takeAsItIs(const Section& section, Repetitions repetitions) {
     }
     m_statistics.take(section, section.sound() ? std::optional(m_seen.look(section)) : std::nullopt);
     if (!tableName(section.tableId()).empty()) {
-        show(section, SeenSections::News::New);
+        const Reading reading = read(section, SeenSections::News::New);
+        learn(reading);
+        show(reading);
     }
 }
 
@@ -138,7 +148,7 @@ void Inspector::takeAsItIs(const Section& section, Repetitions repetitions) {
 std::set<std::uint8_t> Inspector::expected() const {
     std::set<std::uint8_t> expected;
     for (const TableKind& kind : TABLE_KINDS) {
-        if (kind.ofEveryMultiplex && isOfInterest(kind.id)) {
+        if (kind.ofEveryMultiplex && m_interest.isOf(kind.id)) {
             expected.insert(kind.id);
         }
     }
@@ -153,6 +163,7 @@ void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> 
     for (const Finding& finding : last.damages) {
         m_foundFault = m_foundFault || finding.count != 0;
     }
+    last.notChosen = m_notChosen;
     last.forgotten = m_current.taken().forgotten();
     std::set<Pid> scrambled;
     for (const auto& [pid, counts] : m_gatherer.counts()) {
@@ -167,10 +178,6 @@ void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> 
     m_renderer.end(last, multiplex, faults);
 }
 
-bool Inspector::isOfInterest(std::uint8_t tableId) const {
-    return m_interest.tables.empty() || m_interest.tables.count(tableId) != 0;
-}
-
 void Inspector::take(const Section& section) {
     if (!section.sound()) {
         m_statistics.take(section, std::nullopt);
@@ -179,12 +186,25 @@ void Inspector::take(const Section& section) {
     const bool understood = !tableName(section.tableId()).empty();
     const SeenSections::Sight sight = (understood ? m_seen : m_seenOfOthers).look(section);
     m_statistics.take(section, sight);
-    if (understood && sight.news != SeenSections::News::Repetition) {
-        show(section, sight.news);
+    const bool isNew = sight.news != SeenSections::News::Repetition;
+    const bool isFirst = understood && isFirstSince(section);
+    if (!understood || (!isNew && !isFirst)) {
+        return;
     }
+    const Reading reading = read(section, sight.news);
+    if (isNew) {
+        learn(reading);
+    }
+    show(reading);
 }
 
-void Inspector::show(const Section& section, SeenSections::News news) {
+/// Whether only those before it, which are not shown, were like it.
+bool Inspector::isFirstSince(const Section& section) {
+    return m_interest.since && m_interest.hasBegun(section.position()) &&
+           m_seenSince.look(section).news != SeenSections::News::Repetition;
+}
+
+Inspector::Reading Inspector::read(const Section& section, SeenSections::News news) const {
     ParsedSection parsed = parse(section);
     SectionReport report{section.pid(),
                          section.tableId(),
@@ -197,22 +217,41 @@ void Inspector::show(const Section& section, SeenSections::News news) {
                          std::nullopt,
                          section.fingerprint()};
     if (parsed.table == nullptr) {
-        m_statistics.reject(section);
         report.rejection = rejectionOf(section, parsed);
     } else {
         report.fields = describe(*parsed.table, m_charset);
-        if (section.tableId() == PMT) {
+    }
+    return {section, std::move(parsed), std::move(report)};
+}
+
+/// Takes a section for what the multiplex is now.
+void Inspector::learn(const Reading& reading) {
+    const auto& [section, parsed, report] = reading;
+    if (report.rejection) {
+        m_statistics.reject(section);
+    } else {
+        if (report.tableId == PMT) {
             m_statistics.learn(report.fields);
         }
         if (m_following.follow(section, *parsed.table)) {
             m_gatherer.setPids(m_following.pids());
         }
     }
-    if (!isOfInterest(section.tableId())) {
+    if (m_interest.isOf(report.tableId)) {
+        m_current.take(report);
+    }
+}
+
+void Inspector::show(const Reading& reading) {
+    const SectionReport& report = reading.report;
+    if (!m_interest.isOf(report.tableId)) {
+        return;
+    }
+    if (!m_interest.chooses(report)) {
+        ++m_notChosen;
         return;
     }
     ++(report.rejection ? m_rejected : m_shown);
-    m_current.take(report);
     m_renderer.section(report);
 }
 

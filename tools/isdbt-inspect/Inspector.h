@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Interest.h"
 #include "counting/Statistics.h"
 #include "describing/Charset.h"
 #include "following/Following.h"
@@ -10,15 +11,7 @@
 #include "sections/SectionGatherer.h"
 #include "sections/SeenSections.h"
 
-#include <set>
-
 namespace inspect {
-
-/// What of a stream is of interest.
-struct Interest {
-    PidSet pids;                   ///< to look at beside those that are signalled
-    std::set<std::uint8_t> tables; ///< the table_id of those to show; all when there is none
-};
 
 /// Whether a section that comes again is shown again.
 enum class Repetitions { Hidden, Shown };
@@ -50,12 +43,21 @@ public:
     bool foundKnownTable() const { return m_foundKnownTable; }
 
 private:
+    /// A section, what the library says to it, and what is made of that.
+    struct Reading {
+        const Section& section;
+        ParsedSection parsed;
+        SectionReport report;
+    };
+
     void take(const Section& section);
-    bool isOfInterest(std::uint8_t tableId) const;
-    void show(const Section& section, SeenSections::News news);
+    bool isFirstSince(const Section& section);
+    Reading read(const Section& section, SeenSections::News news) const;
+    void learn(const Reading& reading);
+    void show(const Reading& reading);
     void takeAsItIs(const Section& section, Repetitions repetitions);
     Summary summary(const PacketReader& packets) const;
-    void read(Input& source, std::set<std::uint8_t> expected);
+    void inspect(Input& source, std::set<std::uint8_t> expected);
     std::set<std::uint8_t> expected() const;
     void finish(Summary last, const Input& input, std::set<std::uint8_t> expected);
 
@@ -64,12 +66,14 @@ private:
     const Charset& m_charset;
     SectionGatherer m_gatherer;
     SeenSections m_seen;
+    SeenSections m_seenSince;    ///< since those are shown that come
     SeenSections m_seenOfOthers; ///< tables that the library does not understand; they must not displace the others
     Statistics m_statistics;
     Following m_following;
     CurrentSections m_current;
     std::uint64_t m_shown = 0;
     std::uint64_t m_rejected = 0;
+    std::uint64_t m_notChosen = 0;
     bool m_foundFault = false;
     bool m_foundKnownTable = false;
 };
