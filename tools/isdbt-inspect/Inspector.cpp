@@ -179,11 +179,14 @@ void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> 
 }
 
 void Inspector::take(const Section& section) {
+    const bool understood = !tableName(section.tableId()).empty();
     if (!section.sound()) {
         m_statistics.take(section, std::nullopt);
+        if (understood && m_interest.damaged) {
+            show(read(section, SeenSections::News::New)); // nothing is learnt from it
+        }
         return;
     }
-    const bool understood = !tableName(section.tableId()).empty();
     const SeenSections::Sight sight = (understood ? m_seen : m_seenOfOthers).look(section);
     m_statistics.take(section, sight);
     const bool isNew = sight.news != SeenSections::News::Repetition;

@@ -13,13 +13,14 @@ bool isOneOf(const std::set<Part>& wished, const std::optional<LongHeader>& head
 } // namespace
 
 bool Interest::isChoosy() const {
-    return !extensions.empty() || !versions.empty() || rejected || isTimed();
+    return !extensions.empty() || !versions.empty() || rejected || damaged || isTimed();
 }
 
 bool Interest::chooses(const SectionReport& report) const {
     const bool hasEnded = until && report.position.seconds.value_or(0) > *until;
+    const bool isWrong = report.rejection || (damaged && report.damaged);
     return isOneOf(extensions, report.header, &LongHeader::extension) &&
-           isOneOf(versions, report.header, &LongHeader::version) && (!rejected || report.rejection) &&
+           isOneOf(versions, report.header, &LongHeader::version) && (!rejected || isWrong) &&
            hasBegun(report.position) && !hasEnded;
 }
 

@@ -14,7 +14,8 @@ struct Interest {
     // Which of their sections are shown. The others are followed and checked all the same.
     std::set<std::uint16_t> extensions; ///< with one of these table_id_extensions; any when there is none
     std::set<std::uint8_t> versions;    ///< with one of these version_numbers; any when there is none
-    bool rejected = false;              ///< those alone that the library rejects
+    bool rejected = false;              ///< those alone that the library rejects, and the damaged ones of packets
+    bool damaged = false;               ///< those of packets whose CRC_32 is wrong, too
     std::optional<double> since;        ///< in seconds of the stream's clock
     std::optional<double> until;
 

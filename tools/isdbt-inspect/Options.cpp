@@ -169,6 +169,8 @@ void addInterest(CLI::App& app, Options& options) {
 /// Which sections of these tables are shown.
 void addChoosing(CLI::App& app, Interest& interest) {
     app.add_flag("--rejected", interest.rejected, "show those sections alone that the library rejects");
+    app.add_flag("--show-damaged", interest.damaged,
+                 "show those in packets, too, whose CRC_32 is wrong; with --rejected these and the rejected ones");
     addNumbers(
         app, "--extension", HIGHEST_EXTENSION,
         [&interest](unsigned extension) { interest.extensions.insert(static_cast<std::uint16_t>(extension)); },
