@@ -12,10 +12,13 @@ namespace inspect {
 
 namespace {
 
+std::vector<std::uint8_t> bytesOf(const Section& section) {
+    return {section.data(), section.data() + section.size()};
+}
+
 Rejection rejectionOf(const Section& section, ParsedSection& parsed) {
     return {parsed.errorCode, std::string(errorName(parsed.errorCode)), std::move(parsed.logLines),
-            describeDescriptors(section.data(), section.size()),
-            std::vector(section.data(), section.data() + section.size())};
+            describeDescriptors(section.data(), section.size()), bytesOf(section)};
 }
 
 constexpr const char* NO_CLOCK = "has no clock (PCR) by which --since and --until could be counted";
@@ -223,6 +226,9 @@ Inspector::Reading Inspector::read(const Section& section, SeenSections::News ne
         report.rejection = rejectionOf(section, parsed);
     } else {
         report.fields = describe(*parsed.table, m_charset);
+        if (m_interest.bytes) {
+            report.bytes = bytesOf(section);
+        }
     }
     return {section, std::move(parsed), std::move(report)};
 }

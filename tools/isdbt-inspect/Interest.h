@@ -19,6 +19,8 @@ struct Interest {
     std::optional<double> since;        ///< in seconds of the stream's clock
     std::optional<double> until;
 
+    bool bytes = false; ///< those of sections that are taken are shown, too
+
     bool isOf(std::uint8_t tableId) const { return tables.empty() || tables.count(tableId) != 0; }
 
     /// Whether some sections of these tables are not to be shown.

@@ -198,6 +198,8 @@ void addOutput(CLI::App& app, Options& options) {
     addChoice(app, "--color", options.colour, COLOURS, "auto: on a terminal, unless NO_COLOR is set; always; never")
         ->type_name("WHEN")
         ->default_str("auto");
+    app.add_flag("--bytes", options.interest.bytes,
+                 "in view tables and in JSON, show the bytes of all sections, not of rejected ones alone");
     app.add_option("--width", options.width, "columns of a line; those of the terminal if not given")
         ->type_name("COLUMNS")
         ->check(CLI::Range(40, 10000).description(""));
@@ -229,8 +231,8 @@ void checkTogether(const CLI::App& app, const Options& options) {
     if (options.descriptorOf && app.count("--table") + app.count("--view") != 0) {
         throw UsageError("--descriptor: --table and --view are for sections");
     }
-    if (options.descriptorOf && interest.isChoosy()) {
-        throw UsageError("--descriptor: only sections can be chosen");
+    if (options.descriptorOf && (interest.isChoosy() || interest.bytes)) {
+        throw UsageError("--descriptor: there are no sections to choose and to show the bytes of");
     }
 }
 
@@ -274,7 +276,8 @@ std::optional<Options> readOptions(int argc, char** argv) {
         throw UsageError(std::string("--hex: ") + error.what());
     }
     checkTogether(app, options);
-    if (options.descriptorOf || ((options.hex || options.interest.isChoosy()) && app.count("--view") == 0)) {
+    const bool ofSections = options.hex || options.interest.isChoosy() || options.interest.bytes;
+    if (options.descriptorOf || (ofSections && app.count("--view") == 0)) {
         options.view = VIEWS.at("tables"); // some sections, or a descriptor, are no multiplex to draw a tree of
     }
     return options;

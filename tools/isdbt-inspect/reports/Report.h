@@ -30,7 +30,8 @@ struct SectionReport {
     bool damaged;     ///< incomplete, or its CRC_32 is wrong
     Fields fields;    ///< when it was taken
     std::optional<Rejection> rejection;
-    std::uint32_t fingerprint; ///< of its bytes
+    std::uint32_t fingerprint;         ///< of its bytes
+    std::vector<std::uint8_t> bytes{}; ///< all, when they are asked for, of one that was taken
 };
 
 inline Place placeOf(const SectionReport& report) {

@@ -73,6 +73,11 @@ std::string descriptorTitle(const DescriptorReport& report, const Style& style) 
            (report.rejection ? "  " + style.paint(Ink::Fault, "REJECTED") : "");
 }
 
+void appendSectionBytes(Page& page, const std::vector<std::uint8_t>& bytes, std::size_t indent) {
+    page.text += fmt::format("{:{}}bytes ({})\n", "", indent, bytes.size());
+    appendDump(page, bytes, 2 * indent);
+}
+
 void appendRejection(Page& page, const Rejection& rejection, std::size_t indent) {
     const std::string margin(indent, ' ');
     const std::size_t behindLabel = indent + 7;
@@ -84,8 +89,7 @@ void appendRejection(Page& page, const Rejection& rejection, std::size_t indent)
         appendLine(page, fmt::format("{}log    {}", margin, line), behindLabel);
     }
     appendDescriptorLines(page, rejection.descriptors, indent);
-    page.text += fmt::format("{}bytes ({})\n", margin, rejection.section.size());
-    appendDump(page, rejection.section, 2 * indent);
+    appendSectionBytes(page, rejection.section, indent);
 }
 
 } // namespace inspect

@@ -23,6 +23,9 @@ std::string changeTitle(const SectionReport& report, const Style& style,
 /// "stream_identifier_descriptor (0x52)  PMT  byte 3  REJECTED"
 std::string descriptorTitle(const DescriptorReport& report, const Style& style);
 
+/// Appends all bytes of a section.
+void appendSectionBytes(Page& page, const std::vector<std::uint8_t>& bytes, std::size_t indent);
+
 /// Appends why the library does not take a section: the error, the lines of its log, the descriptors with those at
 /// fault marked, all bytes.
 void appendRejection(Page& page, const Rejection& rejection, std::size_t indent);

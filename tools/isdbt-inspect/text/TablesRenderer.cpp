@@ -26,6 +26,9 @@ void TablesRenderer::section(const SectionReport& report) {
     } else {
         appendFields(page, report.fields, INDENT);
     }
+    if (!report.bytes.empty()) {
+        appendSectionBytes(page, report.bytes, INDENT);
+    }
     m_output.write(page.text + '\n');
 }
 
