@@ -39,7 +39,8 @@ bool arePackets(const std::vector<std::uint8_t>& bytes) {
 } // namespace
 
 Inspection::Inspection(const Options& options, Renderer& renderer, ProgressLine& progress)
-    : m_options(options), m_renderer(renderer), m_progress(progress), m_charset(options.charset) {}
+    : m_options(options), m_renderer(renderer), m_progress(progress), m_charset(options.charset),
+      m_exporter(options.exportTo ? exporterTo(*options.exportTo) : nullptr) {}
 
 Status Inspection::run() {
     if (m_options.descriptorOf) {
@@ -80,7 +81,7 @@ std::unique_ptr<Input> Inspection::open(const std::string& path) {
 
 bool Inspection::inspectInput(const std::string& path) {
     const std::unique_ptr<Input> input = open(path);
-    Inspector inspector(m_renderer, m_options.interest, m_charset);
+    Inspector inspector(m_renderer, m_options.interest, m_charset, m_exporter.get());
     if (m_options.sections || isNameOfSections(path)) {
         inspector.runSections(*input, Repetitions::Hidden);
     } else {
@@ -94,11 +95,11 @@ bool Inspection::inspectHex() {
     if (arePackets(*m_options.hex)) {
         Interest interest = m_options.interest;
         interest.pids.set(); // nothing says what each one carries
-        Inspector inspector(m_renderer, interest, m_charset);
+        Inspector inspector(m_renderer, interest, m_charset, m_exporter.get());
         inspector.runPackets(input);
         return inspector.foundFault();
     }
-    Inspector inspector(m_renderer, m_options.interest, m_charset);
+    Inspector inspector(m_renderer, m_options.interest, m_charset, m_exporter.get());
     inspector.runSections(input, Repetitions::Shown);
     if (!inspector.foundKnownTable()) {
         throw InputError(HEX, "no section of a table that the library knows (a descriptor needs --descriptor TABLE)");

@@ -31,6 +31,7 @@ private:
     Renderer& m_renderer;
     ProgressLine& m_progress;
     Charset m_charset;
+    std::unique_ptr<Exporter> m_exporter; ///< null when nothing is exported
     Interruption m_interruption;
     Status m_status = AllWell;
 };

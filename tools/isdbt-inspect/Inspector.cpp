@@ -66,8 +66,8 @@ std::vector<Finding> damagesIn(const PidCounts& counts) {
 
 } // namespace
 
-Inspector::Inspector(Renderer& renderer, const Interest& interest, const Charset& charset)
-    : m_renderer(renderer), m_interest(interest), m_charset(charset), m_following(interest.pids) {
+Inspector::Inspector(Renderer& renderer, const Interest& interest, const Charset& charset, Exporter* exporter)
+    : m_renderer(renderer), m_interest(interest), m_charset(charset), m_exporter(exporter), m_following(interest.pids) {
     m_gatherer.setPids(m_following.pids());
 }
 
@@ -261,6 +261,9 @@ void Inspector::show(const Reading& reading) {
         return;
     }
     ++(report.rejection ? m_rejected : m_shown);
+    if (m_exporter != nullptr) {
+        m_exporter->take(reading.section, report);
+    }
     m_renderer.section(report);
 }
 

@@ -3,6 +3,7 @@
 #include "Interest.h"
 #include "counting/Statistics.h"
 #include "describing/Charset.h"
+#include "exporting/Exporter.h"
 #include "following/Following.h"
 #include "multiplex/CurrentSections.h"
 #include "packets/PacketReader.h"
@@ -22,7 +23,8 @@ class Inspector {
 public:
     /// @param interest what of the input is shown
     /// @param charset what the texts are in
-    Inspector(Renderer& renderer, const Interest& interest, const Charset& charset);
+    /// @param exporter is given each section that is shown, too; may be null
+    Inspector(Renderer& renderer, const Interest& interest, const Charset& charset, Exporter* exporter = nullptr);
 
     /// Shows what a transport stream carries, and a summary at its end, though it may end early.
     /// @throws InputError when it cannot be read to its end
@@ -64,6 +66,7 @@ private:
     Renderer& m_renderer;
     const Interest& m_interest;
     const Charset& m_charset;
+    Exporter* m_exporter;
     SectionGatherer m_gatherer;
     SeenSections m_seen;
     SeenSections m_seenSince;    ///< since those are shown that come

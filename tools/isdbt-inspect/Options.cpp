@@ -1,6 +1,7 @@
 #include "Options.h"
 
 #include "OptionValues.h"
+#include "exporting/Exporter.h"
 #include "inputs/HexText.h"
 #include "inputs/StreamAddress.h"
 #include "tables/TableKinds.h"
@@ -200,6 +201,12 @@ void addOutput(CLI::App& app, Options& options) {
         ->default_str("auto");
     app.add_flag("--bytes", options.interest.bytes,
                  "in view tables and in JSON, show the bytes of all sections, not of rejected ones alone");
+    app.add_option(
+           "--export", options.exportTo,
+           "write the sections that are shown, byte for byte: FILE.sec: one behind the other; FILE.hex: as text "
+           "that --hex - reads; FOLDER/: a file for each")
+        ->type_name("PLACE")
+        ->check(objectionTo);
     app.add_option("--width", options.width, "columns of a line; those of the terminal if not given")
         ->type_name("COLUMNS")
         ->check(CLI::Range(40, 10000).description(""));
@@ -231,8 +238,8 @@ void checkTogether(const CLI::App& app, const Options& options) {
     if (options.descriptorOf && app.count("--table") + app.count("--view") != 0) {
         throw UsageError("--descriptor: --table and --view are for sections");
     }
-    if (options.descriptorOf && (interest.isChoosy() || interest.bytes)) {
-        throw UsageError("--descriptor: there are no sections to choose and to show the bytes of");
+    if (options.descriptorOf && (interest.isChoosy() || interest.bytes || options.exportTo)) {
+        throw UsageError("--descriptor: there are no sections to choose, to export or to show the bytes of");
     }
 }
 
