@@ -31,6 +31,16 @@ std::size_t occurrences(const std::string& text, const std::string& part) {
 
 } // namespace
 
+TEST(InspectTables, WithTheBytesOnDemand) {
+    const ByteVector stream = StreamBuilder().section(PAT_PID, longSection(0x00, {}, hex("0001 E100"))).bytes();
+    const Finished finished = inspectBytes(stream, {"--table", "pat", "--bytes"});
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_THAT(finished.output, testing::HasSubstr("    0x0001 (1)      0x0100 (256)\n"
+                                                    "  bytes (16)\n"
+                                                    "    0000  00 B0 0D 00 01 C1 00 00 00 01 E1 00 E8 F9 5E 7D\n"
+                                                    "\n1 packet of 188 bytes"));
+}
+
 TEST(InspectTables, PatIsShownOncePerVersion) {
     StreamBuilder stream;
     for (const unsigned number : {5U, 5U, 6U, 6U, 6U}) {

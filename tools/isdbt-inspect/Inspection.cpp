@@ -2,6 +2,7 @@
 
 #include "DescriptorReports.h"
 #include "inputs/DatagramInput.h"
+#include "inputs/DecompressedInput.h"
 #include "inputs/FileInput.h"
 #include "inputs/MeasuredInput.h"
 #include "inputs/MemoryInput.h"
@@ -15,17 +16,19 @@ namespace {
 
 constexpr const char* HEX = "--hex";
 
-std::unique_ptr<Input> open(const std::string& path, const Interruption& interruption) {
-    if (StreamAddress::isOne(path)) {
-        return std::make_unique<DatagramInput>(path, interruption);
-    }
-    return std::make_unique<FileInput>(path, interruption);
+bool endsWith(std::string_view text, std::string_view ending) {
+    return text.size() > ending.size() && text.substr(text.size() - ending.size()) == ending;
 }
 
-/// Section filters record files of that name.
-bool isNameOfSections(const std::string& path) {
-    constexpr std::string_view ENDING = ".sec";
-    return path.size() > ENDING.size() && path.compare(path.size() - ENDING.size(), ENDING.size(), ENDING) == 0;
+/// Section filters record files of that name; they may be compressed.
+bool isNameOfSections(std::string_view path) {
+    for (const std::string_view ending : {".gz", ".xz", ".zst"}) {
+        if (endsWith(path, ending)) {
+            path.remove_suffix(ending.size());
+            break;
+        }
+    }
+    return endsWith(path, ".sec");
 }
 
 /// Transport packets have a sync byte, and no table has that table_id.
@@ -37,7 +40,8 @@ bool arePackets(const std::vector<std::uint8_t>& bytes) {
 
 Inspection::Inspection(const Options& options, Renderer& renderer, ProgressLine& progress)
     : m_options(options), m_renderer(renderer),
-      m_progress(progress), m_conventions{Charset(options.charset), options.zone} {}
+      m_progress(progress), m_conventions{Charset(options.charset), options.zone},
+      m_exporter(options.exportTo ? exporterTo(*options.exportTo) : nullptr) {}
 
 Status Inspection::run() {
     if (m_options.descriptorOf) {
@@ -68,13 +72,21 @@ template <class Work> void Inspection::attempt(Work work) {
     }
 }
 
+std::unique_ptr<Input> Inspection::open(const std::string& path) {
+    if (StreamAddress::isOne(path)) {
+        return std::make_unique<DatagramInput>(path, m_interruption);
+    }
+    return std::make_unique<DecompressedInput>(std::make_unique<MeasuredInput>(
+        std::make_unique<FileInput>(path, m_interruption), [this](std::size_t count) { m_progress.advance(count); }));
+}
+
 bool Inspection::inspectInput(const std::string& path) {
-    MeasuredInput input(open(path, m_interruption), [this](std::size_t count) { m_progress.advance(count); });
-    Inspector inspector(m_renderer, m_options.interest, m_conventions);
+    const std::unique_ptr<Input> input = open(path);
+    Inspector inspector(m_renderer, m_options.interest, m_conventions, m_exporter.get());
     if (m_options.sections || isNameOfSections(path)) {
-        inspector.runSections(input, Repetitions::Hidden);
+        inspector.runSections(*input, Repetitions::Hidden);
     } else {
-        inspector.run(input);
+        inspector.run(*input);
     }
     return inspector.foundFault();
 }
@@ -84,11 +96,11 @@ bool Inspection::inspectHex() {
     if (arePackets(*m_options.hex)) {
         Interest interest = m_options.interest;
         interest.pids.set(); // nothing says what each one carries
-        Inspector inspector(m_renderer, interest, m_conventions);
+        Inspector inspector(m_renderer, interest, m_conventions, m_exporter.get());
         inspector.runPackets(input);
         return inspector.foundFault();
     }
-    Inspector inspector(m_renderer, m_options.interest, m_conventions);
+    Inspector inspector(m_renderer, m_options.interest, m_conventions, m_exporter.get());
     inspector.runSections(input, Repetitions::Shown);
     if (!inspector.foundKnownTable()) {
         throw InputError(HEX, "no section of a table that the library knows (a descriptor needs --descriptor TABLE)");

@@ -22,6 +22,7 @@ public:
 
 private:
     template <class Work> void attempt(Work work);
+    std::unique_ptr<Input> open(const std::string& path);
     bool inspectInput(const std::string& path);
     bool inspectHex();
     bool inspectDescriptors();
@@ -30,6 +31,7 @@ private:
     Renderer& m_renderer;
     ProgressLine& m_progress;
     Conventions m_conventions;
+    std::unique_ptr<Exporter> m_exporter; ///< null when nothing is exported
     Interruption m_interruption;
     Status m_status = AllWell;
 };

@@ -2,6 +2,7 @@
 
 #include "checking/Checking.h"
 #include "describing/Describing.h"
+#include "inputs/ReadablePart.h"
 #include "sections/SectionReader.h"
 #include "tables/TableKinds.h"
 
@@ -11,11 +12,16 @@ namespace inspect {
 
 namespace {
 
+std::vector<std::uint8_t> bytesOf(const Section& section) {
+    return {section.data(), section.data() + section.size()};
+}
+
 Rejection rejectionOf(const Section& section, ParsedSection& parsed) {
     return {parsed.errorCode, std::string(errorName(parsed.errorCode)), std::move(parsed.logLines),
-            describeDescriptors(section.data(), section.size()),
-            std::vector(section.data(), section.data() + section.size())};
+            describeDescriptors(section.data(), section.size()), bytesOf(section)};
 }
+
+constexpr const char* NO_CLOCK = "has no clock (PCR) by which --since and --until could be counted";
 
 struct DamageKind {
     const char* singular;
@@ -60,21 +66,23 @@ std::vector<Finding> damagesIn(const PidCounts& counts) {
 
 } // namespace
 
-Inspector::Inspector(Renderer& renderer, const Interest& interest, const Conventions& conventions)
-    : m_renderer(renderer), m_interest(interest), m_conventions(conventions), m_following(interest.pids) {
+Inspector::Inspector(Renderer& renderer, const Interest& interest, const Conventions& conventions, Exporter* exporter)
+    : m_renderer(renderer), m_interest(interest), m_conventions(conventions), m_exporter(exporter),
+      m_following(interest.pids) {
     m_gatherer.setPids(m_following.pids());
 }
 
-void Inspector::run(Input& input) {
-    read(input, expected());
+void Inspector::run(Input& source) {
+    inspect(source, expected());
 }
 
-void Inspector::runPackets(Input& input) {
-    read(input, {});
+void Inspector::runPackets(Input& source) {
+    inspect(source, {});
 }
 
-void Inspector::read(Input& input, std::set<std::uint8_t> expected) {
-    m_renderer.begin(input.name());
+void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
+    m_renderer.begin(source.name());
+    ReadablePart input(source);
     PacketReader packets(input);
     while (const std::uint8_t* const packet = packets.next(m_gatherer.pids())) {
         const Position position{packets.packets(), packets.offset(), packets.seconds()};
@@ -82,15 +90,26 @@ void Inspector::read(Input& input, std::set<std::uint8_t> expected) {
             take(section);
         }
     }
+    if (packets.packets() == 0) {
+        input.complain();
+    }
     finish(summary(packets), input, std::move(expected));
+    input.complain();
     if (packets.cutOffBytes() != 0) {
         throw InputError(input.name(), fmt::format("cut off in its last packet ({} of {} bytes)", packets.cutOffBytes(),
                                                    packets.spacing()));
     }
+    if (m_interest.isTimed() && !packets.seconds()) {
+        throw InputError(input.name(), NO_CLOCK);
+    }
 }
 
-void Inspector::runSections(Input& input, Repetitions repetitions) {
-    m_renderer.begin(input.name());
+void Inspector::runSections(Input& source, Repetitions repetitions) {
+    if (m_interest.isTimed()) {
+        throw InputError(source.name(), NO_CLOCK);
+    }
+    m_renderer.begin(source.name());
+    ReadablePart input(source);
     SectionReader sections(input);
     Summary last{};
     PidCounts counts;
@@ -101,6 +120,9 @@ void Inspector::runSections(Input& input, Repetitions repetitions) {
         last.unknown += tableName(section->tableId()).empty() ? 1U : 0U;
         takeAsItIs(*section, repetitions);
     }
+    if (counts.sections == 0) {
+        input.complain();
+    }
     last.sections = counts.sections;
     last.shown = m_shown;
     last.rejected = m_rejected;
@@ -109,6 +131,7 @@ void Inspector::runSections(Input& input, Repetitions repetitions) {
     last.statistics = m_statistics.of({noPackets, 0, {}, std::nullopt}, m_interest.tables);
     m_foundKnownTable = last.sections != last.unknown;
     finish(std::move(last), input, {}); // they are single ones: nobody misses the others
+    input.complain();
 }
 
 /// Leaves nothing out: who has no packets, but a section in hand, wants to know what a receiver says to it.
@@ -119,7 +142,9 @@ void Inspector::takeAsItIs(const Section& section, Repetitions repetitions) {
     }
     m_statistics.take(section, section.sound() ? std::optional(m_seen.look(section)) : std::nullopt);
     if (!tableName(section.tableId()).empty()) {
-        show(section, SeenSections::News::New);
+        const Reading reading = read(section, SeenSections::News::New);
+        learn(reading);
+        show(reading);
     }
 }
 
@@ -127,7 +152,7 @@ void Inspector::takeAsItIs(const Section& section, Repetitions repetitions) {
 std::set<std::uint8_t> Inspector::expected() const {
     std::set<std::uint8_t> expected;
     for (const TableKind& kind : TABLE_KINDS) {
-        if (kind.ofEveryMultiplex && isOfInterest(kind.id)) {
+        if (kind.ofEveryMultiplex && m_interest.isOf(kind.id)) {
             expected.insert(kind.id);
         }
     }
@@ -142,6 +167,7 @@ void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> 
     for (const Finding& finding : last.damages) {
         m_foundFault = m_foundFault || finding.count != 0;
     }
+    last.notChosen = m_notChosen;
     last.forgotten = m_current.taken().forgotten();
     std::set<Pid> scrambled;
     for (const auto& [pid, counts] : m_gatherer.counts()) {
@@ -156,24 +182,36 @@ void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> 
     m_renderer.end(last, multiplex, faults);
 }
 
-bool Inspector::isOfInterest(std::uint8_t tableId) const {
-    return m_interest.tables.empty() || m_interest.tables.count(tableId) != 0;
-}
-
 void Inspector::take(const Section& section) {
+    const bool understood = !tableName(section.tableId()).empty();
     if (!section.sound()) {
         m_statistics.take(section, std::nullopt);
+        if (understood && m_interest.damaged) {
+            show(read(section, SeenSections::News::New)); // nothing is learnt from it
+        }
         return;
     }
-    const bool understood = !tableName(section.tableId()).empty();
     const SeenSections::Sight sight = (understood ? m_seen : m_seenOfOthers).look(section);
     m_statistics.take(section, sight);
-    if (understood && sight.news != SeenSections::News::Repetition) {
-        show(section, sight.news);
+    const bool isNew = sight.news != SeenSections::News::Repetition;
+    const bool isFirst = understood && isFirstSince(section);
+    if (!understood || (!isNew && !isFirst)) {
+        return;
     }
+    const Reading reading = read(section, sight.news);
+    if (isNew) {
+        learn(reading);
+    }
+    show(reading);
 }
 
-void Inspector::show(const Section& section, SeenSections::News news) {
+/// Whether only those before it, which are not shown, were like it.
+bool Inspector::isFirstSince(const Section& section) {
+    return m_interest.since && m_interest.hasBegun(section.position()) &&
+           m_seenSince.look(section).news != SeenSections::News::Repetition;
+}
+
+Inspector::Reading Inspector::read(const Section& section, SeenSections::News news) const {
     ParsedSection parsed = parse(section);
     SectionReport report{section.pid(),
                          section.tableId(),
@@ -186,22 +224,47 @@ void Inspector::show(const Section& section, SeenSections::News news) {
                          std::nullopt,
                          section.fingerprint()};
     if (parsed.table == nullptr) {
-        m_statistics.reject(section);
         report.rejection = rejectionOf(section, parsed);
     } else {
         report.fields = describe(*parsed.table, m_conventions);
-        if (section.tableId() == PMT) {
+        if (m_interest.bytes) {
+            report.bytes = bytesOf(section);
+        }
+    }
+    return {section, std::move(parsed), std::move(report)};
+}
+
+/// Takes a section for what the multiplex is now.
+void Inspector::learn(const Reading& reading) {
+    const auto& [section, parsed, report] = reading;
+    if (report.rejection) {
+        m_statistics.reject(section);
+    } else {
+        if (report.tableId == PMT) {
             m_statistics.learn(report.fields);
         }
         if (m_following.follow(section, *parsed.table)) {
             m_gatherer.setPids(m_following.pids());
         }
     }
-    if (!isOfInterest(section.tableId())) {
+    if (m_interest.isOf(report.tableId)) {
+        m_current.take(report);
+    }
+}
+
+void Inspector::show(const Reading& reading) {
+    const SectionReport& report = reading.report;
+    if (!m_interest.isOf(report.tableId)) {
+        return;
+    }
+    if (!m_interest.chooses(report)) {
+        ++m_notChosen;
         return;
     }
     ++(report.rejection ? m_rejected : m_shown);
-    m_current.take(report);
+    if (m_exporter != nullptr) {
+        m_exporter->take(reading.section, report);
+    }
     m_renderer.section(report);
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "Interest.h"
 #include "counting/Statistics.h"
 #include "describing/Conventions.h"
+#include "exporting/Exporter.h"
 #include "following/Following.h"
 #include "multiplex/CurrentSections.h"
 #include "packets/PacketReader.h"
@@ -10,15 +12,7 @@
 #include "sections/SectionGatherer.h"
 #include "sections/SeenSections.h"
 
-#include <set>
-
 namespace inspect {
-
-/// What of a stream is of interest.
-struct Interest {
-    PidSet pids;                   ///< to look at beside those that are signalled
-    std::set<std::uint8_t> tables; ///< the table_id of those to show; all when there is none
-};
 
 /// Whether a section that comes again is shown again.
 enum class Repetitions { Hidden, Shown };
@@ -29,19 +23,21 @@ class Inspector {
 public:
     /// @param interest what of the input is shown
     /// @param conventions how the station writes texts and times
-    Inspector(Renderer& renderer, const Interest& interest, const Conventions& conventions);
+    /// @param exporter is given each section that is shown, too; may be null
+    Inspector(Renderer& renderer, const Interest& interest, const Conventions& conventions,
+              Exporter* exporter = nullptr);
 
-    /// Shows what a transport stream carries, and a summary at its end.
-    /// @throws InputError
-    void run(Input& input);
+    /// Shows what a transport stream carries, and a summary at its end, though it may end early.
+    /// @throws InputError when it cannot be read to its end
+    void run(Input& source);
 
     /// The same for some packets of a stream: nobody misses others.
     /// @throws InputError
-    void runPackets(Input& input);
+    void runPackets(Input& source);
 
     /// The same for an input of sections, one behind the other. What is damaged is shown, too: as the library takes it.
     /// @throws InputError
-    void runSections(Input& input, Repetitions repetitions);
+    void runSections(Input& source, Repetitions repetitions);
 
     /// Whether something was rejected or damaged, or does not fit together.
     bool foundFault() const { return m_foundFault; }
@@ -50,26 +46,38 @@ public:
     bool foundKnownTable() const { return m_foundKnownTable; }
 
 private:
+    /// A section, what the library says to it, and what is made of that.
+    struct Reading {
+        const Section& section;
+        ParsedSection parsed;
+        SectionReport report;
+    };
+
     void take(const Section& section);
-    bool isOfInterest(std::uint8_t tableId) const;
-    void show(const Section& section, SeenSections::News news);
+    bool isFirstSince(const Section& section);
+    Reading read(const Section& section, SeenSections::News news) const;
+    void learn(const Reading& reading);
+    void show(const Reading& reading);
     void takeAsItIs(const Section& section, Repetitions repetitions);
     Summary summary(const PacketReader& packets) const;
-    void read(Input& input, std::set<std::uint8_t> expected);
+    void inspect(Input& source, std::set<std::uint8_t> expected);
     std::set<std::uint8_t> expected() const;
     void finish(Summary last, const Input& input, std::set<std::uint8_t> expected);
 
     Renderer& m_renderer;
     const Interest& m_interest;
     const Conventions& m_conventions;
+    Exporter* m_exporter;
     SectionGatherer m_gatherer;
     SeenSections m_seen;
+    SeenSections m_seenSince;    ///< since those are shown that come
     SeenSections m_seenOfOthers; ///< tables that the library does not understand; they must not displace the others
     Statistics m_statistics;
     Following m_following;
     CurrentSections m_current;
     std::uint64_t m_shown = 0;
     std::uint64_t m_rejected = 0;
+    std::uint64_t m_notChosen = 0;
     bool m_foundFault = false;
     bool m_foundKnownTable = false;
 };

@@ -1,11 +1,14 @@
 #include "Options.h"
 
+#include "OptionValues.h"
+#include "exporting/Exporter.h"
 #include "inputs/HexText.h"
 #include "inputs/StreamAddress.h"
 #include "tables/TableKinds.h"
 
 #include <CLI/CLI.hpp>
-#include <charconv>
+#include <climits>
+#include <functional>
 #include <iostream>
 #include <iterator>
 #include <map>
@@ -38,21 +41,14 @@ template <class Rows, class Text> std::string joined(const Rows& rows, const cha
 const std::map<std::string, Colour> COLOURS{
     {"auto", Colour::Auto}, {"always", Colour::Always}, {"never", Colour::Never}};
 
-/// A PID as people write it: decimal, or hexadecimal behind 0x. A leading zero has no meaning.
-std::optional<Pid> readPid(const std::string& text) {
-    const bool hexadecimal = text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X');
-    const char* const begin = text.data() + (hexadecimal ? 2 : 0);
-    const char* const end = text.data() + text.size();
-    Pid pid = 0;
-    const auto [behind, error] = std::from_chars(begin, end, pid, hexadecimal ? 16 : 10);
-    if (error != std::errc() || behind != end || pid >= NULL_PID) {
-        return std::nullopt;
-    }
-    return pid;
-}
+constexpr const char* PROGRAM_VERSION = "-V";
 
-std::string checkPid(const std::string& text) {
-    return readPid(text) ? "" : text + " is no PID (0 to 8190, or 0x0000 to 0x1FFE)";
+constexpr unsigned HIGHEST_PID = NULL_PID - 1;
+constexpr unsigned HIGHEST_EXTENSION = 0xFFFF;
+constexpr unsigned HIGHEST_VERSION = 31;
+
+std::string checkTime(const std::string& text) {
+    return readTime(text) ? "" : text + " is no time (90, 90s, 1:30 or 00:01:30)";
 }
 
 std::string checkInput(const std::string& text) {
@@ -118,8 +114,8 @@ CLI::Option* addChoice(CLI::App& app, const std::string& option, Target& target,
 
 void addInputs(CLI::App& app, Options& options) {
     app.add_option("FILE", options.inputs,
-                   "transport streams with packets of 188, 192 or 204 bytes; - is standard input; "
-                   "udp://[GROUP@]ADDRESS:PORT receives one, in RTP or without")
+                   "transport streams with packets of 188, 192 or 204 bytes, compressed (gzip, xz, zstd) or not; "
+                   "- is standard input; udp://[GROUP@]ADDRESS:PORT receives one, in RTP or without")
         ->check(checkInput);
     app.add_flag("--sections", options.sections,
                  "the files hold sections, one behind the other, and no packets, as those named *.sec do");
@@ -133,18 +129,37 @@ void addInputs(CLI::App& app, Options& options) {
         ->needs("--hex");
 }
 
-void addInterest(CLI::App& app, Options& options) {
-    app.add_option_function<std::vector<std::string>>(
-           "--pid",
-           [&options](const std::vector<std::string>& pids) {
-               for (const std::string& pid : pids) {
-                   options.interest.pids.set(*readPid(pid));
-               }
-           },
-           "also look at this PID, decimal or 0x hexadecimal; may be given several times")
-        ->type_name("PID")
+/// Adds an option that takes a number and may be given several times.
+/// @param error what a text is, when it is no such number
+CLI::Option* addNumbers(CLI::App& app, const std::string& option, unsigned most,
+                        const std::function<void(unsigned)>& take, const std::string& description,
+                        const std::string& error) {
+    return app
+        .add_option_function<std::vector<std::string>>(
+            option,
+            [take, most](const std::vector<std::string>& texts) {
+                for (const std::string& text : texts) {
+                    take(*readNumber(text, most));
+                }
+            },
+            description)
         ->allow_extra_args(false)
-        ->check(checkPid);
+        ->check([most, error](const std::string& text) { return readNumber(text, most) ? "" : text + error; });
+}
+
+void addTime(CLI::App& app, const std::string& option, std::optional<double>& target, const std::string& description) {
+    app.add_option_function<std::string>(
+           option, [&target](const std::string& text) { target = readTime(text); }, description)
+        ->type_name("TIME")
+        ->check(checkTime);
+}
+
+void addInterest(CLI::App& app, Options& options) {
+    addNumbers(
+        app, "--pid", HIGHEST_PID, [&options](unsigned pid) { options.interest.pids.set(pid); },
+        "also look at this PID, decimal or 0x hexadecimal; may be given several times",
+        " is no PID (0 to 8190, or 0x0000 to 0x1FFE)")
+        ->type_name("PID");
     app.add_option_function<std::vector<std::string>>(
            "--table",
            [&options](const std::vector<std::string>& names) {
@@ -161,6 +176,29 @@ void addInterest(CLI::App& app, Options& options) {
         ->check(checkName(TABLES));
 }
 
+/// Which sections of these tables are shown.
+void addChoosing(CLI::App& app, Interest& interest) {
+    app.add_flag("--rejected", interest.rejected, "show those sections alone that the library rejects");
+    app.add_flag("--show-damaged", interest.damaged,
+                 "show those in packets, too, whose CRC_32 is wrong; with --rejected these and the rejected ones");
+    addNumbers(
+        app, "--extension", HIGHEST_EXTENSION,
+        [&interest](unsigned extension) { interest.extensions.insert(static_cast<std::uint16_t>(extension)); },
+        "show those alone with this table_id_extension, decimal or 0x hexadecimal; may be given several times",
+        " is no table_id_extension (0 to 65535, or 0x0000 to 0xFFFF)")
+        ->type_name("ID");
+    addNumbers(
+        app, "--version", HIGHEST_VERSION,
+        [&interest](unsigned version) { interest.versions.insert(static_cast<std::uint8_t>(version)); },
+        "show those alone with this version_number, 0 to 31; without a number, print the program's version and exit",
+        " is no version_number (0 to 31)")
+        ->type_name("N");
+    addTime(app, "--since", interest.since,
+            "show what is carried from then on by the stream's clock, which begins with its first PCR: 90, 90s, 1:30, "
+            "00:01:30");
+    addTime(app, "--until", interest.until, "show what is carried until then");
+}
+
 void addOutput(CLI::App& app, Options& options) {
     addChoice(app, "--view", options.view, VIEWS,
               joined(views(), "; ", [](const View& view) { return view.name + ": " + view.help; }))
@@ -171,6 +209,14 @@ void addOutput(CLI::App& app, Options& options) {
     addChoice(app, "--color", options.colour, COLOURS, "auto: on a terminal, unless NO_COLOR is set; always; never")
         ->type_name("WHEN")
         ->default_str("auto");
+    app.add_flag("--bytes", options.interest.bytes,
+                 "in view tables and in JSON, show the bytes of all sections, not of rejected ones alone");
+    app.add_option(
+           "--export", options.exportTo,
+           "write the sections that are shown, byte for byte: FILE.sec: one behind the other; FILE.hex: as text "
+           "that --hex - reads; FOLDER/: a file for each")
+        ->type_name("PLACE")
+        ->check(objectionTo);
     app.add_option("--width", options.width, "columns of a line; those of the terminal if not given")
         ->type_name("COLUMNS")
         ->check(CLI::Range(40, 10000).description(""));
@@ -194,6 +240,13 @@ void checkTogether(const CLI::App& app, const Options& options) {
     if ((options.sections || options.hex) && options.interest.pids.any()) {
         throw UsageError("--pid: sections outside of packets have no PID");
     }
+    const Interest& interest = options.interest;
+    if ((options.sections || options.hex) && interest.isTimed()) {
+        throw UsageError("--since, --until: sections outside of packets have no time");
+    }
+    if (interest.since && interest.until && *interest.until < *interest.since) {
+        throw UsageError("--until is before --since");
+    }
     if (options.descriptorOf == PAT) {
         throw UsageError("--descriptor: a PAT carries no descriptors");
     }
@@ -203,6 +256,21 @@ void checkTogether(const CLI::App& app, const Options& options) {
     if (options.descriptorOf && app.count("--table") + app.count("--view") != 0) {
         throw UsageError("--descriptor: --table and --view are for sections");
     }
+    if (options.descriptorOf && (interest.isChoosy() || interest.bytes || options.exportTo)) {
+        throw UsageError("--descriptor: there are no sections to choose, to export or to show the bytes of");
+    }
+}
+
+/// The words of the command line. --version without a number asks for that of the program.
+std::vector<std::string> wordsOf(int argc, char** argv) {
+    std::vector<std::string> words(argv + 1, argv + argc);
+    for (auto word = words.begin(); word != words.end() && *word != "--"; ++word) {
+        const auto next = word + 1;
+        if (*word == "--version" && (next == words.end() || !readNumber(*next, UINT_MAX))) {
+            *word = PROGRAM_VERSION;
+        }
+    }
+    return words;
 }
 
 } // namespace
@@ -214,12 +282,16 @@ std::optional<Options> readOptions(int argc, char** argv) {
     Options options;
     addInputs(app, options);
     addInterest(app, options);
+    addChoosing(app, options.interest);
     addOutput(app, options);
-    app.set_version_flag("--version", std::string("isdbt-inspect ") + ISDBT_INSPECT_VERSION);
+    app.set_version_flag(PROGRAM_VERSION, std::string("isdbt-inspect ") + ISDBT_INSPECT_VERSION,
+                         "print the program's version and exit");
     app.footer("Exit status: 0 all well, 1 the input could not be read to its end, 2 wrong usage, "
                "3 something was rejected or damaged, or does not fit together.");
     try {
-        app.parse(argc, argv);
+        std::vector<std::string> words = wordsOf(argc, argv);
+        std::reverse(words.begin(), words.end()); // they are taken from the end
+        app.parse(std::move(words));
     } catch (const CLI::Success& wish) {
         app.exit(wish);
         return std::nullopt;
@@ -229,8 +301,9 @@ std::optional<Options> readOptions(int argc, char** argv) {
         throw UsageError(std::string("--hex: ") + error.what());
     }
     checkTogether(app, options);
-    if (options.descriptorOf || (options.hex && app.count("--view") == 0)) {
-        options.view = VIEWS.at("tables"); // a section or a descriptor is no multiplex to draw a tree of
+    const bool ofSections = options.hex || options.interest.isChoosy() || options.interest.bytes;
+    if (options.descriptorOf || (ofSections && app.count("--view") == 0)) {
+        options.view = VIEWS.at("tables"); // some sections, or a descriptor, are no multiplex to draw a tree of
     }
     return options;
 }

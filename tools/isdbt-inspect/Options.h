@@ -20,6 +20,7 @@ struct Options {
     std::optional<std::vector<std::uint8_t>> hex; ///< sections, packets or descriptors, in place of the inputs
     std::optional<std::uint8_t> descriptorOf;     ///< the bytes are descriptors of this table_id
     Interest interest;
+    std::optional<std::string> exportTo; ///< FILE.sec, FILE.hex or a folder
     TimeZone zone;
     std::string charset = Charset::USUAL;
     const View* view = &views().front();

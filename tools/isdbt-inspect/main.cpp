@@ -13,17 +13,25 @@ inspect::Style styleFor(const inspect::Options& options) {
     return style;
 }
 
+inspect::Status fail(inspect::Status status, const std::string& message) {
+    inspect::complain(message);
+    return status;
+}
+
 inspect::Status inspectAll(const inspect::Options& options) {
     inspect::ProgressLine progress(STDERR_FILENO);
     inspect::Output output(STDOUT_FILENO, options.colour, &progress);
     const std::unique_ptr<inspect::Renderer> renderer =
         options.json ? options.view->json(output) : options.view->text(output, styleFor(options));
-    return inspect::Inspection(options, *renderer, progress).run();
-}
-
-int fail(inspect::Status status, const std::string& message) {
-    inspect::complain(message);
-    return status;
+    try {
+        return inspect::Inspection(options, *renderer, progress).run();
+    } catch (const inspect::OutputClosed&) {
+        if (options.exportTo) {
+            return fail(inspect::InputUnreadable,
+                        *options.exportTo + ": incomplete, as the output was not read to its end");
+        }
+        return inspect::AllWell; // the reader has seen enough
+    }
 }
 
 } // namespace
@@ -35,8 +43,6 @@ int main(int argc, char** argv) {
         return options ? inspectAll(*options) : inspect::AllWell;
     } catch (const inspect::UsageError& error) {
         return fail(inspect::WrongUsage, std::string(error.what()) + "\nRun with --help for more information.");
-    } catch (const inspect::OutputClosed&) {
-        return inspect::AllWell; // the reader has seen enough
     } catch (const std::exception& error) {
         return fail(inspect::InputUnreadable, error.what());
     }

@@ -74,6 +74,14 @@ TEST(JsonLines, TextsAreDecodedInTheCharacterSetThatIsNamed) {
     EXPECT_EQ(greek["fields"]["network_name_descriptor"]["network_name"], R"(ι\x81\\")");
 }
 
+TEST(JsonLines, HaveTheBytesOnDemand) {
+    const char* const pat = "00 B0 0D 00 01 C1 00 00 00 01 E1 00 E8 F9 5E 7D";
+    EXPECT_FALSE(Json::parse(inspect({"--json", "--hex", pat}).output).contains("bytes"));
+    const Json object = Json::parse(inspect({"--json", "--bytes", "--hex", pat}).output);
+    EXPECT_EQ(object["bytes"], "00B00D0001C100000001E100E8F95E7D");
+    EXPECT_TRUE(object.contains("fields"));
+}
+
 TEST(JsonLines, ARejectedSectionIsShownWithTheDescriptorAtFault) {
     LongHeader header;
     header.version = 3;

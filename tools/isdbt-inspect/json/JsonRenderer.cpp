@@ -15,6 +15,9 @@ void JsonRenderer::section(const SectionReport& report) {
     } else {
         object["fields"] = fieldsJson(report.fields);
     }
+    if (!report.bytes.empty()) {
+        object["bytes"] = hexJson(report.bytes);
+    }
     m_output.write(jsonLine(object));
 }
 

@@ -31,7 +31,8 @@ struct SectionReport {
     bool damaged;     ///< incomplete, or its CRC_32 is wrong
     Fields fields;    ///< when it was taken
     std::optional<Rejection> rejection;
-    std::uint32_t fingerprint; ///< of its bytes
+    std::uint32_t fingerprint;         ///< of its bytes
+    std::vector<std::uint8_t> bytes{}; ///< all, when they are asked for, of one that was taken
 };
 
 inline Place placeOf(const SectionReport& report) {
@@ -99,6 +100,7 @@ struct Summary {
     std::optional<double> seconds;         ///< from the first packet to the last, as far as the stream's clock tells
     std::vector<PidStatistics> statistics; ///< by PID; when only some tables are shown, of these alone
     std::uint64_t forgotten = 0;           ///< older current sections that are not in the multiplex
+    std::uint64_t notChosen = 0;           ///< sections that said something new, too, and were not to be shown
     std::uint64_t unknown = 0; ///< sections that did not come in packets, of tables that the library does not know
 };
 

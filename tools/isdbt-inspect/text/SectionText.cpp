@@ -79,11 +79,15 @@ Line descriptorTitle(const DescriptorReport& report) {
            remark(report.rejection.has_value(), "REJECTED");
 }
 
+void appendSectionBytes(Page& page, const std::vector<std::uint8_t>& bytes, std::size_t indent) {
+    appendLine(page, blanks(indent) + fmt::format("bytes ({})", bytes.size()));
+    appendBytes(page, bytes, 2 * indent, true);
+}
+
 void appendRejection(Page& page, const Rejection& rejection, std::size_t indent) {
     appendError(page, rejection, indent);
     appendDescriptorLines(page, rejection.loops, indent);
-    appendLine(page, blanks(indent) + fmt::format("bytes ({})", rejection.section.size()));
-    appendBytes(page, rejection.section, 2 * indent, true);
+    appendSectionBytes(page, rejection.section, indent);
 }
 
 void appendRejectionInBrief(Page& page, const Rejection& rejection, std::size_t indent) {

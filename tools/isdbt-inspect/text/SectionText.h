@@ -19,6 +19,9 @@ Line changeTitle(const SectionReport& report, std::optional<std::uint8_t> former
 /// "stream_identifier_descriptor (0x52)  PMT  byte 3  REJECTED"
 Line descriptorTitle(const DescriptorReport& report);
 
+/// Appends all bytes of a section.
+void appendSectionBytes(Page& page, const std::vector<std::uint8_t>& bytes, std::size_t indent);
+
 /// Appends why the library does not take a section: the error, the lines of its log, the descriptors with those at
 /// fault marked, all bytes.
 void appendRejection(Page& page, const Rejection& rejection, std::size_t indent);

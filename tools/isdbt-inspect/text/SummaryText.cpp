@@ -25,6 +25,9 @@ std::string summaryText(const Summary& summary) {
                            summary.packetSpacing, text, counted(summary.pids, "PID", "PIDs"));
     }
     text += fmt::format(": {} shown, {} rejected", summary.shown, summary.rejected);
+    if (summary.notChosen != 0) {
+        text += fmt::format(", {} not chosen", summary.notChosen);
+    }
     if (summary.unknown != 0) {
         text += ", " + counted(summary.unknown, "of an unknown table", "of unknown tables");
     }

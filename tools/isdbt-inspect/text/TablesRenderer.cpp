@@ -20,6 +20,9 @@ void TablesRenderer::section(const SectionReport& report) {
     } else {
         appendFields(page, report.fields, INDENT);
     }
+    if (!report.bytes.empty()) {
+        appendSectionBytes(page, report.bytes, INDENT);
+    }
     page.lines.emplace_back();
     m_output.write(page.lines);
 }

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+namespace inspect {
+
+/// A number as people write it: decimal, or hexadecimal behind 0x. A leading zero has no meaning. Nothing when it is
+/// none, or greater than @p most.
+std::optional<unsigned> readNumber(std::string_view text, unsigned most);
+
+/// A time in seconds: "90", "90s", "90.5", "1:30", "00:01:30". Nothing when it is none.
+std::optional<double> readTime(std::string_view text);
+
+} // namespace inspect

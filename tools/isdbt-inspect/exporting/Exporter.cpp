@@ -1,0 +1,157 @@
+#include "exporting/Exporter.h"
+
+#include "exporting/NewFile.h"
+#include "sections/BoundedMap.h"
+#include "text/FieldText.h"
+#include "text/SectionText.h"
+
+#include <filesystem>
+#include <fmt/format.h>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <stdexcept>
+#include <variant>
+
+namespace inspect {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* BINARY = ".sec";
+constexpr const char* TEXT = ".hex";
+
+std::string_view bytesOf(const Section& section) {
+    return {reinterpret_cast<const char*>(section.data()), section.size()};
+}
+
+bool isFolder(const std::string& path) {
+    return (!path.empty() && path.back() == '/') || fs::is_directory(path);
+}
+
+/// All in one file.
+class FileExporter : public Exporter {
+public:
+    explicit FileExporter(std::string path) : m_path(std::move(path)) {}
+
+    void take(const Section& section, const SectionReport& report) override {
+        if (!m_file) {
+            m_file.emplace(m_path);
+        }
+        m_file->write(formOf(section, report));
+    }
+
+private:
+    virtual std::string formOf(const Section& section, const SectionReport& report) const = 0;
+
+    std::string m_path;
+    std::optional<NewFile> m_file;
+};
+
+class BinaryExporter : public FileExporter {
+    using FileExporter::FileExporter;
+
+    std::string formOf(const Section& section, const SectionReport& /*report*/) const override {
+        return std::string(bytesOf(section));
+    }
+};
+
+/// Each section below a comment that says what it is.
+class TextExporter : public FileExporter {
+    using FileExporter::FileExporter;
+
+    std::string formOf(const Section& section, const SectionReport& report) const override {
+        Page page{{}, {"// " + sectionTitle(report)}};
+        appendBytes(page, {section.data(), section.data() + section.size()}, 0);
+        std::string text;
+        for (const Line& line : page.lines) {
+            text += line.text() + '\n';
+        }
+        return text;
+    }
+};
+
+/// "pid0x0010-tid0x40-ext0x02E1-v3-s0"
+std::string nameOf(const Section& section) {
+    std::string name = section.pid() ? fmt::format("pid0x{:04X}-", *section.pid()) : "";
+    name += fmt::format("tid0x{:02X}", section.tableId());
+    if (const std::optional<LongHeader> header = section.longHeader()) {
+        name += fmt::format("-ext0x{:04X}-v{}-s{}", header->extension, header->version, header->sectionNumber);
+    }
+    return name;
+}
+
+/// A file for each. Different sections of the same name are numbered; the same one is there once.
+class FolderExporter : public Exporter {
+public:
+    explicit FolderExporter(fs::path folder) : m_folder(std::move(folder)) {}
+
+    void take(const Section& section, const SectionReport& report) override {
+        const std::string name = nameOf(section);
+        const std::pair content(name, report.fingerprint);
+        if (m_written.find(content) != nullptr) {
+            return;
+        }
+        m_written.put(content, {});
+        std::error_code error;
+        fs::create_directories(m_folder, error);
+        if (error) {
+            throw std::runtime_error(m_folder.string() + ": " + error.message());
+        }
+        const unsigned* const last = m_numbers.find(name);
+        unsigned number = last == nullptr ? 1 : *last;
+        while (!isIn(pathOf(name, number), section)) {
+            ++number;
+        }
+        m_numbers.put(name, number);
+    }
+
+private:
+    static constexpr std::size_t CAPACITY = 16384;
+
+    fs::path pathOf(const std::string& name, unsigned number) const {
+        return m_folder / (name + (number == 1 ? "" : fmt::format("-{}", number)) + BINARY);
+    }
+
+    /// Makes the file, unless there is one. @return false when it holds something else.
+    static bool isIn(const fs::path& path, const Section& section) {
+        if (!fs::exists(fs::symlink_status(path))) {
+            NewFile(path).write(bytesOf(section));
+            return true;
+        }
+        std::ifstream file(path, std::ios::binary);
+        std::string content(section.size() + 1, '\0');
+        file.read(content.data(), static_cast<std::streamsize>(content.size()));
+        return std::string_view(content).substr(0, static_cast<std::size_t>(file.gcount())) == bytesOf(section);
+    }
+
+    fs::path m_folder;
+    BoundedMap<std::pair<std::string, std::uint32_t>, std::monostate> m_written{CAPACITY};
+    BoundedMap<std::string, unsigned> m_numbers{CAPACITY}; ///< the last of each name: a TOT comes for ever
+};
+
+} // namespace
+
+std::string objectionTo(const std::string& path) {
+    if (isFolder(path)) {
+        return {};
+    }
+    const fs::path ending = fs::path(path).extension();
+    if (ending != BINARY && ending != TEXT) {
+        return path + " is no folder and ends neither in .sec nor in .hex; the name of a new folder ends in /";
+    }
+    return fs::exists(fs::symlink_status(path)) ? path + " exists already" : "";
+}
+
+std::unique_ptr<Exporter> exporterTo(const std::string& path) {
+    if (isFolder(path)) {
+        return std::make_unique<FolderExporter>(path);
+    }
+    if (fs::path(path).extension() == TEXT) {
+        return std::make_unique<TextExporter>(path);
+    }
+    return std::make_unique<BinaryExporter>(path);
+}
+
+} // namespace inspect

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "reports/Report.h"
+#include "sections/Section.h"
+
+#include <memory>
+#include <string>
+
+namespace inspect {
+
+/// Writes sections as they are, byte for byte: for a test, or for whoever made them. Nothing that is there already is
+/// written over.
+class Exporter {
+public:
+    Exporter() = default;
+    virtual ~Exporter() = default;
+    Exporter(const Exporter&) = delete;
+    Exporter& operator=(const Exporter&) = delete;
+
+    /// @throws std::runtime_error when it cannot be written
+    virtual void take(const Section& section, const SectionReport& report) = 0;
+};
+
+/// Why sections cannot be exported to a place; empty when they can.
+std::string objectionTo(const std::string& path);
+
+/// Exports to "FILE.sec" sections one behind the other, to "FILE.hex" text that --hex reads, to a folder a file for
+/// each. Files and folder are made when the first section comes.
+std::unique_ptr<Exporter> exporterTo(const std::string& path);
+
+} // namespace inspect
