@@ -5,6 +5,7 @@
 #include "sections/SectionReader.h"
 #include "tables/TableKinds.h"
 
+#include <bitstream/mpeg/ts.h>
 #include <fmt/format.h>
 
 namespace inspect {
@@ -62,7 +63,19 @@ std::vector<Finding> damagesIn(const PidCounts& counts) {
 
 Inspector::Inspector(Renderer& renderer, const Interest& interest, const Charset& charset)
     : m_renderer(renderer), m_interest(interest), m_charset(charset), m_following(interest.pids) {
-    m_gatherer.setPids(m_following.pids());
+    gather(m_following.pids());
+}
+
+void Inspector::gather(const PidSet& pids) {
+    m_gatherer.setPids(pids);
+    m_wanted = pids;
+    m_wanted.set(INFORMATION_PID);
+}
+
+/// Every trailer tells something, whatever its packet carries.
+const PidSet& Inspector::wanted(const PacketReader& packets) const {
+    static const PidSet ALL = PidSet().set();
+    return packets.mayHaveTrailers() ? ALL : m_wanted;
 }
 
 void Inspector::run(Input& input) {
@@ -76,8 +89,12 @@ void Inspector::runPackets(Input& input) {
 void Inspector::read(Input& input, std::set<std::uint8_t> expected) {
     m_renderer.begin(input.name());
     PacketReader packets(input);
-    while (const std::uint8_t* const packet = packets.next(m_gatherer.pids())) {
+    while (const std::uint8_t* const packet = packets.next(wanted(packets))) {
         const Position position{packets.packets(), packets.offset(), packets.seconds()};
+        m_transmission.take(packet, packets.trailer(), position);
+        if (!m_gatherer.pids()[ts_get_pid(packet)]) {
+            continue;
+        }
         for (const Section& section : m_gatherer.push(packet, position)) {
             take(section);
         }
@@ -151,7 +168,7 @@ void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> 
     }
     const Tables tables(m_current, std::move(expected), std::move(scrambled));
     const Multiplex multiplex(tables);
-    const Faults faults = check(multiplex);
+    const Faults faults = check(multiplex, last.transmission);
     m_foundFault = m_foundFault || !faults.all().empty();
     m_renderer.end(last, multiplex, faults);
 }
@@ -194,7 +211,7 @@ void Inspector::show(const Section& section, SeenSections::News news) {
             m_statistics.learn(report.fields);
         }
         if (m_following.follow(section, *parsed.table)) {
-            m_gatherer.setPids(m_following.pids());
+            gather(m_following.pids());
         }
     }
     if (!isOfInterest(section.tableId())) {
@@ -205,12 +222,13 @@ void Inspector::show(const Section& section, SeenSections::News news) {
     m_renderer.section(report);
 }
 
-Summary Inspector::summary(const PacketReader& packets) const {
+Summary Inspector::summary(const PacketReader& packets) {
     PidCounts all;
     for (const auto& [pid, counts] : m_gatherer.counts()) {
         all += counts;
     }
-    const Traffic traffic{packets.packetsOfPids(), packets.packets(), m_gatherer.counts(), packets.duration()};
+    const Traffic traffic{packets.packetsOfPids(), packets.packets(), m_gatherer.counts(), packets.duration(),
+                          m_transmission.layersOfPids()};
     return {packets.packets(),
             packets.spacing(),
             m_gatherer.counts().size(),
@@ -221,7 +239,8 @@ Summary Inspector::summary(const PacketReader& packets) const {
             packets.skippedBytes(),
             traffic.seconds,
             m_statistics.of(traffic, m_interest.tables),
-            0};
+            0,
+            m_transmission.finish()};
 }
 
 } // namespace inspect

@@ -9,6 +9,7 @@
 #include "reports/Renderer.h"
 #include "sections/SectionGatherer.h"
 #include "sections/SeenSections.h"
+#include "transmission/TransmissionReader.h"
 
 #include <set>
 
@@ -23,8 +24,8 @@ struct Interest {
 /// Whether a section that comes again is shown again.
 enum class Repetitions { Hidden, Shown };
 
-/// Leads one input through the rooms: packets, sections, parsing, following, describing, checking; and tells what
-/// comes out.
+/// Leads one input through the rooms: packets, sections, transmission, parsing, following, describing, checking; and
+/// tells what comes out.
 class Inspector {
 public:
     /// @param interest what of the input is shown
@@ -54,7 +55,9 @@ private:
     bool isOfInterest(std::uint8_t tableId) const;
     void show(const Section& section, SeenSections::News news);
     void takeAsItIs(const Section& section, Repetitions repetitions);
-    Summary summary(const PacketReader& packets) const;
+    Summary summary(const PacketReader& packets);
+    const PidSet& wanted(const PacketReader& packets) const;
+    void gather(const PidSet& pids);
     void read(Input& input, std::set<std::uint8_t> expected);
     std::set<std::uint8_t> expected() const;
     void finish(Summary last, const Input& input, std::set<std::uint8_t> expected);
@@ -63,6 +66,8 @@ private:
     const Interest& m_interest;
     const Charset& m_charset;
     SectionGatherer m_gatherer;
+    PidSet m_wanted; ///< the PIDs of a stream without trailers
+    TransmissionReader m_transmission;
     SeenSections m_seen;
     SeenSections m_seenOfOthers; ///< tables that the library does not understand; they must not displace the others
     Statistics m_statistics;
