@@ -167,15 +167,14 @@ TEST(InspectTransmission, FaultsOfPackets) {
 }
 
 /// As where a recording is joined with another.
-TEST(InspectTransmission, CounterThatBeginsAnew) {
+TEST(InspectTransmission, CounterThatGoesBack) {
     BroadcastStream first = withTables();
     BroadcastStream second(1);
     first.lose(2 * FRAME + 500, 556);
     second.lose(0, 20);
-    EXPECT_THAT(
-        inspectStream(join({first.bytes(), second.bytes()}), {"--view", "tables"}).output,
-        HasSubstr("\n! Transmission: TSP_counter begins anew in 1 place: how many packets are lost there is not "
-                  "known\n"));
+    EXPECT_THAT(inspectStream(join({first.bytes(), second.bytes()}), {"--view", "tables"}).output,
+                HasSubstr("\n! Transmission: TSP_counter goes back in 1 place: how many packets are lost there is not "
+                          "known\n"));
 }
 
 TEST(InspectTransmission, FramesThatTheInformationContradicts) {

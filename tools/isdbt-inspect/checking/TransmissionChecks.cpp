@@ -33,7 +33,7 @@ public:
         }
         if (lost.unmeasured.count != 0) {
             add(faults::PACKETS_LOST, NOWHERE, lost.unmeasured,
-                fmt::format("TSP_counter begins anew in {}: how many packets are lost there is not known",
+                fmt::format("TSP_counter goes back in {}: how many packets are lost there is not known",
                             counted(lost.unmeasured.count, "place", "places")));
         }
     }

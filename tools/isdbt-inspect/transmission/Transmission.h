@@ -25,7 +25,7 @@ struct Occurrences {
 struct LostPackets {
     std::uint64_t packets = 0; ///< exact, unless an outage lasts two frames or longer
     Occurrences gaps;          ///< where they are missing
-    Occurrences unmeasured;    ///< where the counter begins anew, so that nobody knows how many are missing
+    Occurrences unmeasured;    ///< where the counter goes back, so that nobody knows how many are missing
 };
 
 /// Frames, or layers in frames, that have another number of packets than the IIP says.
