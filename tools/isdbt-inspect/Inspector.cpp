@@ -6,6 +6,7 @@
 #include "sections/SectionReader.h"
 #include "tables/TableKinds.h"
 
+#include <bitstream/mpeg/ts.h>
 #include <fmt/format.h>
 
 namespace inspect {
@@ -69,7 +70,19 @@ std::vector<Finding> damagesIn(const PidCounts& counts) {
 Inspector::Inspector(Renderer& renderer, const Interest& interest, const Conventions& conventions, Exporter* exporter)
     : m_renderer(renderer), m_interest(interest), m_conventions(conventions), m_exporter(exporter),
       m_following(interest.pids) {
-    m_gatherer.setPids(m_following.pids());
+    gather(m_following.pids());
+}
+
+void Inspector::gather(const PidSet& pids) {
+    m_gatherer.setPids(pids);
+    m_wanted = pids;
+    m_wanted.set(INFORMATION_PID);
+}
+
+/// Every trailer tells something, whatever its packet carries.
+const PidSet& Inspector::wanted(const PacketReader& packets) const {
+    static const PidSet ALL = PidSet().set();
+    return packets.mayHaveTrailers() ? ALL : m_wanted;
 }
 
 void Inspector::run(Input& source) {
@@ -84,8 +97,12 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     m_renderer.begin(source.name());
     ReadablePart input(source);
     PacketReader packets(input);
-    while (const std::uint8_t* const packet = packets.next(m_gatherer.pids())) {
+    while (const std::uint8_t* const packet = packets.next(wanted(packets))) {
         const Position position{packets.packets(), packets.offset(), packets.seconds()};
+        m_transmission.take(packet, packets.trailer(), position);
+        if (!m_gatherer.pids()[ts_get_pid(packet)]) {
+            continue;
+        }
         for (const Section& section : m_gatherer.push(packet, position)) {
             take(section);
         }
@@ -177,7 +194,7 @@ void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> 
     }
     const Tables tables(m_current, std::move(expected), std::move(scrambled));
     const Multiplex multiplex(tables);
-    const Faults faults = check(multiplex);
+    const Faults faults = check(multiplex, last.transmission);
     m_foundFault = m_foundFault || !faults.all().empty();
     m_renderer.end(last, multiplex, faults);
 }
@@ -244,7 +261,7 @@ void Inspector::learn(const Reading& reading) {
             m_statistics.learn(report.fields);
         }
         if (m_following.follow(section, *parsed.table)) {
-            m_gatherer.setPids(m_following.pids());
+            gather(m_following.pids());
         }
     }
     if (m_interest.isOf(report.tableId)) {
@@ -268,12 +285,13 @@ void Inspector::show(const Reading& reading) {
     m_renderer.section(report);
 }
 
-Summary Inspector::summary(const PacketReader& packets) const {
+Summary Inspector::summary(const PacketReader& packets) {
     PidCounts all;
     for (const auto& [pid, counts] : m_gatherer.counts()) {
         all += counts;
     }
-    const Traffic traffic{packets.packetsOfPids(), packets.packets(), m_gatherer.counts(), packets.duration()};
+    const Traffic traffic{packets.packetsOfPids(), packets.packets(), m_gatherer.counts(), packets.duration(),
+                          m_transmission.layersOfPids()};
     return {packets.packets(),
             packets.spacing(),
             m_gatherer.counts().size(),
@@ -284,7 +302,9 @@ Summary Inspector::summary(const PacketReader& packets) const {
             packets.skippedBytes(),
             traffic.seconds,
             m_statistics.of(traffic, m_interest.tables),
-            0};
+            0,
+            0,
+            m_transmission.finish()};
 }
 
 } // namespace inspect

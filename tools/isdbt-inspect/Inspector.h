@@ -11,14 +11,15 @@
 #include "reports/Renderer.h"
 #include "sections/SectionGatherer.h"
 #include "sections/SeenSections.h"
+#include "transmission/TransmissionReader.h"
 
 namespace inspect {
 
 /// Whether a section that comes again is shown again.
 enum class Repetitions { Hidden, Shown };
 
-/// Leads one input through the rooms: packets, sections, parsing, following, describing, checking; and tells what
-/// comes out.
+/// Leads one input through the rooms: packets, sections, transmission, parsing, following, describing, checking; and
+/// tells what comes out.
 class Inspector {
 public:
     /// @param interest what of the input is shown
@@ -59,7 +60,9 @@ private:
     void learn(const Reading& reading);
     void show(const Reading& reading);
     void takeAsItIs(const Section& section, Repetitions repetitions);
-    Summary summary(const PacketReader& packets) const;
+    Summary summary(const PacketReader& packets);
+    const PidSet& wanted(const PacketReader& packets) const;
+    void gather(const PidSet& pids);
     void inspect(Input& source, std::set<std::uint8_t> expected);
     std::set<std::uint8_t> expected() const;
     void finish(Summary last, const Input& input, std::set<std::uint8_t> expected);
@@ -69,6 +72,8 @@ private:
     const Conventions& m_conventions;
     Exporter* m_exporter;
     SectionGatherer m_gatherer;
+    PidSet m_wanted; ///< the PIDs of a stream without trailers
+    TransmissionReader m_transmission;
     SeenSections m_seen;
     SeenSections m_seenSince;    ///< since those are shown that come
     SeenSections m_seenOfOthers; ///< tables that the library does not understand; they must not displace the others

@@ -287,6 +287,7 @@ TEST(JsonLines, HaveTheStatisticsOfEachPid) {
                                   {"input", SAMPLE_FILE},
                                   {"pid", 0},
                                   {"content", nullptr},
+                                  {"layers", nullptr},
                                   {"packets", 20},
                                   {"share", 0.041667},
                                   {"discontinuities", 0},

@@ -2,6 +2,7 @@
 
 #include "support/FullSections.h"
 #include "support/RecordedFolder.h"
+#include "tool/BroadcastStream.h"
 #include "tool/Process.h"
 #include "tool/Streams.h"
 #include "tool/json/CarriedSections.h"
@@ -49,6 +50,20 @@ TEST(Schema, AllowsTheStatisticsOfTheSample) {
     const Finished finished = inspect({"--json", "--view", "stats", SAMPLE_FILE});
     EXPECT_THAT(finished.output, HasSubstr(R"("type":"pid_statistics")"));
     EXPECT_EQ(validated(finished.output), withoutFaults(finished.output));
+}
+
+TEST(Schema, AllowsBroadcastStreams) {
+    const char* const reserved = "7F 00 3C 9677FFFFFE 9677FFFFFF FFFFFF 6FD55F85";
+    std::string lines;
+    for (const ByteVector& stream :
+         {BroadcastStream(3).lose(500).bytes(), BroadcastStream(2).withoutTrailers(),
+          BroadcastStream(2).configure(reserved).bytes(), BroadcastStream(1).lose(100, FRAME - 100).bytes()}) {
+        const TemporaryFile file(stream);
+        lines += inspect({"--json", file.path()}).output;
+        lines += inspect({"--json", "--view", "stats", file.path()}).output;
+    }
+    EXPECT_THAT(lines, HasSubstr(R"("type":"transmission")"));
+    EXPECT_EQ(validated(lines), withoutFaults(lines));
 }
 
 TEST(Schema, AllowsEveryFieldInEveryForm) {

@@ -3,6 +3,7 @@
 #include "checking/ApplicationChecks.h"
 #include "checking/SectionChecks.h"
 #include "checking/ServiceChecks.h"
+#include "checking/TransmissionChecks.h"
 #include "describing/FieldLookup.h"
 #include "tables/TableKinds.h"
 
@@ -151,8 +152,12 @@ private:
 
 } // namespace
 
-Faults check(const Multiplex& multiplex) {
-    return Checker(multiplex).takeAll();
+Faults check(const Multiplex& multiplex, const std::optional<Transmission>& transmission) {
+    Faults faults = Checker(multiplex).takeAll();
+    if (transmission) {
+        checkTransmission(faults, *transmission, multiplex);
+    }
+    return faults;
 }
 
 } // namespace inspect

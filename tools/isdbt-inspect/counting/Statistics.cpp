@@ -98,6 +98,9 @@ PidStatistics Statistics::statisticsOf(std::optional<Pid> pid, const Traffic& tr
     if (gathered != traffic.gathered.end()) {
         statistics.discontinuities = gathered->second.discontinuities;
     }
+    if (traffic.layers != nullptr) {
+        statistics.layers = traffic.layers->at(*pid);
+    }
     return statistics;
 }
 

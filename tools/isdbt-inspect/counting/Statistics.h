@@ -6,6 +6,7 @@
 #include "sections/BoundedMap.h"
 #include "sections/SectionGatherer.h"
 #include "sections/SeenSections.h"
+#include "transmission/TransmissionReader.h"
 
 #include <map>
 #include <set>
@@ -20,6 +21,7 @@ struct Traffic {
     std::uint64_t allPackets;
     const std::map<Pid, PidCounts>& gathered; ///< those of the PIDs on which sections were looked for
     std::optional<double> seconds;            ///< that they took
+    const LayersOfPids* layers = nullptr;     ///< null when they do not tell
 };
 
 /// Counts what comes of each table on each PID.

@@ -3,6 +3,7 @@
 #include "json/FieldJson.h"
 #include "json/JsonValues.h"
 #include "json/SectionJson.h"
+#include "json/TransmissionJson.h"
 
 #include <nlohmann/json.hpp>
 
@@ -72,8 +73,8 @@ void DiffJsonRenderer::tellMissing(const SectionReport& report) {
     m_output.write(jsonLine(changeJson("missing", report)));
 }
 
-void DiffJsonRenderer::tellOutcome(const Summary& /*summary*/, const Faults& faults) {
-    m_output.write(faultLines(m_input, faults));
+void DiffJsonRenderer::tellOutcome(const Summary& summary, const Faults& faults) {
+    m_output.write(transmissionLine(m_input, summary) + faultLines(m_input, faults));
 }
 
 } // namespace inspect

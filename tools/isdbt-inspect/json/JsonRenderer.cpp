@@ -3,6 +3,7 @@
 #include "json/FieldJson.h"
 #include "json/JsonValues.h"
 #include "json/SectionJson.h"
+#include "json/TransmissionJson.h"
 
 #include <nlohmann/json.hpp>
 
@@ -35,8 +36,8 @@ void JsonRenderer::descriptor(const DescriptorReport& report) {
     m_output.write(jsonLine(object));
 }
 
-void JsonRenderer::end(const Summary& /*summary*/, const Multiplex& /*multiplex*/, const Faults& faults) {
-    m_output.write(faultLines(m_input, faults));
+void JsonRenderer::end(const Summary& summary, const Multiplex& /*multiplex*/, const Faults& faults) {
+    m_output.write(transmissionLine(m_input, summary) + faultLines(m_input, faults));
 }
 
 } // namespace inspect

@@ -2,6 +2,7 @@
 
 #include "json/JsonValues.h"
 #include "json/SectionJson.h"
+#include "json/TransmissionJson.h"
 
 #include <nlohmann/json.hpp>
 
@@ -15,6 +16,7 @@ Json pidJson(const std::string& input, const PidStatistics& pid) {
     Json object{{"type", "pid_statistics"}, {"input", input}};
     object["pid"] = orNull(pid.pid);
     object["content"] = orNull(pid.content);
+    object["layers"] = layersJson(pid.layers);
     object["packets"] = pid.packets;
     object["share"] = measured(pid.share);
     object["discontinuities"] = orNull(pid.discontinuities);
@@ -48,7 +50,7 @@ void StatisticsJsonRenderer::end(const Summary& summary, const Multiplex& /*mult
             lines += jsonLine(tableJson(m_input, pid.pid, table));
         }
     }
-    m_output.write(lines + faultLines(m_input, faults));
+    m_output.write(lines + transmissionLine(m_input, summary) + faultLines(m_input, faults));
 }
 
 } // namespace inspect

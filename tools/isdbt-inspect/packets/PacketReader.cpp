@@ -8,10 +8,11 @@ namespace inspect {
 
 namespace {
 
-// 188: the packet alone. 192: a time stamp of four bytes stands before each packet. 204: sixteen bytes of parity
-// follow.
+// 188: the packet alone. 192: a time stamp of four bytes stands before each packet. 204: sixteen bytes follow, parity
+// or what a transmitter is told of the packet.
 constexpr std::array<std::size_t, 3> SPACINGS{188, 192, 204};
 constexpr std::size_t WIDEST = 204;
+constexpr std::size_t TRAILED = 204;
 constexpr std::size_t STAMPED = 192;
 constexpr std::size_t STAMP_SIZE = STAMPED - TS_SIZE;
 
@@ -29,11 +30,15 @@ constexpr const char* NO_PACKETS = "not a transport stream: no packets of 188, 1
 
 } // namespace
 
-PacketReader::PacketReader(Input& input) : m_input(input), m_buffer(BUFFER_SIZE) {}
+PacketReader::PacketReader(Input& input) : m_input(input), m_buffer(BUFFER_SIZE), m_complete(TS_SIZE) {}
+
+bool PacketReader::mayHaveTrailers() const {
+    return m_packets == 0 || m_spacing == TRAILED;
+}
 
 const std::uint8_t* PacketReader::next(const PidSet& wanted) {
     for (;;) {
-        while (m_synchronised && available() >= TS_SIZE) {
+        while (m_synchronised && available() >= m_complete) {
             const std::uint8_t* const packet = m_buffer.data() + m_at;
             if (!ts_validate(packet)) {
                 m_synchronised = false;
@@ -48,6 +53,7 @@ const std::uint8_t* PacketReader::next(const PidSet& wanted) {
             }
             if (wanted[pid]) {
                 m_offset = m_dropped + static_cast<std::uint64_t>(packet - m_buffer.data());
+                m_trailer = m_spacing == TRAILED && m_at <= m_end ? packet + TS_SIZE : nullptr;
                 return packet;
             }
         }
@@ -74,8 +80,11 @@ bool PacketReader::refill() {
     const std::size_t count = m_input.read(m_buffer.data() + m_end, m_buffer.size() - m_end);
     m_end += count;
     m_inputEnded = count == 0;
+    if (m_inputEnded) {
+        m_complete = TS_SIZE; // the last packet may come without its trailer
+    }
     // At the end fewer packets in a row must do: another look.
-    return !m_inputEnded || (!m_synchronised && available() > 0);
+    return !m_inputEnded || (!m_synchronised && available() > 0) || available() >= m_complete;
 }
 
 /// Looks for packets in the bytes at hand. @return whether some were found.
@@ -141,6 +150,7 @@ void PacketReader::synchroniseAt(std::size_t at, std::size_t spacing) {
     }
     skipTo(at);
     m_spacing = spacing;
+    m_complete = spacing == TRAILED && !m_inputEnded ? TRAILED : TS_SIZE;
     m_synchronised = true;
 }
 

@@ -13,8 +13,8 @@ namespace inspect {
 /// How many packets there are of each PID.
 using PacketsOfPids = std::array<std::uint64_t, PID_COUNT>;
 
-/// Cuts a byte stream into transport packets. Their spacing of 188, 192 (with time stamps) or 204 bytes (with parity)
-/// is found from the stream itself, and found again behind bytes that are no packets.
+/// Cuts a byte stream into transport packets. Their spacing of 188, 192 (with time stamps) or 204 bytes (with a
+/// trailer) is found from the stream itself, and found again behind bytes that are no packets.
 class PacketReader {
 public:
     explicit PacketReader(Input& input);
@@ -25,6 +25,12 @@ public:
 
     /// 188, 192 or 204; 0 before the first packet.
     std::size_t spacing() const { return m_spacing; }
+
+    /// The 16 bytes behind the packet that next() returned; null when its stream has none, or the input ends before.
+    const std::uint8_t* trailer() const { return m_trailer; }
+
+    /// Whether packets may have a trailer: those before the first, of which nothing is known, may.
+    bool mayHaveTrailers() const;
 
     /// Packets so far, of whatever PID. The packet that next() returned is the last of them.
     std::uint64_t packets() const { return m_packets; }
@@ -65,6 +71,8 @@ private:
     bool m_inputEnded = false;
     bool m_synchronised = false;
     std::size_t m_spacing = 0;
+    std::size_t m_complete; ///< so many bytes make a packet with what belongs to it
+    const std::uint8_t* m_trailer = nullptr;
     std::uint64_t m_packets = 0;
     PacketsOfPids m_packetsOfPids{};
     StreamClock m_clock;

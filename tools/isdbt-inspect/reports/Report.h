@@ -3,6 +3,7 @@
 #include "describing/Field.h"
 #include "describing/OnWire.h"
 #include "sections/Place.h"
+#include "transmission/Transmission.h"
 
 #include <cstdint>
 #include <optional>
@@ -85,6 +86,7 @@ struct PidStatistics {
     std::optional<std::uint64_t> discontinuities; ///< nothing for a PID on which no sections were looked for
     std::optional<double> bitRate;                ///< of its packets of 188 bytes; nothing without a clock
     std::vector<TableStatistics> tables;          ///< by table_id
+    std::optional<LayerSet> layers = {};          ///< of its packets; nothing when they do not tell
 };
 
 /// What is said when the input ends.
@@ -101,6 +103,7 @@ struct Summary {
     std::vector<PidStatistics> statistics; ///< by PID; when only some tables are shown, of these alone
     std::uint64_t forgotten = 0;           ///< older current sections that are not in the multiplex
     std::uint64_t notChosen = 0;           ///< sections that said something new, too, and were not to be shown
+    std::optional<Transmission> transmission = {}; ///< how it is to be sent; nothing when it does not say
     std::uint64_t unknown = 0; ///< sections that did not come in packets, of tables that the library does not know
 };
 

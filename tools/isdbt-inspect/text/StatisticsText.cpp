@@ -1,6 +1,7 @@
 #include "text/StatisticsText.h"
 
 #include "text/Columns.h"
+#include "text/TransmissionText.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -74,6 +75,15 @@ const std::vector<Column> PID_COLUMNS{{"", "PID", Column::Kind::Name},
                                       {"", "discontinuities", Column::Kind::Number, 2},
                                       {"", "content", Column::Kind::Rest}};
 
+/// With the layer before the content, where packets tell theirs.
+std::vector<Column> pidColumns(const Summary& summary) {
+    std::vector<Column> columns = PID_COLUMNS;
+    if (summary.transmission && summary.transmission->trailers) {
+        columns.insert(columns.end() - 1, {"", "layer", Column::Kind::Name});
+    }
+    return columns;
+}
+
 /// "private sections: AIT"
 std::string contentOf(const PidStatistics& pid) {
     std::vector<std::string> names;
@@ -83,13 +93,28 @@ std::string contentOf(const PidStatistics& pid) {
     return fmt::format("{}{}{}", pid.content, pid.content.empty() || names.empty() ? "" : ": ", fmt::join(names, ", "));
 }
 
+/// "A"
+std::string layersOf(const LayerSet& layers) {
+    std::vector<std::string> names;
+    for (unsigned indicator = 0; indicator < layers.size(); ++indicator) {
+        if (layers[indicator]) {
+            names.push_back(layerName(indicator));
+        }
+    }
+    return fmt::format("{}", fmt::join(names, "+"));
+}
+
 Row rowOf(const PidStatistics& pid) {
-    return {{pidText(pid.pid), Ink::Name},
+    Row row{{pidText(pid.pid), Ink::Name},
             std::to_string(pid.packets),
             fmt::format("{:.2f} %", pid.share * PERCENT),
             kilobits(pid.bitRate),
             pid.discontinuities ? noticed(*pid.discontinuities, Ink::Fault) : Line(UNKNOWN),
             contentOf(pid)};
+    if (pid.layers) {
+        row.insert(row.end() - 1, layersOf(*pid.layers));
+    }
+    return row;
 }
 
 std::string clockText(const Summary& summary) {
@@ -119,9 +144,13 @@ void appendStatistics(Page& page, const Summary& summary) {
         page.lines.emplace_back();
     }
     if (!pids.empty()) {
-        appendRows(page, PID_COLUMNS, std::move(pids));
+        appendRows(page, pidColumns(summary), std::move(pids));
         page.lines.emplace_back();
         appendLine(page, clockText(summary), INDENT);
+    }
+    if (summary.transmission) {
+        page.lines.emplace_back();
+        appendTransmission(page, summary);
     }
 }
 

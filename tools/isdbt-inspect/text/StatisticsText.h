@@ -5,7 +5,7 @@
 
 namespace inspect {
 
-/// Appends what came of each table and on each PID, as far as anything came.
+/// Appends what came of each table and on each PID, as far as anything came, and how it is to be sent.
 void appendStatistics(Page& page, const Summary& summary);
 
 } // namespace inspect

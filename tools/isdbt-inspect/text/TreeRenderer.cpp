@@ -5,6 +5,7 @@
 #include "text/OutlineText.h"
 #include "text/SectionText.h"
 #include "text/SummaryText.h"
+#include "text/TransmissionText.h"
 
 #include <fmt/format.h>
 
@@ -24,6 +25,7 @@ void TreeRenderer::section(const SectionReport& report) {
 void TreeRenderer::end(const Summary& summary, const Multiplex& multiplex, const Faults& faults) {
     Page page{m_style, {}};
     appendOutline(page, arrange(multiplex, faults));
+    appendTransmission(page, summary);
     appendRejections(page);
     appendFaults(page, faults);
     appendRemarks(page, summary.forgotten);

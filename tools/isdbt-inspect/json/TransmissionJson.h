@@ -1,0 +1,16 @@
+#pragma once
+
+#include "reports/Report.h"
+
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+
+namespace inspect {
+
+/// "A"; null where packets do not tell their layers.
+nlohmann::ordered_json layersJson(const std::optional<LayerSet>& layers);
+
+/// A line that says how the stream of an input is to be sent; none when it does not say.
+std::string transmissionLine(const std::string& input, const Summary& summary);
+
+} // namespace inspect
