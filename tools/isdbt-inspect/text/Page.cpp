@@ -10,8 +10,8 @@ constexpr std::string_view GAP = "  ";
 
 /// Two blanks, or one where a list goes on.
 std::string_view gapBehind(const Line& piece) {
-    const bool goesOn = !piece.empty() && std::string_view(",:").find(piece.spans().back().text.back()) != GAP.npos;
-    return goesOn ? " " : GAP;
+    const char end = piece.empty() ? ' ' : piece.spans().back().text.back();
+    return end == ',' || end == ':' ? " " : GAP;
 }
 
 /// Where a piece is broken that is too long for a line: between its own pieces, else between words.
