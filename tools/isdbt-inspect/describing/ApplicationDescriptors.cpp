@@ -49,7 +49,7 @@ Fields describeApplication(const Quor::TApplicationDescriptor& descriptor) {
 }
 
 Field describeName(const Quor::TApplicationNameDescriptorItem& item) {
-    return object("", {text("language_code", item.getLanguageCode()), text("name", item.getName())});
+    return object("", {isoCode("language_code", item.getLanguageCode()), text("name", item.getName())});
 }
 
 /// Language codes of three bytes, each with a name behind its length.

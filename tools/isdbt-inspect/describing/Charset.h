@@ -1,6 +1,7 @@
 #pragma once
 
-#include <iconv.h>
+#include "describing/Conversion.h"
+
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -12,25 +13,30 @@ struct UnknownCharset : std::runtime_error {
     explicit UnknownCharset(const std::string& name) : std::runtime_error("unknown character set: " + name) {}
 };
 
+/// A broadcast text as people read it.
+struct ShownText {
+    std::string text;   ///< UTF-8, safe for a terminal
+    std::string remark; ///< what it does not show; empty when there is nothing to say
+};
+
 /// A character set that broadcasters write in.
 class Charset {
 public:
-    /// What names and texts are in when nothing else is said.
-    static constexpr const char* USUAL = "ISO-8859-15";
+    /// That of Brazil and of the countries that broadcast as it does; what names and texts are in when nothing else is
+    /// said.
+    static constexpr const char* LATIN_AMERICA = "latin-america";
 
-    /// @param name as iconv(3) knows it
+    /// @param name LATIN_AMERICA, or as iconv(3) knows it
     /// @throws UnknownCharset
-    explicit Charset(const std::string& name = USUAL);
-    ~Charset();
-    Charset(const Charset&) = delete;
-    Charset& operator=(const Charset&) = delete;
+    explicit Charset(const std::string& name = LATIN_AMERICA);
 
-    /// Broadcast text in UTF-8, safe for a terminal: bytes that are no characters are shown as \x81, and so are control
-    /// characters; a backslash of the text is doubled, so that it cannot be taken for one of these.
-    std::string decode(std::string_view raw) const;
+    /// Any bytes make a text. In those that iconv knows, bytes that are no characters are shown as \x81, and so are
+    /// control characters; a backslash of the text is doubled, so that it cannot be taken for one of these.
+    ShownText decode(std::string_view raw) const;
 
 private:
-    iconv_t m_conversion;
+    bool m_isLatinAmerican;
+    Conversion m_conversion;
 };
 
 } // namespace inspect

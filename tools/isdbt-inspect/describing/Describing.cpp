@@ -6,10 +6,18 @@ namespace inspect {
 
 namespace {
 
+void decodeText(Field& field, Text& text, const Charset& charset) {
+    if (!text.isIsoCode) {
+        ShownText shown = charset.decode(text.raw);
+        text.decoded = std::move(shown.text);
+        field.reading = std::move(shown.remark);
+    }
+}
+
 void decodeTexts(Fields& fields, const Charset& charset) {
     for (Field& field : fields) {
         if (auto* const text = std::get_if<Text>(&field.value)) {
-            text->decoded = charset.decode(text->raw);
+            decodeText(field, *text, charset);
         } else if (auto* const object = std::get_if<Object>(&field.value)) {
             decodeTexts(object->fields, charset);
         } else if (auto* const list = std::get_if<List>(&field.value)) {

@@ -88,7 +88,7 @@ Fields describeDownloadContent(const TDownloadContentDescriptor& descriptor) {
                            &TDownloadContentDescriptor::getDownloadContentDescriptorItem, describeModule),
             number("private_data_length", descriptor.getPrivateDataLength()).in("bytes"),
             bytes("private_data", descriptor.getPrivateData(), descriptor.getPrivateDataLength()),
-            text("language_code", descriptor.getLanguageCode()),
+            isoCode("language_code", descriptor.getLanguageCode()),
             text("text", descriptor.getText())};
 }
 

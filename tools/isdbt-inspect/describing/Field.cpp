@@ -1,5 +1,7 @@
 #include "describing/Field.h"
 
+#include "describing/Conversion.h"
+
 namespace inspect {
 
 namespace {
@@ -47,7 +49,11 @@ Field identifier(std::string_view name, std::uint32_t value, int hexDigits) {
 }
 
 Field text(std::string_view name, std::string_view raw) {
-    return field(name, Text{std::string(raw), {}});
+    return field(name, Text{std::string(raw), {}, false});
+}
+
+Field isoCode(std::string_view name, std::string_view raw) {
+    return field(name, Text{std::string(raw), Conversion("ASCII").shown(raw), true});
 }
 
 Field bytes(std::string_view name, const std::uint8_t* data, std::size_t size) {

@@ -27,8 +27,9 @@ struct Number {
 };
 
 struct Text {
-    std::string raw;     ///< as it is broadcast, in the character set of the broadcast
+    std::string raw;     ///< as it is broadcast
     std::string decoded; ///< as Charset::decode() gives it
+    bool isIsoCode;      ///< it is of ASCII, whatever the character set of the broadcast
 };
 
 struct Bytes {
@@ -69,6 +70,10 @@ Field absent(std::string_view name);
 Field flag(std::string_view name, bool value);
 Field number(std::string_view name, std::int64_t value);
 Field text(std::string_view name, std::string_view raw);
+
+/// The code of a language or a country: "por", "BRA".
+Field isoCode(std::string_view name, std::string_view raw);
+
 Field bytes(std::string_view name, const std::uint8_t* data, std::size_t size);
 Field list(std::string_view name, Fields elements);
 Field object(std::string_view name, Fields fields);

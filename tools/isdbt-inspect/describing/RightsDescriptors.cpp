@@ -88,7 +88,7 @@ Fields describeContentAvailability(const TContentAvailabilityDescriptor& descrip
 
 Field describeRating(const Quor::TParentalRatingDescriptorItem& item) {
     const std::string country = item.getCountryCode();
-    return object("", {text("country_code", country),
+    return object("", {isoCode("country_code", country),
                        identifier("rating", item.getRating(), 2).reads(parentalRating(country, item.getRating()))});
 }
 

@@ -48,7 +48,7 @@ Fields describeComponent(const Quor::TComponentDescriptor& descriptor) {
                 .reads(videoFormat(descriptor.getStreamContent(), descriptor.getComponentType())),
             identifier("stream_content_component_type", descriptor.getStreamContentComponentType(), 4),
             identifier("component_tag", descriptor.getComponentTag(), 2),
-            text("language_code", descriptor.getLanguageCode()),
+            isoCode("language_code", descriptor.getLanguageCode()),
             text("text", descriptor.getText())};
 }
 

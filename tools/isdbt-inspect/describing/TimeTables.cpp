@@ -22,10 +22,10 @@ constexpr unsigned ITEM_SIZE = 13;
 Field describeItem(const Quor::TLocalTimeOffsetDescriptorItem& item) {
     const auto polarity = item.getLocalTimeOffsetPolarity();
     const auto offset = item.getLocalTimeOffset();
-    return object("",
-                  {text("country_code", item.getCountryCode()), number("country_region_id", item.getCountryRegionID()),
-                   code("local_time_offset_polarity", polarity, POLARITIES),
-                   number("local_time_offset", offset).in("s").reads(isoOffset(polarity == BEHIND_UTC, offset))});
+    return object("", {isoCode("country_code", item.getCountryCode()),
+                       number("country_region_id", item.getCountryRegionID()),
+                       code("local_time_offset_polarity", polarity, POLARITIES),
+                       number("local_time_offset", offset).in("s").reads(isoOffset(polarity == BEHIND_UTC, offset))});
 }
 
 Fields describeLocalTimeOffset(const Quor::TLocalTimeOffsetDescriptor& descriptor) {

@@ -50,7 +50,8 @@ std::string valueText(const Field& field, const Style& style) {
         text += ' ' + style.paint(Ink::Remark, field.codeName);
     }
     if (!field.reading.empty()) {
-        text += style.paint(Ink::Remark, " = " + field.reading);
+        const bool isRemark = std::holds_alternative<Text>(field.value);
+        text += style.paint(Ink::Remark, isRemark ? fmt::format(" ({})", field.reading) : " = " + field.reading);
     }
     return text;
 }
