@@ -50,13 +50,16 @@ TEST_F(InspectRecordedTrees, OneSegMultiplexWhoseApplicationsAreNotSent) {
 
 TEST_F(InspectRecordedTrees, ItalianMultiplexWithApplications) {
     const std::string output = shown("tsduck-018.ts");
-    EXPECT_THAT(output, StartsWith("Network 0x0110 (272) \"Mediaset\"  NIT PID 0x0010 version 1\n"
-                                   "└─ Transport stream 0x1770 (6000)  original network 0x0110, PAT PID 0x0000 version "
-                                   "2, SDT PID 0x0011 version 3\n"
-                                   "   │  unknown descriptor (0x43)  bytes 01 19 19 00 01 30 A1 02 99 00 04\n"
-                                   "   ├─ Service 0x0001 (1) \"Italia 1\"  digital television (0x01), running, "
-                                   "controlled by a CA system, provider \"Mediaset\", EIT present/following, PMT PID "
-                                   "0x0100 version 4, PCR PID 0x0654\n"));
+    EXPECT_THAT(
+        output,
+        StartsWith(
+            "Network 0x0110 (272) \"Mediaset\"  NIT PID 0x0010 version 1\n"
+            "└─ Transport stream 0x1770 (6000)  original network 0x0110, PAT PID 0x0000 version "
+            "2, SDT PID 0x0011 version 3\n"
+            "   │  satellite_delivery_system_descriptor (0x43, skipped by the receiver)  bytes 01 19 19 00 01 30 A1 02 99 00 04\n"
+            "   ├─ Service 0x0001 (1) \"Italia 1\"  digital television (0x01), running, "
+            "controlled by a CA system, provider \"Mediaset\", EIT present/following, PMT PID "
+            "0x0100 version 4, PCR PID 0x0654\n"));
     EXPECT_THAT(output, HasSubstr("   │  │  └─ AIT of type 0x0001\n"
                                   "   │  │        ! AIT version 0 (packet 15) rejected with ERROR_INVALID_ITEM: "
                                   "ISDBTUtils: TTransportProtocolDescriptor::parse: DataPiping not supported. "
@@ -88,18 +91,20 @@ TEST_F(InspectRecordedTrees, SatelliteMultiplexWhoseNitIsRejected) {
 }
 
 TEST_F(InspectRecordedTrees, EventsOfAPidGivenByHand) {
-    EXPECT_THAT(shown("tsduck-032.1.ts", {"--pid", "404", "--width", "300"}),
-                StartsWith("Transport stream\n"
-                           "   ! no PAT came\n"
-                           "   ! no NIT came\n"
-                           "   ! no SDT came\n"
-                           "\n"
-                           "PID 0x0194\n"
-                           "│  ! no PMT names this PID\n"
-                           "└─ DSM-CC stream descriptors  data event 0x0, event message group 0x001, version 2\n"
-                           "      ! DSM-CC changed without a new version\n"
-                           "      unknown descriptor (0x1A)  bytes 00 01 00 00 00 00 00 00 00 00 54 65 73 74 20 4D 65 "
-                           "73 73 61 67 65 20 33\n"));
+    EXPECT_THAT(
+        shown("tsduck-032.1.ts", {"--pid", "404", "--width", "300"}),
+        StartsWith(
+            "Transport stream\n"
+            "   ! no PAT came\n"
+            "   ! no NIT came\n"
+            "   ! no SDT came\n"
+            "\n"
+            "PID 0x0194\n"
+            "│  ! no PMT names this PID\n"
+            "└─ DSM-CC stream descriptors  data event 0x0, event message group 0x001, version 2\n"
+            "      ! DSM-CC changed without a new version\n"
+            "      stream_event_descriptor (0x1A, skipped by the receiver)  bytes 00 01 00 00 00 00 00 00 00 00 54 65 73 74 20 4D 65 "
+            "73 73 61 67 65 20 33\n"));
 }
 
 TEST_F(InspectRecordedTrees, LastTimeOfAClock) {

@@ -159,7 +159,7 @@ TEST(InspectStatistics, ProgramMapsNameTheStreams) {
                           "0x0100 1 16.67 % - - PCR\n"
                           "0x0101 1 16.67 % - 0 PMT\n"
                           "0x0111 1 16.67 % - - H.264 video\n"
-                          "0x0112 1 16.67 % - - stream_type 0x90\n"
+                          "0x0112 1 16.67 % - - user private\n"
                           "0x0113 1 16.67 % - 0 private sections: AIT\n"
                           "\n"
                           "no clock (PCR) in the stream: intervals and bit rates are unknown\n"));
@@ -171,7 +171,7 @@ TEST(InspectStatistics, TablesThatTheLibraryDoesNotKnowAreCountedToo) {
     stream.section(OTHER_PID, corrupted(longSection(0x4A, {}, {})))
         .section(OTHER_PID, corrupted(longSection(0x4B, {}, {})));
     const std::string output = squeezed(statistics(stream.bytes(), {"--pid", "0x321"}).output);
-    EXPECT_THAT(output, HasSubstr("\n0x0321 0x4A 3 1 0 1 0 - - -\n\n"));
+    EXPECT_THAT(output, HasSubstr("\n0x0321 BAT 0x4A 3 1 0 1 0 - - -\n\n"));
     EXPECT_THAT(output, HasSubstr("4 sections on 1 PID: 0 shown, 0 rejected, 2 CRC errors (PID 0x0321)"));
 }
 

@@ -98,7 +98,10 @@ void Inspector::runSections(Input& input, Repetitions repetitions) {
         ++counts.sections;
         counts.cutShort += section->complete() ? 0U : 1U;
         counts.crcErrors += section->complete() && !section->sound() ? 1U : 0U;
-        last.unknown += tableName(section->tableId()).empty() ? 1U : 0U;
+        if (tableName(section->tableId()).empty()) {
+            ++last.unknown;
+            last.unknownTables.insert(section->tableId());
+        }
         takeAsItIs(*section, repetitions);
     }
     last.sections = counts.sections;
@@ -221,7 +224,9 @@ Summary Inspector::summary(const PacketReader& packets) const {
             packets.skippedBytes(),
             traffic.seconds,
             m_statistics.of(traffic, m_interest.tables),
-            0};
+            0,
+            0,
+            {}};
 }
 
 } // namespace inspect

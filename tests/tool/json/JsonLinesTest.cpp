@@ -253,6 +253,7 @@ TEST(JsonLines, HaveTheStatisticsOfEachTable) {
                                     {"pid", 0},
                                     {"table", "PAT"},
                                     {"table_id", 0},
+                                    {"table_id_name", "PAT (program association)"},
                                     {"sections", 20},
                                     {"distinct", 1},
                                     {"version_changes", 0},

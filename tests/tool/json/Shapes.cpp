@@ -93,6 +93,9 @@ void ValueShape::addTo(Json& object, const std::string& name, bool required) con
     if (m_isRead || m_isText || m_types.count("array") != 0) {
         add(name + "_reading", reference("reading"), false);
     }
+    if (m_element && m_element->m_isCode) {
+        add(name + "_names", arrayOf("code_name"), false);
+    }
     if (m_element && m_element->m_isText) {
         add(name + "_hex", arrayOf("hex"), false);
     }

@@ -24,10 +24,7 @@ void StreamNames::learn(const Fields& programMap) {
 
 std::string StreamNames::of(Pid pid) const {
     const auto found = m_names.find(pid);
-    if (found != m_names.end()) {
-        return found->second;
-    }
-    return pid == NULL_PID ? "null packets" : "";
+    return found == m_names.end() ? "" : found->second;
 }
 
 } // namespace inspect

@@ -6,6 +6,7 @@
 #include "descriptors/TNPTReferenceDescriptor.h"
 #include "descriptors/TStreamEventDescriptor.h"
 #include "descriptors/TStreamModeDescriptor.h"
+#include "naming/Names.h"
 
 namespace inspect {
 
@@ -47,21 +48,8 @@ Fields describeNptReference(const Quor::TNPTReferenceDescriptor& descriptor) {
 
 using Quor::TStreamModeDescriptor;
 
-constexpr CodeName STREAM_MODES[] = {
-    {TStreamModeDescriptor::STREAM_MODE_OPEN, "open"},
-    {TStreamModeDescriptor::STREAM_MODE_PAUSE, "pause"},
-    {TStreamModeDescriptor::STREAM_MODE_TRANSPORT, "transport"},
-    {TStreamModeDescriptor::STREAM_MODE_TRANSPORT_PAUSE, "transport pause"},
-    {TStreamModeDescriptor::STREAM_MODE_SEARCH_TRANSPORT, "search transport"},
-    {TStreamModeDescriptor::STREAM_MODE_SEARCH_TRANSPORT_PAUSE, "search transport pause"},
-    {TStreamModeDescriptor::STREAM_MODE_PAUSE_SEARCH_TRANSPORT, "pause search transport"},
-    {TStreamModeDescriptor::STREAM_MODE_END_OF_STREAM, "end of stream"},
-    {TStreamModeDescriptor::STREAM_MODE_PRE_SEARCH_TRANSPORT, "pre search transport"},
-    {TStreamModeDescriptor::STREAM_MODE_PRE_SEARCH_TRANSPORT_PAUSE, "pre search transport pause"},
-};
-
 Fields describeStreamMode(const TStreamModeDescriptor& descriptor) {
-    return {code("stream_mode", descriptor.getStreamMode(), STREAM_MODES)};
+    return {code("stream_mode", descriptor.getStreamMode(), names::STREAM_MODE)};
 }
 
 Fields describeStreamEvent(const Quor::TStreamEventDescriptor& descriptor) {
@@ -74,18 +62,10 @@ Fields describeStreamEvent(const Quor::TStreamEventDescriptor& descriptor) {
 
 using Quor::TGeneralEventDescriptor;
 
-constexpr CodeName TIME_MODES[] = {
-    {TGeneralEventDescriptor::TIME_MODE_NONE, "none"},
-    {TGeneralEventDescriptor::TIME_MODE_MJD_UTC, "date and time"},
-    {TGeneralEventDescriptor::TIME_MODE_NPT, "normal play time"},
-    {TGeneralEventDescriptor::TIME_MODE_EVENT_RELATIVE, "relative to the event"},
-    {TGeneralEventDescriptor::TIME_MODE_MJD_UTC_2, "date and time"},
-};
-
 Fields describeGeneralEvent(const TGeneralEventDescriptor& descriptor) {
     const auto time = static_cast<QUOR_S32>(descriptor.getEventMsgJSTTime());
     return {identifier("event_msg_group_id", descriptor.getEventMsgGroupID(), 3),
-            code("time_mode", descriptor.getTimeMode(), TIME_MODES),
+            code("time_mode", descriptor.getTimeMode(), names::GENERAL_EVENT_TIME_MODE),
             number("event_msg_jst_time", descriptor.getEventMsgJSTTime()).reads(isoTime(time)),
             number("event_msg_npt_h", descriptor.getEventMsgNPTH()),
             number("event_msg_npt_l", descriptor.getEventMsgNPTL())

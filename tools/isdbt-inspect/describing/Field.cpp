@@ -28,6 +28,10 @@ Field Field::standsFor(std::string_view meaning) && {
     return std::move(*this);
 }
 
+Field Field::named(const NameList& names) && {
+    return std::move(*this).standsFor(names.of(std::get<Number>(value).value));
+}
+
 bool isNested(const Field& field) {
     return std::holds_alternative<List>(field.value) || std::holds_alternative<Object>(field.value);
 }
@@ -46,6 +50,10 @@ Field number(std::string_view name, std::int64_t value) {
 
 Field identifier(std::string_view name, std::uint32_t value, int hexDigits) {
     return field(name, Number{value, hexDigits});
+}
+
+Field code(std::string_view name, std::int64_t value, const NameList& names) {
+    return number(name, value).named(names);
 }
 
 Field text(std::string_view name, std::string_view raw) {

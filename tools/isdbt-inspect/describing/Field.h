@@ -1,5 +1,7 @@
 #pragma once
 
+#include "naming/NameList.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -11,12 +13,6 @@ namespace inspect {
 
 struct Field;
 using Fields = std::vector<Field>;
-
-/// The name of one value of a code.
-struct CodeName {
-    std::int64_t value;
-    std::string_view name;
-};
 
 /// Nothing where something could be, such as a pointer that is null.
 struct Absent {};
@@ -60,7 +56,7 @@ struct Field {
     Field standsFor(std::string_view meaning) &&;
 
     /// Says what the number stands for. A value that is not among the names stands for something without a name.
-    template <std::size_t N> Field named(const CodeName (&names)[N]) &&;
+    Field named(const NameList& names) &&;
 };
 
 /// Whether a field holds others: a list or an object.
@@ -82,20 +78,7 @@ Field object(std::string_view name, Fields fields);
 Field identifier(std::string_view name, std::uint32_t value, int hexDigits);
 
 /// A number that stands for something.
-/// @param names an array of CodeName. A value without a name is shown as a number.
-template <std::size_t N> Field code(std::string_view name, std::int64_t value, const CodeName (&names)[N]) {
-    return number(name, value).named(names);
-}
-
-template <std::size_t N> Field Field::named(const CodeName (&names)[N]) && {
-    const std::int64_t number = std::get<Number>(value).value;
-    std::string_view found;
-    for (const CodeName& each : names) {
-        if (each.value == number) {
-            found = each.name;
-        }
-    }
-    return std::move(*this).standsFor(found);
-}
+/// A value without a name is shown as a number.
+Field code(std::string_view name, std::int64_t value, const NameList& names);
 
 } // namespace inspect

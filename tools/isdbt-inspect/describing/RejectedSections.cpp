@@ -31,8 +31,7 @@ Field describeLoop(const DescriptorLoop& loop) {
 
 Field describeOnWire(const RawDescriptor& descriptor) {
     return object("", {identifier("offset", static_cast<std::uint32_t>(descriptor.offset), 4),
-                       identifier("descriptor_tag", descriptor.tag, 2)
-                           .standsFor(descriptor.kind == nullptr ? "" : descriptor.kind->name),
+                       identifier("descriptor_tag", descriptor.tag, 2).standsFor(descriptor.name),
                        flag("known", descriptor.kind != nullptr),
                        descriptor.length ? number("length", *descriptor.length).in("bytes") : absent("length"),
                        flag("fits", descriptor.fits()), errorCode(descriptor),

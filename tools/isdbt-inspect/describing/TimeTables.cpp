@@ -3,6 +3,7 @@
 #include "describing/Loops.h"
 #include "describing/Readings.h"
 #include "descriptors/TLocalTimeOffsetDescriptor.h"
+#include "naming/Names.h"
 #include "tot/TTOTTable.h"
 
 namespace inspect {
@@ -10,11 +11,6 @@ namespace inspect {
 namespace {
 
 constexpr std::int64_t BEHIND_UTC = 1;
-
-constexpr CodeName POLARITIES[] = {
-    {0, "ahead of UTC"},
-    {BEHIND_UTC, "behind UTC"},
-};
 
 /// Bytes of one item on the wire.
 constexpr unsigned ITEM_SIZE = 13;
@@ -24,7 +20,7 @@ Field describeItem(const Quor::TLocalTimeOffsetDescriptorItem& item) {
     const auto offset = item.getLocalTimeOffset();
     return object("", {isoCode("country_code", item.getCountryCode()),
                        number("country_region_id", item.getCountryRegionID()),
-                       code("local_time_offset_polarity", polarity, POLARITIES),
+                       code("local_time_offset_polarity", polarity, names::POLARITY),
                        number("local_time_offset", offset).in("s").reads(isoOffset(polarity == BEHIND_UTC, offset))});
 }
 

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -81,7 +82,8 @@ struct TableStatistics {
 /// What came on one PID.
 struct PidStatistics {
     std::optional<Pid> pid; ///< nothing for sections that did not come in packets
-    std::string content;    ///< what the program maps call it: "H.264 video"; empty when they do not
+    std::string
+        content; ///< what the program maps call it: "H.264 video"; else what it is known for, unless tables came
     std::uint64_t packets;
     double share;                                 ///< of all packets, 0 to 1
     std::optional<std::uint64_t> discontinuities; ///< nothing for a PID on which no sections were looked for
@@ -103,6 +105,7 @@ struct Summary {
     std::vector<PidStatistics> statistics; ///< by PID; when only some tables are shown, of these alone
     std::uint64_t forgotten = 0;           ///< older current sections that are not in the multiplex
     std::uint64_t unknown = 0; ///< sections that did not come in packets, of tables that the library does not know
+    std::set<std::uint8_t> unknownTables; ///< their table_ids
 };
 
 } // namespace inspect

@@ -38,13 +38,14 @@ std::string faultOf(const Field& descriptor) {
 void appendDescriptorLine(Page& page, const Field& descriptor, std::size_t indent) {
     const std::string fault = faultOf(descriptor);
     const std::string& name = find(descriptor, "descriptor_tag").codeName;
+    const bool known = std::get<bool>(find(descriptor, "known").value);
+    const std::string named = name.empty() ? "unknown, skipped" : name + (known ? "" : ", skipped");
     const Field& length = find(descriptor, "length");
-    const std::string line =
-        fmt::format("{:{}}{} {:04X}  0x{:02X}  {}, {}{}", "", indent,
-                    fault.empty() ? " " : page.style.paint(Ink::Fault, ">"), numberOf(descriptor, "offset"),
-                    numberOf(descriptor, "descriptor_tag"), name.empty() ? "unknown, skipped" : name,
-                    std::holds_alternative<Absent>(length.value) ? "no length" : valueText(length, page.style),
-                    fault.empty() ? "" : "  " + page.style.paint(Ink::Fault, fault));
+    const std::string line = fmt::format(
+        "{:{}}{} {:04X}  0x{:02X}  {}, {}{}", "", indent, fault.empty() ? " " : page.style.paint(Ink::Fault, ">"),
+        numberOf(descriptor, "offset"), numberOf(descriptor, "descriptor_tag"), named,
+        std::holds_alternative<Absent>(length.value) ? "no length" : valueText(length, page.style),
+        fault.empty() ? "" : "  " + page.style.paint(Ink::Fault, fault));
     appendLine(page, line, indent + MARGIN);
     appendBytes(page, std::get<Bytes>(find(descriptor, "bytes").value).bytes, indent + MARGIN);
 }
