@@ -33,6 +33,22 @@ TEST(InspectCharset, IsThatOfBrazilWithoutAWord) {
     EXPECT_EQ(nameShown("43 E2 6D 61 72 61 20 A4"), "\"Câmara €\"");
 }
 
+/// Names in Japan begin with kanji, which are no texts of Latin America.
+TEST(InspectCharset, IsThatOfJapanInItsNetworks) {
+    LongHeader header;
+    header.extension = 0x7FE8;
+    const ByteVector nit = longSection(0x40, header, hex("F005 40 03 C6 EC D3  F000"));
+    const TemporaryFile file(StreamBuilder().section(0x0010, nit).bytes());
+    const std::string shown = inspectTables({"--table", "nit", file.path()}).output;
+    if (inspectTables({"--charset", "japan", file.path()}).status == 2) {
+        EXPECT_THAT(shown, HasSubstr("network_name \"ÆìÓ\" (in the coding of Japan, which this build cannot read)\n"));
+    } else {
+        EXPECT_THAT(shown, HasSubstr("network_name \"てれび\"\n"));
+    }
+    EXPECT_THAT(inspectTables({"--table", "nit", "--charset", "latin-america", file.path()}).output,
+                HasSubstr("network_name \"ÆìÓ\"\n"));
+}
+
 TEST(InspectCharset, AnyThatIconvKnows) {
     EXPECT_EQ(nameShown("A4", {"--charset", "ISO-8859-1"}), "\"¤\"");
     EXPECT_EQ(nameShown("43 C3A2 6D 61 72 61", {"--charset", "UTF-8"}), "\"Câmara\"");

@@ -192,7 +192,7 @@ void Inspector::show(const Section& section, SeenSections::News news) {
         m_statistics.reject(section);
         report.rejection = rejectionOf(section, parsed);
     } else {
-        report.fields = describe(*parsed.table, m_charset);
+        report.fields = describe(*parsed.table, m_charset, m_coding);
         if (section.tableId() == PMT) {
             m_statistics.learn(report.fields);
         }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "counting/Statistics.h"
-#include "describing/Charset.h"
+#include "describing/CodingGuess.h"
 #include "following/Following.h"
 #include "multiplex/CurrentSections.h"
 #include "packets/PacketReader.h"
@@ -62,6 +62,7 @@ private:
     Renderer& m_renderer;
     const Interest& m_interest;
     const Charset& m_charset;
+    CodingGuess m_coding;
     SectionGatherer m_gatherer;
     SeenSections m_seen;
     SeenSections m_seenOfOthers; ///< tables that the library does not understand; they must not displace the others

@@ -165,7 +165,7 @@ void addOutput(CLI::App& app, Options& options) {
         ->type_name("COLUMNS")
         ->check(CLI::Range(40, 10000).description(""));
     app.add_option("--charset", options.charset,
-                   "character set of the texts: latin-america, or any that iconv --list names")
+                   "coding of the texts: auto, latin-america, japan, or any that iconv --list names")
         ->type_name("NAME")
         ->capture_default_str()
         ->check(checkCharset);

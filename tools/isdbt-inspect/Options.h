@@ -20,7 +20,7 @@ struct Options {
     std::optional<std::vector<std::uint8_t>> hex; ///< sections, packets or descriptors, in place of the inputs
     std::optional<std::uint8_t> descriptorOf;     ///< the bytes are descriptors of this table_id
     Interest interest;
-    std::string charset = Charset::LATIN_AMERICA;
+    std::string charset = Charset::AUTO;
     const View* view = &views().front();
     bool json = false;
     Colour colour = Colour::Auto;

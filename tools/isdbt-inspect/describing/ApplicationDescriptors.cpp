@@ -67,7 +67,7 @@ Fields describeApplicationName(const Quor::TApplicationNameDescriptor& descripto
 using Quor::TApplicationIconDescriptor;
 
 Fields describeApplicationIcon(const TApplicationIconDescriptor& descriptor) {
-    return {text("icon_locator", descriptor.getIconLocator()),
+    return {address("icon_locator", descriptor.getIconLocator()),
             identifier("icon_flags", descriptor.getIconFlags(), 4)
                 .reads(setFlags(descriptor.getIconFlags(), names::APPLICATION_ICON))};
 }
@@ -91,7 +91,7 @@ Fields describeIpSignaling(const Quor::TIPSignalingDescriptor& descriptor) {
 }
 
 Field describePrefetched(const Quor::TPrefetchDescriptorItem& item) {
-    return object("", {text("label", item.getLabel()), number("priority", item.getPriority())});
+    return object("", {address("label", item.getLabel()), number("priority", item.getPriority())});
 }
 
 Fields describePrefetch(const Quor::TPrefetchDescriptor& descriptor) {

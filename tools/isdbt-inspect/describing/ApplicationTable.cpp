@@ -39,7 +39,7 @@ void appendOwnOrInherited(Fields& fields, const TApplication& application,
 }
 
 Field describeApplication(const TApplication& application) {
-    Fields fields{text("hash_id", application.getHashID()),
+    Fields fields{address("hash_id", application.getHashID()),
                   applicationIdentifier(*application.getApplicationIdentifier()),
                   code("control_code", application.getControlCode(), names::APPLICATION_CONTROL_CODE),
                   identifier("application_type", application.getApplicationType(), 4).named(names::APPLICATION_TYPE)};

@@ -1,5 +1,6 @@
 #include "describing/Charset.h"
 
+#include "describing/JapaneseText.h"
 #include "describing/LatinAmericanText.h"
 
 #include <algorithm>
@@ -33,17 +34,39 @@ ShownText decodeLatinAmerican(std::string_view raw, const Conversion& latin9) {
     return {latin9.shown(read.characters), utf8.empty() ? codesLeftOut(read.leftOut) : utf8};
 }
 
+ShownText decodeJapanese(std::string_view raw, const Conversion& latin9) {
+    if (!canReadJapanese()) {
+        return {latin9.shown(raw), "in the coding of Japan, which this build cannot read"};
+    }
+    return {Conversion("UTF-8").shown(readJapanese(raw)), {}};
+}
+
+std::optional<Coding> codingOf(const std::string& name) {
+    if (name == Charset::LATIN_AMERICA) {
+        return Coding::LatinAmerica;
+    }
+    return name == Charset::JAPAN && canReadJapanese() ? std::optional(Coding::Japan) : std::nullopt;
+}
+
 } // namespace
 
 Charset::Charset(const std::string& name)
-    : m_isLatinAmerican(name == LATIN_AMERICA), m_conversion(m_isLatinAmerican ? LATIN_9 : name) {
+    : m_coding(codingOf(name)), m_isAuto(name == AUTO), m_conversion(m_coding || m_isAuto ? LATIN_9 : name) {
     if (!m_conversion.isKnown()) {
         throw UnknownCharset(name);
     }
 }
 
-ShownText Charset::decode(std::string_view raw) const {
-    return m_isLatinAmerican ? decodeLatinAmerican(raw, m_conversion) : ShownText{m_conversion.shown(raw), {}};
+ShownText Charset::decode(std::string_view raw, Coding told) const {
+    if (!m_coding && !m_isAuto) {
+        return {m_conversion.shown(raw), {}};
+    }
+    return m_coding.value_or(told) == Coding::Japan ? decodeJapanese(raw, m_conversion)
+                                                    : decodeLatinAmerican(raw, m_conversion);
+}
+
+ShownText Charset::decodeAddress(std::string_view raw) const {
+    return m_coding || m_isAuto ? decodeLatinAmerican(raw, m_conversion) : decode(raw);
 }
 
 } // namespace inspect

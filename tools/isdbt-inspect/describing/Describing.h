@@ -2,6 +2,7 @@
 
 #include "TISDBTTable.h"
 #include "describing/Charset.h"
+#include "describing/CodingGuess.h"
 #include "describing/Field.h"
 #include "walking/DescriptorLoops.h"
 
@@ -9,6 +10,10 @@ namespace inspect {
 
 /// The fields of a parsed table, descriptors included, without those of the section header.
 /// @param charset what its texts are in
+/// @param guess   what its stream's tables tell of that; learns from this one
+Fields describe(const Quor::TISDBTTable& table, const Charset& charset, CodingGuess& guess);
+
+/// The same for a table whose stream is not known.
 Fields describe(const Quor::TISDBTTable& table, const Charset& charset = Charset());
 
 /// The same for a single descriptor: an object under its name.

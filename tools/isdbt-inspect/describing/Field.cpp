@@ -57,11 +57,15 @@ Field code(std::string_view name, std::int64_t value, const NameList& names) {
 }
 
 Field text(std::string_view name, std::string_view raw) {
-    return field(name, Text{std::string(raw), {}, false});
+    return field(name, Text{std::string(raw), {}, Text::Name});
+}
+
+Field address(std::string_view name, std::string_view raw) {
+    return field(name, Text{std::string(raw), {}, Text::Address});
 }
 
 Field isoCode(std::string_view name, std::string_view raw) {
-    return field(name, Text{std::string(raw), Conversion("ASCII").shown(raw), true});
+    return field(name, Text{std::string(raw), Conversion("ASCII").shown(raw), Text::IsoCode});
 }
 
 Field bytes(std::string_view name, const std::uint8_t* data, std::size_t size) {

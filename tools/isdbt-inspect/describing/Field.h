@@ -23,9 +23,15 @@ struct Number {
 };
 
 struct Text {
+    enum Kind {
+        Name,    ///< what viewers read
+        Address, ///< what programs read: of a file, of a class
+        IsoCode  ///< of a language or a country: of ASCII, whatever the character set of the broadcast
+    };
+
     std::string raw;     ///< as it is broadcast
     std::string decoded; ///< as Charset::decode() gives it
-    bool isIsoCode;      ///< it is of ASCII, whatever the character set of the broadcast
+    Kind kind;
 };
 
 struct Bytes {
@@ -66,6 +72,9 @@ Field absent(std::string_view name);
 Field flag(std::string_view name, bool value);
 Field number(std::string_view name, std::int64_t value);
 Field text(std::string_view name, std::string_view raw);
+
+/// The address of a file or of a class.
+Field address(std::string_view name, std::string_view raw);
 
 /// The code of a language or a country: "por", "BRA".
 Field isoCode(std::string_view name, std::string_view raw);

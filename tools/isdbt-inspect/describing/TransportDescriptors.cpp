@@ -27,7 +27,7 @@ template <class Descriptor> Fields describeCarousel(const Descriptor& descriptor
 }
 
 Field describeUrl(const std::string& url) {
-    return text("", url);
+    return address("", url);
 }
 
 Fields describeIp(const Quor::TTransportProtocolDescriptorIP& descriptor) {
