@@ -32,10 +32,11 @@ TEST_F(InspectRecordedTrees, OneSegMultiplexWhoseApplicationsAreNotSent) {
                                    "│     ! no PMT came\n"));
     EXPECT_THAT(
         output,
-        HasSubstr("└─ Service 0x0211 (529) \"MTV 1Seg\" (2 control codes left out)  data (0xC0), undefined, not "
-                  "scrambled, EIT present/following, PMT PID 0x0218 version 23, PCR PID 0x021E\n"
-                  "   ├─ Component PID 0x0219  H.264 video (0x1B), tag 0x81\n"
-                  "   ├─ Component PID 0x021A  AAC audio in LATM (0x11), tag 0x83\n"));
+        HasSubstr(
+            "└─ Service 0x0211 (529) \"MTV 1Seg\" (2 control codes left out)  data or one-segment (0xC0), undefined, not "
+            "scrambled, EIT present/following, PMT PID 0x0218 version 23, PCR PID 0x021E\n"
+            "   ├─ Component PID 0x0219  H.264 video (0x1B), tag 0x81\n"
+            "   ├─ Component PID 0x021A  AAC audio in LATM (0x11), tag 0x83\n"));
     EXPECT_THAT(output, HasSubstr("   └─ Component PID 0x021D  private sections (0x05), Ginga application information "
                                   "table (0x00A3)\n"
                                   "         ! no AIT came\n"
