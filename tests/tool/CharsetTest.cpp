@@ -27,8 +27,26 @@ std::string nameShown(const std::string& bytes, const std::vector<std::string>& 
 
 } // namespace
 
-TEST(InspectCharset, IsLatin9WithoutAWord) {
+TEST(InspectCharset, IsThatOfBrazilWithoutAWord) {
+    EXPECT_EQ(nameShown("54 56 20 49 4E 54 45 47 52 41 C7 C3 4F 20 20", {"--charset", "latin-america"}),
+              "\"TV INTEGRAÇÃO\"");
     EXPECT_EQ(nameShown("43 E2 6D 61 72 61 20 A4"), "\"Câmara €\"");
+}
+
+/// Names in Japan begin with kanji, which are no texts of Latin America.
+TEST(InspectCharset, IsThatOfJapanInItsNetworks) {
+    LongHeader header;
+    header.extension = 0x7FE8;
+    const ByteVector nit = longSection(0x40, header, hex("F005 40 03 C6 EC D3  F000"));
+    const TemporaryFile file(StreamBuilder().section(0x0010, nit).bytes());
+    const std::string shown = inspectTables({"--table", "nit", file.path()}).output;
+    if (inspectTables({"--charset", "japan", file.path()}).status == 2) {
+        EXPECT_THAT(shown, HasSubstr("network_name \"ÆìÓ\" (in the coding of Japan, which this build cannot read)\n"));
+    } else {
+        EXPECT_THAT(shown, HasSubstr("network_name \"てれび\"\n"));
+    }
+    EXPECT_THAT(inspectTables({"--table", "nit", "--charset", "latin-america", file.path()}).output,
+                HasSubstr("network_name \"ÆìÓ\"\n"));
 }
 
 TEST(InspectCharset, AnyThatIconvKnows) {
@@ -46,8 +64,10 @@ TEST(InspectCharset, BytesThatAreNoCharactersAreShownEscaped) {
 }
 
 /// What is broadcast must not steer the terminal.
-TEST(InspectCharset, ControlCharactersAreShownEscaped) {
-    EXPECT_EQ(nameShown("1B 5B 33 31 6D 0A 9B 7F"), "\"\\x1B[31m\\x0A\\x9B\\x7F\"");
+TEST(InspectCharset, ControlCharactersAreShownEscapedOrNotAtAll) {
+    const std::string name = "1B 5B 33 31 6D 0A 9B 7F 41";
+    EXPECT_EQ(nameShown(name, {"--charset", "ISO-8859-15"}), "\"\\x1B[31m\\x0A\\x9B\\x7FA\"");
+    EXPECT_EQ(nameShown(name), "\"31m A\" (2 control codes left out)");
 }
 
 TEST(InspectCharset, QuotationMarksAndBackslashesAreTold) {

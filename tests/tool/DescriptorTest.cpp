@@ -43,7 +43,7 @@ TEST(InspectDescriptor, SeveralBehindEachOther) {
     const Finished finished = inspectDescriptor("pmt", "52 01 07  09 02 AABB  52 01 08");
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.output, "stream_identifier_descriptor (0x52)  component_tag 0x07 (7)\n"
-                               "  0003  0x09  unknown, skipped, 2 bytes\n"
+                               "  0003  0x09  ca_descriptor, skipped, 2 bytes\n"
                                "              AA BB\n"
                                "stream_identifier_descriptor (0x52)  component_tag 0x08 (8)\n");
 }
@@ -80,7 +80,7 @@ TEST(InspectDescriptor, CutShort) {
     EXPECT_EQ(inspectDescriptor("pmt", "52").status, 3);
     const Finished unknown = inspectDescriptor("pmt", "09 05 01");
     EXPECT_EQ(unknown.status, 3);
-    EXPECT_EQ(unknown.output, "> 0000  0x09  unknown, skipped, 5 bytes  does not fit: 1 left\n"
+    EXPECT_EQ(unknown.output, "> 0000  0x09  ca_descriptor, skipped, 5 bytes  does not fit: 1 left\n"
                               "              01\n");
 }
 

@@ -65,6 +65,10 @@ TEST(Completion, OffersTheValuesOfAnOption) {
     EXPECT_EQ(completions("isdbt-inspect --table p"), "pat pmt\n");
     EXPECT_EQ(completions("isdbt-inspect --table nit,sd"), "nit,sdt nit,sdtt\n");
     EXPECT_EQ(completions("isdbt-inspect --descriptor p"), "pmt\n");
+    EXPECT_EQ(completions("isdbt-inspect --pid 0x002"),
+              "0x0020 0x0021 0x0022 0x0023 0x0024 0x0025 0x0026 0x0027 0x0028 "
+              "0x0029 0x002E 0x002F\n");
+    EXPECT_THAT(completions("isdbt-inspect --charset latin-a"), HasSubstr("latin-america"));
     EXPECT_THAT(completions("isdbt-inspect --charset ISO-8859-1"), HasSubstr("ISO-8859-15"));
 }
 

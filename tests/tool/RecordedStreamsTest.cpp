@@ -65,10 +65,12 @@ TEST_F(InspectRecordedStreams, OneSegMultiplexFromALab) {
                 HasSubstr("    [4] stream_type 0x05 (5) private sections  elementary_pid 0x021D (541)\n"
                           "        data_component_descriptor (0xFD)\n"
                           "          data_component_id     0x00A3 (163) Ginga application information table\n"));
-    EXPECT_THAT(finished.output,
-                HasSubstr("        unknown_descriptors (1)\n"
-                          "          descriptor_tag  length    bytes\n"
-                          "          0x14 (20)       13 bytes  00 80 00 00 08 80 00 00 00 FF FF FF FF\n"));
+    EXPECT_THAT(
+        finished.output,
+        HasSubstr(
+            "        unknown_descriptors (1 skipped by the receiver)\n"
+            "          descriptor_tag                        length    bytes\n"
+            "          0x14 (20) association_tag_descriptor  13 bytes  00 80 00 00 08 80 00 00 00 FF FF FF FF\n"));
     EXPECT_THAT(finished.output, HasSubstr("          service_provider_name  \"RTVE\"\n"
                                            "          service_name           \"La 2\"\n"));
     EXPECT_THAT(finished.output, EndsWith("\n\n"
@@ -127,7 +129,7 @@ TEST_F(InspectRecordedStreams, JapaneseSatelliteWithAServiceListOfThreeBytesAnEn
     EXPECT_THAT(finished.output, HasSubstr("          still_picture        no\n"
                                            "          sequence_end_code    yes\n"
                                            "          video_encode_format  1 1080i\n"));
-    EXPECT_THAT(finished.output, HasSubstr("    0x09 (9)        4 bytes  00 05 E1 21\n"));
+    EXPECT_THAT(finished.output, HasSubstr("    0x09 (9) ca_descriptor  4 bytes  00 05 E1 21\n"));
     EXPECT_THAT(finished.output, HasSubstr("NIT  PID 0x0010  version 10  section 0/0  current  packet 566  REJECTED\n"
                                            "  error  ERROR_INVALID_ITEM (0x0A0A)\n"));
     EXPECT_THAT(finished.output, HasSubstr("  descriptors of transport_stream 0x4010 (2)\n"
@@ -139,7 +141,7 @@ TEST_F(InspectRecordedStreams, JapaneseSatelliteWithAServiceListOfThreeBytesAnEn
 TEST_F(InspectRecordedStreams, JapaneseNetworkOnTwentyThreeFrequencies) {
     const Finished finished = inspectTables({"--table", "nit", recordedStream("tsduck-208.1.ts")});
     EXPECT_EQ(finished.status, 0);
-    EXPECT_THAT(finished.output, HasSubstr("          area_code          0xAC6 (2758)\n"
+    EXPECT_THAT(finished.output, HasSubstr("          area_code          0xAC6 (2758) Akita, Japan\n"
                                            "          guard_interval     2 1/8\n"
                                            "          transmission_mode  2 mode 3 (8K)\n"
                                            "          frequency_counter  23\n"
@@ -158,8 +160,8 @@ TEST_F(InspectRecordedStreams, StreamEventsOfATestService) {
     EXPECT_THAT(finished.output, StartsWith("DSM-CC  PID 0x0194  version 0  section 0/0  current  packet 1\n"
                                             "  data_event_id       0x0 (0)\n"
                                             "  event_msg_group_id  0x001 (1)\n"
-                                            "  unknown_descriptors (1)\n"
-                                            "    [0] descriptor_tag  0x1A (26)\n"
+                                            "  unknown_descriptors (1 skipped by the receiver)\n"
+                                            "    [0] descriptor_tag  0x1A (26) stream_event_descriptor\n"
                                             "        length          24 bytes\n"
                                             "        bytes           00 01 00 00 00 00 00 00 00 00 54 65 73 74 20 "
                                             "4D 65 73 73 61 67 65 20 31\n"));

@@ -31,10 +31,13 @@ TEST_F(InspectRecordedTrees, OneSegMultiplexWhoseApplicationsAreNotSent) {
                                    "├─ Service 0x0110 (272) \"La 1\"  digital television (0x01), running, not "
                                    "scrambled, provider \"RTVE\", EIT present/following and schedule, PMT PID 0x0110\n"
                                    "│     ! no PMT came\n"));
-    EXPECT_THAT(output, HasSubstr("└─ Service 0x0211 (529) \"\\x0EMTV 1Seg\\x0F\"  data (0xC0), undefined, not "
-                                  "scrambled, EIT present/following, PMT PID 0x0218 version 23, PCR PID 0x021E\n"
-                                  "   ├─ Component PID 0x0219  H.264 video (0x1B), tag 0x81\n"
-                                  "   ├─ Component PID 0x021A  AAC audio in LATM (0x11), tag 0x83\n"));
+    EXPECT_THAT(
+        output,
+        HasSubstr(
+            "└─ Service 0x0211 (529) \"MTV 1Seg\" (2 control codes left out)  data or one-segment (0xC0), undefined, not "
+            "scrambled, EIT present/following, PMT PID 0x0218 version 23, PCR PID 0x021E\n"
+            "   ├─ Component PID 0x0219  H.264 video (0x1B), tag 0x81\n"
+            "   ├─ Component PID 0x021A  AAC audio in LATM (0x11), tag 0x83\n"));
     EXPECT_THAT(output, HasSubstr("   └─ Component PID 0x021D  private sections (0x05), Ginga application information "
                                   "table (0x00A3)\n"
                                   "         ! no AIT came\n"
@@ -49,13 +52,16 @@ TEST_F(InspectRecordedTrees, OneSegMultiplexWhoseApplicationsAreNotSent) {
 
 TEST_F(InspectRecordedTrees, ItalianMultiplexWithApplications) {
     const std::string output = shown("tsduck-018.ts");
-    EXPECT_THAT(output, StartsWith("Network 0x0110 (272) \"Mediaset\"  NIT PID 0x0010 version 1\n"
-                                   "└─ Transport stream 0x1770 (6000)  original network 0x0110, PAT PID 0x0000 version "
-                                   "2, SDT PID 0x0011 version 3\n"
-                                   "   │  unknown descriptor (0x43)  bytes 01 19 19 00 01 30 A1 02 99 00 04\n"
-                                   "   ├─ Service 0x0001 (1) \"Italia 1\"  digital television (0x01), running, "
-                                   "controlled by a CA system, provider \"Mediaset\", EIT present/following, PMT PID "
-                                   "0x0100 version 4, PCR PID 0x0654\n"));
+    EXPECT_THAT(
+        output,
+        StartsWith(
+            "Network 0x0110 (272) \"Mediaset\"  NIT PID 0x0010 version 1\n"
+            "└─ Transport stream 0x1770 (6000)  original network 0x0110, PAT PID 0x0000 version "
+            "2, SDT PID 0x0011 version 3\n"
+            "   │  satellite_delivery_system_descriptor (0x43, skipped by the receiver)  bytes 01 19 19 00 01 30 A1 02 99 00 04\n"
+            "   ├─ Service 0x0001 (1) \"Italia 1\"  digital television (0x01), running, "
+            "controlled by a CA system, provider \"Mediaset\", EIT present/following, PMT PID "
+            "0x0100 version 4, PCR PID 0x0654\n"));
     EXPECT_THAT(output, HasSubstr("   │  │  └─ AIT of type 0x0001\n"
                                   "   │  │        ! AIT version 0 (packet 15) rejected with ERROR_INVALID_ITEM: "
                                   "ISDBTUtils: TTransportProtocolDescriptor::parse: DataPiping not supported. "
@@ -97,8 +103,8 @@ TEST_F(InspectRecordedTrees, EventsOfAPidGivenByHand) {
                            "│  ! no PMT names this PID\n"
                            "└─ DSM-CC stream descriptors  data event 0x0, event message group 0x001, version 2\n"
                            "      ! DSM-CC changed without a new version\n"
-                           "      unknown descriptor (0x1A)  bytes 00 01 00 00 00 00 00 00 00 00 54 65 73 74 20 4D 65 "
-                           "73 73 61 67 65 20 33\n"));
+                           "      stream_event_descriptor (0x1A, skipped by the receiver)  bytes 00 01 00 00 00 00 00 "
+                           "00 00 00 54 65 73 74 20 4D 65 73 73 61 67 65 20 33\n"));
 }
 
 TEST_F(InspectRecordedTrees, LastTimeOfAClock) {

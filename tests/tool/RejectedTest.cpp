@@ -40,7 +40,7 @@ TEST(InspectRejected, PmtWithARefusedDescriptor) {
                            "  descriptors of program (2)\n"
                            "      000C  0x52  stream_identifier_descriptor, 1 byte\n"
                            "                  81\n"
-                           "      000F  0x0A  unknown, skipped, 2 bytes\n"
+                           "      000F  0x0A  iso_639_language_descriptor, skipped, 2 bytes\n"
                            "                  AA BB\n"
                            "  descriptors of elementary_stream 0x0111 (2)\n"
                            "      0018  0x52  stream_identifier_descriptor, 1 byte\n"
@@ -64,7 +64,7 @@ TEST(InspectRejected, PmtWithADescriptorThatDoesNotFit) {
 TEST(InspectRejected, PmtWithALoopLongerThanTheSection) {
     EXPECT_THAT(rejected(longSection(0x02, extension(1), hex("E100 F0FF 09"))),
                 HasSubstr("  descriptors of program (1 in 1 of 255 bytes)\n"
-                          "    > 000C  0x09  unknown, skipped, no length  does not fit: 0 left\n"
+                          "    > 000C  0x09  ca_descriptor, skipped, no length  does not fit: 0 left\n"
                           "  bytes ("));
 }
 
@@ -150,7 +150,7 @@ TEST(InspectRejected, DsmccWithADescriptorThatDoesNotFit) {
     EXPECT_THAT(rejected(longSection(0x3D, extension(0x1001), hex("17 01 AA  03 04 0200"))),
                 HasSubstr("  log    ISDBTUtils: TDSMCCSectionTable::parse: Item length not valid: 3 > 2. Aborting!\n"
                           "  descriptors of section (2)\n"
-                          "      0008  0x17  unknown, skipped, 1 byte\n"
+                          "      0008  0x17  npt_reference_descriptor, skipped, 1 byte\n"
                           "                  AA\n"
                           "    > 000B  0x03  stream_mode_descriptor, 4 bytes  does not fit: 2 left\n"
                           "                  02 00\n"));

@@ -180,10 +180,12 @@ TEST(InspectSections, UnknownTablesAreCounted) {
     const ByteVector eit = longSection(0x4E, {}, hex("0001 0001 00 4E"));
     const Finished one = inspectSections(join({eit, patOfOne("0001 E100")}));
     EXPECT_EQ(one.status, 0);
-    EXPECT_THAT(one.output, EndsWith("2 sections: 1 shown, 0 rejected, 1 of an unknown table, 0 CRC errors\n"));
+    EXPECT_THAT(one.output,
+                EndsWith("2 sections: 1 shown, 0 rejected, 1 of an unknown table (EIT p/f 0x4E), 0 CRC errors\n"));
     const Finished two = inspectSections(join({eit, patOfOne("0001 E100"), wrongCrc(eit)}));
     EXPECT_EQ(two.status, 3);
-    EXPECT_THAT(two.output, EndsWith("3 sections: 1 shown, 0 rejected, 2 of unknown tables, 1 CRC error\n"));
+    EXPECT_THAT(two.output,
+                EndsWith("3 sections: 1 shown, 0 rejected, 2 of unknown tables (EIT p/f 0x4E), 1 CRC error\n"));
 }
 
 TEST(InspectSections, OfSomeTablesOnly) {

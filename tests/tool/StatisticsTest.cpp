@@ -145,6 +145,16 @@ TEST(InspectStatistics, AnnouncedVersionIsNoChangeUntilItHolds) {
     EXPECT_THAT(squeezed(statistics(stream.bytes()).output), HasSubstr("\n0x0000 PAT 5 3 1 0 0 - - -\n"));
 }
 
+/// EITs are looked at no further.
+TEST(InspectStatistics, StandardsNameThePidsOfAllMultiplexes) {
+    StreamBuilder stream;
+    stream.section(PAT_PID, pat()).section(0x0012, longSection(0x4E, {}, hex("0001 0001 00 4E"))).proceed(0x0029, {});
+    EXPECT_THAT(squeezed(statistics(stream.bytes()).output),
+                HasSubstr("\n0x0000 1 33.33 % - 0 PAT\n"
+                          "0x0012 1 33.33 % - - EIT (H-EIT, fixed receivers)\n"
+                          "0x0029 1 33.33 % - - CDT\n"));
+}
+
 TEST(InspectStatistics, ProgramMapsNameTheStreams) {
     StreamBuilder stream;
     stream.section(PAT_PID, pat())
@@ -159,7 +169,7 @@ TEST(InspectStatistics, ProgramMapsNameTheStreams) {
                           "0x0100 1 16.67 % - - PCR\n"
                           "0x0101 1 16.67 % - 0 PMT\n"
                           "0x0111 1 16.67 % - - H.264 video\n"
-                          "0x0112 1 16.67 % - - stream_type 0x90\n"
+                          "0x0112 1 16.67 % - - user private (0x90)\n"
                           "0x0113 1 16.67 % - 0 private sections: AIT\n"
                           "\n"
                           "no clock (PCR) in the stream: intervals and bit rates are unknown\n"));
@@ -171,7 +181,7 @@ TEST(InspectStatistics, TablesThatTheLibraryDoesNotKnowAreCountedToo) {
     stream.section(OTHER_PID, corrupted(longSection(0x4A, {}, {})))
         .section(OTHER_PID, corrupted(longSection(0x4B, {}, {})));
     const std::string output = squeezed(statistics(stream.bytes(), {"--pid", "0x321"}).output);
-    EXPECT_THAT(output, HasSubstr("\n0x0321 0x4A 3 1 0 1 0 - - -\n\n"));
+    EXPECT_THAT(output, HasSubstr("\n0x0321 BAT 0x4A 3 1 0 1 0 - - -\n\n"));
     EXPECT_THAT(output, HasSubstr("4 sections on 1 PID: 0 shown, 0 rejected, 2 CRC errors (PID 0x0321)"));
 }
 

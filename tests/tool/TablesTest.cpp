@@ -271,16 +271,16 @@ TEST(InspectTables, DescriptorsThatTheLibrarySkips) {
     const Finished finished =
         inspectBytes(StreamBuilder().section(0x0100, pmt).bytes(), {"--pid", "0x100", "--table", "pmt"});
     EXPECT_EQ(finished.status, 0);
-    EXPECT_THAT(finished.output, HasSubstr("  unknown_descriptors (1)\n"
-                                           "    descriptor_tag  length   bytes\n"
-                                           "    0x09 (9)        2 bytes  AA BB\n"
+    EXPECT_THAT(finished.output, HasSubstr("  unknown_descriptors (1 skipped by the receiver)\n"
+                                           "    descriptor_tag          length   bytes\n"
+                                           "    0x09 (9) ca_descriptor  2 bytes  AA BB\n"
                                            "  elementary_streams (1)\n"
                                            "    [0] stream_type 0x1B (27) H.264 video  elementary_pid 0x0111 (273)\n"
                                            "        stream_identifier_descriptor (0x52)  component_tag 0x00 (0)\n"
-                                           "        unknown_descriptors (2)\n"
-                                           "          descriptor_tag  length   bytes\n"
-                                           "          0x0A (10)       0 bytes  none\n"
-                                           "          0x0E (14)       3 bytes  C0 46 50\n"));
+                                           "        unknown_descriptors (2 skipped by the receiver)\n"
+                                           "          descriptor_tag                         length   bytes\n"
+                                           "          0x0A (10) iso_639_language_descriptor  0 bytes  none\n"
+                                           "          0x0E (14) maximum_bitrate_descriptor   3 bytes  C0 46 50\n"));
 }
 
 /// A table would be too wide: each entry then has its own lines, and its bytes go on below each other.
@@ -289,8 +289,8 @@ TEST(InspectTables, LongBytesGoOnInTheNextLine) {
     const ByteVector pmt = longSection(0x02, {}, join({hex("E100 F025"), unknown}));
     const TemporaryFile file(StreamBuilder().section(0x0100, pmt).bytes());
     EXPECT_THAT(inspectTables({"--pid", "0x100", file.path()}).output,
-                HasSubstr("  unknown_descriptors (1)\n"
-                          "    [0] descriptor_tag  0x0A (10)\n"
+                HasSubstr("  unknown_descriptors (1 skipped by the receiver)\n"
+                          "    [0] descriptor_tag  0x0A (10) iso_639_language_descriptor\n"
                           "        length          35 bytes\n"
                           "        bytes           11 11 11 11 11 11 11 11 11 11 11 11 11 11 11 11\n"
                           "                        11 11 11 11 11 11 11 11 11 11 11 11 11 11 11 11\n"

@@ -77,9 +77,10 @@ TEST(InspectTransmission, StandsBelowTheStatistics) {
     EXPECT_THAT(finished.output, HasSubstr("PID      packets     share   kbit/s   discontinuities   layer   content\n"
                                            "0x0000         1    0.03 %        -                 0   B       PAT\n"));
     EXPECT_THAT(finished.output, HasSubstr("0x0211        48    1.52 %        -                 -   A\n"));
-    EXPECT_THAT(finished.output, HasSubstr("0x1FF0         3    0.09 %        -                 -   IIP\n"
-                                           "0x1FFF      1173   37.03 %        -                 -   none    "
-                                           "null packets\n"));
+    EXPECT_THAT(finished.output,
+                HasSubstr("0x1FF0         3    0.09 %        -                 -   IIP     ISDB-T information (IIP)\n"
+                          "0x1FFF      1173   37.03 %        -                 -   none    "
+                          "null packets\n"));
     EXPECT_THAT(finished.output,
                 HasSubstr("\n\nTransmission: mode 1, guard interval 1/32, partial reception\n"
                           "3 whole frames of 1056 packets, 3 IIPs, 0 packets lost by TSP_counter\n"

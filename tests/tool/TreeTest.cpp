@@ -339,8 +339,8 @@ TEST(InspectTree, RejectedVersionBesideTheFormerOne) {
 
 TEST(InspectTree, CodesWithoutAName) {
     StreamBuilder stream;
-    stream.section(PAT_PID, pat("0001 E100")).section(PMT_PID, pmt("E6 E111 F000"));
-    EXPECT_THAT(shown(stream), HasSubstr("   └─ Component PID 0x0111  stream_type 0xE6\n"));
+    stream.section(PAT_PID, pat("0001 E100")).section(PMT_PID, pmt("3E E111 F000"));
+    EXPECT_THAT(shown(stream), HasSubstr("   └─ Component PID 0x0111  stream_type 0x3E\n"));
 }
 
 TEST(InspectTree, ComponentsThatCannotBeToldApart) {
@@ -358,10 +358,11 @@ TEST(InspectTree, DescriptorsThatTheLibraryLeavesOut) {
     StreamBuilder stream;
     stream.section(PAT_PID, pat("0001 E100"));
     stream.section(PMT_PID, pmt("1B E111 F00A 0A 02 AABB 52 01 01 52 01 02"));
-    EXPECT_THAT(shown(stream), HasSubstr("   └─ Component PID 0x0111  H.264 video (0x1B), tag 0x02\n"
-                                         "         unknown descriptor (0x0A)  bytes AA BB\n"
-                                         "         displaced descriptor (0x52, stream_identifier_descriptor)  "
-                                         "bytes 01\n"));
+    EXPECT_THAT(shown(stream),
+                HasSubstr("   └─ Component PID 0x0111  H.264 video (0x1B), tag 0x02\n"
+                          "         iso_639_language_descriptor (0x0A, skipped by the receiver)  bytes AA BB\n"
+                          "         stream_identifier_descriptor (0x52, displaced by a later one)  "
+                          "bytes 01\n"));
 }
 
 TEST(InspectTree, ApplicationWithAllThatItNeeds) {

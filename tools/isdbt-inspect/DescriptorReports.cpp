@@ -37,7 +37,7 @@ DescriptorReport reportOf(std::uint8_t tableId, const RawDescriptor& raw, const 
 std::vector<DescriptorReport> reportDescriptors(std::uint8_t tableId, const std::vector<std::uint8_t>& bytes,
                                                 const Conventions& conventions) {
     std::vector<DescriptorReport> reports;
-    for (const RawDescriptor& raw : descriptorsIn(tableId, bytes.data(), 0, bytes.size())) {
+    for (const RawDescriptor& raw : descriptorsIn({tableId}, bytes.data(), 0, bytes.size())) {
         reports.push_back(reportOf(tableId, raw, conventions));
     }
     return reports;

@@ -134,7 +134,10 @@ void Inspector::runSections(Input& source, Repetitions repetitions) {
         ++counts.sections;
         counts.cutShort += section->complete() ? 0U : 1U;
         counts.crcErrors += section->complete() && !section->sound() ? 1U : 0U;
-        last.unknown += tableName(section->tableId()).empty() ? 1U : 0U;
+        if (tableName(section->tableId()).empty()) {
+            ++last.unknown;
+            last.unknownTables.insert(section->tableId());
+        }
         takeAsItIs(*section, repetitions);
     }
     if (counts.sections == 0) {
@@ -228,7 +231,7 @@ bool Inspector::isFirstSince(const Section& section) {
            m_seenSince.look(section).news != SeenSections::News::Repetition;
 }
 
-Inspector::Reading Inspector::read(const Section& section, SeenSections::News news) const {
+Inspector::Reading Inspector::read(const Section& section, SeenSections::News news) {
     ParsedSection parsed = parse(section);
     SectionReport report{section.pid(),
                          section.tableId(),
@@ -243,7 +246,7 @@ Inspector::Reading Inspector::read(const Section& section, SeenSections::News ne
     if (parsed.table == nullptr) {
         report.rejection = rejectionOf(section, parsed);
     } else {
-        report.fields = describe(*parsed.table, m_conventions);
+        report.fields = describe(*parsed.table, m_conventions, m_coding);
         if (m_interest.bytes) {
             report.bytes = bytesOf(section);
         }
@@ -304,7 +307,9 @@ Summary Inspector::summary(const PacketReader& packets) {
             m_statistics.of(traffic, m_interest.tables),
             0,
             0,
-            m_transmission.finish()};
+            m_transmission.finish(),
+            0,
+            {}};
 }
 
 } // namespace inspect

@@ -2,6 +2,7 @@
 
 #include "Interest.h"
 #include "counting/Statistics.h"
+#include "describing/CodingGuess.h"
 #include "describing/Conventions.h"
 #include "exporting/Exporter.h"
 #include "following/Following.h"
@@ -56,7 +57,7 @@ private:
 
     void take(const Section& section);
     bool isFirstSince(const Section& section);
-    Reading read(const Section& section, SeenSections::News news) const;
+    Reading read(const Section& section, SeenSections::News news);
     void learn(const Reading& reading);
     void show(const Reading& reading);
     void takeAsItIs(const Section& section, Repetitions repetitions);
@@ -71,6 +72,7 @@ private:
     const Interest& m_interest;
     const Conventions& m_conventions;
     Exporter* m_exporter;
+    CodingGuess m_coding;
     SectionGatherer m_gatherer;
     PidSet m_wanted; ///< the PIDs of a stream without trailers
     TransmissionReader m_transmission;

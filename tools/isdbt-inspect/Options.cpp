@@ -220,7 +220,8 @@ void addOutput(CLI::App& app, Options& options) {
     app.add_option("--width", options.width, "columns of a line; those of the terminal if not given")
         ->type_name("COLUMNS")
         ->check(CLI::Range(40, 10000).description(""));
-    app.add_option("--charset", options.charset, "character set of the texts, any that iconv --list names")
+    app.add_option("--charset", options.charset,
+                   "coding of the texts: auto, latin-america, japan, or any that iconv --list names")
         ->type_name("NAME")
         ->capture_default_str()
         ->check(checkCharset);

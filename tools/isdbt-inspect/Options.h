@@ -22,7 +22,7 @@ struct Options {
     Interest interest;
     std::optional<std::string> exportTo; ///< FILE.sec, FILE.hex or a folder
     TimeZone zone;
-    std::string charset = Charset::USUAL;
+    std::string charset = Charset::AUTO;
     const View* view = &views().front();
     bool full = false; ///< the tree has all that the tables say
     bool json = false;

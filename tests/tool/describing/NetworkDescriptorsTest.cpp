@@ -42,7 +42,7 @@ TEST(NetworkDescriptors, ServiceList) {
                   "      service_type 0x01 (digital television)",
                   "    -",
                   "      service_id 0x02",
-                  "      service_type 0xC0 (data)",
+                  "      service_type 0xC0 (data or one-segment)",
               }));
 }
 

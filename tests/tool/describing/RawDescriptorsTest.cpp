@@ -22,13 +22,13 @@ TEST(UnknownDescriptors, OfAProgramAndOfEachStreamStandUnderThem) {
               (Lines{
                   "program_number 0xE6A0",
                   "pcr_pid 0x0100",
-                  "unknown_descriptors [2]",
+                  "unknown_descriptors [2] = skipped by the receiver",
                   "  -",
-                  "    descriptor_tag 0x09",
+                  "    descriptor_tag 0x09 (ca_descriptor)",
                   "    length 2 bytes",
                   "    bytes <AA BB>",
                   "  -",
-                  "    descriptor_tag 0x0A",
+                  "    descriptor_tag 0x0A (iso_639_language_descriptor)",
                   "    length 0 bytes",
                   "    bytes <>",
                   "elementary_streams [2]",
@@ -41,9 +41,9 @@ TEST(UnknownDescriptors, OfAProgramAndOfEachStreamStandUnderThem) {
                   "  -",
                   "    stream_type 0x1B (H.264 video)",
                   "    elementary_pid 0x0111",
-                  "    unknown_descriptors [1]",
+                  "    unknown_descriptors [1] = skipped by the receiver",
                   "      -",
-                  "        descriptor_tag 0x09",
+                  "        descriptor_tag 0x09 (ca_descriptor)",
                   "        length 1 bytes",
                   "        bytes <01>",
               }));
@@ -55,26 +55,26 @@ TEST(UnknownDescriptors, OfANetworkStandUnderTheStreamWhoseEntryIsKept) {
             0x40, {0x0735}, hex("F002 4200  F018  0736 0001 F002 5000  0735 0001 F002 5100  0736 0001 F002 5200"))),
         (Lines{
             "network_id 0x0735",
-            "unknown_descriptors [1]",
+            "unknown_descriptors [1] = skipped by the receiver",
             "  -",
-            "    descriptor_tag 0x42 (stuffing)",
+            "    descriptor_tag 0x42 (stuffing_descriptor)",
             "    length 0 bytes",
             "    bytes <>",
             "transport_streams [2] = of 3 sent; of each transport stream the last is kept",
             "  -",
             "    transport_stream_id 0x0735",
             "    original_network_id 0x0001",
-            "    unknown_descriptors [1]",
+            "    unknown_descriptors [1] = skipped by the receiver",
             "      -",
-            "        descriptor_tag 0x51",
+            "        descriptor_tag 0x51 (mosaic_descriptor)",
             "        length 0 bytes",
             "        bytes <>",
             "  -",
             "    transport_stream_id 0x0736",
             "    original_network_id 0x0001",
-            "    unknown_descriptors [1]",
+            "    unknown_descriptors [1] = skipped by the receiver",
             "      -",
-            "        descriptor_tag 0x52",
+            "        descriptor_tag 0x52 (stream_identifier_descriptor)",
             "        length 0 bytes",
             "        bytes <>",
         }));
@@ -99,9 +99,9 @@ TEST(UnknownDescriptors, OfAServiceStandUnderIt) {
             "    eit_present_following yes",
             "    running_status 4 (running)",
             "    free_ca_mode 0 (not scrambled)",
-            "    unknown_descriptors [1]",
+            "    unknown_descriptors [1] = skipped by the receiver",
             "      -",
-            "        descriptor_tag 0x50",
+            "        descriptor_tag 0x50 (component_descriptor)",
             "        length 0 bytes",
             "        bytes <>",
         }));
@@ -111,9 +111,9 @@ TEST(UnknownDescriptors, OfATimeOffsetStandInIt) {
     EXPECT_EQ(describedTable<Quor::TTOTTable>(shortSection(0x73, hex("EDA9 123456 F002 4200"))),
               (Lines{
                   "unix_time 1749990896 = 2025-06-15 12:34:56 (UTC-3 assumed)",
-                  "unknown_descriptors [1]",
+                  "unknown_descriptors [1] = skipped by the receiver",
                   "  -",
-                  "    descriptor_tag 0x42 (stuffing)",
+                  "    descriptor_tag 0x42 (stuffing_descriptor)",
                   "    length 0 bytes",
                   "    bytes <>",
               }));
@@ -124,7 +124,7 @@ TEST(UnknownDescriptors, OfAnApplicationStandUnderIt) {
                   longSection(0x74, {9}, hex("F002 5F00  F015  0000000A 0002 02 F003 6001FF 0000000A 0001 05 F000"))),
               (Lines{
                   "application_type 0x0009 (Ginga-NCL)",
-                  "unknown_descriptors [1]",
+                  "unknown_descriptors [1] = skipped by the receiver",
                   "  -",
                   "    descriptor_tag 0x5F",
                   "    length 0 bytes",
@@ -135,7 +135,7 @@ TEST(UnknownDescriptors, OfAnApplicationStandUnderIt) {
                   "    application_identifier",
                   "      organization_id 0x0000000A",
                   "      application_id 0x0001",
-                  "    control_code 5",
+                  "    control_code 5 (PREFETCH)",
                   "    application_type 0x0009 (Ginga-NCL)",
                   "  -",
                   "    hash_id \"0000000A0002\"",
@@ -144,7 +144,7 @@ TEST(UnknownDescriptors, OfAnApplicationStandUnderIt) {
                   "      application_id 0x0002",
                   "    control_code 2 (PRESENT)",
                   "    application_type 0x0009 (Ginga-NCL)",
-                  "    unknown_descriptors [1]",
+                  "    unknown_descriptors [1] = skipped by the receiver",
                   "      -",
                   "        descriptor_tag 0x60",
                   "        length 1 bytes",
@@ -169,11 +169,11 @@ TEST(UnknownDescriptors, OfADownloadStandUnderItsContent) {
                   "    new_version 2",
                   "    download_level 1 (compulsory)",
                   "    version_indicator 3 (for target_version only)",
-                  "    schedule_time_shift_info 5",
+                  "    schedule_time_shift_info 5 (shifted by 5 h for each service)",
                   "    schedule_infos [0]",
-                  "    unknown_descriptors [1]",
+                  "    unknown_descriptors [1] = skipped by the receiver",
                   "      -",
-                  "        descriptor_tag 0x99",
+                  "        descriptor_tag 0x99 (broadcaster_defined_descriptor)",
                   "        length 0 bytes",
                   "        bytes <>",
               }));
@@ -184,9 +184,9 @@ TEST(UnknownDescriptors, OfADsmccSectionStandInIt) {
               (Lines{
                   "data_event_id 0x3",
                   "event_msg_group_id 0x123",
-                  "unknown_descriptors [1]",
+                  "unknown_descriptors [1] = skipped by the receiver",
                   "  -",
-                  "    descriptor_tag 0x17",
+                  "    descriptor_tag 0x17 (npt_reference_descriptor)",
                   "    length 1 bytes",
                   "    bytes <AA>",
               }));
@@ -247,14 +247,15 @@ TEST(RejectedSections, ShowWhatTheLibrarySaysToEachDescriptor) {
 
     const DescriptorOnWire& taken = loops[0].descriptors[0];
     EXPECT_EQ(taken.raw.offset, 0x0CU);
-    EXPECT_EQ(taken.raw.name(), "stream_identifier_descriptor");
+    EXPECT_EQ(taken.raw.name, "stream_identifier_descriptor");
     EXPECT_EQ(taken.raw.body, hex("81"));
     EXPECT_EQ(taken.errorCode, std::nullopt);
     EXPECT_FALSE(taken.atFault());
 
     const DescriptorOnWire& skipped = loops[0].descriptors[1];
     EXPECT_EQ(skipped.raw.tag, 0x09);
-    EXPECT_EQ(skipped.raw.name(), "");
+    EXPECT_EQ(skipped.raw.name, "ca_descriptor");
+    EXPECT_EQ(skipped.raw.kind, nullptr);
     EXPECT_EQ(skipped.raw.length, 2);
     EXPECT_EQ(skipped.errorCode, std::nullopt);
     EXPECT_FALSE(skipped.atFault());
@@ -263,7 +264,7 @@ TEST(RejectedSections, ShowWhatTheLibrarySaysToEachDescriptor) {
     ASSERT_EQ(loops[1].descriptors.size(), 1U);
     const DescriptorOnWire& cutOff = loops[1].descriptors[0];
     EXPECT_EQ(cutOff.raw.offset, 0x18U);
-    EXPECT_EQ(cutOff.raw.name(), "parental_rating_descriptor");
+    EXPECT_EQ(cutOff.raw.name, "parental_rating_descriptor");
     EXPECT_EQ(cutOff.raw.length, 4);
     EXPECT_EQ(cutOff.raw.body, hex("AA"));
     EXPECT_EQ(cutOff.errorCode, std::nullopt);

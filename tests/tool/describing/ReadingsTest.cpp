@@ -1,5 +1,7 @@
 #include "describing/Readings.h"
 
+#include "describing/Field.h"
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -57,7 +59,8 @@ TEST(Readings, OfCountriesAreTheirLetters) {
 TEST(Readings, OfSystemManagementAreItsThreeParts) {
     EXPECT_EQ(systemManagement(0x0301), "broadcast, terrestrial television, 0x01");
     EXPECT_EQ(systemManagement(0x4301), "no broadcast, terrestrial television, 0x01");
-    EXPECT_EQ(systemManagement(0x8201), "no broadcast, system 2, 0x01");
+    EXPECT_EQ(systemManagement(0x8201), "no broadcast, satellite, 34.5 MHz, 11.7 to 12.2 GHz, 0x01");
+    EXPECT_EQ(systemManagement(0x8801), "no broadcast, system 8, 0x01");
     EXPECT_EQ(systemManagement(0xFFFF), "undefined, system 63, 0xFF");
 }
 
@@ -74,14 +77,16 @@ TEST(Readings, OfRatingsDependOnTheCountry) {
 }
 
 TEST(Readings, OfFlagsAreTheNamesOfThoseThatAreSet) {
-    constexpr CodeName NAMES[] = {{1, "one"}, {2, "two"}, {4, "four"}};
+    constexpr Name ROWS[] = {{1, 1, "one"}, {2, 2, "two"}, {4, 4, "four"}};
+    const NameList NAMES(ROWS);
     EXPECT_EQ(setFlags(0, NAMES), "");
     EXPECT_EQ(setFlags(2, NAMES), "two");
     EXPECT_EQ(setFlags(0xF5, NAMES), "one, four");
 }
 
 TEST(Field, NamesCodesThatItKnows) {
-    constexpr CodeName NAMES[] = {{1, "one"}, {2, "two"}};
+    constexpr Name ROWS[] = {{1, 1, "one"}, {2, 2, "two"}};
+    const NameList NAMES(ROWS);
     EXPECT_EQ(code("field", 2, NAMES).codeName, "two");
     EXPECT_EQ(code("field", 3, NAMES).codeName, "");
     EXPECT_EQ(identifier("field", 1, 2).named(NAMES).codeName, "one");

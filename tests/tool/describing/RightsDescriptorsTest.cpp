@@ -50,7 +50,7 @@ TEST(RightsDescriptors, DigitalCopyControlWithoutMore) {
               (Lines{
                   "digital_copy_control_descriptor",
                   "  descriptor_tag 0xC1",
-                  "  digital_recording_control_data 1 (defined by the broadcaster)",
+                  "  digital_recording_control_data 1 (defined by the broadcaster, or no copy (sources differ))",
                   "  component_control no",
                   "  copy_control_type 2",
                   "  aps_control_data 0",

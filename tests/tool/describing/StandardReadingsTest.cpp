@@ -42,9 +42,10 @@ const std::vector<Example> EXAMPLES{
      ordered<Quor::TServiceListDescriptor>,
      "41 06 E6A0 01 E6B8 C0",
      {"services [2]", "  -", "    service_id 0xE6A0", "    service_type 0x01 (digital television)", "  -",
-      "    service_id 0xE6B8", "    service_type 0xC0 (data)", "the receiver reads", "  items [3]", "    -",
-      "      service_id 0x01", "      service_type 0xE6", "    -", "      service_id 0xB8",
-      "      service_type 0xC0 (data)", "    -", "      service_id 0xE6", "      service_type 0xA0"}},
+      "    service_id 0xE6B8", "    service_type 0xC0 (data or one-segment)", "the receiver reads", "  items [3]",
+      "    -", "      service_id 0x01", "      service_type 0xE6 (reserved)", "    -", "      service_id 0xB8",
+      "      service_type 0xC0 (data or one-segment)", "    -", "      service_id 0xE6",
+      "      service_type 0xA0 (service provider defined)"}},
     {"local_time_offset_descriptor",
      ordered<Quor::TLocalTimeOffsetDescriptor>,
      "58 1A 425241 07 0330 EE35010000 0230 425241 0A 0100 FFFFFFFFFF 0A00",
@@ -169,8 +170,8 @@ TEST(StandardReadings, HaveAnExampleEach) {
 
 TEST(StandardReadings, AreNoneOfBytesThatTheStandardHasOtherwise) {
     EXPECT_EQ(ordered<Quor::TServiceListDescriptor>("41 04 E6A0 01 E6"),
-              (Lines{"items [2]", "  -", "    service_id 0x01", "    service_type 0xE6", "  -", "    service_id 0xE6",
-                     "    service_type 0xA0"}));
+              (Lines{"items [2]", "  -", "    service_id 0x01", "    service_type 0xE6 (reserved)", "  -",
+                     "    service_id 0xE6", "    service_type 0xA0 (service provider defined)"}));
 }
 
 TEST(StandardReadings, AreNoneOfACarouselWithoutFormat) {

@@ -35,14 +35,16 @@ TEST(StreamDescriptors, Component) {
               }));
 }
 
-TEST(StreamDescriptors, ComponentReadsTypesOfVideoOnly) {
+TEST(StreamDescriptors, ComponentReadsTypesThatHaveANameInItsContent) {
     EXPECT_THAT(described<Quor::TComponentDescriptor>("50 06 F1 01 00 706F72"),
                 testing::Contains("  component_type 0x01 = 480i 4:3"));
     EXPECT_THAT(described<Quor::TComponentDescriptor>("50 06 F1 D2 00 706F72"),
                 testing::Contains("  component_type 0xD2 = 240p 16:9 with pan vectors"));
     EXPECT_THAT(described<Quor::TComponentDescriptor>("50 06 F2 03 10 706F72"),
-                testing::Contains("  component_type 0x03"));
-    for (const std::string type : {"00", "05", "13", "F3", "BF"}) {
+                testing::Contains("  component_type 0x03 = MPEG-2 AAC 2/0 (stereo)"));
+    EXPECT_THAT(described<Quor::TComponentDescriptor>("50 06 F6 43 10 706F72"),
+                testing::Contains("  component_type 0x43 = HE-AAC v2 1/0 (mono)"));
+    for (const std::string type : {"00", "05", "13", "BF", "FF"}) {
         EXPECT_THAT(described<Quor::TComponentDescriptor>("50 06 F1 " + type + " 00 706F72"),
                     testing::Contains("  component_type 0x" + type));
     }

@@ -53,7 +53,7 @@ TEST(Tables, PmtWithStreamsInTheOrderOfTheWire) {
                   "      descriptor_tag 0x52",
                   "      component_tag 0x10",
                   "  -",
-                  "    stream_type 0xFF",
+                  "    stream_type 0xFF (user private)",
                   "    elementary_pid 0x0113",
               }));
 }

@@ -22,6 +22,10 @@ TEST(TimeZone, ThatIsSetIsNotAssumed) {
     EXPECT_EQ(TimeZone("UTC+14").read(0), "1970-01-01 00:00:00 UTC+14");
 }
 
+TEST(TimeZone, MayBeAssumedToBeThatOfJapan) {
+    EXPECT_EQ(TimeZone::ofJapan().read(0), "1970-01-01 00:00:00 (UTC+9 assumed)");
+}
+
 TEST(TimeZone, ShowsTimesThatTheLibraryWraps) {
     EXPECT_EQ(TimeZone("UTC").read(-2139460096), "2038-04-22 00:00:00 UTC"); // Modified Julian Date 65535
 }

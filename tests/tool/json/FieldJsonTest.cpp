@@ -29,7 +29,8 @@ TEST(FieldJson, NumbersStayNumbersHoweverLarge) {
 }
 
 TEST(FieldJson, NamesStandBesideCodes) {
-    constexpr CodeName NAMES[] = {{27, "H.264 video"}};
+    constexpr Name ROWS[] = {{27, 27, "H.264 video"}};
+    const NameList NAMES(ROWS);
     EXPECT_EQ(jsonOf({code("stream_type", 27, NAMES), code("other_type", 28, NAMES)}),
               R"({"stream_type":27,"stream_type_name":"H.264 video","other_type":28,"other_type_name":null})");
 }
@@ -87,15 +88,17 @@ std::size_t membersFor(const Field& field) {
     if (const auto* const object = std::get_if<Object>(&field.value)) {
         count += membersFor(object->fields);
     } else if (const auto* const list = std::get_if<List>(&field.value)) {
+        bool codes = false;
         bool texts = false;
         bool readings = false;
         for (const Field& element : list->elements) {
+            codes = codes || element.isCode;
             texts = texts || std::holds_alternative<Text>(element.value);
             readings = readings || !element.reading.empty();
             const auto* const members = std::get_if<Object>(&element.value);
             count += members == nullptr ? 0 : membersFor(members->fields);
         }
-        count += (texts ? 1U : 0U) + (readings ? 1U : 0U);
+        count += (codes ? 1U : 0U) + (texts ? 1U : 0U) + (readings ? 1U : 0U);
     }
     return count;
 }

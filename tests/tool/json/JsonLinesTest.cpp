@@ -66,7 +66,8 @@ TEST(JsonLines, NumbersOfThirtyTwoBitsAreUnsigned) {
 TEST(JsonLines, TextsAreDecodedInTheCharacterSetThatIsNamed) {
     const ByteVector nit = longSection(0x40, {}, hex("F006 40 04 E9 81 5C 22 F000"));
     const Json name = objectOf(nit)["fields"]["network_name_descriptor"];
-    EXPECT_EQ(name["network_name"], R"(é\x81\\")");
+    EXPECT_EQ(name["network_name"], R"(é\\")");
+    EXPECT_EQ(name["network_name_reading"], "1 control code left out");
     EXPECT_EQ(name["network_name_hex"], "E9815C22");
     const TemporaryFile file(streamOf(0x0010, {nit}));
     const std::string lines = inspect({"--json", "--charset", "ISO-8859-7", file.path()}).output;
@@ -304,6 +305,7 @@ TEST(JsonLines, HaveTheStatisticsOfEachTable) {
                                     {"pid", 0},
                                     {"table", "PAT"},
                                     {"table_id", 0},
+                                    {"table_id_name", "PAT (program association)"},
                                     {"sections", 20},
                                     {"distinct", 1},
                                     {"version_changes", 0},

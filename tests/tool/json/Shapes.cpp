@@ -97,16 +97,19 @@ void ValueShape::addTo(Json& object, const std::string& name, bool required) con
     if (m_isText) {
         add(name + "_hex", reference("hex"), required);
     }
-    if (m_isRead || m_types.count("array") != 0) {
+    if (m_isRead || m_isText || m_types.count("array") != 0) {
         add(name + "_reading", reference("reading"), false);
     }
     if (m_isTime) {
         add(name + "_instant", {{"type", "string"}, {"format", "date-time"}}, required);
     }
+    if (m_element && m_element->m_isCode) {
+        add(name + "_names", arrayOf("code_name"), false);
+    }
     if (m_element && m_element->m_isText) {
         add(name + "_hex", arrayOf("hex"), false);
     }
-    if (m_element && m_element->m_isRead) {
+    if (m_element && (m_element->m_isRead || m_element->m_isText)) {
         add(name + "_readings", arrayOf("reading"), false);
     }
 }

@@ -2,7 +2,9 @@
 
 #include "tables/TableKinds.h"
 
+#include <algorithm>
 #include <fmt/format.h>
+#include <iterator>
 
 namespace inspect {
 
@@ -11,13 +13,24 @@ namespace {
 /// Lists of descriptors that are in no object of the library. Each of these is told for itself.
 struct LeftOut {
     std::string_view list;
-    std::string_view element;
+    std::string_view element; ///< what it is called that has no name
+    std::string_view why;
 };
 
 constexpr LeftOut LEFT_OUT[] = {
-    {"unknown_descriptors", "unknown descriptor"},
-    {"displaced_descriptors", "displaced descriptor"},
+    {"unknown_descriptors", "unknown descriptor", "skipped by the receiver"},
+    {"displaced_descriptors", "displaced descriptor", "displaced by a later one"},
 };
+
+/// The descriptor under its name, if it has one, with the reason in its place.
+Field toldForItself(Field descriptor, const LeftOut& list) {
+    Fields& fields = std::get<Object>(descriptor.value).fields;
+    const auto tag =
+        std::find_if(fields.begin(), fields.end(), [](const Field& each) { return each.name == "descriptor_tag"; });
+    descriptor.name = tag->codeName.empty() ? list.element : tag->codeName;
+    tag->codeName = list.why;
+    return descriptor;
+}
 
 /// Whether a person sees what a value is without its name: "AUTOSTART", but not "171".
 bool speaksForItself(const Field& value) {
@@ -61,17 +74,14 @@ void Node::sayVersionOnly(const Table& table) {
 
 void Node::tell(std::string_view table, Fields fields) {
     for (Field& field : fields) {
-        std::string_view element;
-        for (const LeftOut& each : LEFT_OUT) {
-            element = field.name == each.list ? each.element : element;
-        }
-        if (element.empty()) {
+        const auto* const leftOut = std::find_if(std::begin(LEFT_OUT), std::end(LEFT_OUT),
+                                                 [&field](const LeftOut& each) { return each.list == field.name; });
+        if (leftOut == std::end(LEFT_OUT)) {
             details.push_back({std::string(table), std::move(field)});
             continue;
         }
         for (Field& each : std::get<List>(field.value).elements) {
-            each.name = element;
-            details.push_back({std::string(table), std::move(each)});
+            details.push_back({std::string(table), toldForItself(std::move(each), *leftOut)});
         }
     }
 }

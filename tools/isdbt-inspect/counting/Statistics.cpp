@@ -1,5 +1,6 @@
 #include "counting/Statistics.h"
 
+#include "naming/Names.h"
 #include "tables/TableKinds.h"
 
 #include <algorithm>
@@ -121,6 +122,9 @@ std::vector<PidStatistics> Statistics::of(const Traffic& traffic, const std::set
     std::vector<PidStatistics> all;
     all.reserve(byPid.size());
     for (auto& [pid, statistics] : byPid) {
+        if (pid && statistics.content.empty() && statistics.tables.empty()) {
+            statistics.content = names::PID.of(*pid);
+        }
         all.push_back(std::move(statistics));
     }
     return all;

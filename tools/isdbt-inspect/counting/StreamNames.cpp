@@ -6,6 +6,20 @@
 
 namespace inspect {
 
+namespace {
+
+/// With its number, if users agree on what that means.
+std::string nameOf(const Field& streamType) {
+    constexpr std::int64_t USER_PRIVATE = 0x80;
+    const std::int64_t number = std::get<Number>(streamType.value).value;
+    if (streamType.codeName.empty()) {
+        return fmt::format("stream_type 0x{:02X}", number);
+    }
+    return number < USER_PRIVATE ? streamType.codeName : fmt::format("{} (0x{:02X})", streamType.codeName, number);
+}
+
+} // namespace
+
 void StreamNames::learn(const Fields& programMap) {
     if (const std::optional<std::int64_t> clock = numberIn(programMap, "pcr_pid"); clock && clock != NULL_PID) {
         m_names.emplace(static_cast<Pid>(*clock), "PCR");
@@ -14,20 +28,14 @@ void StreamNames::learn(const Fields& programMap) {
         const std::optional<std::int64_t> pid = numberIn(inner(stream), "elementary_pid");
         const Field* const type = find(inner(stream), "stream_type");
         if (pid && type != nullptr) {
-            m_names[static_cast<Pid>(*pid)] =
-                type->codeName.empty()
-                    ? fmt::format("stream_type 0x{:02X}", numberIn(inner(stream), "stream_type").value_or(0))
-                    : type->codeName;
+            m_names[static_cast<Pid>(*pid)] = nameOf(*type);
         }
     }
 }
 
 std::string StreamNames::of(Pid pid) const {
     const auto found = m_names.find(pid);
-    if (found != m_names.end()) {
-        return found->second;
-    }
-    return pid == NULL_PID ? "null packets" : "";
+    return found == m_names.end() ? "" : found->second;
 }
 
 } // namespace inspect

@@ -14,7 +14,7 @@ public:
     /// Learns the names of the elementary streams from the fields of a program map.
     void learn(const Fields& programMap);
 
-    /// "H.264 video", "null packets"; empty for a PID that no program map names.
+    /// "H.264 video"; empty for a PID that no program map names.
     std::string of(Pid pid) const;
 
 private:

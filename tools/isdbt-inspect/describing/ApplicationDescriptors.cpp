@@ -9,6 +9,7 @@
 #include "descriptors/TExternalApplicationAuthorizationDescriptor.h"
 #include "descriptors/TIPSignalingDescriptor.h"
 #include "descriptors/TPrefetchDescriptor.h"
+#include "naming/Names.h"
 
 #include <fmt/format.h>
 
@@ -25,13 +26,6 @@ Field describeProfile(const Quor::TApplicationDescriptorProfile& profile) {
                        number("version_major", major), number("version_minor", minor), number("version_micro", micro)});
 }
 
-constexpr CodeName VISIBILITIES[] = {
-    {0, "to nobody"},
-    {1, "to applications"},
-    {2, "to users"},
-    {3, "to users and applications"},
-};
-
 Fields describeApplication(const Quor::TApplicationDescriptor& descriptor) {
     constexpr std::size_t PROFILE_SIZE = 5;
     const std::size_t sentProfiles = descriptor.getData()[2] / PROFILE_SIZE;
@@ -40,7 +34,7 @@ Fields describeApplication(const Quor::TApplicationDescriptor& descriptor) {
                              &Quor::TApplicationDescriptor::getProfile, describeProfile),
                    sentProfiles, "profile"),
             flag("service_bound", descriptor.isServiceBound()),
-            code("visibility", descriptor.getVisibility(), VISIBILITIES),
+            code("visibility", descriptor.getVisibility(), names::APPLICATION_VISIBILITY),
             flag("visibile_for_users", descriptor.isVisibileForUsers()),
             flag("visibile_for_applications", descriptor.isVisibileForApplications()),
             number("application_priority", descriptor.getApplicationPriority()),
@@ -49,7 +43,7 @@ Fields describeApplication(const Quor::TApplicationDescriptor& descriptor) {
 }
 
 Field describeName(const Quor::TApplicationNameDescriptorItem& item) {
-    return object("", {text("language_code", item.getLanguageCode()), text("name", item.getName())});
+    return object("", {isoCode("language_code", item.getLanguageCode()), text("name", item.getName())});
 }
 
 /// Language codes of three bytes, each with a name behind its length.
@@ -72,22 +66,10 @@ Fields describeApplicationName(const Quor::TApplicationNameDescriptor& descripto
 
 using Quor::TApplicationIconDescriptor;
 
-constexpr CodeName ICON_FLAGS[] = {
-    {TApplicationIconDescriptor::FLAG_32x32_SQUARE, "32x32 square"},
-    {TApplicationIconDescriptor::FLAG_32x32_4x3, "32x32 4:3"},
-    {TApplicationIconDescriptor::FLAG_32x32_16x9, "32x32 16:9"},
-    {TApplicationIconDescriptor::FLAG_64x64_SQUARE, "64x64 square"},
-    {TApplicationIconDescriptor::FLAG_64x64_4x3, "64x64 4:3"},
-    {TApplicationIconDescriptor::FLAG_64x64_16x9, "64x64 16:9"},
-    {TApplicationIconDescriptor::FLAG_128x128_SQUARE, "128x128 square"},
-    {TApplicationIconDescriptor::FLAG_128x128_4x3, "128x128 4:3"},
-    {TApplicationIconDescriptor::FLAG_128x128_16x9, "128x128 16:9"},
-};
-
 Fields describeApplicationIcon(const TApplicationIconDescriptor& descriptor) {
-    return {
-        text("icon_locator", descriptor.getIconLocator()),
-        identifier("icon_flags", descriptor.getIconFlags(), 4).reads(setFlags(descriptor.getIconFlags(), ICON_FLAGS))};
+    return {address("icon_locator", descriptor.getIconLocator()),
+            identifier("icon_flags", descriptor.getIconFlags(), 4)
+                .reads(setFlags(descriptor.getIconFlags(), names::APPLICATION_ICON))};
 }
 
 Field describeAuthorization(const Quor::TExternalApplicationAuthorizationDescriptorItem& item) {
@@ -109,7 +91,7 @@ Fields describeIpSignaling(const Quor::TIPSignalingDescriptor& descriptor) {
 }
 
 Field describePrefetched(const Quor::TPrefetchDescriptorItem& item) {
-    return object("", {text("label", item.getLabel()), number("priority", item.getPriority())});
+    return object("", {address("label", item.getLabel()), number("priority", item.getPriority())});
 }
 
 Fields describePrefetch(const Quor::TPrefetchDescriptor& descriptor) {

@@ -13,23 +13,13 @@
 #include "descriptors/TIPSignalingDescriptor.h"
 #include "descriptors/TPrefetchDescriptor.h"
 #include "descriptors/TTransportProtocolDescriptor.h"
+#include "naming/Names.h"
 
 namespace inspect {
 
 namespace {
 
 using Quor::TApplication;
-
-constexpr CodeName APPLICATION_TYPES[] = {
-    {TApplication::TYPE_JAVA, "Ginga-J"},
-    {TApplication::TYPE_NCL, "Ginga-NCL"},
-};
-
-constexpr CodeName CONTROL_CODES[] = {
-    {TApplication::CONTROLCODE_AUTOSTART, "AUTOSTART"}, {TApplication::CONTROLCODE_PRESENT, "PRESENT"},
-    {TApplication::CONTROLCODE_DESTROY, "DESTROY"},     {TApplication::CONTROLCODE_KILL, "KILL"},
-    {TApplication::CONTROLCODE_REMOTE, "REMOTE"},       {TApplication::CONTROLCODE_UNBOUND, "UNBOUND"},
-};
 
 /// The application's descriptor of a kind, or the one that it inherits from its table, marked as such.
 template <class Descriptor>
@@ -49,10 +39,10 @@ void appendOwnOrInherited(Fields& fields, const TApplication& application,
 }
 
 Field describeApplication(const TApplication& application) {
-    Fields fields{text("hash_id", application.getHashID()),
+    Fields fields{address("hash_id", application.getHashID()),
                   applicationIdentifier(*application.getApplicationIdentifier()),
-                  code("control_code", application.getControlCode(), CONTROL_CODES),
-                  identifier("application_type", application.getApplicationType(), 4).named(APPLICATION_TYPES)};
+                  code("control_code", application.getControlCode(), names::APPLICATION_CONTROL_CODE),
+                  identifier("application_type", application.getApplicationType(), 4).named(names::APPLICATION_TYPE)};
     appendOwnOrInherited(fields, application, &TApplication::getApplicationDescriptor);
     appendOwnOrInherited(fields, application, &TApplication::getApplicationNameDescriptor);
     appendOwnOrInherited(fields, application, &TApplication::getApplicationIconDescriptor);
@@ -77,7 +67,7 @@ Field describeApplications(const Quor::TAITTable& ait) {
 
 Fields describeAit(const Quor::TAITTable& ait) {
     const Loops loops(ait);
-    Fields fields{identifier("application_type", ait.getApplicationType(), 4).named(APPLICATION_TYPES)};
+    Fields fields{identifier("application_type", ait.getApplicationType(), 4).named(names::APPLICATION_TYPE)};
     appendDescriptors(fields, ait);
     loops.appendLeftOut(fields);
     Field applications = describeApplications(ait);

@@ -5,6 +5,7 @@
 #include "descriptors/TNPTReferenceDescriptor.h"
 #include "descriptors/TStreamEventDescriptor.h"
 #include "descriptors/TStreamModeDescriptor.h"
+#include "naming/Names.h"
 
 namespace inspect {
 
@@ -46,21 +47,8 @@ Fields describeNptReference(const Quor::TNPTReferenceDescriptor& descriptor) {
 
 using Quor::TStreamModeDescriptor;
 
-constexpr CodeName STREAM_MODES[] = {
-    {TStreamModeDescriptor::STREAM_MODE_OPEN, "open"},
-    {TStreamModeDescriptor::STREAM_MODE_PAUSE, "pause"},
-    {TStreamModeDescriptor::STREAM_MODE_TRANSPORT, "transport"},
-    {TStreamModeDescriptor::STREAM_MODE_TRANSPORT_PAUSE, "transport pause"},
-    {TStreamModeDescriptor::STREAM_MODE_SEARCH_TRANSPORT, "search transport"},
-    {TStreamModeDescriptor::STREAM_MODE_SEARCH_TRANSPORT_PAUSE, "search transport pause"},
-    {TStreamModeDescriptor::STREAM_MODE_PAUSE_SEARCH_TRANSPORT, "pause search transport"},
-    {TStreamModeDescriptor::STREAM_MODE_END_OF_STREAM, "end of stream"},
-    {TStreamModeDescriptor::STREAM_MODE_PRE_SEARCH_TRANSPORT, "pre search transport"},
-    {TStreamModeDescriptor::STREAM_MODE_PRE_SEARCH_TRANSPORT_PAUSE, "pre search transport pause"},
-};
-
 Fields describeStreamMode(const TStreamModeDescriptor& descriptor) {
-    return {code("stream_mode", descriptor.getStreamMode(), STREAM_MODES)};
+    return {code("stream_mode", descriptor.getStreamMode(), names::STREAM_MODE)};
 }
 
 Fields describeStreamEvent(const Quor::TStreamEventDescriptor& descriptor) {

@@ -1,79 +1,72 @@
 #include "describing/Charset.h"
 
+#include "describing/JapaneseText.h"
+#include "describing/LatinAmericanText.h"
+
 #include <algorithm>
-#include <cerrno>
 #include <fmt/format.h>
 
 namespace inspect {
 
 namespace {
 
-// NOLINTNEXTLINE(performance-no-int-to-ptr): the value is prescribed by iconv_open()
-const auto NO_CONVERSION = reinterpret_cast<iconv_t>(-1);
-constexpr auto FAILED = static_cast<std::size_t>(-1);
+constexpr const char* LATIN_9 = "ISO-8859-15";
 
-std::string escaped(char byte) {
-    return fmt::format("\\x{:02X}", static_cast<unsigned char>(byte));
+bool isAscii(std::string_view raw) {
+    return std::none_of(raw.begin(), raw.end(), [](char byte) { return static_cast<unsigned char>(byte) >= 0x80; });
 }
 
-bool isControl(unsigned char byte) {
-    return byte < 0x20 || byte == 0x7F;
+/// A text with accents that is UTF-8 as it stands is hardly anything else.
+std::string asUtf8(std::string_view raw) {
+    const Conversion utf8("UTF-8");
+    const std::optional<std::string> text = isAscii(raw) ? std::nullopt : utf8.shownWhole(raw);
+    return text ? fmt::format("in UTF-8: {}", *text) : "";
 }
 
-/// Appends whole characters of UTF-8.
-void appendShown(std::string& shown, std::string_view utf8) {
-    constexpr unsigned char BEFORE_C1_CONTROL = 0xC2;
-    for (std::size_t at = 0; at < utf8.size(); ++at) {
-        const auto byte = static_cast<unsigned char>(utf8[at]);
-        if (byte == BEFORE_C1_CONTROL && static_cast<unsigned char>(utf8[at + 1]) < 0xA0) {
-            shown += escaped(utf8[++at]);
-        } else if (isControl(byte)) {
-            shown += escaped(utf8[at]);
-        } else {
-            shown.append(byte == '\\' ? 2 : 1, utf8[at]);
-        }
+std::string codesLeftOut(std::size_t count) {
+    return count == 0 ? "" : fmt::format("{} control {} left out", count, count == 1 ? "code" : "codes");
+}
+
+ShownText decodeLatinAmerican(std::string_view raw, const Conversion& latin9) {
+    LatinAmericanText read = readLatinAmerican(raw);
+    std::replace(read.characters.begin(), read.characters.end(), '\n', ' ');
+    const std::string utf8 = asUtf8(raw);
+    return {latin9.shown(read.characters), utf8.empty() ? codesLeftOut(read.leftOut) : utf8};
+}
+
+ShownText decodeJapanese(std::string_view raw, const Conversion& latin9) {
+    if (!canReadJapanese()) {
+        return {latin9.shown(raw), "in the coding of Japan, which this build cannot read"};
     }
+    return {Conversion("UTF-8").shown(readJapanese(raw)), {}};
+}
+
+std::optional<Coding> codingOf(const std::string& name) {
+    if (name == Charset::LATIN_AMERICA) {
+        return Coding::LatinAmerica;
+    }
+    return name == Charset::JAPAN && canReadJapanese() ? std::optional(Coding::Japan) : std::nullopt;
 }
 
 } // namespace
 
-Charset::Charset(const std::string& name) : m_conversion(NO_CONVERSION) {
-    // Lists of names end each of them with slashes. iconv would take the empty name for the locale's, and what follows
-    // the second slash for an order to drop characters.
-    const auto slashes = std::count(name.begin(), name.end(), '/');
-    if (name.find_first_not_of('/') != std::string::npos && (slashes == 0 || (slashes == 2 && name.back() == '/'))) {
-        m_conversion = iconv_open("UTF-8", name.c_str());
-    }
-    if (m_conversion == NO_CONVERSION) {
+Charset::Charset(const std::string& name)
+    : m_coding(codingOf(name)), m_isAuto(name == AUTO), m_conversion(m_coding || m_isAuto ? LATIN_9 : name) {
+    if (!m_conversion.isKnown()) {
         throw UnknownCharset(name);
     }
 }
 
-Charset::~Charset() {
-    iconv_close(m_conversion);
+ShownText Charset::decode(std::string_view raw, Coding told) const {
+    if (!m_coding && !m_isAuto) {
+        return {m_conversion.shown(raw), {}};
+    }
+    return m_coding.value_or(told) == Coding::Japan ? decodeJapanese(raw, m_conversion)
+                                                    : decodeLatinAmerican(raw, m_conversion);
 }
 
-std::string Charset::decode(std::string_view raw) const {
-    std::string shown;
-    char* input = const_cast<char*>(raw.data()); // iconv() only reads
-    std::size_t inputLeft = raw.size();
-    iconv(m_conversion, nullptr, nullptr, nullptr, nullptr);
-    bool flushed = false;
-    while (!flushed) {
-        flushed = inputLeft == 0;
-        char buffer[256];
-        char* output = buffer;
-        std::size_t outputLeft = sizeof buffer;
-        const std::size_t result =
-            iconv(m_conversion, flushed ? nullptr : &input, flushed ? nullptr : &inputLeft, &output, &outputLeft);
-        const bool undecodable = result == FAILED && errno != E2BIG;
-        appendShown(shown, {buffer, sizeof buffer - outputLeft});
-        if (undecodable && inputLeft != 0) {
-            shown += escaped(*input++);
-            --inputLeft;
-        }
-    }
-    return shown;
+ShownText Charset::decodeAddress(std::string_view raw) const {
+    return m_coding || m_isAuto ? decodeLatinAmerican(raw, m_conversion) : decode(raw);
 }
 
 } // namespace inspect

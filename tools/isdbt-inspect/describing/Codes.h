@@ -5,9 +5,7 @@
 
 namespace inspect {
 
-// Codes that are read in more than one place.
+/// A service_type by its name.
 Field serviceType(QUOR_U8 type);
-Field numberOfCells(std::string_view name, QUOR_U8 number);
-Field videoEncodeFormat(QUOR_U8 format);
 
 } // namespace inspect

@@ -1,37 +1,13 @@
 #include "describing/Catalogue.h"
 #include "describing/Lists.h"
 #include "descriptors/TDownloadContentDescriptor.h"
+#include "naming/Names.h"
 
 #include <fmt/format.h>
 
 namespace inspect {
 
 namespace {
-
-constexpr CodeName SUB_DESCRIPTOR_FLAGS[] = {
-    {0, "absent"},
-    {1, "present"},
-};
-
-constexpr CodeName REBOOTS[] = {
-    {0, "not necessary"},
-    {1, "necessary"},
-};
-
-constexpr CodeName ADD_ONS[] = {
-    {0, "replaces"},
-    {1, "adds"},
-};
-
-constexpr CodeName COMPATIBILITY_TYPES[] = {
-    {0, "pad"},
-    {1, "system hardware"},
-    {2, "system software"},
-};
-
-constexpr CodeName SPECIFIER_TYPES[] = {
-    {1, "IEEE OUI"},
-};
 
 Field describeSubItem(const Quor::TCompatibilityDescriptorSubItem& item) {
     return object(
@@ -42,8 +18,8 @@ Field describeSubItem(const Quor::TCompatibilityDescriptorSubItem& item) {
 
 Field describeCompatibilityItem(const Quor::TCompatibilityDescriptorItem& item) {
     return object(
-        "", {identifier("descriptor_type", item.getDescriptorType(), 2).named(COMPATIBILITY_TYPES),
-             identifier("specifier_type", item.getSpecifierType(), 2).named(SPECIFIER_TYPES),
+        "", {identifier("descriptor_type", item.getDescriptorType(), 2).named(names::COMPATIBILITY_TYPE),
+             identifier("specifier_type", item.getSpecifierType(), 2).named(names::COMPATIBILITY_SPECIFIER),
              identifier("specifier_data", item.getSpecifierData(), 6), identifier("model", item.getModel(), 4),
              identifier("version", item.getVersion(), 4),
              listByPosition("sub_items", item, item.getCompatibilityDescriptorSubItemSize(),
@@ -71,11 +47,11 @@ using Quor::TDownloadContentDescriptor;
 
 Fields describeDownloadContent(const TDownloadContentDescriptor& descriptor) {
     constexpr std::uint64_t LEAK_UNIT = 50; // bytes a second
-    return {code("reboot", descriptor.getReboot(), REBOOTS),
-            code("add_on", descriptor.getAddOn(), ADD_ONS),
-            code("compatibility_flag", descriptor.getCompatibilityFlag(), SUB_DESCRIPTOR_FLAGS),
-            code("module_info_flag", descriptor.getModuleInfoFlag(), SUB_DESCRIPTOR_FLAGS),
-            code("text_info_flag", descriptor.getTextInfoFlag(), SUB_DESCRIPTOR_FLAGS),
+    return {code("reboot", descriptor.getReboot(), names::DOWNLOAD_REBOOT),
+            code("add_on", descriptor.getAddOn(), names::DOWNLOAD_ADD_ON),
+            code("compatibility_flag", descriptor.getCompatibilityFlag(), names::DOWNLOAD_PART),
+            code("module_info_flag", descriptor.getModuleInfoFlag(), names::DOWNLOAD_PART),
+            code("text_info_flag", descriptor.getTextInfoFlag(), names::DOWNLOAD_PART),
             number("component_size", descriptor.getComponentSize()).in("bytes"),
             identifier("download_id", descriptor.getDownloadID(), 8),
             number("time_out_value_dii", descriptor.getTimeOutValueDII()).in("ms"),
@@ -88,7 +64,7 @@ Fields describeDownloadContent(const TDownloadContentDescriptor& descriptor) {
                            &TDownloadContentDescriptor::getDownloadContentDescriptorItem, describeModule),
             number("private_data_length", descriptor.getPrivateDataLength()).in("bytes"),
             bytes("private_data", descriptor.getPrivateData(), descriptor.getPrivateDataLength()),
-            text("language_code", descriptor.getLanguageCode()),
+            isoCode("language_code", descriptor.getLanguageCode()),
             text("text", descriptor.getText())};
 }
 

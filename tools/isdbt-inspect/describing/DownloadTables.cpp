@@ -4,6 +4,7 @@
 #include "describing/Loops.h"
 #include "describing/Readings.h"
 #include "descriptors/TDownloadContentDescriptor.h"
+#include "naming/Names.h"
 #include "sdtt/TSDTTTable.h"
 
 namespace inspect {
@@ -15,25 +16,13 @@ Field describeSchedule(const Quor::TScheduleInfo& schedule) {
                        number("duration", schedule.getDuration()).reads(bcdDuration(schedule.getDuration()))});
 }
 
-constexpr CodeName DOWNLOAD_LEVELS[] = {
-    {0, "optional"},
-    {1, "compulsory"},
-};
-
-constexpr CodeName VERSION_INDICATORS[] = {
-    {0, "for all versions"},
-    {1, "from target_version on"},
-    {2, "up to target_version"},
-    {3, "for target_version only"},
-};
-
 Field describeContent(const Quor::TDownloadContent& content) {
     Fields fields{number("group", content.getGroup()),
                   number("target_version", content.getTargetVersion()),
                   number("new_version", content.getNewVersion()),
-                  code("download_level", content.getDownloadLevel(), DOWNLOAD_LEVELS),
-                  code("version_indicator", content.getVersionIndicator(), VERSION_INDICATORS),
-                  number("schedule_time_shift_info", content.getScheduleTimeShiftInfo()),
+                  code("download_level", content.getDownloadLevel(), names::DOWNLOAD_LEVEL),
+                  code("version_indicator", content.getVersionIndicator(), names::DOWNLOAD_VERSIONS),
+                  code("schedule_time_shift_info", content.getScheduleTimeShiftInfo(), names::DOWNLOAD_SCHEDULE_SHIFT),
                   listByPosition("schedule_infos", content, content.getScheduleInfoSize(),
                                  &Quor::TDownloadContent::getScheduleInfo, describeSchedule)};
     appendDescriptors(fields, content);

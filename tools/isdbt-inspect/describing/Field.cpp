@@ -1,5 +1,7 @@
 #include "describing/Field.h"
 
+#include "describing/Conversion.h"
+
 namespace inspect {
 
 namespace {
@@ -26,6 +28,10 @@ Field Field::standsFor(std::string_view meaning) && {
     return std::move(*this);
 }
 
+Field Field::named(const NameList& names) && {
+    return std::move(*this).standsFor(names.of(std::get<Number>(value).value));
+}
+
 bool isNested(const Field& field) {
     return std::holds_alternative<List>(field.value) || std::holds_alternative<Object>(field.value);
 }
@@ -46,8 +52,20 @@ Field identifier(std::string_view name, std::uint32_t value, int hexDigits) {
     return field(name, Number{value, hexDigits});
 }
 
+Field code(std::string_view name, std::int64_t value, const NameList& names) {
+    return number(name, value).named(names);
+}
+
 Field text(std::string_view name, std::string_view raw) {
-    return field(name, Text{std::string(raw), {}});
+    return field(name, Text{std::string(raw), {}, Text::Name});
+}
+
+Field address(std::string_view name, std::string_view raw) {
+    return field(name, Text{std::string(raw), {}, Text::Address});
+}
+
+Field isoCode(std::string_view name, std::string_view raw) {
+    return field(name, Text{std::string(raw), Conversion("ASCII").shown(raw), Text::IsoCode});
 }
 
 Field bytes(std::string_view name, const std::uint8_t* data, std::size_t size) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "naming/NameList.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -12,12 +14,6 @@ namespace inspect {
 struct Field;
 using Fields = std::vector<Field>;
 
-/// The name of one value of a code.
-struct CodeName {
-    std::int64_t value;
-    std::string_view name;
-};
-
 /// Nothing where something could be, such as a pointer that is null.
 struct Absent {};
 
@@ -27,8 +23,15 @@ struct Number {
 };
 
 struct Text {
-    std::string raw;     ///< as it is broadcast, in the character set of the broadcast
+    enum Kind {
+        Name,    ///< what viewers read
+        Address, ///< what programs read: of a file, of a class
+        IsoCode  ///< of a language or a country: of ASCII, whatever the character set of the broadcast
+    };
+
+    std::string raw;     ///< as it is broadcast
     std::string decoded; ///< as Charset::decode() gives it
+    Kind kind;
 };
 
 struct Bytes {
@@ -70,7 +73,7 @@ struct Field {
     Field standsFor(std::string_view meaning) &&;
 
     /// Says what the number stands for. A value that is not among the names stands for something without a name.
-    template <std::size_t N> Field named(const CodeName (&names)[N]) &&;
+    Field named(const NameList& names) &&;
 };
 
 /// Whether a field holds others: a list or an object.
@@ -80,6 +83,13 @@ Field absent(std::string_view name);
 Field flag(std::string_view name, bool value);
 Field number(std::string_view name, std::int64_t value);
 Field text(std::string_view name, std::string_view raw);
+
+/// The address of a file or of a class.
+Field address(std::string_view name, std::string_view raw);
+
+/// The code of a language or a country: "por", "BRA".
+Field isoCode(std::string_view name, std::string_view raw);
+
 Field bytes(std::string_view name, const std::uint8_t* data, std::size_t size);
 /// A time as the library counts it, in seconds.
 Field clockTime(std::string_view name, std::int32_t unixTime);
@@ -90,20 +100,7 @@ Field object(std::string_view name, Fields fields);
 Field identifier(std::string_view name, std::uint32_t value, int hexDigits);
 
 /// A number that stands for something.
-/// @param names an array of CodeName. A value without a name is shown as a number.
-template <std::size_t N> Field code(std::string_view name, std::int64_t value, const CodeName (&names)[N]) {
-    return number(name, value).named(names);
-}
-
-template <std::size_t N> Field Field::named(const CodeName (&names)[N]) && {
-    const std::int64_t number = std::get<Number>(value).value;
-    std::string_view found;
-    for (const CodeName& each : names) {
-        if (each.value == number) {
-            found = each.name;
-        }
-    }
-    return std::move(*this).standsFor(found);
-}
+/// A value without a name is shown as a number.
+Field code(std::string_view name, std::int64_t value, const NameList& names);
 
 } // namespace inspect

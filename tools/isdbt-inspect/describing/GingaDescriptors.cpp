@@ -10,7 +10,7 @@ namespace inspect {
 namespace {
 
 Field describeParameter(const std::string& parameter) {
-    return text("", parameter);
+    return address("", parameter);
 }
 
 Fields describeParameters(const Quor::TGingaApplicationDescriptor& descriptor) {
@@ -19,9 +19,9 @@ Fields describeParameters(const Quor::TGingaApplicationDescriptor& descriptor) {
 }
 
 Fields describeLocation(const Quor::TGingaApplicationLocationDescriptor& descriptor) {
-    return {text("base_directory", descriptor.getBaseDirectory()),
-            text("classpath_extension", descriptor.getClasspathExtension()),
-            text("initial_class", descriptor.getInitialClass())};
+    return {address("base_directory", descriptor.getBaseDirectory()),
+            address("classpath_extension", descriptor.getClasspathExtension()),
+            address("initial_class", descriptor.getInitialClass())};
 }
 
 } // namespace

@@ -60,4 +60,14 @@ template <class Value> Field numbers(std::string_view name, const Value* values,
     return list(name, std::move(elements));
 }
 
+/// The same, if they stand for something.
+template <class Value>
+Field codes(std::string_view name, const Value* values, std::size_t count, int hexDigits, const NameList& names) {
+    Field all = numbers(name, values, count, hexDigits);
+    for (Field& each : std::get<List>(all.value).elements) {
+        each = std::move(each).named(names);
+    }
+    return all;
+}
+
 } // namespace inspect

@@ -9,15 +9,8 @@ namespace inspect {
 
 namespace {
 
-constexpr CodeName SKIPPED_TAGS[] = {
-    {0x42, "stuffing"},
-};
-
 Field describeRaw(const RawDescriptor& descriptor) {
-    Field tag = identifier("descriptor_tag", descriptor.tag, 2).named(SKIPPED_TAGS);
-    if (descriptor.kind != nullptr) {
-        tag = std::move(tag).standsFor(descriptor.kind->name);
-    }
+    Field tag = identifier("descriptor_tag", descriptor.tag, 2).standsFor(descriptor.name);
     return object("", {std::move(tag), number("length", descriptor.length.value_or(0)).in("bytes"),
                        bytes("bytes", descriptor.body.data(), descriptor.body.size())});
 }
@@ -29,9 +22,9 @@ bool isDisplaced(const DescriptorLoop& loop, const RawDescriptor& descriptor) {
     });
 }
 
-void appendUnlessEmpty(Fields& fields, std::string_view name, Fields elements) {
+void appendUnlessEmpty(Fields& fields, std::string_view name, Fields elements, std::string_view remark) {
     if (!elements.empty()) {
-        fields.push_back(list(name, std::move(elements)));
+        fields.push_back(list(name, std::move(elements)).reads(remark));
     }
 }
 
@@ -45,8 +38,8 @@ void appendLeftOutOf(Fields& fields, const DescriptorLoop& loop) {
             displaced.push_back(describeRaw(each));
         }
     }
-    appendUnlessEmpty(fields, "unknown_descriptors", std::move(unknown));
-    appendUnlessEmpty(fields, "displaced_descriptors", std::move(displaced));
+    appendUnlessEmpty(fields, "unknown_descriptors", std::move(unknown), "skipped by the receiver");
+    appendUnlessEmpty(fields, "displaced_descriptors", std::move(displaced), {});
 }
 
 void appendLeftOutOfEach(Field& entries, const std::vector<const DescriptorLoop*>& loops) {

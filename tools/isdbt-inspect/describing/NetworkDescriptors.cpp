@@ -10,6 +10,7 @@
 #include "descriptors/TSystemManagementDescriptor.h"
 #include "descriptors/TTSInformationDescriptor.h"
 #include "descriptors/TTerrestrialDeliverySystemDescriptor.h"
+#include "naming/Names.h"
 
 #include <fmt/format.h>
 
@@ -43,39 +44,16 @@ Fields describeServiceList(const Quor::TServiceListDescriptor& descriptor) {
 
 using Quor::TLinkageDescriptor;
 
-constexpr CodeName LINKAGE_TYPES[] = {
-    {TLinkageDescriptor::SERVICE_INFORMATION, "information service"},
-    {TLinkageDescriptor::SERVICE_EPG, "EPG service"},
-    {TLinkageDescriptor::SERVICE_CA_SUBSTITUTION, "CA replacement service"},
-    {TLinkageDescriptor::SERVICE_TS_NETWORK_OR_BOUQUET, "stream with the complete network or bouquet information"},
-    {TLinkageDescriptor::SERVICE_SUBSTITUTION, "replacement service"},
-    {TLinkageDescriptor::SERVICE_DATA_BROADCAST, "data broadcast service"},
-    {TLinkageDescriptor::SERVICE_RETRANSMISSION, "retransmission"},
-};
-
 Fields describeLinkage(const TLinkageDescriptor& descriptor) {
     return {identifier("transport_stream_id", descriptor.getTransportStreamID(), 4),
             identifier("original_network_id", descriptor.getOriginalNetworkID(), 4),
             identifier("service_id", descriptor.getServiceID(), 4),
-            identifier("linkage_type", descriptor.getLinkageType(), 2).named(LINKAGE_TYPES),
+            identifier("linkage_type", descriptor.getLinkageType(), 2).named(names::LINKAGE_TYPE),
             number("private_data_size", descriptor.getPrivateDataSize()).in("bytes"),
             bytes("private_data", descriptor.getPrivateData(), descriptor.getPrivateDataSize())};
 }
 
 using Quor::TTerrestrialDeliverySystemDescriptor;
-
-constexpr CodeName GUARD_INTERVALS[] = {
-    {TTerrestrialDeliverySystemDescriptor::GUARD_INTERNVAL_1_32, "1/32"},
-    {TTerrestrialDeliverySystemDescriptor::GUARD_INTERNVAL_1_16, "1/16"},
-    {TTerrestrialDeliverySystemDescriptor::GUARD_INTERNVAL_1_8, "1/8"},
-    {TTerrestrialDeliverySystemDescriptor::GUARD_INTERNVAL_1_4, "1/4"},
-};
-
-constexpr CodeName TRANSMISSION_MODES[] = {
-    {TTerrestrialDeliverySystemDescriptor::TRANSMISSION_MODE_1, "mode 1 (2K)"},
-    {TTerrestrialDeliverySystemDescriptor::TRANSMISSION_MODE_2, "mode 2 (4K)"},
-    {TTerrestrialDeliverySystemDescriptor::TRANSMISSION_MODE_3, "mode 3 (8K)"},
-};
 
 Fields describeTerrestrialDeliverySystem(const TTerrestrialDeliverySystemDescriptor& descriptor) {
     Fields frequencies;
@@ -83,23 +61,19 @@ Fields describeTerrestrialDeliverySystem(const TTerrestrialDeliverySystemDescrip
         const QUOR_U16 frequency = descriptor.getFrequencies()[at];
         frequencies.push_back(number("", frequency).in("x 1/7 MHz").reads(megahertz(frequency)));
     }
-    return {identifier("area_code", descriptor.getAreaCode(), 3),
-            code("guard_interval", descriptor.getGuardInterval(), GUARD_INTERVALS),
-            code("transmission_mode", descriptor.getTransmissionMode(), TRANSMISSION_MODES),
+    return {identifier("area_code", descriptor.getAreaCode(), 3).named(names::AREA_CODE_JAPAN),
+            code("guard_interval", descriptor.getGuardInterval(), names::GUARD_INTERVAL),
+            code("transmission_mode", descriptor.getTransmissionMode(), names::TRANSMISSION_MODE),
             number("frequency_counter", descriptor.getFrequencyCounter()), list("frequencies", std::move(frequencies))};
 }
 
-constexpr CodeName SIGNAL_LEVELS[] = {
-    {0, "class 1"},
-    {1, "class 2"},
-};
-
 Field describeEmergency(const Quor::TEmergencyInformationDescriptorItem& item) {
     const unsigned areaCodeBytes = item.getAreaCodeCounter();
-    return object("", {identifier("service_id", item.getServiceID(), 4), flag("start", item.isStart()),
-                       code("signal_level", item.getSignalLevel(), SIGNAL_LEVELS),
-                       number("area_code_counter", areaCodeBytes).in("bytes"),
-                       numbers("area_codes", item.getAreaCodes(), areaCodeBytes / sizeof(QUOR_U16), 3)});
+    return object(
+        "", {identifier("service_id", item.getServiceID(), 4), flag("start", item.isStart()),
+             code("signal_level", item.getSignalLevel(), names::EMERGENCY_SIGNAL_LEVEL),
+             number("area_code_counter", areaCodeBytes).in("bytes"),
+             codes("area_codes", item.getAreaCodes(), areaCodeBytes / sizeof(QUOR_U16), 3, names::AREA_CODE_JAPAN)});
 }
 
 Fields describeEmergencyInformation(const Quor::TEmergencyInformationDescriptor& descriptor) {
@@ -114,25 +88,13 @@ Fields describePartialReception(const Quor::TPartialReceptionDescriptor& descrip
 
 using Quor::TTSInformationDescriptorItem;
 
-constexpr CodeName TRANSMISSION_PARAMETER_TYPES[] = {
-    {TTSInformationDescriptorItem::TRANSMISSION_PARAMETER_TYPE_A, "type A"},
-    {TTSInformationDescriptorItem::TRANSMISSION_PARAMETER_TYPE_B, "type B"},
-    {TTSInformationDescriptorItem::TRANSMISSION_PARAMETER_TYPE_C, "type C"},
-};
-
-constexpr CodeName MODULATION_SYSTEMS[] = {
-    {TTSInformationDescriptorItem::MODULATION_SYSTEM_64QAM, "64QAM"},
-    {TTSInformationDescriptorItem::MODULATION_SYSTEM_16QAM, "16QAM"},
-    {TTSInformationDescriptorItem::MODULATION_SYSTEM_QPSK, "QPSK"},
-};
-
 Field describeTransmissionType(const TTSInformationDescriptorItem& item) {
-    return object(
-        "", {identifier("transmission_type_info", item.getTransmissionTypeInfo(), 2),
-             code("transmission_parameter_type", item.getTransmissionParameterType(), TRANSMISSION_PARAMETER_TYPES),
-             code("modulation_system", item.getModulationSystem(), MODULATION_SYSTEMS),
-             number("number_of_services", item.getNumberOfServices()),
-             numbers("services", item.getServices(), item.getNumberOfServices(), 4)});
+    return object("",
+                  {identifier("transmission_type_info", item.getTransmissionTypeInfo(), 2),
+                   code("transmission_parameter_type", item.getTransmissionParameterType(), names::TS_INFORMATION_TYPE),
+                   code("modulation_system", item.getModulationSystem(), names::TS_INFORMATION_MODULATION),
+                   number("number_of_services", item.getNumberOfServices()),
+                   numbers("services", item.getServices(), item.getNumberOfServices(), 4)});
 }
 
 Fields describeTsInformation(const Quor::TTSInformationDescriptor& descriptor) {

@@ -1,6 +1,7 @@
 #include "describing/Catalogue.h"
 #include "describing/Lists.h"
 #include "describing/Loops.h"
+#include "naming/Names.h"
 #include "nit/TNITTable.h"
 #include "sdt/TSDTTable.h"
 
@@ -29,24 +30,11 @@ Fields describeNit(const Quor::TNITTable& nit) {
 
 using Quor::TServiceDescription;
 
-constexpr CodeName RUNNING_STATUSES[] = {
-    {0, "undefined"},
-    {TServiceDescription::RUNNING_STATUS_NOT_RUNNING, "not running"},
-    {TServiceDescription::RUNNING_STATUS_STARTS_IN_A_FEW_MINUTES, "starts shortly"},
-    {TServiceDescription::RUNNING_STATUS_PAUSING, "pausing"},
-    {TServiceDescription::RUNNING_STATUS_RUNNING, "running"},
-};
-
-constexpr CodeName FREE_CA_MODES[] = {
-    {TServiceDescription::FREE_CA_MODE_NOT_SCRAMBLED, "not scrambled"},
-    {TServiceDescription::FREE_CA_MODE_CA_SYSTEM, "controlled by a CA system"},
-};
-
 Field describeService(const TServiceDescription& service) {
     Fields fields{identifier("service_id", service.getServiceID(), 4), flag("eit_schedule", service.hasEITSchedule()),
                   flag("eit_present_following", service.hasEITPresentFollowing()),
-                  code("running_status", service.getRunningStatus(), RUNNING_STATUSES),
-                  code("free_ca_mode", service.getFreeCAMode(), FREE_CA_MODES)};
+                  code("running_status", service.getRunningStatus(), names::RUNNING_STATUS),
+                  code("free_ca_mode", service.getFreeCAMode(), names::FREE_CA_MODE)};
     appendDescriptors(fields, service);
     return object("", std::move(fields));
 }

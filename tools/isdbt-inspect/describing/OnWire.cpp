@@ -10,7 +10,7 @@ namespace inspect {
 DescriptorOnWire describeOnWire(RawDescriptor descriptor) {
     const LogLines dropped; // they are known from the section's own attempt
     const std::optional<std::uint16_t> errorCode = refusal(descriptor);
-    const std::string_view becauseOf = errorCode ? refusedBecause(descriptor.name(), descriptor.body) : "";
+    const std::string_view becauseOf = errorCode ? refusedBecause(descriptor.name, descriptor.body) : "";
     return {std::move(descriptor), errorCode, becauseOf};
 }
 

@@ -1,10 +1,8 @@
 #include "describing/Readings.h"
 
-#include "descriptors/TSystemManagementDescriptor.h"
+#include "naming/Names.h"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
-#include <vector>
 
 namespace inspect {
 
@@ -12,19 +10,9 @@ namespace {
 
 /// The classification of ABNT NBR 15603: contents in the upper four bits, the age in the lower ones.
 std::string brazilianRating(std::uint8_t rating) {
-    constexpr std::string_view AGES[] = {"", "all ages", "10", "12", "14", "16", "18"};
-    constexpr std::string_view CONTENTS[] = {"drugs", "violence", "sex"};
-    const unsigned age = rating & 0x0FU;
-    if (age == 0 || age >= std::size(AGES)) {
-        return {};
-    }
-    std::string text(AGES[age]);
-    for (unsigned content = 0; content < std::size(CONTENTS); ++content) {
-        if ((rating >> (4 + content) & 1U) != 0) {
-            text += fmt::format(", {}", CONTENTS[content]);
-        }
-    }
-    return text;
+    const std::string_view age = names::PARENTAL_RATING_BRA_AGE.of(rating & 0x0FU);
+    const std::string contents = setFlags(rating, names::PARENTAL_RATING_BRA_CONTENT);
+    return age.empty() ? "" : fmt::format("{}{}{}", age, contents.empty() ? "" : ", ", contents);
 }
 
 /// Whether four bits are a decimal digit, each time.
@@ -90,12 +78,10 @@ std::string countryCode(std::uint32_t packed) {
 }
 
 std::string systemManagement(std::uint16_t id) {
-    constexpr std::string_view FLAGS[] = {"broadcast", "no broadcast", "no broadcast", "undefined"};
     const unsigned system = id >> 8U & 0x3FU;
-    return fmt::format("{}, {}, 0x{:02X}", FLAGS[id >> 14U],
-                       system == Quor::TSystemManagementDescriptor::IDENTIFIER_ISDB ? "terrestrial television"
-                                                                                    : fmt::format("system {}", system),
-                       id & 0xFFU);
+    const std::string_view name = names::SYSTEM_MANAGEMENT_SYSTEM.of(system);
+    return fmt::format("{}, {}, 0x{:02X}", names::SYSTEM_MANAGEMENT_FLAG.of(id >> 14U),
+                       name.empty() ? fmt::format("system {}", system) : name, id & 0xFFU);
 }
 
 std::string parentalRating(std::string_view country, std::uint8_t rating) {
@@ -104,6 +90,16 @@ std::string parentalRating(std::string_view country, std::uint8_t rating) {
         return brazilianRating(rating);
     }
     return rating >= 1 && rating <= LAST_AGE ? fmt::format("from {} years", rating + 3) : "";
+}
+
+std::string setFlags(std::uint32_t flags, const NameList& names) {
+    std::string text;
+    for (const Name& each : names) {
+        if ((flags & each.first) != 0) {
+            text += (text.empty() ? "" : ", ") + std::string(each.text);
+        }
+    }
+    return text;
 }
 
 } // namespace inspect

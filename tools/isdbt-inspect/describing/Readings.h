@@ -1,8 +1,7 @@
 #pragma once
 
-#include "describing/Field.h"
+#include "naming/NameList.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -39,15 +38,6 @@ std::string systemManagement(std::uint16_t id);
 std::string parentalRating(std::string_view country, std::uint8_t rating);
 
 /// The names of the flags that are set: "32x32 square, 64x64 4:3".
-/// @param names an array of CodeName, one for each flag
-template <std::size_t N> std::string setFlags(std::uint32_t flags, const CodeName (&names)[N]) {
-    std::string text;
-    for (const CodeName& each : names) {
-        if ((flags & each.value) != 0) {
-            text += (text.empty() ? "" : ", ") + std::string(each.name);
-        }
-    }
-    return text;
-}
+std::string setFlags(std::uint32_t flags, const NameList& names);
 
 } // namespace inspect

@@ -7,6 +7,7 @@
 #include "descriptors/TDigitalCopyControlDescriptor.h"
 #include "descriptors/TParentalRatingDescriptor.h"
 #include "descriptors/TTargetRegionDescriptor.h"
+#include "naming/Names.h"
 
 #include <fmt/format.h>
 
@@ -19,28 +20,16 @@ Fields describeCaIdentifier(const Quor::TCAIdentifierDescriptor& descriptor) {
             numbers("ca_system_ids", descriptor.getCASystemIDs(), descriptor.getCASystemIDCount(), 4)};
 }
 
-constexpr CodeName RECORDING_CONTROLS[] = {
-    {0, "copy freely"},
-    {1, "defined by the broadcaster"},
-    {2, "copy once"},
-    {3, "copy never"},
-};
-
 using Quor::TDigitalCopyControlDescriptor;
-
-constexpr CodeName COPY_CONTROLS[] = {
-    {TDigitalCopyControlDescriptor::COPY_CONTROL_FREE, "free"},
-    {TDigitalCopyControlDescriptor::COPY_CONTROL_SD_FREE_ORIGINAL_ONCE, "SD free, original once"},
-    {TDigitalCopyControlDescriptor::COPY_CONTROL_SD_FREE, "SD free"},
-};
 
 /// The fields that the descriptor has in common with its items.
 template <class Rule> Field recordingControl(const Rule& rule) {
-    return code("digital_recording_control_data", rule.getDigitalRecordingControlData(), RECORDING_CONTROLS);
+    return code("digital_recording_control_data", rule.getDigitalRecordingControlData(),
+                names::DIGITAL_RECORDING_CONTROL);
 }
 
 template <class Rule> Field copyControlType(const Rule& rule) {
-    return code("copy_control_type", rule.getCopyControlType(), COPY_CONTROLS);
+    return code("copy_control_type", rule.getCopyControlType(), names::COPY_CONTROL_TYPE);
 }
 
 template <class Rule> Field maximumBitrate(const Rule& rule) {
@@ -68,27 +57,16 @@ Fields describeDigitalCopyControl(const TDigitalCopyControlDescriptor& descripto
 
 using Quor::TContentAvailabilityDescriptor;
 
-constexpr CodeName RETENTION_STATES[] = {
-    {TContentAvailabilityDescriptor::RETENTION_STATE_NO_LIMIT, "no limit"},
-    {TContentAvailabilityDescriptor::RETENTION_STATE_ONE_WEEK, "one week"},
-    {TContentAvailabilityDescriptor::RETENTION_STATE_2_DAYS, "2 days"},
-    {TContentAvailabilityDescriptor::RETENTION_STATE_1_DAY, "1 day"},
-    {TContentAvailabilityDescriptor::RETENTION_STATE_12_HOURS, "12 hours"},
-    {TContentAvailabilityDescriptor::RETENTION_STATE_6_HOURS, "6 hours"},
-    {TContentAvailabilityDescriptor::RETENTION_STATE_3_HOURS, "3 hours"},
-    {TContentAvailabilityDescriptor::RETENTION_STATE_1_HALF_HOUR, "one and a half hours"},
-};
-
 Fields describeContentAvailability(const TContentAvailabilityDescriptor& descriptor) {
     return {flag("image_constrained", descriptor.isImageConstrained()),
             flag("retention_allowed", descriptor.isRetentionAllowed()),
-            code("retention_state", descriptor.getRetentionState(), RETENTION_STATES),
+            code("retention_state", descriptor.getRetentionState(), names::RETENTION_STATE),
             flag("encryption_mode_enabled", descriptor.isEncryptionModeEnabled())};
 }
 
 Field describeRating(const Quor::TParentalRatingDescriptorItem& item) {
     const std::string country = item.getCountryCode();
-    return object("", {text("country_code", country),
+    return object("", {isoCode("country_code", country),
                        identifier("rating", item.getRating(), 2).reads(parentalRating(country, item.getRating()))});
 }
 

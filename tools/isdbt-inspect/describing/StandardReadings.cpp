@@ -5,6 +5,7 @@
 #include "describing/FieldLookup.h"
 #include "describing/Readings.h"
 #include "describing/TimeZone.h"
+#include "naming/Names.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -26,9 +27,10 @@ Field takeBytes(std::string_view name, Bits& body, std::size_t count) {
     return bytes(name, taken.data(), taken.size());
 }
 
-Field takeText(std::string_view name, Bits& body, std::size_t count) {
-    const std::vector<std::uint8_t> taken = body.takeBytes(count);
-    return text(name, std::string(taken.begin(), taken.end()));
+Field takeCountry(std::string_view name, Bits& body) {
+    constexpr std::size_t LETTERS = 3;
+    const std::vector<std::uint8_t> taken = body.takeBytes(LETTERS);
+    return isoCode(name, std::string(taken.begin(), taken.end()));
 }
 
 Fields readServices(Bits& body) {
@@ -57,7 +59,7 @@ Field takeTime(std::string_view name, Bits& body) {
 Fields readTimeOffsets(Bits& body) {
     Fields regions;
     while (body.left() != 0) {
-        Field country = takeText("country_code", body, 3);
+        Field country = takeCountry("country_code", body);
         Field region = number("country_region_id", body.take32(6));
         body.take(1);
         const bool behind = body.take(1) != 0;
@@ -117,14 +119,14 @@ Fields readEventTime(Bits& body) {
 
 Fields readEncodeFormat(Bits& body) {
     body.take(2);
-    return {videoEncodeFormat(static_cast<std::uint8_t>(body.take(4)))};
+    return {code("video_encode_format", body.take32(4), names::VIDEO_ENCODE_FORMAT)};
 }
 
 Fields readCells(Bits& body) {
     body.take(1);
-    Field horizontal = numberOfCells("number_of_horizontal_cells", static_cast<std::uint8_t>(body.take(3)));
+    Field horizontal = code("number_of_horizontal_cells", body.take32(3), names::MOSAIC_CELLS);
     body.take(1);
-    return {std::move(horizontal), numberOfCells("number_of_vertical_cells", static_cast<std::uint8_t>(body.take(3)))};
+    return {std::move(horizontal), code("number_of_vertical_cells", body.take32(3), names::MOSAIC_CELLS)};
 }
 
 Fields readCopyright(Bits& body) {

@@ -1,5 +1,4 @@
 #include "describing/Catalogue.h"
-#include "describing/Codes.h"
 #include "describing/Readings.h"
 #include "descriptors/TAACDescriptor.h"
 #include "descriptors/TAVCTimingAndHRDDescriptor.h"
@@ -10,6 +9,7 @@
 #include "descriptors/THierarchicalTransmissionDescriptor.h"
 #include "descriptors/TStreamIdentifierDescriptor.h"
 #include "descriptors/TVideoDecodeControlDescriptor.h"
+#include "naming/Names.h"
 
 #include <fmt/format.h>
 
@@ -21,35 +21,13 @@ Fields describeStreamIdentifier(const Quor::TStreamIdentifierDescriptor& descrip
     return {identifier("component_tag", descriptor.getComponentTag(), 2)};
 }
 
-constexpr CodeName STREAM_CONTENTS[] = {
-    {1, "video"},
-    {2, "audio"},
-    {5, "H.264 video"},
-    {6, "HE-AAC audio"},
-};
-
-/// What component_type says of video.
-std::string videoFormat(unsigned streamContent, unsigned componentType) {
-    constexpr unsigned VIDEO = 1;
-    constexpr unsigned H264_VIDEO = 5;
-    constexpr std::string_view LINES[] = {"480i", "", "", "", "", "", "", "", "", "", "480p", "1080i", "720p", "240p"};
-    constexpr std::string_view ASPECTS[] = {"", "4:3", "16:9 with pan vectors", "16:9", "wider than 16:9"};
-    const unsigned lines = componentType >> 4U;
-    const unsigned aspect = componentType & 0x0FU;
-    if ((streamContent != VIDEO && streamContent != H264_VIDEO) || lines >= std::size(LINES) || LINES[lines].empty() ||
-        aspect >= std::size(ASPECTS) || ASPECTS[aspect].empty()) {
-        return {};
-    }
-    return fmt::format("{} {}", LINES[lines], ASPECTS[aspect]);
-}
-
 Fields describeComponent(const Quor::TComponentDescriptor& descriptor) {
-    return {code("stream_content", descriptor.getStreamContent(), STREAM_CONTENTS),
+    return {code("stream_content", descriptor.getStreamContent(), names::STREAM_CONTENT),
             identifier("component_type", descriptor.getComponentType(), 2)
-                .reads(videoFormat(descriptor.getStreamContent(), descriptor.getComponentType())),
+                .reads(names::COMPONENT_TYPE.of(descriptor.getStreamContentComponentType())),
             identifier("stream_content_component_type", descriptor.getStreamContentComponentType(), 4),
             identifier("component_tag", descriptor.getComponentTag(), 2),
-            text("language_code", descriptor.getLanguageCode()),
+            isoCode("language_code", descriptor.getLanguageCode()),
             text("text", descriptor.getText())};
 }
 
@@ -58,61 +36,30 @@ Fields describeCopyright(const Quor::TCopyrightDescriptor& descriptor) {
             identifier("reference_pid", descriptor.getReferencePID(), 4)};
 }
 
-constexpr CodeName QUALITY_LEVELS[] = {
-    {0, "low"},
-    {1, "high"},
-};
-
 Fields describeHierarchicalTransmission(const Quor::THierarchicalTransmissionDescriptor& descriptor) {
-    return {code("quality_level", descriptor.getQualityLevel(), QUALITY_LEVELS),
+    return {code("quality_level", descriptor.getQualityLevel(), names::QUALITY_LEVEL),
             identifier("reference_pid", descriptor.getReferencePID(), 4)};
 }
 
 using Quor::TDataComponentDescriptor;
 
-constexpr CodeName DATA_COMPONENTS[] = {
-    {TDataComponentDescriptor::COMPONENT_ID_GINGA_XML_BASE_MMEDIA_CODING, "XML-based multimedia coding"},
-    {TDataComponentDescriptor::COMPONENT_ID_CAPTION_AND_SUPERIMPOSED, "captions and superimposed text"},
-    {TDataComponentDescriptor::COMPONENT_ID_DATA_DOWNLOAD_SBTVD, "data download"},
-    {TDataComponentDescriptor::COMPONENT_ID_OBJECT_CAROUSEL, "object carousel"},
-    {TDataComponentDescriptor::COMPONENT_ID_CAPTION_1_SEG, "one-segment captions"},
-    {TDataComponentDescriptor::COMPONENT_ID_GINGA_APP_EXECUTING_ENGINE, "Ginga application engine"},
-    {TDataComponentDescriptor::COMPONENT_ID_GINGA_APP_INFORMATION_TABLE, "Ginga application information table"},
-    {TDataComponentDescriptor::COMPONENT_ID_SBTVD_PROGRAM_INDEX_CONFIG, "programme index"},
-};
-
 Fields describeDataComponent(const TDataComponentDescriptor& descriptor) {
-    return {identifier("data_component_id", descriptor.getDataComponentID(), 4).named(DATA_COMPONENTS),
+    return {identifier("data_component_id", descriptor.getDataComponentID(), 4).named(names::DATA_COMPONENT_ID),
             number("additional_data_size", descriptor.getAdditionalDataSize()).in("bytes"),
             bytes("additional_data", descriptor.getAdditionalData(), descriptor.getAdditionalDataSize())};
 }
 
 using Quor::TVideoDecodeControlDescriptor;
 
-constexpr CodeName VIDEO_ENCODE_FORMATS[] = {
-    {TVideoDecodeControlDescriptor::VIDEO_ENCODE_FORMAT_1080P, "1080p"},
-    {TVideoDecodeControlDescriptor::VIDEO_ENCODE_FORMAT_1080I, "1080i"},
-    {TVideoDecodeControlDescriptor::VIDEO_ENCODE_FORMAT_720P, "720p"},
-    {TVideoDecodeControlDescriptor::VIDEO_ENCODE_FORMAT_480P, "480p"},
-    {TVideoDecodeControlDescriptor::VIDEO_ENCODE_FORMAT_480I, "480i"},
-    {TVideoDecodeControlDescriptor::VIDEO_ENCODE_FORMAT_240P, "240p"},
-    {TVideoDecodeControlDescriptor::VIDEO_ENCODE_FORMAT_120P, "120p"},
-};
-
 Fields describeVideoDecodeControl(const TVideoDecodeControlDescriptor& descriptor) {
     return {flag("still_picture", descriptor.isStillPicture()),
             flag("sequence_end_code", descriptor.hasSequenceEndCode()),
-            videoEncodeFormat(descriptor.getVideoEncodeFormat())};
+            code("video_encode_format", descriptor.getVideoEncodeFormat(), names::VIDEO_ENCODE_FORMAT)};
 }
-
-constexpr CodeName AVC_PROFILES[] = {
-    {66, "Baseline"}, {77, "Main"},        {88, "Extended"},    {100, "High"},
-    {110, "High 10"}, {122, "High 4:2:2"}, {244, "High 4:4:4"},
-};
 
 Fields describeAvcVideo(const Quor::TAVCVideoDescriptor& descriptor) {
     const unsigned level = descriptor.getLevelIDC();
-    return {code("profile_idc", descriptor.getProfileIDC(), AVC_PROFILES),
+    return {code("profile_idc", descriptor.getProfileIDC(), names::AVC_PROFILE),
             flag("constraint_set0_flag", descriptor.getConstraintSet0Flag()),
             flag("constraint_set1_flag", descriptor.getConstraintSet1Flag()),
             flag("constraint_set2_flag", descriptor.getConstraintSet2Flag()),
@@ -136,31 +83,14 @@ Fields describeAvcTimingAndHrd(const Quor::TAVCTimingAndHRDDescriptor& descripto
 
 using Quor::TAACDescriptor;
 
-constexpr CodeName AAC_PROFILES[] = {
-    {TAACDescriptor::PROFILE_ACC_L1, "AAC level 1"},
-    {TAACDescriptor::PROFILE_ACC_L2, "AAC level 2"},
-    {TAACDescriptor::PROFILE_ACC_L4, "AAC level 4"},
-    {TAACDescriptor::PROFILE_ACC_L5, "AAC level 5"},
-    {TAACDescriptor::PROFILE_HIGH_EFFICIENCY_ACC_L2, "HE-AAC level 2"},
-    {TAACDescriptor::PROFILE_HIGH_EFFICIENCY_ACC_L3, "HE-AAC level 3"},
-    {TAACDescriptor::PROFILE_HIGH_EFFICIENCY_ACC_L4, "HE-AAC level 4"},
-    {TAACDescriptor::PROFILE_HIGH_EFFICIENCY_ACC_L5, "HE-AAC level 5"},
-    {TAACDescriptor::PROFILE_NOT_SPECIFIED, "not specified"},
-    {TAACDescriptor::PROFILE_NO_AUDIO_INFO, "no audio information"},
-};
-
 Fields describeAac(const TAACDescriptor& descriptor) {
-    return {code("profile_and_level", descriptor.getProfileAndLevel(), AAC_PROFILES),
+    return {code("profile_and_level", descriptor.getProfileAndLevel(), names::AAC_PROFILE),
             descriptor.hasAACType() ? identifier("aac_type", descriptor.getAACType(), 2) : absent("aac_type"),
             number("additional_info_size", descriptor.getAdditionalInfoSize()).in("bytes"),
             bytes("additional_info", descriptor.getAdditionalInfo(), descriptor.getAdditionalInfoSize())};
 }
 
 } // namespace
-
-Field videoEncodeFormat(QUOR_U8 format) {
-    return code("video_encode_format", format, VIDEO_ENCODE_FORMATS);
-}
 
 void addStreamDescriptors(Catalogue& catalogue) {
     catalogue.addDescriptor<describeStreamIdentifier>("stream_identifier_descriptor", {PMT});

@@ -3,6 +3,7 @@
 #include "describing/Loops.h"
 #include "describing/Readings.h"
 #include "descriptors/TLocalTimeOffsetDescriptor.h"
+#include "naming/Names.h"
 #include "tot/TTOTTable.h"
 
 namespace inspect {
@@ -11,21 +12,16 @@ namespace {
 
 constexpr std::int64_t BEHIND = 1;
 
-constexpr CodeName POLARITIES[] = {
-    {0, "ahead"},
-    {BEHIND, "behind"},
-};
-
 /// Bytes of one item on the wire.
 constexpr unsigned ITEM_SIZE = 13;
 
 Field describeItem(const Quor::TLocalTimeOffsetDescriptorItem& item) {
     const auto polarity = item.getLocalTimeOffsetPolarity();
     const auto offset = item.getLocalTimeOffset();
-    return object("",
-                  {text("country_code", item.getCountryCode()), number("country_region_id", item.getCountryRegionID()),
-                   code("local_time_offset_polarity", polarity, POLARITIES),
-                   number("local_time_offset", offset).in("s").reads(isoOffset(polarity == BEHIND, offset))});
+    return object("", {isoCode("country_code", item.getCountryCode()),
+                       number("country_region_id", item.getCountryRegionID()),
+                       code("local_time_offset_polarity", polarity, names::POLARITY),
+                       number("local_time_offset", offset).in("s").reads(isoOffset(polarity == BEHIND, offset))});
 }
 
 Fields describeLocalTimeOffset(const Quor::TLocalTimeOffsetDescriptor& descriptor) {

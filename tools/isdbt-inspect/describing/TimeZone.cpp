@@ -32,6 +32,12 @@ TimeZone::TimeZone(const std::string& name) : m_minutes(0), m_assumed(false) {
     }
 }
 
+TimeZone TimeZone::ofJapan() {
+    TimeZone zone;
+    zone.m_minutes = 9 * 60;
+    return zone;
+}
+
 std::string TimeZone::clock(std::int32_t unixTime) {
     return fmt::format("{:%Y-%m-%d %H:%M:%S}", clockAt(unixTime));
 }

@@ -22,6 +22,12 @@ public:
     /// @throws UnknownTimeZone
     explicit TimeZone(const std::string& name);
 
+    /// That of Japan, assumed.
+    static TimeZone ofJapan();
+
+    /// Whether nobody set it.
+    bool isAssumed() const { return m_assumed; }
+
     /// A time for people: "2025-06-15 18:04:05 UTC-3", or with "UTC-3 assumed" in parentheses when nobody set the zone.
     /// @param unixTime as the library counts it, as if the station's clock went by UTC. It has 32 bits, which are
     ///                 negative from 2038-01-20 on; no broadcast comes from before 1970.

@@ -3,23 +3,15 @@
 #include "descriptors/TTransportProtocolDescriptorDC.h"
 #include "descriptors/TTransportProtocolDescriptorIP.h"
 #include "descriptors/TTransportProtocolDescriptorOC.h"
+#include "naming/Names.h"
 
 namespace inspect {
 
 namespace {
 
-using Quor::TTransportProtocolDescriptor;
-
-constexpr CodeName PROTOCOLS[] = {
-    {TTransportProtocolDescriptor::ObjectCarousel, "object carousel"},
-    {TTransportProtocolDescriptor::IP, "IP"},
-    {TTransportProtocolDescriptor::DataPiping, "data piping"},
-    {TTransportProtocolDescriptor::DataCarousel, "data carousel"},
-};
-
 /// What all variants begin with.
 template <class Descriptor> Fields describeTransport(const Descriptor& descriptor) {
-    return {code("type", descriptor.getType(), PROTOCOLS),
+    return {code("type", descriptor.getType(), names::APPLICATION_PROTOCOL),
             identifier("protocol_id", descriptor.getProtocolID(), 4),
             identifier("transport_protocol_label", descriptor.getTransportProtocolLabel(), 2),
             flag("remote_connection", descriptor.isRemoteConnection()),
@@ -35,7 +27,7 @@ template <class Descriptor> Fields describeCarousel(const Descriptor& descriptor
 }
 
 Field describeUrl(const std::string& url) {
-    return text("", url);
+    return address("", url);
 }
 
 Fields describeIp(const Quor::TTransportProtocolDescriptorIP& descriptor) {

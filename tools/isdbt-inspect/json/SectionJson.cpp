@@ -61,7 +61,7 @@ Json sectionJson(const char* type, const std::string& input, const SectionReport
 Json descriptorJson(const DescriptorOnWire& descriptor) {
     const RawDescriptor& raw = descriptor.raw;
     Json object{{"offset", raw.offset}, {"descriptor_tag", raw.tag}};
-    object["descriptor_tag_name"] = orNull(std::string(raw.name()));
+    object["descriptor_tag_name"] = orNull(std::string(raw.name));
     object["known"] = raw.kind != nullptr;
     object["length"] = orNull(raw.length);
     object["fits"] = raw.fits();

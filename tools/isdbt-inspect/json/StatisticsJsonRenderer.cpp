@@ -1,5 +1,6 @@
 #include "json/StatisticsJsonRenderer.h"
 
+#include "naming/Names.h"
 #include "json/JsonValues.h"
 #include "json/SectionJson.h"
 #include "json/TransmissionJson.h"
@@ -29,6 +30,7 @@ Json tableJson(const std::string& input, const std::optional<Pid>& pid, const Ta
     object["pid"] = orNull(pid);
     object["table"] = orNull(table.tableName);
     object["table_id"] = table.tableId;
+    object["table_id_name"] = orNull(std::string(names::TABLE_ID.of(table.tableId)));
     object["sections"] = table.sections;
     object["distinct"] = table.distinct;
     object["version_changes"] = table.versionChanges;

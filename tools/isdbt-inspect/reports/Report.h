@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -80,7 +81,8 @@ struct TableStatistics {
 /// What came on one PID.
 struct PidStatistics {
     std::optional<Pid> pid; ///< nothing for sections that did not come in packets
-    std::string content;    ///< what the program maps call it: "H.264 video"; empty when they do not
+    std::string
+        content; ///< what the program maps call it: "H.264 video"; else what it is known for, unless tables came
     std::uint64_t packets;
     double share;                                 ///< of all packets, 0 to 1
     std::optional<std::uint64_t> discontinuities; ///< nothing for a PID on which no sections were looked for
@@ -105,6 +107,7 @@ struct Summary {
     std::uint64_t notChosen = 0;           ///< sections that said something new, too, and were not to be shown
     std::optional<Transmission> transmission = {}; ///< how it is to be sent; nothing when it does not say
     std::uint64_t unknown = 0; ///< sections that did not come in packets, of tables that the library does not know
+    std::set<std::uint8_t> unknownTables; ///< their table_ids
 };
 
 } // namespace inspect

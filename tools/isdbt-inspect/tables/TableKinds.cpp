@@ -2,6 +2,7 @@
 
 #include "DSMCCSection/TDSMCCSectionTable.h"
 #include "ait/TAITTable.h"
+#include "naming/Names.h"
 #include "nit/TNITTable.h"
 #include "pat/TPATTable.h"
 #include "pmt/TPMTTable.h"
@@ -11,6 +12,7 @@
 #include "walking/SectionWalk.h"
 
 #include <algorithm>
+#include <fmt/format.h>
 
 namespace inspect {
 
@@ -52,6 +54,14 @@ const TableKind* tableKind(std::uint8_t tableId) {
 std::string_view tableName(std::uint8_t tableId) {
     const TableKind* const kind = tableKind(tableId);
     return kind == nullptr ? std::string_view{} : kind->name;
+}
+
+std::string tableLabel(std::uint8_t tableId) {
+    if (const TableKind* const kind = tableKind(tableId)) {
+        return std::string(kind->name);
+    }
+    const std::string_view name = abbreviation(names::TABLE_ID.of(tableId));
+    return fmt::format("{}{}0x{:02X}", name, name.empty() ? "" : " ", tableId);
 }
 
 } // namespace inspect

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace Quor {
@@ -54,5 +55,8 @@ const TableKind* tableKind(std::uint8_t tableId);
 
 /// The name of a table that the library understands; empty for others.
 std::string_view tableName(std::uint8_t tableId);
+
+/// The same, and of others what standards call them: "EIT p/f 0x4E"; "0x0B" when they do not.
+std::string tableLabel(std::uint8_t tableId);
 
 } // namespace inspect

@@ -34,14 +34,19 @@ std::string explanationOf(const DescriptorOnWire& descriptor) {
                : "";
 }
 
+/// "association_tag_descriptor, skipped"
+std::string nameOf(const RawDescriptor& raw) {
+    return raw.name.empty() ? "unknown, skipped" : std::string(raw.name) + (raw.kind == nullptr ? ", skipped" : "");
+}
+
 } // namespace
 
 void appendDescriptorLine(Page& page, const DescriptorOnWire& descriptor, std::size_t indent) {
     const RawDescriptor& raw = descriptor.raw;
-    const Line line = blanks(indent) + (descriptor.atFault() ? Line(">", Ink::Fault) : " ") +
-                      fmt::format(" {:04X}  0x{:02X}  {}, {}", raw.offset, raw.tag,
-                                  raw.kind == nullptr ? "unknown, skipped" : raw.name(), lengthText(raw.length)) +
-                      (descriptor.atFault() ? "  " : "") + Line(faultOf(descriptor), Ink::Fault);
+    const Line line =
+        blanks(indent) + (descriptor.atFault() ? Line(">", Ink::Fault) : " ") +
+        fmt::format(" {:04X}  0x{:02X}  {}, {}", raw.offset, raw.tag, nameOf(raw), lengthText(raw.length)) +
+        (descriptor.atFault() ? "  " : "") + Line(faultOf(descriptor), Ink::Fault);
     appendLine(page, line, indent + MARGIN);
     if (const std::string explanation = explanationOf(descriptor); !explanation.empty()) {
         appendLine(page, blanks(indent + MARGIN) + Line(explanation, Ink::Remark), indent + MARGIN);

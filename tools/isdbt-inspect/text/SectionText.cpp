@@ -74,7 +74,7 @@ Line changeTitle(const SectionReport& report, std::optional<std::uint8_t> former
 
 Line descriptorTitle(const DescriptorReport& report) {
     const RawDescriptor& raw = report.onWire.raw;
-    return Line(fmt::format("{} (0x{:02X})", raw.name(), raw.tag), Ink::Heading) +
+    return Line(fmt::format("{} (0x{:02X})", raw.name, raw.tag), Ink::Heading) +
            fmt::format("  {}  byte {}", report.tableName, raw.offset) + remark(!raw.fits(), "DAMAGED") +
            remark(report.rejection.has_value(), "REJECTED");
 }

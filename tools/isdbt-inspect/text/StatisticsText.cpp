@@ -1,5 +1,6 @@
 #include "text/StatisticsText.h"
 
+#include "tables/TableKinds.h"
 #include "text/Columns.h"
 #include "text/TransmissionText.h"
 
@@ -35,10 +36,6 @@ std::string pidText(std::optional<Pid> pid) {
     return pid ? fmt::format("0x{:04X}", *pid) : UNKNOWN;
 }
 
-std::string nameOf(const TableStatistics& table) {
-    return table.tableName.empty() ? fmt::format("0x{:02X}", table.tableId) : table.tableName;
-}
-
 /// A count that catches the eye unless it is 0.
 Line noticed(std::uint64_t count, Ink ink) {
     return {std::to_string(count), count == 0 ? Ink::Plain : ink};
@@ -55,9 +52,16 @@ const std::vector<Column> TABLE_COLUMNS{{"", "PID", Column::Kind::Name},
                                         {"largest", "interval", Column::Kind::Number, 2},
                                         {"", "kbit/s", Column::Kind::Number, 1}};
 
-Row rowOf(const PidStatistics& pid, const TableStatistics& table) {
+/// Names of tables that the library does not understand are long; the PIDs have them behind all else.
+std::string labelIn(const Style& style, const TableStatistics& table) {
+    constexpr std::size_t ROOM_FOR_NAMES = 100;
+    return table.tableName.empty() && style.width < ROOM_FOR_NAMES ? fmt::format("0x{:02X}", table.tableId)
+                                                                   : tableLabel(table.tableId);
+}
+
+Row rowOf(const PidStatistics& pid, const TableStatistics& table, const Style& style) {
     return {{pidText(pid.pid), Ink::Name},
-            {nameOf(table), Ink::Name},
+            {labelIn(style, table), Ink::Name},
             std::to_string(table.sections),
             std::to_string(table.distinct),
             noticed(table.versionChanges, Ink::Remark),
@@ -88,7 +92,7 @@ std::vector<Column> pidColumns(const Summary& summary) {
 std::string contentOf(const PidStatistics& pid) {
     std::vector<std::string> names;
     for (const TableStatistics& table : pid.tables) {
-        names.push_back(nameOf(table));
+        names.push_back(tableLabel(table.tableId));
     }
     return fmt::format("{}{}{}", pid.content, pid.content.empty() || names.empty() ? "" : ": ", fmt::join(names, ", "));
 }
@@ -133,7 +137,7 @@ void appendStatistics(Page& page, const Summary& summary) {
     std::vector<Row> pids;
     for (const PidStatistics& pid : summary.statistics) {
         for (const TableStatistics& table : pid.tables) {
-            tables.push_back(rowOf(pid, table));
+            tables.push_back(rowOf(pid, table, page.style));
         }
         if (pid.packets != 0) {
             pids.push_back(rowOf(pid));

@@ -1,5 +1,7 @@
 #include "text/SummaryText.h"
 
+#include "tables/TableKinds.h"
+
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
@@ -16,6 +18,18 @@ std::string damageText(const Finding& finding) {
     return finding.pids.empty() ? text : fmt::format("{} (PID 0x{:04X})", text, fmt::join(finding.pids, ", 0x"));
 }
 
+/// The labels of the first of them.
+std::string labelsOf(const std::set<std::uint8_t>& tables) {
+    constexpr std::size_t MANY = 6;
+    std::vector<std::string> labels;
+    for (const std::uint8_t table : tables) {
+        if (labels.size() < MANY) {
+            labels.push_back(tableLabel(table));
+        }
+    }
+    return fmt::format("{}{}", fmt::join(labels, ", "), tables.size() > MANY ? ", ..." : "");
+}
+
 } // namespace
 
 std::string summaryText(const Summary& summary) {
@@ -29,7 +43,8 @@ std::string summaryText(const Summary& summary) {
         text += fmt::format(", {} not chosen", summary.notChosen);
     }
     if (summary.unknown != 0) {
-        text += ", " + counted(summary.unknown, "of an unknown table", "of unknown tables");
+        text += fmt::format(", {} ({})", counted(summary.unknown, "of an unknown table", "of unknown tables"),
+                            labelsOf(summary.unknownTables));
     }
     for (const Finding& finding : summary.damages) {
         text += ", " + damageText(finding);

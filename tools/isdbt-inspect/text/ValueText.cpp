@@ -50,7 +50,8 @@ Line valueText(const Field& field) {
         text += " " + Line(field.codeName, Ink::Remark);
     }
     if (!field.reading.empty()) {
-        text += Line(" = " + field.reading, Ink::Remark);
+        const bool isRemark = std::holds_alternative<Text>(field.value);
+        text += Line(isRemark ? fmt::format(" ({})", field.reading) : " = " + field.reading, Ink::Remark);
     }
     return text;
 }

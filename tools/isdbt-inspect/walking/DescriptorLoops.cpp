@@ -13,8 +13,10 @@ namespace {
 
 constexpr std::size_t DESCRIPTOR_HEADER_SIZE = 2;
 
-RawDescriptor descriptorAt(std::uint8_t tableId, const std::uint8_t* data, std::size_t at, std::size_t end) {
-    RawDescriptor descriptor{at, data[at], std::nullopt, {}, knownDescriptor(tableId, data[at])};
+RawDescriptor descriptorAt(const Carrier& carrier, const std::uint8_t* data, std::size_t at, std::size_t end) {
+    const DescriptorKind* const kind = knownDescriptor(carrier.tableId, data[at]);
+    RawDescriptor descriptor{at, data[at], std::nullopt,
+                             {}, kind,     kind == nullptr ? descriptorName(carrier, data[at]) : kind->name};
     if (end - at < DESCRIPTOR_HEADER_SIZE) {
         return descriptor;
     }
@@ -35,11 +37,11 @@ std::vector<DescriptorLoop> descriptorLoops(const std::uint8_t* section, std::si
     return walk.take();
 }
 
-std::vector<RawDescriptor> descriptorsIn(std::uint8_t tableId, const std::uint8_t* data, std::size_t begin,
+std::vector<RawDescriptor> descriptorsIn(const Carrier& carrier, const std::uint8_t* data, std::size_t begin,
                                          std::size_t end) {
     std::vector<RawDescriptor> descriptors;
     for (std::size_t at = begin; at < end;) {
-        descriptors.push_back(descriptorAt(tableId, data, at, end));
+        descriptors.push_back(descriptorAt(carrier, data, at, end));
         const RawDescriptor& last = descriptors.back();
         at = last.fits() ? at + DESCRIPTOR_HEADER_SIZE + last.body.size() : end;
     }

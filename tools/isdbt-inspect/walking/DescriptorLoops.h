@@ -1,11 +1,13 @@
 #pragma once
 
 #include "describing/DescriptorKinds.h"
+#include "tables/DescriptorNames.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace inspect {
@@ -17,11 +19,9 @@ struct RawDescriptor {
     std::optional<std::uint8_t> length; ///< nothing when the loop ends behind the tag
     std::vector<std::uint8_t> body;     ///< as much of it as the loop holds
     const DescriptorKind* kind;         ///< null when the library skips it
+    std::string_view name;              ///< empty when neither the library nor a standard has one for it
 
     bool fits() const { return length && body.size() == *length; }
-
-    /// Empty when the library skips it.
-    std::string_view name() const { return kind == nullptr ? std::string_view() : kind->name; }
 
     /// All of it that there is, from its tag on.
     std::vector<std::uint8_t> bytes() const;
@@ -42,8 +42,7 @@ struct DescriptorLoop {
 std::vector<DescriptorLoop> descriptorLoops(const std::uint8_t* section, std::size_t size);
 
 /// The descriptors that stand one behind the other between two offsets, up to the first one that does not fit.
-/// @param tableId of the table that they come from
-std::vector<RawDescriptor> descriptorsIn(std::uint8_t tableId, const std::uint8_t* data, std::size_t begin,
+std::vector<RawDescriptor> descriptorsIn(const Carrier& carrier, const std::uint8_t* data, std::size_t begin,
                                          std::size_t end);
 
 /// The error code with which the library refuses a descriptor that it knows; nothing when it takes it, or is not asked

@@ -12,6 +12,7 @@ constexpr std::size_t LONG_HEADER_SIZE = 8;
 constexpr std::size_t CRC_SIZE = 4;
 constexpr std::size_t LENGTH_SIZE = 2;
 constexpr unsigned LENGTH_MASK = 0x0FFF;
+constexpr unsigned APPLICATION_TYPE_MASK = 0x7FFF; // the first bit tells applications of tests
 
 } // namespace
 
@@ -33,8 +34,9 @@ std::size_t SectionWalk::loopBehindLength(std::string name, std::optional<std::u
 std::size_t SectionWalk::loop(std::string name, std::optional<std::uint64_t> key, std::size_t begin,
                               std::size_t stated) {
     const std::size_t available = begin < m_end ? std::min(stated, m_end - begin) : 0;
+    const Carrier carrier{m_section[0], static_cast<std::uint16_t>(u16(SHORT_HEADER_SIZE) & APPLICATION_TYPE_MASK)};
     m_loops.push_back(
-        {std::move(name), key, stated, available, descriptorsIn(m_section[0], m_section, begin, begin + available)});
+        {std::move(name), key, stated, available, descriptorsIn(carrier, m_section, begin, begin + available)});
     return begin + available;
 }
 
