@@ -105,7 +105,7 @@ TEST(InspectTree, OverviewSaysOfAServiceWhatIsUnusual) {
 TEST(InspectTree, AllThatTheTablesSayIsForTheTreeAlone) {
     const Finished finished = inspect({"--full", "--view", "tables", SAMPLE_FILE});
     EXPECT_EQ(finished.status, 2);
-    EXPECT_THAT(finished.errors, HasSubstr("--full: it is for the tree; the other views show all"));
+    EXPECT_THAT(finished.errors, HasSubstr("--full: it is for the tree in text; the others show all"));
     EXPECT_EQ(inspect({"--full", "--json", SAMPLE_FILE}).status, 2);
 }
 

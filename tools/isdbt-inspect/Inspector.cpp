@@ -183,10 +183,6 @@ void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> 
     for (const Loss& loss : input.losses()) {
         last.damages.push_back({loss.singular, loss.plural, loss.count, {}});
     }
-    m_foundFault = last.rejected != 0 || last.skippedBytes != 0;
-    for (const Finding& finding : last.damages) {
-        m_foundFault = m_foundFault || finding.count != 0;
-    }
     last.notChosen = m_notChosen;
     last.forgotten = m_current.taken().forgotten();
     std::set<Pid> scrambled;
@@ -197,8 +193,8 @@ void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> 
     }
     const Tables tables(m_current, std::move(expected), std::move(scrambled));
     const Multiplex multiplex(tables);
-    const Faults faults = check(multiplex, last.transmission);
-    m_foundFault = m_foundFault || !faults.all().empty();
+    const Faults faults = check(multiplex, last);
+    m_foundFault = last.rejected != 0 || !faults.all().empty();
     m_renderer.end(last, multiplex, faults);
 }
 

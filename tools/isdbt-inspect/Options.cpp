@@ -252,7 +252,7 @@ void checkTogether(const CLI::App& app, const Options& options) {
         throw UsageError("--descriptor: a PAT carries no descriptors");
     }
     if (options.full && (options.json || options.view != &views().front())) {
-        throw UsageError("--full: it is for the tree; the other views show all");
+        throw UsageError("--full: it is for the tree in text; the others show all");
     }
     if (options.descriptorOf && app.count("--table") + app.count("--view") != 0) {
         throw UsageError("--descriptor: --table and --view are for sections");

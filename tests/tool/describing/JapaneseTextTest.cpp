@@ -13,45 +13,36 @@ std::string shownInJapan(std::string_view raw) {
     return Charset("japan").decode(raw).text;
 }
 
-class JapaneseText : public testing::Test {
-protected:
-    void SetUp() override {
-        if (!canReadJapanese()) {
-            GTEST_SKIP() << "this build reads no texts of Japan";
-        }
-    }
-};
-
-TEST_F(JapaneseText, HasKanjiKanaAndLetters) {
+TEST(JapaneseText, HasKanjiKanaAndLetters) {
     EXPECT_EQ(shownInJapan("\x0ENHK\x0F\x41\x6D\x39\x67\x0E\x31"), "NHK総合1");
     EXPECT_EQ(shownInJapan("\xC6\xEC\xD3"), "てれび");
     EXPECT_EQ(shownInJapan("\x1B|\xC6\xEC\xD3"), "テレビ");
     EXPECT_EQ(shownInJapan(""), "");
 }
 
-TEST_F(JapaneseText, HasTheSymbolsOfBroadcasts) {
+TEST(JapaneseText, HasTheSymbolsOfBroadcasts) {
     EXPECT_EQ(shownInJapan("\x1B$;\x7A\x50\x0E\x41"), "🅊A");
 }
 
-TEST_F(JapaneseText, LosesSizes) {
+TEST(JapaneseText, LosesSizes) {
     EXPECT_EQ(shownInJapan("\x89\x0ETV\x8A\x0F\x41\x6D"), "TV総");
 }
 
-TEST_F(JapaneseText, HasUsualBlanksAndDoubledBackslashes) {
+TEST(JapaneseText, HasUsualBlanksAndDoubledBackslashes) {
     EXPECT_EQ(shownInJapan("\x0E\x41 B"), "A B");
     EXPECT_EQ(shownInJapan("\x0F\x21\x21\x21\x40"), " \\\\");
 }
 
-TEST_F(JapaneseText, BeginsAfreshEachTime) {
+TEST(JapaneseText, BeginsAfreshEachTime) {
     const Charset japan("japan");
     EXPECT_EQ(japan.decode("\x0ENHK").text, "NHK");
     EXPECT_EQ(japan.decode("\x41\x6D").text, "総");
 }
 
 /// Shifts, designations and controls that are cut off, and anything between them.
-TEST_F(JapaneseText, IsMadeOfAnyBytes) {
-    constexpr std::string_view CODES(
-        "\x0E\x0F\x19\x1D\x1B\x1B$()*+ p|}~no;AB\x4A\x30\x31\x95\x4F\x9B\x9D\x90\x88\x8B\x60\x16\x1C\xA0\xFF\x7F", 42);
+TEST(JapaneseText, IsMadeOfAnyBytes) {
+    constexpr std::string_view CODES =
+        "\x0E\x0F\x19\x1D\x1B\x1B$()*+ p|}~no;AB\x4A\x30\x31\x95\x4F\x9B\x9D\x90\x88\x8B\x60\x16\x1C\xA0\xFF\x7F";
     const Charset japan("japan");
     const Conversion utf8("UTF-8");
     std::mt19937 random(24);
@@ -65,7 +56,7 @@ TEST_F(JapaneseText, IsMadeOfAnyBytes) {
 }
 
 /// The longest name fills the room that it gets.
-TEST_F(JapaneseText, MayBeLong) {
+TEST(JapaneseText, MayBeLong) {
     std::string expected;
     std::string raw;
     for (int count = 0; count < 5000; ++count) {
@@ -73,14 +64,6 @@ TEST_F(JapaneseText, MayBeLong) {
         expected += "て";
     }
     EXPECT_EQ(shownInJapan(raw), expected);
-}
-
-TEST(JapaneseTextUnread, IsSaidToBeInItsCoding) {
-    if (canReadJapanese()) {
-        GTEST_SKIP() << "this build reads texts of Japan";
-    }
-    EXPECT_THROW(Charset("japan"), UnknownCharset);
-    EXPECT_EQ(Charset().decode("\xC6", Coding::Japan).remark, "in the coding of Japan, which this build cannot read");
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "descriptors/TAVCTimingAndHRDDescriptor.h"
 #include "descriptors/TCarouselIdentifierDescriptor.h"
 #include "descriptors/TCopyrightDescriptor.h"
+#include "descriptors/TDigitalCopyControlDescriptor.h"
 #include "descriptors/TDownloadContentDescriptor.h"
 #include "descriptors/TLocalTimeOffsetDescriptor.h"
 #include "descriptors/TMosaicDescriptor.h"
@@ -93,9 +94,82 @@ const std::vector<Example> EXAMPLES{
       "  video_encode_format 1 (1080i)"}},
     {"mosaic_descriptor",
      ordered<Quor::TMosaicDescriptor>,
-     "51 01 52",
-     {"number_of_horizontal_cells 5 (6 cells)", "number_of_vertical_cells 2 (3 cells)", "cells [0]",
-      "the receiver reads", "  number_of_horizontal_cells 1 (2 cells)", "  number_of_vertical_cells 2 (3 cells)"}},
+     "51 15 DA 07F9 02 C1C2 01 0102 0BFA 00 04 0001 0002 0003 0004",
+     {"mosaic_entry_point yes",
+      "number_of_horizontal_cells 5 (6 cells)",
+      "number_of_vertical_cells 2 (3 cells)",
+      "cells [2]",
+      "  -",
+      "    logical_cell_id 1",
+      "    logical_cell_presentation_info 1 (video)",
+      "    elementary_cell_ids [2]",
+      "      - 1",
+      "      - 2",
+      "    cell_linkage_info 1 (bouquet)",
+      "    bouquet_id 0x0102",
+      "  -",
+      "    logical_cell_id 2",
+      "    logical_cell_presentation_info 2 (still picture)",
+      "    elementary_cell_ids [0]",
+      "    cell_linkage_info 4 (event)",
+      "    original_network_id 0x0001",
+      "    transport_stream_id 0x0002",
+      "    service_id 0x0003",
+      "    event_id 0x0004",
+      "the receiver reads",
+      "  number_of_horizontal_cells 1 (2 cells)",
+      "  number_of_vertical_cells 2 (3 cells)",
+      "  cells [2]",
+      "    -",
+      "      logical_cell_id 1",
+      "      logical_cell_presentation_info 1 (video)",
+      "      elementary_cell_field_length 2",
+      "      elementary_cell_ids [2]",
+      "        - 1",
+      "        - 2",
+      "      cell_linkage_info 1 (bouquet)",
+      "      bouquet_id 0x0102",
+      "      original_network_id 0x0000",
+      "      transport_stream_id 0x0000",
+      "      service_id 0x0000",
+      "      event_id 0x0000",
+      "    -",
+      "      logical_cell_id 2",
+      "      logical_cell_presentation_info 2 (still picture)",
+      "      elementary_cell_field_length 0",
+      "      elementary_cell_ids [0]",
+      "      cell_linkage_info 4 (event)",
+      "      bouquet_id 0x0000",
+      "      original_network_id 0x0001",
+      "      transport_stream_id 0x0002",
+      "      service_id 0x0003",
+      "      event_id 0x0004"}},
+    {"digital_copy_control_descriptor",
+     ordered<Quor::TDigitalCopyControlDescriptor>,
+     "C1 05 F4 20 02 11 C8",
+     {"digital_recording_control_data 3 (copy never)",
+      "component_control yes",
+      "copy_control_type 1 (SD free, original once)",
+      "aps_control_data 0",
+      "maximum_bitrate 32 x 0.25 Mbit/s = 8.00 Mbit/s",
+      "components [1]",
+      "  -",
+      "    component_tag 0x11",
+      "    digital_recording_control_data 3 (copy never)",
+      "    copy_control_type 2",
+      "    aps_control_data 0",
+      "the receiver reads",
+      "  items [2]",
+      "    -",
+      "      digital_recording_control_data 0 (copy freely)",
+      "      copy_control_type 0 (free)",
+      "      aps_control_data 0",
+      "      maximum_bitrate none",
+      "    -",
+      "      digital_recording_control_data 3 (copy never)",
+      "      copy_control_type 2",
+      "      aps_control_data 0",
+      "      maximum_bitrate none"}},
     {"copyright_descriptor",
      ordered<Quor::TCopyrightDescriptor>,
      "0D 05 42524131 AA",
@@ -170,14 +244,20 @@ TEST(StandardReadings, HaveAnExampleEach) {
 
 TEST(StandardReadings, AreNoneOfBytesThatTheStandardHasOtherwise) {
     EXPECT_EQ(ordered<Quor::TServiceListDescriptor>("41 04 E6A0 01 E6"),
-              (Lines{"items [2]", "  -", "    service_id 0x01", "    service_type 0xE6 (reserved)", "  -",
-                     "    service_id 0xE6", "    service_type 0xA0 (service provider defined)"}));
+              (Lines{"standard none = the bytes are not as the standard has them", "the receiver reads", "  items [2]",
+                     "    -", "      service_id 0x01", "      service_type 0xE6 (reserved)", "    -",
+                     "      service_id 0xE6", "      service_type 0xA0 (service provider defined)"}));
+    EXPECT_EQ(ordered<Quor::TCarouselIdentifierDescriptor>("13 06 0000002A 01 02"),
+              (Lines{"carousel_id 0x0000002A", "standard none = the bytes are not as the standard has them",
+                     "the receiver reads", "  private_data_size 2 bytes", "  private_data <01 02>"}));
 }
 
-TEST(StandardReadings, AreNoneOfACarouselWithoutFormat) {
-    EXPECT_EQ(
-        ordered<Quor::TCarouselIdentifierDescriptor>("13 04 0000002A"),
-        (Lines{"carousel_id 0x0000002A", "the receiver reads", "  private_data_size 0 bytes", "  private_data <>"}));
+TEST(StandardReadings, AreNoneWhereBothReadTheSame) {
+    EXPECT_EQ(ordered<Quor::TCarouselIdentifierDescriptor>("13 04 0000002A"),
+              (Lines{"carousel_id 0x0000002A", "private_data_size 0 bytes", "private_data <>"}));
+    EXPECT_EQ(ordered<Quor::TVideoDecodeControlDescriptor>("C8 01 47"),
+              (Lines{"still_picture no", "sequence_end_code yes", "video_encode_format 1 (1080i)"}));
+    EXPECT_EQ(ordered<Quor::TDigitalCopyControlDescriptor>("C1 01 00").size(), 6U);
 }
 
 /// A body that is right by the standard, and one that is not.
@@ -192,9 +272,16 @@ TEST(StandardReadings, SayWhyTheReceiverRefusesWhatIsRight) {
         {"service_list_descriptor", "E6A0 01", "E6A0 01 E6"},
         {"transport_protocol_descriptor", "0003 01 7F", "0004 01 7F"},
         {"ts_information_descriptor", "21 02 0F 00 AF 00", "21 02 0F 01 AF"},
-        {"emergency_information_descriptor", "E6A0 BF 00", "E6A0 BF 02 12"},
+        {"emergency_information_descriptor", "E6A0 BF 00", "E6A0 BF 01 12"},
         {"mosaic_descriptor", "00 0000 01 05 00", "00 0000 01 05 02"},
         {"avc_timing_and_hrd_descriptor", "81 FF 00000004 A0", "81 FF 00000004"},
+        {"digital_copy_control_descriptor", "D0 03 30 E0 20", "D0 02 30 E0"},
+        {"terrestrial_delivery_system_descriptor", "1236", "1236 0F"},
+        {"partial_reception_descriptor", "", "E6"},
+        {"country_availability_descriptor", "80", "80 42"},
+        {"prefetch_descriptor", "01", "01 02"},
+        {"dii_location_descriptor", "01", "01 02"},
+        {"application_name_descriptor", "", "70"},
     };
     ASSERT_EQ(std::size(refused), rightRefused().size());
     for (const Refused& each : refused) {

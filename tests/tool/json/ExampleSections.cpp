@@ -64,7 +64,10 @@ std::vector<ByteVector> sectionsReadInTwoWays() {
                         "2A 0F 81 7F 00000002 00000003 00000004 A0"
                         "13 18 0000002A 01 02 0003 0FA2 00000100 01 00000200 3C 02 ABCD EF"
                         "1B E111 F01B  13 04 0000002A  2A 13 01 FF 00000004 A0 000000000000000000000000")),
-        shortSection(0x73, hex("EDA9 12 34 56 F00F  58 0D 425241 0D 0300 FFFFFFFFFF 0A00")),
+        shortSection(0x73, hex("EDA9 12 34 56 F00F  58 0D 425241 0D 0A00 FFFFFFFFFF 0A00")),
+        longSection(0x02, {},
+                    hex("E100 F016  0D 03 425241  13 06 0000002A 01 02  C1 07 10 05 30 E4 20 31 C0  1B E111 F000")),
+        longSection(0x40, {}, hex("F000 F00C  0735 0001 F006 41 04 E6A0 01 E6")),
         longSection(0x40, {}, hex("F000 F00E  0735 0001 F008 41 06 E6A0 01 E6B8 C0")),
     };
 }

@@ -228,7 +228,22 @@ TEST(JsonLines, NameFaultsOfSectionsOutsideOfPackets) {
     ByteVector damaged = longSection(0x00, stream, hex("E6A0 E101"));
     damaged.back() ^= 1U;
     const TemporaryFile file(join({longSection(0x40, stream, hex("F000 F006 0736 0735 F000")), damaged}));
-    EXPECT_EQ(faultsIn({"--sections", file.path()}), (Severities{{"damaged", "error"}, {"not_in_nit", "warning"}}));
+    EXPECT_EQ(faultsIn({"--sections", file.path()}),
+              (Severities{{"crc_errors", "error"}, {"damaged", "error"}, {"not_in_nit", "warning"}}));
+}
+
+/// In text the summary says so; in JSON there is none.
+TEST(JsonLines, NameWhatDidNotComeWhole) {
+    StreamBuilder stream;
+    stream.section(PAT_PID, longSection(0x00, {}, hex("0001 E100")));
+    stream.lose(PAT_PID, 1).section(PAT_PID, longSection(0x00, {}, hex("0001 E100"))).null(20);
+    const TemporaryFile file(join({hex("FFFFFF"), stream.bytes()}));
+    const Finished finished = inspect({"--json", "--table", "pat", file.path()});
+    EXPECT_EQ(finished.status, 3);
+    EXPECT_THAT(finished.output, HasSubstr(R"("fault":"discontinuities","severity":"error","about":"Transport stream",)"
+                                           R"("text":"1 discontinuity on PID 0x0000","pid":0,)"));
+    EXPECT_THAT(finished.output, HasSubstr(R"("fault":"bytes_skipped","severity":"error","about":"Transport stream",)"
+                                           R"("text":"3 bytes skipped","pid":null,)"));
 }
 
 TEST(JsonLines, SayWhichSectionShowsAFault) {

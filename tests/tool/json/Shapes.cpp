@@ -87,8 +87,8 @@ void ValueShape::addTo(Json& object, const std::string& name, bool required) con
         }
     };
     Json value = schema();
-    if (name == inspect::STANDARD) {
-        value.erase("required"); // what the bytes have
+    if (name == inspect::STANDARD) { // what the bytes have
+        (value.contains("anyOf") ? value["anyOf"][0] : value).erase("required");
     }
     add(name, std::move(value), required);
     if (m_isCode) {
@@ -123,7 +123,8 @@ Json ValueShape::schema() const {
         return reference("hex");
     }
     if (m_elementObject) {
-        return m_elementObject->schema();
+        return m_types.count("null") == 0 ? m_elementObject->schema()
+                                          : Json{{"anyOf", {m_elementObject->schema(), {{"type", "null"}}}}};
     }
     Json schema;
     if (m_types.size() == 1) {

@@ -33,6 +33,7 @@ bool isSet(const std::optional<Field>& flag) {
     return flag && std::get<bool>(flag->value);
 }
 
+constexpr std::int64_t UNDEFINED = 0;
 constexpr std::int64_t RUNNING = 4;
 
 /// Takes out which event information the SDT promises.
@@ -53,7 +54,8 @@ void appendDescription(Node& node, const Fields& description) {
         node.names.push_back(std::move(*name));
     }
     node.say("", take(rest, "service_descriptor", "service_type"));
-    const bool running = numberIn(rest, "running_status") == RUNNING;
+    const std::optional<std::int64_t> status = numberIn(rest, "running_status");
+    const bool running = status == RUNNING || status == UNDEFINED;
     node.say("", take(rest, "running_status"), running ? Extent::Full : Extent::Overview);
     const bool scrambled = numberIn(rest, "free_ca_mode") != 0;
     node.say("", take(rest, "free_ca_mode"), scrambled ? Extent::Overview : Extent::Full);

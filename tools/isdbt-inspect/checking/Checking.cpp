@@ -1,6 +1,7 @@
 #include "checking/Checking.h"
 
 #include "checking/ApplicationChecks.h"
+#include "checking/DamageChecks.h"
 #include "checking/SectionChecks.h"
 #include "checking/ServiceChecks.h"
 #include "checking/TransmissionChecks.h"
@@ -152,11 +153,12 @@ private:
 
 } // namespace
 
-Faults check(const Multiplex& multiplex, const std::optional<Transmission>& transmission) {
+Faults check(const Multiplex& multiplex, const Summary& summary) {
     Faults faults = Checker(multiplex).takeAll();
-    if (transmission) {
-        checkTransmission(faults, *transmission, multiplex);
+    if (summary.transmission) {
+        checkTransmission(faults, *summary.transmission, multiplex);
     }
+    checkDamages(faults, titleOf(multiplex), summary);
     return faults;
 }
 

@@ -2,12 +2,12 @@
 
 #include "checking/Fault.h"
 #include "multiplex/Multiplex.h"
-#include "transmission/Transmission.h"
+#include "reports/Report.h"
 
 namespace inspect {
 
-/// Finds what does not fit together. What a fault is about is a part of the multiplex, or the transmission.
-/// @param transmission nothing when the stream does not say how it is to be sent
-Faults check(const Multiplex& multiplex, const std::optional<Transmission>& transmission);
+/// Finds what does not fit together, and what did not come whole. What a fault is about is a part of the multiplex, the
+/// transmission, or the stream.
+Faults check(const Multiplex& multiplex, const Summary& summary);
 
 } // namespace inspect

@@ -19,14 +19,15 @@ enum class Severity {
 struct FaultKind {
     std::string_view name;
     Severity severity;
-    bool ofSection = false; ///< one section shows it by itself
+    enum class ShownBy { Fault, Section, Summary } shownBy = ShownBy::Fault; ///< where people see it without a list
 };
 
 namespace faults {
 
-inline constexpr FaultKind CHANGED_SILENTLY{"changed_without_new_version", Severity::Error, true};
-inline constexpr FaultKind DAMAGED{"damaged", Severity::Error, true};
-inline constexpr FaultKind REJECTED{"rejected", Severity::Error, true};
+inline constexpr FaultKind CHANGED_SILENTLY{"changed_without_new_version", Severity::Error,
+                                            FaultKind::ShownBy::Section};
+inline constexpr FaultKind DAMAGED{"damaged", Severity::Error, FaultKind::ShownBy::Section};
+inline constexpr FaultKind REJECTED{"rejected", Severity::Error, FaultKind::ShownBy::Section};
 inline constexpr FaultKind SECTION_MISSING{"section_missing", Severity::Error};
 inline constexpr FaultKind TABLE_MISSING{"table_missing", Severity::Error};
 inline constexpr FaultKind SCRAMBLED{"scrambled", Severity::Error};
@@ -51,6 +52,14 @@ inline constexpr FaultKind IIP_MISSING{"iip_missing", Severity::Error};
 inline constexpr FaultKind IIP_DAMAGED{"iip_damaged", Severity::Error};
 inline constexpr FaultKind LAYER_PACKETS{"layer_packets", Severity::Warning};
 inline constexpr FaultKind NIT_CONTRADICTS_IIP{"nit_contradicts_iip", Severity::Warning};
+
+inline constexpr FaultKind CRC_ERRORS{"crc_errors", Severity::Error, FaultKind::ShownBy::Summary};
+inline constexpr FaultKind DISCONTINUITIES{"discontinuities", Severity::Error, FaultKind::ShownBy::Summary};
+inline constexpr FaultKind SECTIONS_CUT_SHORT{"sections_cut_short", Severity::Error, FaultKind::ShownBy::Summary};
+inline constexpr FaultKind MALFORMED_PACKETS{"malformed_packets", Severity::Error, FaultKind::ShownBy::Summary};
+inline constexpr FaultKind TRANSPORT_ERRORS{"transport_errors", Severity::Error, FaultKind::ShownBy::Summary};
+inline constexpr FaultKind BYTES_SKIPPED{"bytes_skipped", Severity::Error, FaultKind::ShownBy::Summary};
+inline constexpr FaultKind INPUT_LOSSES{"input_losses", Severity::Error, FaultKind::ShownBy::Summary};
 
 } // namespace faults
 

@@ -25,8 +25,9 @@ public:
     /// Bytes that have not been begun.
     std::size_t left() const { return m_at < m_end ? (m_end - m_at) / 8 : 0; }
 
-    /// Whether more was taken than there is.
+    /// Whether more was taken than there is, or somebody said so.
     bool failed() const { return m_at > m_end; }
+    void fail() { m_at = m_end + 1; }
 
 private:
     const std::uint8_t* m_data;

@@ -71,11 +71,6 @@ Fields readTimeOffsets(Bits& body) {
     return {list("regions", std::move(regions))};
 }
 
-/// Where another reading of the same descriptor says all.
-Fields readNothing(Bits& /*body*/) {
-    return {};
-}
-
 Fields readCarousel(Bits& body) {
     constexpr std::uint32_t WITH_SERVICE_GATEWAY = 1;
     body.take(32);
@@ -94,8 +89,12 @@ Fields readCarousel(Bits& body) {
         fields.push_back(number("time_out", body.take32(8)).in("s"));
         fields.push_back(takeBytes("object_key_data", body, takeByte(body)));
     }
-    fields.push_back(takeBytes("private_data", body, body.left()));
     return fields;
+}
+
+/// Behind the format and its fields.
+Fields readPrivateData(Bits& body) {
+    return readCarousel(body).empty() ? Fields{} : Fields{takeBytes("private_data", body, body.left())};
 }
 
 Field takeTicks(std::string_view name, Bits& body) {
@@ -122,11 +121,88 @@ Fields readEncodeFormat(Bits& body) {
     return {code("video_encode_format", body.take32(4), names::VIDEO_ENCODE_FORMAT)};
 }
 
-Fields readCells(Bits& body) {
+Field takeIdentifiers(std::string_view name, Bits& body, std::size_t count) {
+    Fields elements;
+    for (; count != 0 && !body.failed(); --count) {
+        elements.push_back(number("", body.take32(8) & 0x3FU));
+    }
+    return list(name, std::move(elements));
+}
+
+/// What a cell shows when it is chosen.
+void takeLinkage(Fields& cell, Bits& body) {
+    enum Linkage : std::uint8_t { Bouquet = 1, Service, OtherMosaic, Event };
+    const std::uint8_t linkage = takeByte(body);
+    cell.push_back(code("cell_linkage_info", linkage, names::MOSAIC_LINKAGE));
+    if (linkage == Bouquet) {
+        cell.push_back(takeIdentifier("bouquet_id", body, 16));
+    } else if (linkage >= Service && linkage <= Event) {
+        for (const char* const name : {"original_network_id", "transport_stream_id", "service_id"}) {
+            cell.push_back(takeIdentifier(name, body, 16));
+        }
+    }
+    if (linkage == Event) {
+        cell.push_back(takeIdentifier("event_id", body, 16));
+    }
+}
+
+Fields readMosaic(Bits& body) {
+    Fields fields{flag("mosaic_entry_point", body.take(1) != 0)};
+    fields.push_back(code("number_of_horizontal_cells", body.take32(3), names::MOSAIC_CELLS));
     body.take(1);
-    Field horizontal = code("number_of_horizontal_cells", body.take32(3), names::MOSAIC_CELLS);
+    fields.push_back(code("number_of_vertical_cells", body.take32(3), names::MOSAIC_CELLS));
+    Fields cells;
+    while (body.left() != 0 && !body.failed()) {
+        Fields cell{number("logical_cell_id", body.take32(6))};
+        body.take(7);
+        cell.push_back(code("logical_cell_presentation_info", body.take32(3), names::MOSAIC_PRESENTATION));
+        const std::size_t count = takeByte(body);
+        cell.push_back(takeIdentifiers("elementary_cell_ids", body, count));
+        takeLinkage(cell, body);
+        cells.push_back(object("", std::move(cell)));
+    }
+    fields.push_back(list("cells", std::move(cells)));
+    return fields;
+}
+
+/// What may be recorded of a component.
+Field takeComponentControl(Bits& body) {
+    constexpr std::uint32_t COPY_FREE = 0;
+    Fields fields{takeIdentifier("component_tag", body, 8),
+                  code("digital_recording_control_data", body.take32(2), names::DIGITAL_RECORDING_CONTROL)};
+    const bool hasRate = body.take(1) != 0;
     body.take(1);
-    return {std::move(horizontal), code("number_of_vertical_cells", body.take32(3), names::MOSAIC_CELLS)};
+    const std::uint32_t type = body.take32(2);
+    fields.push_back(code("copy_control_type", type, names::COPY_CONTROL_TYPE));
+    const std::uint32_t analogue = body.take32(2);
+    if (type != COPY_FREE) {
+        fields.push_back(number("aps_control_data", analogue));
+    }
+    if (hasRate) {
+        fields.push_back(number("maximum_bitrate", body.take32(8)).in("x 0.25 Mbit/s"));
+    }
+    return object("", std::move(fields));
+}
+
+Fields readCopyControl(Bits& body) {
+    body.take(2);
+    const bool hasRate = body.take(1) != 0;
+    const bool hasComponents = body.take(1) != 0;
+    body.take(4);
+    body.takeBytes(hasRate ? 1 : 0);
+    if (!hasComponents) {
+        return {};
+    }
+    const std::vector<std::uint8_t> loop = body.takeBytes(takeByte(body));
+    Bits left(loop.data(), loop.size());
+    Fields components;
+    while (left.left() != 0) {
+        components.push_back(takeComponentControl(left));
+    }
+    if (left.failed()) {
+        body.fail();
+    }
+    return {list("components", std::move(components))};
 }
 
 Fields readCopyright(Bits& body) {
@@ -227,11 +303,14 @@ bool isTransportStreamInformation(Bits& body) {
 }
 
 bool isEmergency(Bits& body) {
+    bool odd = false; // an area code has two bytes
     while (body.left() != 0) {
         body.take(24);
-        body.takeBytes(takeByte(body));
+        const std::uint8_t size = takeByte(body);
+        odd = odd || size % 2 != 0;
+        body.takeBytes(size);
     }
-    return !body.failed();
+    return !odd && !body.failed();
 }
 
 bool isMosaicOfUnlinkedCells(Bits& body) {
@@ -253,6 +332,15 @@ bool isTiming(Bits& body) {
     return isWhole(body);
 }
 
+bool isCopyControlOfComponents(Bits& body) {
+    return !readCopyControl(body).empty() && isWhole(body);
+}
+
+/// A list that may have no entries.
+template <std::size_t Before> bool hasNoEntries(Bits& body) {
+    return body.left() == Before;
+}
+
 bool areSame(const Field& left, const Field& right) {
     const auto* const number = std::get_if<Number>(&left.value);
     const auto* const otherNumber = std::get_if<Number>(&right.value);
@@ -265,10 +353,10 @@ bool areSame(const Field& left, const Field& right) {
 /// Whether the standard's fields are others, or have other values, than those of the receiver: some bytes read the
 /// same.
 bool differ(const Fields& fields, const Fields& standard) {
-    return standard.empty() || !std::all_of(standard.begin(), standard.end(), [&fields](const Field& each) {
-               const Field* const same = find(fields, each.name);
-               return same != nullptr && areSame(*same, each);
-           });
+    return !std::all_of(standard.begin(), standard.end(), [&fields](const Field& each) {
+        const Field* const same = find(fields, each.name);
+        return same != nullptr && areSame(*same, each);
+    });
 }
 
 /// The fields of these names, each with a mark, if they are there.
@@ -308,7 +396,7 @@ const std::vector<OtherReading>& otherReadings() {
          "what is behind these",
          "takes all behind the carousel_id for it",
          Agreement::Otherwise,
-         readNothing},
+         readPrivateData},
         {"npt_reference_descriptor",
          {"stc_reference_h", "stc_reference_l", "npt_reference_h", "npt_reference_l"},
          "two times of 33 bits",
@@ -328,11 +416,17 @@ const std::vector<OtherReading>& otherReadings() {
          Agreement::Otherwise,
          readEncodeFormat},
         {"mosaic_descriptor",
-         {"number_of_horizontal_cells", "number_of_vertical_cells"},
-         "counts of three bits",
-         "takes two bits of each, and no more cells than they say",
+         {"number_of_horizontal_cells", "number_of_vertical_cells", "cells"},
+         "counts of three bits, and all the cells that follow",
+         "takes two bits of each count, and no more cells than they say",
          Agreement::Otherwise,
-         readCells},
+         readMosaic},
+        {"digital_copy_control_descriptor",
+         {"items"},
+         "a component_tag before what is allowed of a component",
+         "takes the component_tag for the first byte of that",
+         Agreement::Otherwise,
+         readCopyControl},
         {"copyright_descriptor",
          {"hierarchical_level", "reference_pid"},
          "a copyright_identifier of 32 bits, and more of its owner's",
@@ -365,6 +459,14 @@ const std::vector<RightRefused>& rightRefused() {
         {"emergency_information_descriptor", "it wants an area code for each service", isEmergency},
         {"mosaic_descriptor", "it refuses cells that are linked to nothing", isMosaicOfUnlinkedCells},
         {"avc_timing_and_hrd_descriptor", "it looks for N and K where there are none", isTiming},
+        {"digital_copy_control_descriptor", "it takes the component_tag for what is allowed of a component",
+         isCopyControlOfComponents},
+        {"terrestrial_delivery_system_descriptor", "it wants a frequency", hasNoEntries<2>},
+        {"partial_reception_descriptor", "it wants a service", hasNoEntries<0>},
+        {"country_availability_descriptor", "it wants a country", hasNoEntries<1>},
+        {"prefetch_descriptor", "it wants a label", hasNoEntries<1>},
+        {"dii_location_descriptor", "it wants a location", hasNoEntries<1>},
+        {"application_name_descriptor", "it wants a name", hasNoEntries<0>},
     };
     return REFUSED;
 }
@@ -382,18 +484,25 @@ std::string_view refusedBecause(std::string_view descriptor, const std::vector<s
 void addStandardReading(std::string_view descriptor, const std::uint8_t* wire, Fields& fields) {
     constexpr std::size_t HEADER = 2;
     Fields standard;
+    bool fits = true;
     for (const OtherReading& reading : otherReadings()) {
         Bits body(wire + HEADER, wire[1]);
         if (reading.descriptor != descriptor) {
             continue;
         }
         Fields read = reading.read(body);
-        if (!body.failed() && differ(fields, read)) {
-            std::move(read.begin(), read.end(), std::back_inserter(standard));
+        const bool said = body.failed() || reading.agreement == Agreement::Unread || differ(fields, read);
+        fits = fits && !body.failed();
+        if (said) {
             mark(fields, reading);
         }
+        if (said && !body.failed()) {
+            std::move(read.begin(), read.end(), std::back_inserter(standard));
+        }
     }
-    if (!standard.empty()) {
+    if (!fits) {
+        fields.push_back(absent(STANDARD).reads("the bytes are not as the standard has them"));
+    } else if (!standard.empty()) {
         fields.push_back(object(STANDARD, std::move(standard)));
     }
 }
@@ -409,7 +518,7 @@ Fields standardFirst(const Fields& fields) {
         if (field.agreement == Agreement::Otherwise) {
             others.push_back(field);
             others.back().agreement = Agreement::Usual;
-        } else if (field.name == STANDARD) {
+        } else if (field.name == STANDARD && !std::holds_alternative<Absent>(field.value)) {
             const Fields& standard = std::get<Object>(field.value).fields;
             ordered.insert(ordered.begin() + static_cast<std::ptrdiff_t>(place), standard.begin(), standard.end());
         } else if (field.agreement == Agreement::Usual) {

@@ -8,7 +8,9 @@ void appendFaults(Page& page, const Faults& faults, Listed listed) {
     Page lines{page.style, {}};
     std::size_t count = 0;
     for (const Fault& fault : faults.all()) {
-        if (listed == Listed::All || !fault.kind.ofSection) {
+        const bool isListed = fault.kind.shownBy == FaultKind::ShownBy::Fault ||
+                              (fault.kind.shownBy == FaultKind::ShownBy::Section && listed == Listed::All);
+        if (isListed) {
             const std::string about = fault.about.empty() ? "" : fault.about + ": ";
             appendLine(lines, {"! " + about + fault.text, Ink::Fault}, 2 * INDENT);
             ++count;
