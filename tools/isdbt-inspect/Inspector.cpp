@@ -75,7 +75,7 @@ Inspector::Inspector(Renderer& renderer, const Interest& interest, const Convent
 
 void Inspector::gather(const PidSet& pids) {
     m_gatherer.setPids(pids);
-    m_wanted = pids;
+    m_wanted = pids | m_presentEvents.pids();
     m_wanted.set(INFORMATION_PID);
 }
 
@@ -100,6 +100,7 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     while (const std::uint8_t* const packet = packets.next(wanted(packets))) {
         const Position position{packets.packets(), packets.offset(), packets.seconds()};
         m_transmission.take(packet, packets.trailer(), position);
+        m_presentEvents.take(packet, position);
         if (!m_gatherer.pids()[ts_get_pid(packet)]) {
             continue;
         }
@@ -194,7 +195,7 @@ void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> 
     }
     const Tables tables(m_current, std::move(expected), std::move(scrambled));
     const Multiplex multiplex(tables);
-    const Faults faults = check(multiplex, last.transmission);
+    const Faults faults = check(multiplex, m_presentEvents, last.transmission);
     m_foundFault = m_foundFault || !faults.all().empty();
     m_renderer.end(last, multiplex, faults);
 }

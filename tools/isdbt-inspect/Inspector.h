@@ -6,6 +6,7 @@
 #include "exporting/Exporter.h"
 #include "following/Following.h"
 #include "multiplex/CurrentSections.h"
+#include "multiplex/PresentEvents.h"
 #include "packets/PacketReader.h"
 #include "parsing/SectionParser.h"
 #include "reports/Renderer.h"
@@ -74,6 +75,7 @@ private:
     SectionGatherer m_gatherer;
     PidSet m_wanted; ///< the PIDs of a stream without trailers
     TransmissionReader m_transmission;
+    PresentEvents m_presentEvents;
     SeenSections m_seen;
     SeenSections m_seenSince;    ///< since those are shown that come
     SeenSections m_seenOfOthers; ///< tables that the library does not understand; they must not displace the others

@@ -3,6 +3,7 @@
 #include "checking/ApplicationChecks.h"
 #include "checking/SectionChecks.h"
 #include "checking/ServiceChecks.h"
+#include "checking/TimeChecks.h"
 #include "checking/TransmissionChecks.h"
 #include "describing/FieldLookup.h"
 #include "tables/TableKinds.h"
@@ -152,8 +153,11 @@ private:
 
 } // namespace
 
-Faults check(const Multiplex& multiplex, const std::optional<Transmission>& transmission) {
+Faults check(const Multiplex& multiplex, const PresentEvents& events, const std::optional<Transmission>& transmission) {
     Faults faults = Checker(multiplex).takeAll();
+    for (const Table* const tot : multiplex.tables().of(TOT)) {
+        checkTime(faults, *tot, events);
+    }
     if (transmission) {
         checkTransmission(faults, *transmission, multiplex);
     }
