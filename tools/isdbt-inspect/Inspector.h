@@ -85,6 +85,7 @@ private:
     std::uint64_t m_shown = 0;
     std::uint64_t m_rejected = 0;
     std::uint64_t m_notChosen = 0;
+    bool m_isLive = false; ///< this machine's clock shows the time of the input
     bool m_foundFault = false;
     bool m_foundKnownTable = false;
 };
