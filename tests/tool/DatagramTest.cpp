@@ -3,9 +3,11 @@
 
 #include <arpa/inet.h>
 #include <chrono>
+#include <ctime>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <map>
 #include <netinet/in.h>
 #include <stdexcept>
 #include <sys/socket.h>
@@ -98,6 +100,17 @@ ByteVector pat() {
 
 ByteVector tot(const std::string& time) {
     return shortSection(0x73, join({hex("C079"), hex(time), hex("F000")}));
+}
+
+unsigned bcd(std::time_t number) {
+    return static_cast<unsigned>(number / 10 * 16 + number % 10);
+}
+
+/// @param time since 1970
+ByteVector totAt(std::time_t time) {
+    const ByteVector clock{static_cast<QUOR_U8>(bcd(time / 3600 % 24)), static_cast<QUOR_U8>(bcd(time / 60 % 60)),
+                           static_cast<QUOR_U8>(bcd(time % 60))};
+    return shortSection(0x73, join({u16(static_cast<unsigned>(40587 + time / 86400)), clock, hex("F000")}));
 }
 
 ByteVector rtp(unsigned sequence, const ByteVector& payload) {
@@ -269,6 +282,24 @@ TEST(InspectDatagrams, NoneIsLostWhileTheOutputWaits) {
     EXPECT_EQ(finished.status, 0);
     EXPECT_THAT(finished.output, EndsWith("\n49882 packets of 188 bytes, 14251 sections on 2 PIDs: 14251 shown, "
                                           "0 rejected, 0 CRC errors, 0 discontinuities\n"));
+}
+
+/// What has arrived is read before it ends.
+TEST(InspectDatagrams, TellTheZoneByTheTimeOfThisMachine) {
+    const std::map<std::time_t, const char*> lines{
+        {0, " (UTC-3 assumed), by this machine's clock rather UTC\n"},
+        {-10800, " (UTC-3 assumed)\n"},
+        {32400, " (UTC-3 assumed), by this machine's clock rather UTC+9\n"},
+        {-3600, " (UTC-3 assumed)\n"},
+    };
+    for (const auto& [ahead, line] : lines) {
+        const Sender sender;
+        Running program({"--table", "tot", "udp://127.0.0.1:" + sender.port()});
+        sender.waitForListener();
+        sender.send(StreamBuilder().section(TOT_PID, totAt(std::time(nullptr) + ahead)).null(6).bytes());
+        program.signal(SIGINT);
+        EXPECT_THAT(program.finish().output, HasSubstr(line)) << ahead;
+    }
 }
 
 TEST(InspectDatagrams, WrongAddresses) {

@@ -2,11 +2,13 @@
 
 #include "checking/Checking.h"
 #include "describing/Describing.h"
+#include "describing/FieldLookup.h"
 #include "inputs/ReadablePart.h"
 #include "sections/SectionReader.h"
 #include "tables/TableKinds.h"
 
 #include <bitstream/mpeg/ts.h>
+#include <ctime>
 #include <fmt/format.h>
 
 namespace inspect {
@@ -20,6 +22,13 @@ std::vector<std::uint8_t> bytesOf(const Section& section) {
 Rejection rejectionOf(const Section& section, ParsedSection& parsed) {
     return {parsed.errorCode, std::string(errorName(parsed.errorCode)), std::move(parsed.logLines),
             describeDescriptors(section.data(), section.size()), bytesOf(section)};
+}
+
+/// Only the TOT says what time it is.
+std::string otherZoneOf(const SectionReport& report, const TimeZone& zone) {
+    const std::optional<std::int64_t> time =
+        report.tableId == TOT ? numberIn(report.fields, "unix_time") : std::nullopt;
+    return time ? zone.otherBy(static_cast<std::int32_t>(*time), std::time(nullptr)) : "";
 }
 
 constexpr const char* NO_CLOCK = "has no clock (PCR) by which --since and --until could be counted";
@@ -75,7 +84,7 @@ Inspector::Inspector(Renderer& renderer, const Interest& interest, const Convent
 
 void Inspector::gather(const PidSet& pids) {
     m_gatherer.setPids(pids);
-    m_wanted = pids;
+    m_wanted = pids | m_presentEvents.pids();
     m_wanted.set(INFORMATION_PID);
 }
 
@@ -96,10 +105,12 @@ void Inspector::runPackets(Input& source) {
 void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     m_renderer.begin(source.name());
     ReadablePart input(source);
+    m_isLive = input.isLive();
     PacketReader packets(input);
     while (const std::uint8_t* const packet = packets.next(wanted(packets))) {
         const Position position{packets.packets(), packets.offset(), packets.seconds()};
         m_transmission.take(packet, packets.trailer(), position);
+        m_presentEvents.take(packet, position);
         if (!m_gatherer.pids()[ts_get_pid(packet)]) {
             continue;
         }
@@ -193,7 +204,7 @@ void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> 
     }
     const Tables tables(m_current, std::move(expected), std::move(scrambled));
     const Multiplex multiplex(tables);
-    const Faults faults = check(multiplex, last);
+    const Faults faults = check(multiplex, m_presentEvents, last);
     m_foundFault = last.rejected != 0 || !faults.all().empty();
     m_renderer.end(last, multiplex, faults);
 }
@@ -243,6 +254,9 @@ Inspector::Reading Inspector::read(const Section& section, SeenSections::News ne
         report.rejection = rejectionOf(section, parsed);
     } else {
         report.fields = describe(*parsed.table, m_conventions, m_coding);
+        if (m_isLive) {
+            report.otherZone = otherZoneOf(report, m_conventions.zone);
+        }
         if (m_interest.bytes) {
             report.bytes = bytesOf(section);
         }

@@ -7,6 +7,7 @@
 #include "exporting/Exporter.h"
 #include "following/Following.h"
 #include "multiplex/CurrentSections.h"
+#include "multiplex/PresentEvents.h"
 #include "packets/PacketReader.h"
 #include "parsing/SectionParser.h"
 #include "reports/Renderer.h"
@@ -76,6 +77,7 @@ private:
     SectionGatherer m_gatherer;
     PidSet m_wanted; ///< the PIDs of a stream without trailers
     TransmissionReader m_transmission;
+    PresentEvents m_presentEvents;
     SeenSections m_seen;
     SeenSections m_seenSince;    ///< since those are shown that come
     SeenSections m_seenOfOthers; ///< tables that the library does not understand; they must not displace the others
@@ -85,6 +87,7 @@ private:
     std::uint64_t m_shown = 0;
     std::uint64_t m_rejected = 0;
     std::uint64_t m_notChosen = 0;
+    bool m_isLive = false; ///< this machine's clock shows the time of the input
     bool m_foundFault = false;
     bool m_foundKnownTable = false;
 };

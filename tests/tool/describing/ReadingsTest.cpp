@@ -19,6 +19,14 @@ TEST(Readings, OfHoursAndMinutesAreMinutesOrNothing) {
     EXPECT_EQ(bcdMinutes(0x0A00), std::nullopt);
 }
 
+TEST(Readings, OfHoursMinutesAndSecondsAreSecondsOrNothing) {
+    EXPECT_EQ(bcdSeconds(0x013015), 5415);
+    EXPECT_EQ(bcdSeconds(0x000000), 0);
+    EXPECT_EQ(bcdSeconds(0x00000A), std::nullopt);
+    EXPECT_EQ(bcdSeconds(0x00A000), std::nullopt);
+    EXPECT_EQ(bcdSeconds(0xFFFFFF), std::nullopt);
+}
+
 TEST(Readings, OfTimesOnTheWireAreAsTheLibraryCountsThem) {
     EXPECT_EQ(wireTime(0x9E8B000000), 0);
     EXPECT_EQ(wireTime(0xEDA9123456), 1749990896);

@@ -30,6 +30,29 @@ TEST(TimeZone, ShowsTimesThatTheLibraryWraps) {
     EXPECT_EQ(TimeZone("UTC").read(-2139460096), "2038-04-22 00:00:00 UTC"); // Modified Julian Date 65535
 }
 
+TEST(TimeZone, IsToldByTheTimeInTruth) {
+    constexpr std::int32_t SHOWN = 1749990896;
+    constexpr std::int64_t HOUR = 3600;
+    EXPECT_EQ(TimeZone().otherBy(SHOWN, SHOWN), "UTC");
+    EXPECT_EQ(TimeZone().otherBy(SHOWN, SHOWN + 3 * HOUR), "");
+    EXPECT_EQ(TimeZone().otherBy(SHOWN, SHOWN - 9 * HOUR), "UTC+9");
+    EXPECT_EQ(TimeZone("UTC").otherBy(SHOWN, SHOWN), "");
+    EXPECT_EQ(TimeZone("UTC").otherBy(SHOWN, SHOWN + 3 * HOUR), "UTC-3");
+    EXPECT_EQ(TimeZone("UTC-4").otherBy(SHOWN, SHOWN + 4 * HOUR), "");
+}
+
+TEST(TimeZone, IsToldWithinTwoMinutes) {
+    constexpr std::int32_t SHOWN = 1749990896;
+    EXPECT_EQ(TimeZone().otherBy(SHOWN, SHOWN + 120), "UTC");
+    EXPECT_EQ(TimeZone().otherBy(SHOWN, SHOWN + 121), "");
+    EXPECT_EQ(TimeZone().otherBy(SHOWN, SHOWN - 120), "UTC");
+    EXPECT_EQ(TimeZone().otherBy(SHOWN, SHOWN - 121), "");
+}
+
+TEST(TimeZone, IsToldBeyond2038) {
+    EXPECT_EQ(TimeZone().otherBy(-2139460096, 2155507200), "UTC");
+}
+
 TEST(TimeZone, OfAnotherNameIsNone) {
     for (const char* const name : {"", "BRT", "utc", "UTC3", "UTC-", "UTC-3:60", "UTC+14:01", "UTC+99", "UTC-3 "}) {
         EXPECT_THROW(TimeZone{name}, UnknownTimeZone) << name;

@@ -30,6 +30,9 @@ Node timeNode(const Table& tot, const Faults& faults) {
     if (countsFromUtc(rest)) {
         node.say("by its offset of 03:00 behind rather UTC");
     }
+    if (!tot.taken.empty() && !tot.taken.front()->otherZone.empty()) {
+        node.say("by this machine's clock rather " + tot.taken.front()->otherZone);
+    }
     node.sayVersion(tot);
     node.faults = faults.of(&tot);
     node.tell("", std::move(rest));

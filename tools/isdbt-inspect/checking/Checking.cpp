@@ -4,6 +4,7 @@
 #include "checking/DamageChecks.h"
 #include "checking/SectionChecks.h"
 #include "checking/ServiceChecks.h"
+#include "checking/TimeChecks.h"
 #include "checking/TransmissionChecks.h"
 #include "describing/FieldLookup.h"
 #include "tables/TableKinds.h"
@@ -153,8 +154,11 @@ private:
 
 } // namespace
 
-Faults check(const Multiplex& multiplex, const Summary& summary) {
+Faults check(const Multiplex& multiplex, const PresentEvents& events, const Summary& summary) {
     Faults faults = Checker(multiplex).takeAll();
+    for (const Table* const tot : multiplex.tables().of(TOT)) {
+        checkTime(faults, *tot, events);
+    }
     if (summary.transmission) {
         checkTransmission(faults, *summary.transmission, multiplex);
     }

@@ -46,6 +46,7 @@ inline constexpr FaultKind DESCRIPTOR_MISSING{"descriptor_missing", Severity::Er
 inline constexpr FaultKind LABEL_UNKNOWN{"label_unknown", Severity::Error};
 inline constexpr FaultKind CAROUSEL_MISSING{"carousel_missing", Severity::Error};
 inline constexpr FaultKind CAROUSEL_IS_NONE{"carousel_is_none", Severity::Error};
+inline constexpr FaultKind CLOCKS_DIFFER{"clocks_differ", Severity::Warning};
 inline constexpr FaultKind PACKETS_LOST{"packets_lost", Severity::Error};
 inline constexpr FaultKind FRAME_LENGTH{"frame_length", Severity::Warning};
 inline constexpr FaultKind IIP_MISSING{"iip_missing", Severity::Error};

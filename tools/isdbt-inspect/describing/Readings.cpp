@@ -40,6 +40,11 @@ std::optional<std::int32_t> bcdMinutes(std::uint32_t digits) {
     return areDigits(digits) ? std::optional(60 * twoDigits(digits, 8) + twoDigits(digits, 0)) : std::nullopt;
 }
 
+std::optional<std::int32_t> bcdSeconds(std::uint32_t digits) {
+    const std::optional<std::int32_t> minutes = bcdMinutes(digits >> 8U);
+    return minutes && areDigits(digits & 0xFFU) ? std::optional(60 * *minutes + twoDigits(digits, 0)) : std::nullopt;
+}
+
 std::string bcdDuration(std::uint32_t digits) {
     return areDigits(digits)
                ? fmt::format("{:02X}:{:02X}:{:02X}", digits >> 16U & 0xFFU, digits >> 8U & 0xFFU, digits & 0xFFU)
@@ -48,13 +53,11 @@ std::string bcdDuration(std::uint32_t digits) {
 
 std::optional<std::int32_t> wireTime(std::uint64_t bits) {
     constexpr std::int64_t DAYS_TO_1970 = 40587;
-    const auto digits = static_cast<std::uint32_t>(bits & 0xFFFFFFU);
+    constexpr std::int64_t SECONDS_OF_DAY = 86400;
     const auto day = static_cast<std::int64_t>(bits >> 24U) - DAYS_TO_1970;
-    if (day < 0 || !areDigits(digits)) {
-        return std::nullopt;
-    }
-    return static_cast<std::int32_t>(((day * 24 + twoDigits(digits, 16)) * 60 + twoDigits(digits, 8)) * 60 +
-                                     twoDigits(digits, 0));
+    const std::optional<std::int32_t> seconds = bcdSeconds(static_cast<std::uint32_t>(bits & 0xFFFFFFU));
+    return day >= 0 && seconds ? std::optional(static_cast<std::int32_t>(day * SECONDS_OF_DAY + *seconds))
+                               : std::nullopt;
 }
 
 std::string megahertz(std::uint16_t sevenths) {

@@ -15,6 +15,9 @@ std::string isoOffset(bool behind, std::uint32_t seconds);
 /// The minutes of four BCD digits, hours and minutes. Nothing when they are no digits.
 std::optional<std::int32_t> bcdMinutes(std::uint32_t digits);
 
+/// The seconds of six BCD digits, hours, minutes and seconds. Nothing when they are no digits.
+std::optional<std::int32_t> bcdSeconds(std::uint32_t digits);
+
 /// A duration of six BCD digits: "01:30:00". Empty when they are no digits.
 std::string bcdDuration(std::uint32_t digits);
 

@@ -14,6 +14,14 @@ std::tm clockAt(std::int32_t unixTime) {
     return fmt::gmtime(std::time_t{static_cast<std::uint32_t>(unixTime)});
 }
 
+/// @param ahead of UTC, in minutes
+std::string nameOf(int ahead) {
+    const int minutes = std::abs(ahead);
+    std::string name = ahead == 0 ? "UTC" : fmt::format("UTC{}{}", ahead < 0 ? '-' : '+', minutes / 60);
+    name += minutes % 60 == 0 ? "" : fmt::format(":{:02}", minutes % 60);
+    return name;
+}
+
 } // namespace
 
 TimeZone::TimeZone(const std::string& name) : m_minutes(0), m_assumed(false) {
@@ -43,16 +51,25 @@ std::string TimeZone::clock(std::int32_t unixTime) {
 }
 
 std::string TimeZone::read(std::int32_t unixTime) const {
-    const int minutes = std::abs(m_minutes);
-    std::string zone = m_minutes == 0 ? "UTC" : fmt::format("UTC{}{}", m_minutes < 0 ? '-' : '+', minutes / 60);
-    zone += minutes % 60 == 0 ? "" : fmt::format(":{:02}", minutes % 60);
-    return fmt::format(m_assumed ? "{} ({} assumed)" : "{} {}", clock(unixTime), zone);
+    return fmt::format(m_assumed ? "{} ({} assumed)" : "{} {}", clock(unixTime), nameOf(m_minutes));
 }
 
 std::string TimeZone::iso(std::int32_t unixTime) const {
     const int minutes = std::abs(m_minutes);
     return fmt::format("{:%Y-%m-%dT%H:%M:%S}{}{:02}:{:02}", clockAt(unixTime), m_minutes < 0 ? '-' : '+', minutes / 60,
                        minutes % 60);
+}
+
+std::string TimeZone::otherBy(std::int32_t unixTime, std::int64_t now) const {
+    constexpr int CANDIDATES[] = {0, -180, 540}; // UTC, Brasília and Japan
+    constexpr std::int64_t TOLERANCE = 120;      // of the station's clock, this machine's, and the way between
+    const std::int64_t ahead = std::int64_t{static_cast<std::uint32_t>(unixTime)} - now;
+    for (const int minutes : CANDIDATES) {
+        if (std::abs(ahead - std::int64_t{minutes} * 60) <= TOLERANCE) {
+            return minutes == m_minutes ? "" : nameOf(minutes);
+        }
+    }
+    return {};
 }
 
 } // namespace inspect

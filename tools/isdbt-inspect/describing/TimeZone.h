@@ -39,6 +39,12 @@ public:
     /// The same in ISO 8601: "2025-06-15T18:04:05-03:00".
     std::string iso(std::int32_t unixTime) const;
 
+    /// The zone by which a station's clock rather goes, if that is another one: "UTC". Empty when it is this one, or
+    /// none where ISDB-T is sent.
+    /// @param unixTime what the clock shows, as the library counts it
+    /// @param now the time in truth
+    std::string otherBy(std::int32_t unixTime, std::int64_t now) const;
+
 private:
     int m_minutes = -180; ///< ahead of UTC
     bool m_assumed = true;

@@ -39,7 +39,7 @@ void CurrentSections::keep(const SectionReport& report) {
     if (report.header) {
         m_taken.forgetBeyond({place.table, report.header->lastSectionNumber});
     }
-    m_taken.put(place, {report.header, report.position, report.damaged, pruned(report.fields)});
+    m_taken.put(place, {report.header, report.position, report.damaged, pruned(report.fields), report.otherZone});
 }
 
 } // namespace inspect

@@ -16,6 +16,7 @@ struct TakenSection {
     Position position;
     bool damaged;
     Fields fields;
+    std::string otherZone; ///< as in its report
 };
 
 /// A section that the library did not take.

@@ -39,6 +39,9 @@ public:
     /// Whether the user ended it: what is incomplete then is nobody's fault.
     virtual bool interrupted() const { return false; }
 
+    /// Whether it is read while it is sent, so that its time can be compared with that of this machine.
+    virtual bool isLive() const { return false; }
+
     /// What was lost before it could be read.
     virtual std::vector<Loss> losses() const { return {}; }
 };

@@ -34,6 +34,7 @@ struct SectionReport {
     Fields fields;    ///< when it was taken
     std::optional<Rejection> rejection;
     std::uint32_t fingerprint;         ///< of its bytes
+    std::string otherZone{};           ///< "UTC", by which its time of day rather goes; empty unless that is known
     std::vector<std::uint8_t> bytes{}; ///< all, when they are asked for, of one that was taken
 };
 

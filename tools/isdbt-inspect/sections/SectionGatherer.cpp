@@ -132,29 +132,30 @@ void SectionGatherer::finishSection(Stream& stream, PidCounts& counts, Payload p
     if (!stream.assembly.begun() || payload.length == 0) {
         return;
     }
-    const Pid pid = ts_get_pid(stream.lastPacket.data());
     if (auto bytes = stream.assembly.feed(payload.data, payload.length)) {
-        found(counts, Section(pid, std::move(bytes), position));
+        found(stream, counts, std::move(bytes), position);
     } else if (!stream.assembly.begun()) {
         ++counts.cutShort;
     }
 }
 
 void SectionGatherer::beginSections(Stream& stream, PidCounts& counts, Payload payload, const Position& position) {
-    const Pid pid = ts_get_pid(stream.lastPacket.data());
     while (payload.length != 0 && *payload.data != STUFFING) {
         if (auto bytes = stream.assembly.feed(payload.data, payload.length)) {
-            found(counts, Section(pid, std::move(bytes), position));
+            found(stream, counts, std::move(bytes), position);
         } else if (!stream.assembly.begun()) {
             ++counts.cutShort;
         }
     }
 }
 
-void SectionGatherer::found(PidCounts& counts, Section section) {
+void SectionGatherer::found(const Stream& stream, PidCounts& counts, Section::Memory bytes, const Position& position) {
+    if (m_only && bytes[0] != *m_only) {
+        return;
+    }
+    const Section& section = m_found.emplace_back(ts_get_pid(stream.lastPacket.data()), std::move(bytes), position);
     ++counts.sections;
     counts.crcErrors += section.sound() ? 0U : 1U;
-    m_found.push_back(std::move(section));
 }
 
 } // namespace inspect

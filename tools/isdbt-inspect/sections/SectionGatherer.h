@@ -25,6 +25,10 @@ struct PidCounts {
 /// Gathers the sections of a set of PIDs from transport packets.
 class SectionGatherer {
 public:
+    /// @param only the table_id of those that are wanted, if not all are; others are dropped without a look at their
+    ///             CRC_32, which takes longer than all the rest
+    explicit SectionGatherer(std::optional<std::uint8_t> only = std::nullopt) : m_only(only) {}
+
     /// From now on gathers these PIDs. What is begun on others is dropped; their counts stay.
     void setPids(const PidSet& pids);
     const PidSet& pids() const { return m_pids; }
@@ -74,8 +78,9 @@ private:
     static bool continues(Stream& stream, PidCounts& counts, const std::uint8_t* packet);
     void finishSection(Stream& stream, PidCounts& counts, Payload payload, const Position& position);
     void beginSections(Stream& stream, PidCounts& counts, Payload payload, const Position& position);
-    void found(PidCounts& counts, Section section);
+    void found(const Stream& stream, PidCounts& counts, Section::Memory bytes, const Position& position);
 
+    std::optional<std::uint8_t> m_only;
     PidSet m_pids;
     std::map<Pid, Stream> m_streams;
     std::map<Pid, PidCounts> m_counts;
