@@ -167,6 +167,21 @@ TEST(InspectTransmission, FaultsOfPackets) {
               "! Transmission: no IIP in 1 of 3 whole frames\n");
 }
 
+TEST(InspectTransmission, NoInformationIsSound) {
+    BroadcastStream stream = withTables();
+    for (const std::size_t frame : {0U, 1U, 2U}) {
+        stream.patch(informationOf(frame), 10, 0xAA);
+    }
+    EXPECT_THAT(inspectStream(stream.bytes(), {"--view", "stats"}).output,
+                AllOf(HasSubstr("\nTransmission: none of the 3 IIPs is sound, so that its parameters are not known\n"
+                                "2 whole frames, 3 IIPs (3 damaged), 0 packets lost by TSP_counter\n"
+                                "emergency flag 1 in all packets (no sign of an alert unless it changes)\n"),
+                      HasSubstr("\n! Transmission: 3 IIPs with a wrong CRC_32\n")));
+    EXPECT_THAT(inspectStream(withTables().patch(informationOf(1), 10, 0xAA).bytes(), {"--view", "stats"}).output,
+                HasSubstr("3 whole frames of 1056 packets, 3 IIPs (1 damaged), 0 packets lost by TSP_counter\n"
+                          "emergency flag 0 in all sound IIPs, 1 in all packets"));
+}
+
 /// As where a recording is joined with another.
 TEST(InspectTransmission, CounterThatGoesBack) {
     BroadcastStream first = withTables();
