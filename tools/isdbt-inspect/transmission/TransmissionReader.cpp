@@ -99,7 +99,8 @@ std::optional<Transmission> TransmissionReader::finish() {
             m_settled = m_transmission.parameters;
         }
         m_counter.finish(frameLength());
-        m_tally.finish(m_settled, m_transmission.informationPackets + m_transmission.damagedInformation.count != 0);
+        m_tally.finish(m_settled, frameLength().latest,
+                       m_transmission.informationPackets + m_transmission.damagedInformation.count != 0);
         m_trailers.frames = m_tally.frames();
         m_trailers.lost = m_counter.lost();
         m_trailers.wrongFrames = m_counter.wrongFrames();
