@@ -123,8 +123,8 @@ TEST(InspectTransmission, IsAnObjectInJson) {
                 R"({"layer":"B","modulation_scheme":3,"modulation_scheme_name":"64QAM","code_rate":2,)"
                 R"("code_rate_name":"3/4","time_interleaving":8,"segments":12,"bit_rate":18383499,)"
                 R"("packets_per_frame":648}],"iips":3,"damaged_iips":0,"emergency_iips":0,)"
-                R"("trailers":{"packets":3165,"whole_frames":2,"packets_of_layers":[48,1941,0],"packets_lost":3,)"
-                R"("gaps":1,"unmeasured_gaps":0,"emergency_packets":3165,"emergency_changes":0}})"
+                R"("trailers":{"packets":3165,"damaged":0,"whole_frames":2,"packets_of_layers":[48,1941,0],)"
+                R"("packets_lost":3,"gaps":1,"unmeasured_gaps":0,"emergency_packets":3165,"emergency_changes":0}})"
                 "\n"))
             << view;
         EXPECT_THAT(finished.output,
@@ -180,6 +180,21 @@ TEST(InspectTransmission, NoInformationIsSound) {
     EXPECT_THAT(inspectStream(withTables().patch(informationOf(1), 10, 0xAA).bytes(), {"--view", "stats"}).output,
                 HasSubstr("3 whole frames of 1056 packets, 3 IIPs (1 damaged), 0 packets lost by TSP_counter\n"
                           "emergency flag 0 in all sound IIPs, 1 in all packets"));
+}
+
+TEST(InspectTransmission, TrailersThatAreNoInformation) {
+    BroadcastStream stream = withTables();
+    EXPECT_EQ(faultsIn(stream.patch(1500, 188, 0x00)),
+              "! Transmission: what stands behind 1 packet is no ISDB-T information\n");
+    EXPECT_EQ(faultsIn(stream.patch(1600, 188, 0xFF)),
+              "! Transmission: what stands behind 2 packets is no ISDB-T information\n");
+    EXPECT_THAT(inspectStream(stream.bytes(), {"--view", "stats"}).output,
+                HasSubstr("emergency flag 0 in all IIPs, 1 in all packets (no sign of an alert unless it changes)\n"));
+    EXPECT_THAT(inspectStream(stream.bytes(), {"--json"}).output,
+                AllOf(HasSubstr(R"("trailers":{"packets":3166,"damaged":2,"whole_frames":2,)"),
+                      HasSubstr(R"("fault":"trailers_damaged","severity":"warning","about":"Transmission",)"
+                                R"("text":"what stands behind 2 packets is no ISDB-T information","pid":null,)"
+                                R"("table":null,"table_id":null,"table_id_extension":null,"packet":1501,)")));
 }
 
 /// As where a recording is joined with another.

@@ -225,7 +225,10 @@ TEST(TransmissionReader, EmergencyFlags) {
 
 TEST(TransmissionReader, TrailerThatCannotBeRead) {
     const Reading reading(BroadcastStream(3).patch(1500, 188, 0x00));
-    EXPECT_EQ(reading.trailers().packets, 3168U);
+    EXPECT_EQ(reading.trailers().packets, 3167U);
+    EXPECT_EQ(reading.trailers().damaged.count, 1U);
+    EXPECT_EQ(reading.trailers().damaged.first->packet, 1501U);
+    EXPECT_EQ(reading.trailers().emergencies, 3167U);
     EXPECT_EQ(reading.trailers().lost.packets, 0U);
     EXPECT_EQ(reading.trailers().frames, 2U);
 }

@@ -46,6 +46,7 @@ inline constexpr FaultKind LABEL_UNKNOWN{"label_unknown", Severity::Error};
 inline constexpr FaultKind CAROUSEL_MISSING{"carousel_missing", Severity::Error};
 inline constexpr FaultKind CAROUSEL_IS_NONE{"carousel_is_none", Severity::Error};
 inline constexpr FaultKind PACKETS_LOST{"packets_lost", Severity::Error};
+inline constexpr FaultKind TRAILERS_DAMAGED{"trailers_damaged", Severity::Warning};
 inline constexpr FaultKind FRAME_LENGTH{"frame_length", Severity::Warning};
 inline constexpr FaultKind IIP_MISSING{"iip_missing", Severity::Error};
 inline constexpr FaultKind IIP_DAMAGED{"iip_damaged", Severity::Error};

@@ -38,6 +38,14 @@ public:
         }
     }
 
+    void checkTrailers() {
+        if (const Occurrences& damaged = m_trailers.damaged; damaged.count != 0) {
+            add(faults::TRAILERS_DAMAGED, NOWHERE, damaged,
+                fmt::format("what stands behind {} is no ISDB-T information",
+                            counted(damaged.count, "packet", "packets")));
+        }
+    }
+
     void checkFrames() {
         const WrongCounts& wrong = m_trailers.wrongFrames;
         if (wrong.frames.count != 0) {
@@ -138,6 +146,7 @@ void checkTransmission(Faults& faults, const Transmission& transmission, const M
     if (transmission.trailers) {
         TrailerChecker checker(faults, transmission);
         checker.checkLosses();
+        checker.checkTrailers();
         checker.checkFrames();
         checker.checkLayers();
     }

@@ -65,12 +65,13 @@ void TransmissionReader::recognise(const Arrival& arrival) {
 }
 
 void TransmissionReader::count(const Arrival& arrival) {
-    ++m_trailers.packets;
     if (!arrival.trailer) {
+        m_trailers.damaged.add(arrival.position);
         m_counter.skip(frameLength());
         m_tally.discard();
         return;
     }
+    ++m_trailers.packets;
     const Trailer& trailer = *arrival.trailer;
     m_layersOfPids.at(arrival.pid).set(trailer.layer);
     if (trailer.layer >= LAYER_A && trailer.layer < LAYER_A + LAYER_COUNT) {
