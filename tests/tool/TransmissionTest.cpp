@@ -18,6 +18,12 @@ const char* const MODE_2 = "7F 88 3D 258B4B3FFF 258B4B3FFF FFFFFF BFF76806";
 const char* const GUARD_1_16 = "7F 55 3D 258B4B3FFF 258B4B3FFF FFFFFF 9618433C";
 const char* const NOT_PARTIAL = "7F 44 3C 258B4B3FFE 258B4B3FFF FFFFFF 1FD3571A";
 
+// The same with other segments, for television or sound, and with no layer in use.
+const char* const SEGMENTS_1_11 = "7F 44 3D 258B4AFFFF 258B4AFFFF FFFFFF 8323501E";
+const char* const SOUND_SEGMENTS_1_11 = "7F 44 7D 258B4AFFFF 258B4AFFFF FFFFFF 36002699";
+const char* const SEGMENTS_14_0 = "7F 44 3D 25F3483FFF 25F3483FFF FFFFFF 07F3A2FB";
+const char* const NO_LAYERS = "7F 44 3D FFFFFFFFFF FFFFFFFFFF FFFFFF DB3837F6";
+
 const char* const VIEWS[] = {"tree", "tables", "stats", "diff"};
 
 ByteVector tablePacket(unsigned pid, const ByteVector& section) {
@@ -195,6 +201,21 @@ TEST(InspectTransmission, TrailersThatAreNoInformation) {
                       HasSubstr(R"("fault":"trailers_damaged","severity":"warning","about":"Transmission",)"
                                 R"("text":"what stands behind 2 packets is no ISDB-T information","pid":null,)"
                                 R"("table":null,"table_id":null,"table_id_extension":null,"packet":1501,)")));
+}
+
+TEST(InspectTransmission, SegmentsOfAllLayers) {
+    const std::string packets =
+        "! Transmission: 2 frames, the first with 648 packets of layer B, where its parameters give 594\n";
+    EXPECT_EQ(faultsIn(withTables().configure(SEGMENTS_1_11)),
+              packets + "! Transmission: layers with 1 + 11 segments, where television has 13\n");
+    EXPECT_EQ(faultsIn(withTables().configure(SOUND_SEGMENTS_1_11)), packets);
+    EXPECT_EQ(faultsIn(withTables().configure(SEGMENTS_14_0)),
+              "! Transmission: layers with 14 + 0 segments, where television has 13\n");
+    EXPECT_THAT(faultsIn(withTables().configure(NO_LAYERS)),
+                HasSubstr("! Transmission: layers with 0 segments, where television has 13\n"));
+    EXPECT_THAT(inspectStream(withTables().configure(SEGMENTS_14_0).bytes(), {"--json"}).output,
+                HasSubstr(R"("fault":"segments","severity":"warning","about":"Transmission",)"
+                          R"("text":"layers with 14 + 0 segments, where television has 13","pid":8176,)"));
 }
 
 /// As where a recording is joined with another.

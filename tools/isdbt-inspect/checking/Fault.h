@@ -50,6 +50,7 @@ inline constexpr FaultKind TRAILERS_DAMAGED{"trailers_damaged", Severity::Warnin
 inline constexpr FaultKind FRAME_LENGTH{"frame_length", Severity::Warning};
 inline constexpr FaultKind IIP_MISSING{"iip_missing", Severity::Error};
 inline constexpr FaultKind IIP_DAMAGED{"iip_damaged", Severity::Error};
+inline constexpr FaultKind SEGMENTS{"segments", Severity::Warning};
 inline constexpr FaultKind LAYER_PACKETS{"layer_packets", Severity::Warning};
 inline constexpr FaultKind NIT_CONTRADICTS_IIP{"nit_contradicts_iip", Severity::Warning};
 

@@ -6,6 +6,7 @@
 #include "transmission/InformationPacket.h"
 
 #include <fmt/format.h>
+#include <numeric>
 
 namespace inspect {
 
@@ -87,6 +88,24 @@ private:
     const Trailers& m_trailers;
 };
 
+void checkSegments(Faults& faults, const Transmission& transmission) {
+    std::vector<unsigned> ofLayers;
+    for (const LayerParameters& layer : transmission.parameters->layers) {
+        if (layer.isUsed()) {
+            ofLayers.push_back(layer.segments);
+        }
+    }
+    const unsigned all = std::accumulate(ofLayers.begin(), ofLayers.end(), 0U);
+    if (transmission.parameters->isTelevision && all != SEGMENTS_OF_TELEVISION) {
+        faults.add({&transmission, "Transmission"},
+                   {faults::SEGMENTS, OF_INFORMATION,
+                    fmt::format("layers with {} segments, where television has {}",
+                                ofLayers.empty() ? "0" : fmt::format("{}", fmt::join(ofLayers, " + ")),
+                                SEGMENTS_OF_TELEVISION),
+                    std::nullopt});
+    }
+}
+
 /// Finds where the NIT contradicts the IIP.
 class NetworkChecker {
 public:
@@ -156,6 +175,7 @@ void checkTransmission(Faults& faults, const Transmission& transmission, const M
                     fmt::format("{} with a wrong CRC_32", counted(damaged.count, "IIP", "IIPs")), damaged.first});
     }
     if (transmission.parameters) {
+        checkSegments(faults, transmission);
         for (const Network& network : multiplex.networks()) {
             checkNetwork(faults, network, *transmission.parameters);
         }
