@@ -18,6 +18,12 @@ const char* const MODE_2 = "7F 88 3D 258B4B3FFF 258B4B3FFF FFFFFF BFF76806";
 const char* const GUARD_1_16 = "7F 55 3D 258B4B3FFF 258B4B3FFF FFFFFF 9618433C";
 const char* const NOT_PARTIAL = "7F 44 3C 258B4B3FFE 258B4B3FFF FFFFFF 1FD3571A";
 
+// The same with other segments, for television or sound, and with no layer in use.
+const char* const SEGMENTS_1_11 = "7F 44 3D 258B4AFFFF 258B4AFFFF FFFFFF 8323501E";
+const char* const SOUND_SEGMENTS_1_11 = "7F 44 7D 258B4AFFFF 258B4AFFFF FFFFFF 36002699";
+const char* const SEGMENTS_14_0 = "7F 44 3D 25F3483FFF 25F3483FFF FFFFFF 07F3A2FB";
+const char* const NO_LAYERS = "7F 44 3D FFFFFFFFFF FFFFFFFFFF FFFFFF DB3837F6";
+
 const char* const VIEWS[] = {"tree", "tables", "stats", "diff"};
 
 ByteVector tablePacket(unsigned pid, const ByteVector& section) {
@@ -123,8 +129,8 @@ TEST(InspectTransmission, IsAnObjectInJson) {
                 R"({"layer":"B","modulation_scheme":3,"modulation_scheme_name":"64QAM","code_rate":2,)"
                 R"("code_rate_name":"3/4","time_interleaving":8,"segments":12,"bit_rate":18383499,)"
                 R"("packets_per_frame":648}],"iips":3,"damaged_iips":0,"emergency_iips":0,)"
-                R"("trailers":{"packets":3165,"whole_frames":2,"packets_of_layers":[48,1941,0],"packets_lost":3,)"
-                R"("gaps":1,"unmeasured_gaps":0,"emergency_packets":3165,"emergency_changes":0}})"
+                R"("trailers":{"packets":3165,"damaged":0,"whole_frames":2,"packets_of_layers":[48,1941,0],)"
+                R"("packets_lost":3,"gaps":1,"unmeasured_gaps":0,"emergency_packets":3165,"emergency_changes":0}})"
                 "\n"))
             << view;
         EXPECT_THAT(finished.output,
@@ -165,6 +171,51 @@ TEST(InspectTransmission, FaultsOfPackets) {
     EXPECT_EQ(faultsIn(withTables().patch(informationOf(1), 10, 0xAA)), "! Transmission: 1 IIP with a wrong CRC_32\n");
     EXPECT_EQ(faultsIn(withTables().patch(informationOf(2), 1, 0x1F).patch(informationOf(2), 2, 0xFF)),
               "! Transmission: no IIP in 1 of 3 whole frames\n");
+}
+
+TEST(InspectTransmission, NoInformationIsSound) {
+    BroadcastStream stream = withTables();
+    for (const std::size_t frame : {0U, 1U, 2U}) {
+        stream.patch(informationOf(frame), 10, 0xAA);
+    }
+    EXPECT_THAT(inspectStream(stream.bytes(), {"--view", "stats"}).output,
+                AllOf(HasSubstr("\nTransmission: none of the 3 IIPs is sound, so that its parameters are not known\n"
+                                "2 whole frames, 3 IIPs (3 damaged), 0 packets lost by TSP_counter\n"
+                                "emergency flag 1 in all packets (no sign of an alert unless it changes)\n"),
+                      HasSubstr("\n! Transmission: 3 IIPs with a wrong CRC_32\n")));
+    EXPECT_THAT(inspectStream(withTables().patch(informationOf(1), 10, 0xAA).bytes(), {"--view", "stats"}).output,
+                HasSubstr("3 whole frames of 1056 packets, 3 IIPs (1 damaged), 0 packets lost by TSP_counter\n"
+                          "emergency flag 0 in all sound IIPs, 1 in all packets"));
+}
+
+TEST(InspectTransmission, TrailersThatAreNoInformation) {
+    BroadcastStream stream = withTables();
+    EXPECT_EQ(faultsIn(stream.patch(1500, 188, 0x00)),
+              "! Transmission: what stands behind 1 packet is no ISDB-T information\n");
+    EXPECT_EQ(faultsIn(stream.patch(1600, 188, 0xFF)),
+              "! Transmission: what stands behind 2 packets is no ISDB-T information\n");
+    EXPECT_THAT(inspectStream(stream.bytes(), {"--view", "stats"}).output,
+                HasSubstr("emergency flag 0 in all IIPs, 1 in all packets (no sign of an alert unless it changes)\n"));
+    EXPECT_THAT(inspectStream(stream.bytes(), {"--json"}).output,
+                AllOf(HasSubstr(R"("trailers":{"packets":3166,"damaged":2,"whole_frames":2,)"),
+                      HasSubstr(R"("fault":"trailers_damaged","severity":"warning","about":"Transmission",)"
+                                R"("text":"what stands behind 2 packets is no ISDB-T information","pid":null,)"
+                                R"("table":null,"table_id":null,"table_id_extension":null,"packet":1501,)")));
+}
+
+TEST(InspectTransmission, SegmentsOfAllLayers) {
+    const std::string packets =
+        "! Transmission: 2 frames, the first with 648 packets of layer B, where its parameters give 594\n";
+    EXPECT_EQ(faultsIn(withTables().configure(SEGMENTS_1_11)),
+              packets + "! Transmission: layers with 1 + 11 segments, where television has 13\n");
+    EXPECT_EQ(faultsIn(withTables().configure(SOUND_SEGMENTS_1_11)), packets);
+    EXPECT_EQ(faultsIn(withTables().configure(SEGMENTS_14_0)),
+              "! Transmission: layers with 14 + 0 segments, where television has 13\n");
+    EXPECT_THAT(faultsIn(withTables().configure(NO_LAYERS)),
+                HasSubstr("! Transmission: layers with 0 segments, where television has 13\n"));
+    EXPECT_THAT(inspectStream(withTables().configure(SEGMENTS_14_0).bytes(), {"--json"}).output,
+                HasSubstr(R"("fault":"segments","severity":"warning","about":"Transmission",)"
+                          R"("text":"layers with 14 + 0 segments, where television has 13","pid":8176,)"));
 }
 
 /// As where a recording is joined with another.

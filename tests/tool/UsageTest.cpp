@@ -59,6 +59,12 @@ TEST(InspectUsage, ReaderThatGoesAwayIsNoError) {
     EXPECT_EQ(finished.errors, "");
 }
 
+TEST(InspectUsage, DamagedSectionsAreNoChanges) {
+    const Finished finished = inspect({"--show-damaged", "--view", "diff", SAMPLE_FILE});
+    EXPECT_EQ(finished.status, 2);
+    EXPECT_THAT(finished.errors, testing::HasSubstr("--show-damaged: what is damaged is no change"));
+}
+
 TEST(InspectUsage, OutputThatCannotBeWritten) {
     Start start;
     start.outputFile = "/dev/full";

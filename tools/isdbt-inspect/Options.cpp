@@ -248,6 +248,9 @@ void checkTogether(const CLI::App& app, const Options& options) {
     if (interest.since && interest.until && *interest.until < *interest.since) {
         throw UsageError("--until is before --since");
     }
+    if (interest.damaged && options.view->name == "diff") {
+        throw UsageError("--show-damaged: what is damaged is no change");
+    }
     if (options.descriptorOf == PAT) {
         throw UsageError("--descriptor: a PAT carries no descriptors");
     }

@@ -31,6 +31,7 @@ TEST(InformationPacket, HasTheParametersOfEachLayer) {
     EXPECT_FALSE(information->emergency);
     EXPECT_EQ(information->current.mode, 3U);
     EXPECT_EQ(information->current.guardInterval, 1U);
+    EXPECT_TRUE(information->current.isTelevision);
     EXPECT_TRUE(information->current.partialReception);
     expectLayer(information->current.layers[0], 1, 1, 3, 1);
     expectLayer(information->current.layers[1], 3, 2, 2, 12);
@@ -40,6 +41,10 @@ TEST(InformationPacket, HasTheParametersOfEachLayer) {
 TEST(InformationPacket, SaysThatThereIsAnAlert) {
     EXPECT_TRUE(of(informationPacket("7F 44 3F 258B4B3FFF 258B4B3FFF FFFFFF 25CBAE3F"))->emergency);
     EXPECT_FALSE(of(informationPacket())->emergency);
+}
+
+TEST(InformationPacket, SaysThatTheSignalIsSound) {
+    EXPECT_FALSE(of(informationPacket("7F 44 7D 258B4AFFFF 258B4AFFFF FFFFFF 36002699"))->current.isTelevision);
 }
 
 TEST(InformationPacket, ReservedValuesAreTakenAsTheyAre) {

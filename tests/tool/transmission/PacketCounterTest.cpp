@@ -112,6 +112,17 @@ TEST(PacketCounter, DamagedTrailerIsNoLoss) {
     EXPECT_EQ(Counting().run(1040, 1056).run(4096, 4097, true).run(1, 10, true).lost(), "0 in 0");
 }
 
+/// As if the hole were filled with the packet before it.
+TEST(PacketCounter, PacketInPlaceOfTheNextIsALoss) {
+    Counting counting;
+    counting.run(0, 10).run(9, 10).run(11, 20);
+    EXPECT_EQ(counting.lost(), "1 in 1");
+    EXPECT_EQ(counting.finish().lost().gaps.first->packet, 11U);
+    EXPECT_EQ(Counting().run(0, 1).run(0, 1).run(2, 20).lost(), "1 in 1");
+    EXPECT_EQ(Counting().run(1040, 1055).run(1054, 1055).run(0, 10, true).lost(), "1 in 1");
+    EXPECT_EQ(Counting().run(1040, 1056).run(1055, 1056).run(1, 10, true).lost(), "1 in 1");
+}
+
 TEST(PacketCounter, UnreadableTrailerIsNoLoss) {
     EXPECT_EQ(Counting().run(0, 10).skip().run(11, 20).lost(), "0 in 0");
     EXPECT_EQ(Counting().run(1040, 1055).skip().run(0, 10, true).lost(), "0 in 0");

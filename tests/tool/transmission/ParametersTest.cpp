@@ -11,7 +11,7 @@ constexpr std::uint8_t QAM16 = 2;
 constexpr std::uint8_t QAM64 = 3;
 
 TransmissionParameters sent(std::uint8_t mode, std::uint8_t guardInterval) {
-    return {mode, guardInterval, true, {{{QPSK, 1, 3, 1}, {QAM64, 2, 2, 12}, {7, 7, 7, 15}}}};
+    return {mode, guardInterval, true, true, {{{QPSK, 1, 3, 1}, {QAM64, 2, 2, 12}, {7, 7, 7, 15}}}};
 }
 
 std::optional<unsigned> packetsOfSegment(std::uint8_t modulation, std::uint8_t codeRate) {
@@ -84,6 +84,9 @@ TEST(TransmissionParameters, DifferInAnyValue) {
     EXPECT_TRUE(one == sent(3, 1));
     EXPECT_FALSE(one == sent(2, 1));
     EXPECT_FALSE(one == sent(3, 2));
+    TransmissionParameters sound = sent(3, 1);
+    sound.isTelevision = false;
+    EXPECT_FALSE(one == sound);
     TransmissionParameters other = sent(3, 1);
     other.layers[2].segments = 1;
     EXPECT_FALSE(one == other);

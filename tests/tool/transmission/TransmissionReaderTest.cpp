@@ -181,6 +181,23 @@ TEST(TransmissionReader, FramesOfAnotherModeThanTheInformationSays) {
     EXPECT_EQ(reading.trailers().wrongFrames.found, 1056U);
     EXPECT_EQ(reading.trailers().wrongFrames.expected, 2112U);
     EXPECT_EQ(reading.trailers().lost.packets, 0U);
+    EXPECT_EQ(reading.trailers().frames, 0U);
+}
+
+/// The first frames end before two IIPs have told how long they should be.
+TEST(TransmissionReader, FrameThatIsShortBeforeItsLengthIsKnown) {
+    EXPECT_EQ(Reading(BroadcastStream(4).lose(1000, 56)).trailers().frames, 3U);
+    EXPECT_EQ(Reading(BroadcastStream(2).lose(1000, 56)).trailers().frames, 1U);
+}
+
+/// As long as the IIPs do not agree, the frames are those of the parameters before or behind.
+TEST(TransmissionReader, WholeFramesWhileParametersChange) {
+    BroadcastStream stream(5);
+    stream.carry(informationOf(2), informationPacket(MODE_2));
+    EXPECT_EQ(Reading(stream).trailers().frames, 5U);
+    stream.lose(3 * FRAME + 1000, 56);
+    EXPECT_EQ(Reading(stream).trailers().frames, 4U);
+    EXPECT_EQ(Reading(BroadcastStream(3).carry(informationOf(1), informationPacket(MODE_2))).trailers().frames, 3U);
 }
 
 /// An IIP may be about its own frame or the next one.
@@ -208,7 +225,10 @@ TEST(TransmissionReader, EmergencyFlags) {
 
 TEST(TransmissionReader, TrailerThatCannotBeRead) {
     const Reading reading(BroadcastStream(3).patch(1500, 188, 0x00));
-    EXPECT_EQ(reading.trailers().packets, 3168U);
+    EXPECT_EQ(reading.trailers().packets, 3167U);
+    EXPECT_EQ(reading.trailers().damaged.count, 1U);
+    EXPECT_EQ(reading.trailers().damaged.first->packet, 1501U);
+    EXPECT_EQ(reading.trailers().emergencies, 3167U);
     EXPECT_EQ(reading.trailers().lost.packets, 0U);
     EXPECT_EQ(reading.trailers().frames, 2U);
 }

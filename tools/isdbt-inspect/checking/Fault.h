@@ -48,9 +48,11 @@ inline constexpr FaultKind CAROUSEL_MISSING{"carousel_missing", Severity::Error}
 inline constexpr FaultKind CAROUSEL_IS_NONE{"carousel_is_none", Severity::Error};
 inline constexpr FaultKind CLOCKS_DIFFER{"clocks_differ", Severity::Warning};
 inline constexpr FaultKind PACKETS_LOST{"packets_lost", Severity::Error};
+inline constexpr FaultKind TRAILERS_DAMAGED{"trailers_damaged", Severity::Warning};
 inline constexpr FaultKind FRAME_LENGTH{"frame_length", Severity::Warning};
 inline constexpr FaultKind IIP_MISSING{"iip_missing", Severity::Error};
 inline constexpr FaultKind IIP_DAMAGED{"iip_damaged", Severity::Error};
+inline constexpr FaultKind SEGMENTS{"segments", Severity::Warning};
 inline constexpr FaultKind LAYER_PACKETS{"layer_packets", Severity::Warning};
 inline constexpr FaultKind NIT_CONTRADICTS_IIP{"nit_contradicts_iip", Severity::Warning};
 

@@ -6,6 +6,7 @@
 #include "transmission/InformationPacket.h"
 
 #include <fmt/format.h>
+#include <numeric>
 
 namespace inspect {
 
@@ -35,6 +36,14 @@ public:
             add(faults::PACKETS_LOST, NOWHERE, lost.unmeasured,
                 fmt::format("TSP_counter goes back in {}: how many packets are lost there is not known",
                             counted(lost.unmeasured.count, "place", "places")));
+        }
+    }
+
+    void checkTrailers() {
+        if (const Occurrences& damaged = m_trailers.damaged; damaged.count != 0) {
+            add(faults::TRAILERS_DAMAGED, NOWHERE, damaged,
+                fmt::format("what stands behind {} is no ISDB-T information",
+                            counted(damaged.count, "packet", "packets")));
         }
     }
 
@@ -78,6 +87,24 @@ private:
     const Transmission& m_transmission;
     const Trailers& m_trailers;
 };
+
+void checkSegments(Faults& faults, const Transmission& transmission) {
+    std::vector<unsigned> ofLayers;
+    for (const LayerParameters& layer : transmission.parameters->layers) {
+        if (layer.isUsed()) {
+            ofLayers.push_back(layer.segments);
+        }
+    }
+    const unsigned all = std::accumulate(ofLayers.begin(), ofLayers.end(), 0U);
+    if (transmission.parameters->isTelevision && all != SEGMENTS_OF_TELEVISION) {
+        faults.add({&transmission, "Transmission"},
+                   {faults::SEGMENTS, OF_INFORMATION,
+                    fmt::format("layers with {} segments, where television has {}",
+                                ofLayers.empty() ? "0" : fmt::format("{}", fmt::join(ofLayers, " + ")),
+                                SEGMENTS_OF_TELEVISION),
+                    std::nullopt});
+    }
+}
 
 /// Finds where the NIT contradicts the IIP.
 class NetworkChecker {
@@ -138,6 +165,7 @@ void checkTransmission(Faults& faults, const Transmission& transmission, const M
     if (transmission.trailers) {
         TrailerChecker checker(faults, transmission);
         checker.checkLosses();
+        checker.checkTrailers();
         checker.checkFrames();
         checker.checkLayers();
     }
@@ -147,6 +175,7 @@ void checkTransmission(Faults& faults, const Transmission& transmission, const M
                     fmt::format("{} with a wrong CRC_32", counted(damaged.count, "IIP", "IIPs")), damaged.first});
     }
     if (transmission.parameters) {
+        checkSegments(faults, transmission);
         for (const Network& network : multiplex.networks()) {
             checkNetwork(faults, network, *transmission.parameters);
         }

@@ -46,6 +46,7 @@ Json trailersJson(const std::optional<Trailers>& trailers) {
         return nullptr;
     }
     Json object{{"packets", trailers->packets}};
+    object["damaged"] = trailers->damaged.count;
     object["whole_frames"] = trailers->frames;
     object["packets_of_layers"] = trailers->packetsOfLayers;
     object["packets_lost"] = trailers->lost.packets;

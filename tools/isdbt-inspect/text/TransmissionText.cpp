@@ -28,7 +28,11 @@ std::string orCode(const std::string& name, unsigned code) {
 
 std::string parametersText(const Transmission& transmission) {
     if (!transmission.parameters) {
-        return "Transmission: no IIP came, so that its parameters are not known";
+        const std::uint64_t damaged = transmission.damagedInformation.count;
+        return fmt::format("Transmission: {}, so that its parameters are not known",
+                           damaged == 0   ? "no IIP came"
+                           : damaged == 1 ? "the only IIP is not sound"
+                                          : fmt::format("none of the {} IIPs is sound", damaged));
     }
     const TransmissionParameters& parameters = *transmission.parameters;
     std::string text =
@@ -42,7 +46,9 @@ std::string parametersText(const Transmission& transmission) {
 }
 
 std::string framesText(const Transmission& transmission) {
-    const std::string packets = counted(transmission.informationPackets, "IIP", "IIPs");
+    const std::uint64_t damaged = transmission.damagedInformation.count;
+    const std::string packets = counted(transmission.informationPackets + damaged, "IIP", "IIPs") +
+                                (damaged == 0 ? "" : fmt::format(" ({} damaged)", damaged));
     if (!transmission.trailers) {
         return packets + ", no ISDB-T information behind the packets";
     }
@@ -64,7 +70,8 @@ std::string flagText(std::uint64_t set, std::uint64_t all, std::string_view carr
 std::string emergencyText(const Transmission& transmission) {
     std::string text = "emergency flag";
     if (transmission.informationPackets != 0) {
-        text += ' ' + flagText(transmission.emergencies, transmission.informationPackets, "IIPs");
+        text += ' ' + flagText(transmission.emergencies, transmission.informationPackets,
+                               transmission.damagedInformation.count == 0 ? "IIPs" : "sound IIPs");
         text += transmission.trailers ? "," : "";
     }
     if (transmission.trailers) {

@@ -2,6 +2,14 @@
 
 namespace inspect {
 
+namespace {
+
+std::optional<unsigned> lengthOf(const std::optional<TransmissionParameters>& parameters) {
+    return parameters ? packetsPerFrame(*parameters) : std::nullopt;
+}
+
+} // namespace
+
 void FrameTally::take(PacketCounter::Step step, const Trailer& trailer, bool information, const Position& position,
                       const std::optional<TransmissionParameters>& parameters) {
     if (step == PacketCounter::Step::NewFrame) {
@@ -28,11 +36,17 @@ void FrameTally::begin(const Position& position) {
 }
 
 void FrameTally::end(const std::optional<TransmissionParameters>& parameters) {
-    const std::optional<unsigned> all = parameters ? packetsPerFrame(*parameters) : std::nullopt;
-    if (!m_whole || (all && m_packets != *all)) {
+    const std::optional<unsigned> all = lengthOf(parameters);
+    if (!m_whole) {
         return;
     }
-    ++m_frames;
+    ++m_unjudged[m_packets];
+    if (all) {
+        judge(all);
+    }
+    if (all && m_packets != *all) {
+        return;
+    }
     if (!m_hasInformation) {
         (all ? m_withoutInformation : m_perhapsWithout).add(m_head);
     }
@@ -45,11 +59,22 @@ void FrameTally::end(const std::optional<TransmissionParameters>& parameters) {
     }
 }
 
-void FrameTally::finish(const std::optional<TransmissionParameters>& parameters, bool hasInformation) {
-    const std::optional<unsigned> all = parameters ? packetsPerFrame(*parameters) : std::nullopt;
-    if (all && m_packets == *all) {
+/// While parameters change, frames may be of those before or behind.
+void FrameTally::judge(std::optional<unsigned> length) {
+    for (const auto& [packets, frames] : m_unjudged) {
+        m_frames += !length || packets == *length || packets == m_length ? frames : 0;
+    }
+    m_unjudged.clear();
+    m_length = length;
+}
+
+void FrameTally::finish(const std::optional<TransmissionParameters>& parameters, std::optional<unsigned> length,
+                        bool hasInformation) {
+    const std::optional<unsigned> all = lengthOf(parameters);
+    if (length && m_packets == *length) {
         end(parameters);
     }
+    judge(all ? all : length);
     if (!hasInformation) {
         m_withoutInformation = m_perhapsWithout;
     }

@@ -59,7 +59,9 @@ InformationPacket configuration(Bits bits) {
     bits.skip(8);
     information.current.mode = bits.next(2);
     information.current.guardInterval = bits.next(2);
-    bits.skip(4 + 2 + 4);
+    bits.skip(4);
+    information.current.isTelevision = bits.next(2) == 0;
+    bits.skip(4);
     information.emergency = bits.next(1) != 0;
     information.current.partialReception = bits.next(1) != 0;
     for (LayerParameters& each : information.current.layers) {

@@ -18,6 +18,10 @@ bool followsButOne(const Trailer& last, const Trailer& next) {
     return sameFrame ? next.counter == last.counter + 2 : next.counter == (next.frameHead ? 0U : 1U);
 }
 
+bool repeats(const Trailer& last, const Trailer& next) {
+    return next.frameIndicator == last.frameIndicator && next.counter == last.counter;
+}
+
 } // namespace
 
 PacketCounter::Step PacketCounter::take(const Trailer& trailer, const Position& position, const FrameLength& length) {
@@ -59,6 +63,9 @@ PacketCounter::Step PacketCounter::takeAfterJump(const Trailer& trailer, const P
         return proceed(trailer, position, length);
     }
     if (followsButOne(*m_last, trailer)) {
+        if (repeats(*m_last, m_jump->to)) {
+            lose(1, m_jump->position);
+        }
         m_jump.reset();
         m_last = trailer;
         return Step::Jump;

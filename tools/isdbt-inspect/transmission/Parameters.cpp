@@ -7,7 +7,6 @@ namespace inspect {
 namespace {
 
 constexpr std::uint8_t NO_SEGMENTS = 15;
-constexpr std::uint8_t MOST_SEGMENTS = 13;
 
 constexpr std::array<const char*, 4> GUARD_INTERVALS{"1/32", "1/16", "1/8", "1/4"};
 
@@ -37,7 +36,7 @@ bool LayerParameters::isUsed() const {
 
 bool operator==(const TransmissionParameters& one, const TransmissionParameters& other) {
     const auto all = [](const TransmissionParameters& each) {
-        return std::tuple(each.mode, each.guardInterval, each.partialReception);
+        return std::tuple(each.mode, each.guardInterval, each.isTelevision, each.partialReception);
     };
     bool equal = all(one) == all(other);
     for (std::size_t at = 0; at < LAYER_COUNT; ++at) {
@@ -61,7 +60,7 @@ std::optional<unsigned> packetsPerFrame(const TransmissionParameters& parameters
 
 std::optional<unsigned> packetsPerFrame(const TransmissionParameters& parameters, const LayerParameters& layer) {
     if (parameters.mode == 0 || layer.modulation >= MODULATIONS.size() || layer.codeRate >= CODE_RATES.size() ||
-        layer.segments == 0 || layer.segments > MOST_SEGMENTS) {
+        layer.segments == 0 || layer.segments > SEGMENTS_OF_TELEVISION) {
         return std::nullopt;
     }
     return layer.segments * MODULATIONS.at(layer.modulation).pairsOfBits * CODE_RATES.at(layer.codeRate).packets

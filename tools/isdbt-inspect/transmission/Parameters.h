@@ -20,10 +20,14 @@ struct LayerParameters {
 /// Layers A, B and C.
 constexpr std::size_t LAYER_COUNT = 3;
 
+/// Those of a signal, which its layers share.
+constexpr unsigned SEGMENTS_OF_TELEVISION = 13;
+
 /// How the signal is sent.
 struct TransmissionParameters {
     std::uint8_t mode;          ///< 1 to 3; 0 is reserved
     std::uint8_t guardInterval; ///< as coded, 2 bits
+    bool isTelevision;          ///< by system_identifier; else sound, or reserved
     bool partialReception;      ///< layer A can be received by itself
     std::array<LayerParameters, LAYER_COUNT> layers;
 };

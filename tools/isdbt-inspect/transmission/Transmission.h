@@ -45,8 +45,9 @@ struct WrongCounts {
 
 /// What the trailers of a broadcast transport stream (BTS) tell.
 struct Trailers {
-    std::uint64_t packets = 0;
-    std::uint64_t frames = 0; ///< that came whole
+    std::uint64_t packets = 0; ///< whose trailer is not damaged
+    Occurrences damaged;       ///< packets whose trailer is no ISDB-T information
+    std::uint64_t frames = 0;  ///< that came whole
     LostPackets lost;
     WrongCounts wrongFrames;
     Occurrences framesWithoutInformation;

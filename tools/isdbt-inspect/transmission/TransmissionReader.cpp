@@ -65,12 +65,13 @@ void TransmissionReader::recognise(const Arrival& arrival) {
 }
 
 void TransmissionReader::count(const Arrival& arrival) {
-    ++m_trailers.packets;
     if (!arrival.trailer) {
+        m_trailers.damaged.add(arrival.position);
         m_counter.skip(frameLength());
         m_tally.discard();
         return;
     }
+    ++m_trailers.packets;
     const Trailer& trailer = *arrival.trailer;
     m_layersOfPids.at(arrival.pid).set(trailer.layer);
     if (trailer.layer >= LAYER_A && trailer.layer < LAYER_A + LAYER_COUNT) {
@@ -99,7 +100,8 @@ std::optional<Transmission> TransmissionReader::finish() {
             m_settled = m_transmission.parameters;
         }
         m_counter.finish(frameLength());
-        m_tally.finish(m_settled, m_transmission.informationPackets + m_transmission.damagedInformation.count != 0);
+        m_tally.finish(m_settled, frameLength().latest,
+                       m_transmission.informationPackets + m_transmission.damagedInformation.count != 0);
         m_trailers.frames = m_tally.frames();
         m_trailers.lost = m_counter.lost();
         m_trailers.wrongFrames = m_counter.wrongFrames();
