@@ -54,7 +54,7 @@ void appendDescription(Node& node, const Fields& description) {
         node.names.push_back(std::move(*name));
     }
     node.say("", take(rest, "service_descriptor", "service_type"));
-    const std::optional<std::int64_t> status = numberIn(rest, "running_status");
+    const std::int64_t status = numberIn(rest, "running_status").value_or(UNDEFINED);
     const bool running = status == RUNNING || status == UNDEFINED;
     node.say("", take(rest, "running_status"), running ? Extent::Full : Extent::Overview);
     const bool scrambled = numberIn(rest, "free_ca_mode") != 0;

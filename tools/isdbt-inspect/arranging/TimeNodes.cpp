@@ -4,21 +4,22 @@
 #include "describing/StandardReadings.h"
 #include "multiplex/Titles.h"
 
+#include <algorithm>
+
 namespace inspect {
 
 namespace {
 
+constexpr std::int64_t OF_BRASILIA = -180; // minutes
+
 /// Brazilian stations whose offsets count from UTC give three hours behind for most of the country.
 bool countsFromUtc(const Fields& tot) {
-    constexpr std::int64_t OF_BRASILIA = -180;
-    for (const Field& region : elements(inner(inner(tot, "local_time_offset_descriptor"), STANDARD), "regions")) {
+    const Fields& regions = elements(inner(inner(tot, "local_time_offset_descriptor"), STANDARD), "regions");
+    return std::any_of(regions.begin(), regions.end(), [](const Field& region) {
         const Field* const country = find(inner(region), "country_code");
-        if (std::get<Text>(country->value).raw == "BRA" &&
-            numberIn(inner(region), "local_time_offset") == OF_BRASILIA) {
-            return true;
-        }
-    }
-    return false;
+        return std::get<Text>(country->value).raw == "BRA" &&
+               numberIn(inner(region), "local_time_offset") == OF_BRASILIA;
+    });
 }
 
 } // namespace

@@ -46,7 +46,9 @@ Fields readServices(Bits& body) {
 Field takeOffset(std::string_view name, Bits& body, bool behind) {
     const std::uint32_t digits = body.take32(16);
     const std::optional<std::int32_t> minutes = bcdMinutes(digits);
-    return minutes ? number(name, behind ? -*minutes : *minutes).in("min").reads(isoOffset(behind, 60U * *minutes))
+    return minutes ? number(name, behind ? -*minutes : *minutes)
+                         .in("min")
+                         .reads(isoOffset(behind, static_cast<std::uint32_t>(60 * *minutes)))
                    : absent(name);
 }
 
@@ -297,7 +299,7 @@ bool isTransportStreamInformation(Bits& body) {
     body.takeBytes(nameLength);
     for (std::uint32_t type = 0; type < types; ++type) {
         body.take(8);
-        body.takeBytes(2U * takeByte(body));
+        body.takeBytes(std::size_t{2} * takeByte(body));
     }
     return !body.failed();
 }

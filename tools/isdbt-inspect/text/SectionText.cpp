@@ -3,6 +3,7 @@
 #include "text/DescriptorLines.h"
 #include "text/FieldText.h"
 
+#include <algorithm>
 #include <fmt/format.h>
 
 namespace inspect {
