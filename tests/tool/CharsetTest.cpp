@@ -41,7 +41,7 @@ TEST(InspectCharset, IsThatOfJapanInItsNetworks) {
     const TemporaryFile file(StreamBuilder().section(0x0010, nit).bytes());
     const std::string shown = inspectTables({"--table", "nit", file.path()}).output;
     if (inspectTables({"--charset", "japan", file.path()}).status == 2) {
-        EXPECT_THAT(shown, HasSubstr("network_name \"ÆìÓ\" (in the coding of Japan, which this build cannot read)\n"));
+        EXPECT_THAT(shown, HasSubstr("\"ÆìÓ\" (in the coding of Japan, which this build cannot read)\n"));
     } else {
         EXPECT_THAT(shown, HasSubstr("network_name \"てれび\"\n"));
     }
