@@ -195,6 +195,7 @@ TEST(Choosing, WithoutSense) {
           {{"--since", "soon"}, "--since: soon is no time (90, 90s, 1:30 or 00:01:30)"},
           {{"--until", "1:2:3:4"}, "--until: 1:2:3:4 is no time (90, 90s, 1:30 or 00:01:30)"},
           {{"--until", "-1"}, "--until: -1 is no time (90, 90s, 1:30 or 00:01:30)"},
+          {{"--since", "1:60"}, "--since: 1:60 is no time (90, 90s, 1:30 or 00:01:30)"},
           {{"--until", "1:"}, "--until: 1: is no time (90, 90s, 1:30 or 00:01:30)"},
           {{"--since", "2", "--until", "1"}, "--until is before --since"}}) {
         std::vector<std::string> all = arguments;

@@ -35,12 +35,11 @@ StreamBuilder withoutPmts() {
     return stream;
 }
 
-constexpr const char* NO_PMTS = "\n3 faults:\n"
-                                "! Service 0xE6A0 (59040): no PMT came\n"
-                                "! Service 0xE6A1 (59041): no PMT came\n"
-                                "! Service 0xE6B8 (59064): no PMT came\n"
-                                "3 packets of 188 bytes, 3 sections on 3 PIDs: 3 shown, 0 rejected, 0 CRC errors, "
-                                "0 discontinuities\n";
+constexpr const char* NO_PMTS =
+    "\n3 faults:\n"
+    "! Service 0xE6A0 (59040), Service 0xE6A1 (59041), Service 0xE6B8 (59064): no PMT came\n"
+    "3 packets of 188 bytes, 3 sections on 3 PIDs: 3 shown, 0 rejected, 0 CRC errors, "
+    "0 discontinuities\n";
 
 /// Everything that one service needs.
 StreamBuilder well() {

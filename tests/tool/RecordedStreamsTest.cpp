@@ -76,8 +76,7 @@ TEST_F(InspectRecordedStreams, OneSegMultiplexFromALab) {
     EXPECT_THAT(finished.output, EndsWith("\n\n"
                                           "4 faults:\n"
                                           "! Transport stream 0x0001 (1): no NIT came\n"
-                                          "! Service 0x0110 (272): no PMT came\n"
-                                          "! Service 0x0111 (273): no PMT came\n"
+                                          "! Service 0x0110 (272), Service 0x0111 (273): no PMT came\n"
                                           "! Component PID 0x021D: no AIT came\n"
                                           "2128 packets of 188 bytes, 32 sections on 3 PIDs: 3 shown, 0 rejected, "
                                           "0 CRC errors, 0 discontinuities\n"));

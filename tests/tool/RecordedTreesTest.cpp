@@ -44,8 +44,7 @@ TEST_F(InspectRecordedTrees, OneSegMultiplexWhoseApplicationsAreNotSent) {
                                   "\n"
                                   "4 faults:\n"
                                   "! Transport stream 0x0001 (1): no NIT came\n"
-                                  "! Service 0x0110 (272): no PMT came\n"
-                                  "! Service 0x0111 (273): no PMT came\n"
+                                  "! Service 0x0110 (272), Service 0x0111 (273): no PMT came\n"
                                   "! Component PID 0x021D: no AIT came\n"
                                   "2128 packets"));
 }
@@ -62,7 +61,7 @@ TEST_F(InspectRecordedTrees, ItalianMultiplexWithApplications) {
             "   ├─ Service 0x0001 (1) \"Italia 1\"  digital television (0x01), running, "
             "controlled by a CA system, provider \"Mediaset\", EIT present/following, PMT PID "
             "0x0100 version 4, PCR PID 0x0654\n"));
-    EXPECT_THAT(output, HasSubstr("   │  │  └─ AIT of type 0x0001\n"
+    EXPECT_THAT(output, HasSubstr("   │  │  └─ AIT of Ginga-J (0x0001)\n"
                                   "   │  │        ! AIT version 0 (packet 15) rejected with ERROR_INVALID_ITEM: "
                                   "ISDBTUtils: TTransportProtocolDescriptor::parse: DataPiping not supported. "
                                   "Aborting!\n"));

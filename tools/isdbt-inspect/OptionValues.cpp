@@ -16,7 +16,8 @@ std::optional<unsigned> readNumber(std::string_view text, unsigned most) {
 }
 
 std::optional<double> readTime(std::string_view text) {
-    constexpr int PARTS = 3; // hours, minutes, seconds
+    constexpr int PARTS = 3;     // hours, minutes, seconds
+    constexpr double SIXTY = 60; // of one in the other before it
     constexpr std::string_view MARKS = "0123456789.";
     text.remove_suffix(!text.empty() && text.back() == 's' ? 1 : 0);
     double seconds = 0;
@@ -25,10 +26,11 @@ std::optional<double> readTime(std::string_view text) {
         double value = 0;
         const auto [behind, error] = std::from_chars(part.data(), part.data() + part.size(), value);
         const bool read = error == std::errc() && behind == part.data() + part.size();
-        if (!read || part.find_first_not_of(MARKS) != std::string_view::npos) {
+        const bool isBelowOther = count != 0 && value >= SIXTY;
+        if (!read || isBelowOther || part.find_first_not_of(MARKS) != std::string_view::npos) {
             return std::nullopt;
         }
-        seconds = seconds * 60 + value;
+        seconds = seconds * SIXTY + value;
         if (part.size() == text.size()) {
             return seconds;
         }

@@ -1,6 +1,7 @@
 #include "multiplex/Titles.h"
 
 #include "describing/FieldLookup.h"
+#include "naming/Names.h"
 #include "tables/TableKinds.h"
 
 #include <fmt/format.h>
@@ -10,11 +11,9 @@ namespace inspect {
 namespace {
 
 std::string titleOfApplications(const Table& ait) {
-    const Fields fields = ait.beside("applications");
-    const Field* const type = find(fields, "application_type");
-    return type != nullptr && !type->codeName.empty()
-               ? fmt::format("AIT of {} (0x{:04X})", type->codeName, ait.key.extension)
-               : fmt::format("AIT of type 0x{:04X}", ait.key.extension);
+    const std::string_view type = names::APPLICATION_TYPE.of(ait.key.extension);
+    return type.empty() ? fmt::format("AIT of type 0x{:04X}", ait.key.extension)
+                        : fmt::format("AIT of {} (0x{:04X})", type, ait.key.extension);
 }
 
 std::string titleOfDownload(const Table& sdtt) {

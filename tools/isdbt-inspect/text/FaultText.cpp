@@ -1,24 +1,45 @@
 #include "text/FaultText.h"
 
+#include <algorithm>
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 namespace inspect {
 
+namespace {
+
+bool isListed(const FaultKind& kind, Listed listed) {
+    return kind.shownBy == FaultKind::ShownBy::Fault ||
+           (kind.shownBy == FaultKind::ShownBy::Section && listed == Listed::All);
+}
+
+/// A text, and all that it is said of.
+struct Group {
+    std::string text;
+    std::vector<std::string> abouts;
+};
+
+} // namespace
+
 void appendFaults(Page& page, const Faults& faults, Listed listed) {
-    Page lines{page.style, {}};
+    std::vector<Group> groups;
     std::size_t count = 0;
     for (const Fault& fault : faults.all()) {
-        const bool isListed = fault.kind.shownBy == FaultKind::ShownBy::Fault ||
-                              (fault.kind.shownBy == FaultKind::ShownBy::Section && listed == Listed::All);
-        if (isListed) {
-            const std::string about = fault.about.empty() ? "" : fault.about + ": ";
-            appendLine(lines, {"! " + about + fault.text, Ink::Fault}, 2 * INDENT);
+        if (isListed(fault.kind, listed)) {
+            auto group = std::find_if(groups.begin(), groups.end(),
+                                      [&fault](const Group& each) { return each.text == fault.text; });
+            group = group != groups.end() ? group : groups.insert(group, {fault.text, {}});
+            group->abouts.push_back(fault.about);
             ++count;
         }
     }
     if (count != 0) {
         appendLine(page, fmt::format("{} {}:", count, count == 1 ? "fault" : "faults"));
-        appendPage(page, {}, {}, lines);
+    }
+    for (const Group& group : groups) {
+        const std::string abouts = fmt::format("{}", fmt::join(group.abouts, ", "));
+        appendLine(page, {fmt::format("! {}{}{}", abouts, abouts.empty() ? "" : ": ", group.text), Ink::Fault},
+                   2 * INDENT);
     }
 }
 

@@ -11,7 +11,8 @@ enum class Listed {
     NotOfSections ///< what is wrong with a section is said where the section is shown
 };
 
-/// Appends the faults under a line that counts them; nothing when there are none.
+/// Appends the faults under a line that counts them; nothing when there are none. What is said of several stands in one
+/// line.
 void appendFaults(Page& page, const Faults& faults, Listed listed = Listed::All);
 
 } // namespace inspect
