@@ -62,3 +62,23 @@ ${lists}
 ")
   file(CONFIGURE OUTPUT ${page} @ONLY CONTENT "${text}")
 endfunction()
+
+# quor_numbers_of(NAMES KIND VARIABLE): the numbers of a kind that have a name, with blanks between.
+function(quor_numbers_of names kind variable)
+  file(STRINGS ${names} lines ENCODING UTF-8 REGEX "^${kind}\t")
+  set(numbers "")
+  foreach(line IN LISTS lines)
+    string(REGEX MATCH "\t(0x[0-9A-F]+)\t(0x[0-9A-F]+)\t" found "${line}")
+    set(number ${CMAKE_MATCH_1})
+    while(NOT number GREATER CMAKE_MATCH_2)
+      math(EXPR next "${number} + 1")
+      math(EXPR number "${number} + 0x10000" OUTPUT_FORMAT HEXADECIMAL) # so that it has all of its four digits
+      string(SUBSTRING ${number} 3 4 digits)
+      string(TOUPPER ${digits} digits)
+      list(APPEND numbers 0x${digits})
+      set(number ${next})
+    endwhile()
+  endforeach()
+  string(JOIN " " numbers ${numbers})
+  set(${variable} "${numbers}" PARENT_SCOPE)
+endfunction()
