@@ -99,7 +99,7 @@ void mutateStream(ByteVector& stream, std::size_t maxSize, Random& random) {
 
 /// How the stream is cut into pieces and shown; then the stream.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const inspect::Charset charset;
+    static const inspect::Conventions conventions;
     static const inspect::Interest interest;
     static const int nowhere = open("/dev/null", O_WRONLY);
     if (size == 0) {
@@ -109,7 +109,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Pieces input(data + 1, size - 1, SMALLEST * (1U + data[0]));
     inspect::Output output(nowhere, inspect::Colour::Always);
     const std::unique_ptr<inspect::Renderer> renderer = rendererOf(data[0], output);
-    inspect::Inspector inspector(*renderer, interest, charset);
+    inspect::Inspector inspector(*renderer, interest, conventions);
     try {
         inspector.run(input);
     } catch (const inspect::InputError&) {
