@@ -36,22 +36,25 @@ constexpr const char* NO_CLOCK = "has no clock (PCR) by which --since and --unti
 struct DamageKind {
     const char* singular;
     const char* plural;
+    Damage damage;
     std::uint64_t PidCounts::*count;
     bool alwaysSaid;
+    bool ofPackets; ///< sections outside of packets cannot suffer it
 };
 
 constexpr DamageKind DAMAGES[] = {
-    {"CRC error", "CRC errors", &PidCounts::crcErrors, true},
-    {"discontinuity", "discontinuities", &PidCounts::discontinuities, true},
-    {"section cut short", "sections cut short", &PidCounts::cutShort, false},
-    {"malformed packet", "malformed packets", &PidCounts::malformedPackets, false},
-    {"packet marked as damaged", "packets marked as damaged", &PidCounts::transportErrors, false},
+    {"CRC error", "CRC errors", Damage::CrcError, &PidCounts::crcErrors, true, false},
+    {"discontinuity", "discontinuities", Damage::Discontinuity, &PidCounts::discontinuities, true, true},
+    {"section cut short", "sections cut short", Damage::SectionCutShort, &PidCounts::cutShort, false, false},
+    {"malformed packet", "malformed packets", Damage::MalformedPacket, &PidCounts::malformedPackets, false, true},
+    {"packet marked as damaged", "packets marked as damaged", Damage::TransportError, &PidCounts::transportErrors,
+     false, true},
 };
 
 std::vector<Finding> damagesIn(const std::map<Pid, PidCounts>& counts) {
     std::vector<Finding> findings;
     for (const DamageKind& kind : DAMAGES) {
-        Finding finding{kind.singular, kind.plural, 0, {}};
+        Finding finding{kind.singular, kind.plural, 0, {}, kind.damage};
         for (const auto& [pid, ofPid] : counts) {
             if (const std::uint64_t count = ofPid.*kind.count; count != 0) {
                 finding.count += count;
@@ -65,11 +68,14 @@ std::vector<Finding> damagesIn(const std::map<Pid, PidCounts>& counts) {
     return findings;
 }
 
-/// The same without PIDs, and without what only packets can suffer.
+/// The same of sections outside of packets.
 std::vector<Finding> damagesIn(const PidCounts& counts) {
-    std::vector<Finding> findings{{"CRC error", "CRC errors", counts.crcErrors, {}}};
-    if (counts.cutShort != 0) {
-        findings.push_back({"section cut short", "sections cut short", counts.cutShort, {}});
+    std::vector<Finding> findings;
+    for (const DamageKind& kind : DAMAGES) {
+        const std::uint64_t count = counts.*kind.count;
+        if (!kind.ofPackets && (count != 0 || kind.alwaysSaid)) {
+            findings.push_back({kind.singular, kind.plural, count, {}, kind.damage});
+        }
     }
     return findings;
 }
@@ -192,7 +198,7 @@ std::set<std::uint8_t> Inspector::expected() const {
 
 void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> expected) {
     for (const Loss& loss : input.losses()) {
-        last.damages.push_back({loss.singular, loss.plural, loss.count, {}});
+        last.damages.push_back({loss.singular, loss.plural, loss.count, {}, Damage::InputLoss});
     }
     last.notChosen = m_notChosen;
     last.forgotten = m_current.taken().forgotten();

@@ -7,28 +7,9 @@ namespace inspect {
 
 namespace {
 
-struct Damage {
-    std::string_view found; ///< as a finding calls more than one
-    FaultKind kind;
-};
-
-constexpr Damage DAMAGES[] = {
-    {"CRC errors", faults::CRC_ERRORS},
-    {"discontinuities", faults::DISCONTINUITIES},
-    {"sections cut short", faults::SECTIONS_CUT_SHORT},
-    {"malformed packets", faults::MALFORMED_PACKETS},
-    {"packets marked as damaged", faults::TRANSPORT_ERRORS},
-};
-
-/// What an input loses has a name of its own, which depends on the input.
-FaultKind kindOf(const Finding& finding) {
-    for (const Damage& each : DAMAGES) {
-        if (each.found == finding.plural) {
-            return each.kind;
-        }
-    }
-    return faults::INPUT_LOSSES;
-}
+/// By Damage.
+constexpr FaultKind KINDS[] = {faults::CRC_ERRORS,        faults::DISCONTINUITIES,  faults::SECTIONS_CUT_SHORT,
+                               faults::MALFORMED_PACKETS, faults::TRANSPORT_ERRORS, faults::INPUT_LOSSES};
 
 std::string textOf(const Finding& finding) {
     std::string text = fmt::format("{} {}", finding.count, finding.count == 1 ? finding.singular : finding.plural);
@@ -46,7 +27,10 @@ void checkDamages(Faults& faults, const std::string& about, const Summary& summa
         if (finding.count != 0) {
             const std::optional<Pid> pid =
                 finding.pids.size() == 1 ? std::optional(finding.pids.front()) : std::nullopt;
-            faults.add(stream, {kindOf(finding), {pid, std::nullopt, std::nullopt}, textOf(finding), {}});
+            faults.add(stream, {KINDS[static_cast<std::size_t>(finding.damage)],
+                                {pid, std::nullopt, std::nullopt},
+                                textOf(finding),
+                                {}});
         }
     }
     if (summary.skippedBytes != 0) {

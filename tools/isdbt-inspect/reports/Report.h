@@ -51,12 +51,16 @@ struct DescriptorReport {
     std::optional<Rejection> rejection;
 };
 
+/// What can happen to a stream on its way.
+enum class Damage { CrcError, Discontinuity, SectionCutShort, MalformedPacket, TransportError, InputLoss };
+
 /// How often something was found, and on which PIDs.
 struct Finding {
     std::string singular;
     std::string plural;
     std::uint64_t count;
     std::vector<Pid> pids;
+    Damage damage = Damage::InputLoss;
 };
 
 /// What came of one table on one PID. A place in a table is a table_id_extension, a section_number and a
