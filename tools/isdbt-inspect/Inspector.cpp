@@ -90,14 +90,22 @@ Inspector::Inspector(Renderer& renderer, const Interest& interest, const Convent
 
 void Inspector::gather(const PidSet& pids) {
     m_gatherer.setPids(pids);
-    m_wanted = pids | m_presentEvents.pids();
-    m_wanted.set(INFORMATION_PID);
 }
 
-/// Every trailer tells something, whatever its packet carries.
-const PidSet& Inspector::wanted(const PacketReader& packets) const {
-    static const PidSet ALL = PidSet().set();
-    return packets.mayHaveTrailers() ? ALL : m_wanted;
+/// Tells what has happened, and that time has passed.
+void Inspector::watch(const Position& now) {
+    constexpr double TICK = 0.1;
+    for (const Event& event : m_events) {
+        m_watch.take(event);
+    }
+    m_events.clear();
+    if (now.seconds && *now.seconds >= m_nextTick) {
+        m_watch.tick(now);
+        m_nextTick = *now.seconds + TICK;
+    }
+    for (const Alarm& alarm : m_watch.news()) {
+        m_renderer.alarm(alarm);
+    }
 }
 
 void Inspector::run(Input& source) {
@@ -113,8 +121,10 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     ReadablePart input(source);
     m_isLive = input.isLive();
     PacketReader packets(input);
-    while (const std::uint8_t* const packet = packets.next(wanted(packets))) {
+    while (const std::uint8_t* const packet = packets.next()) {
         const Position position{packets.packets(), packets.offset(), packets.seconds()};
+        m_traffic.take(packet, position);
+        watch(position);
         m_transmission.take(packet, packets.trailer(), position);
         m_presentEvents.take(packet, position);
         if (!m_gatherer.pids()[ts_get_pid(packet)]) {
@@ -216,6 +226,7 @@ void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> 
 }
 
 void Inspector::take(const Section& section) {
+    m_watch.take(section);
     const bool understood = !tableName(section.tableId()).empty();
     if (!section.sound()) {
         m_statistics.take(section, std::nullopt);
@@ -273,6 +284,7 @@ Inspector::Reading Inspector::read(const Section& section, SeenSections::News ne
 /// Takes a section for what the multiplex is now.
 void Inspector::learn(const Reading& reading) {
     const auto& [section, parsed, report] = reading;
+    m_watch.learn(report);
     if (report.rejection) {
         m_statistics.reject(section);
     } else {

@@ -13,7 +13,9 @@
 #include "reports/Renderer.h"
 #include "sections/SectionGatherer.h"
 #include "sections/SeenSections.h"
+#include "traffic/TrafficCounter.h"
 #include "transmission/TransmissionReader.h"
+#include "watching/Watch.h"
 
 namespace inspect {
 
@@ -63,8 +65,8 @@ private:
     void show(const Reading& reading);
     void takeAsItIs(const Section& section, Repetitions repetitions);
     Summary summary(const PacketReader& packets);
-    const PidSet& wanted(const PacketReader& packets) const;
     void gather(const PidSet& pids);
+    void watch(const Position& now);
     void inspect(Input& source, std::set<std::uint8_t> expected);
     std::set<std::uint8_t> expected() const;
     void finish(Summary last, const Input& input, std::set<std::uint8_t> expected);
@@ -75,7 +77,10 @@ private:
     Exporter* m_exporter;
     CodingGuess m_coding;
     SectionGatherer m_gatherer;
-    PidSet m_wanted; ///< the PIDs of a stream without trailers
+    Events m_events; ///< that nobody has looked at
+    TrafficCounter m_traffic{m_events};
+    Watch m_watch{m_traffic};
+    double m_nextTick = 0; ///< in seconds of the stream
     TransmissionReader m_transmission;
     PresentEvents m_presentEvents;
     SeenSections m_seen;

@@ -32,11 +32,7 @@ constexpr const char* NO_PACKETS = "not a transport stream: no packets of 188, 1
 
 PacketReader::PacketReader(Input& input) : m_input(input), m_buffer(BUFFER_SIZE), m_complete(TS_SIZE) {}
 
-bool PacketReader::mayHaveTrailers() const {
-    return m_packets == 0 || m_spacing == TRAILED;
-}
-
-const std::uint8_t* PacketReader::next(const PidSet& wanted) {
+const std::uint8_t* PacketReader::next() {
     for (;;) {
         while (m_synchronised && available() >= m_complete) {
             const std::uint8_t* const packet = m_buffer.data() + m_at;
@@ -46,16 +42,13 @@ const std::uint8_t* PacketReader::next(const PidSet& wanted) {
             }
             m_at += m_spacing;
             ++m_packets;
-            const Pid pid = ts_get_pid(packet);
-            ++m_packetsOfPids[pid];
+            ++m_packetsOfPids[ts_get_pid(packet)];
             if (ts_has_adaptation(packet)) {
                 m_clock.take(packet, m_packets);
             }
-            if (wanted[pid]) {
-                m_offset = m_dropped + static_cast<std::uint64_t>(packet - m_buffer.data());
-                m_trailer = m_spacing == TRAILED && m_at <= m_end ? packet + TS_SIZE : nullptr;
-                return packet;
-            }
+            m_offset = m_dropped + static_cast<std::uint64_t>(packet - m_buffer.data());
+            m_trailer = m_spacing == TRAILED && m_at <= m_end ? packet + TS_SIZE : nullptr;
+            return packet;
         }
         if (!m_synchronised && synchronise()) {
             continue;

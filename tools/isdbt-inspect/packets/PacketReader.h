@@ -19,18 +19,15 @@ class PacketReader {
 public:
     explicit PacketReader(Input& input);
 
-    /// The next packet of one of the wanted PIDs: 188 bytes, valid until the next call. Null at the end.
+    /// The next packet: 188 bytes, valid until the next call. Null at the end.
     /// @throws InputError when the input cannot be read, is empty, or holds no packets.
-    const std::uint8_t* next(const PidSet& wanted);
+    const std::uint8_t* next();
 
     /// 188, 192 or 204; 0 before the first packet.
     std::size_t spacing() const { return m_spacing; }
 
     /// The 16 bytes behind the packet that next() returned; null when its stream has none, or the input ends before.
     const std::uint8_t* trailer() const { return m_trailer; }
-
-    /// Whether packets may have a trailer: those before the first, of which nothing is known, may.
-    bool mayHaveTrailers() const;
 
     /// Packets so far, of whatever PID. The packet that next() returned is the last of them.
     std::uint64_t packets() const { return m_packets; }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "checking/Fault.h"
+#include "reports/Alarm.h"
 #include "reports/Report.h"
 
 namespace inspect {
@@ -22,6 +23,9 @@ public:
 
     /// A descriptor that came by itself. No view of a multiplex has a place for it.
     virtual void descriptor(const DescriptorReport& /*report*/) {}
+
+    /// An alarm began, or ended.
+    virtual void alarm(const Alarm& /*alarm*/) {}
 
     /// The input ended, or was interrupted.
     /// @param multiplex what its sections say all together

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "packets/Pid.h"
+#include "packets/Position.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -21,13 +22,6 @@ struct LongHeader {
     bool current;
     std::uint8_t sectionNumber;
     std::uint8_t lastSectionNumber;
-};
-
-/// Where a section was found in its input.
-struct Position {
-    std::uint64_t packet = 0;      ///< number of the packet that completed it, from 1; 0 when there are no packets
-    std::uint64_t offset = 0;      ///< where that packet, or without packets the section, begins, in bytes
-    std::optional<double> seconds; ///< when it was sent, as far as the stream's clock tells
 };
 
 /// One section, from table_id to its last byte.

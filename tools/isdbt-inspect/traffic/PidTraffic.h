@@ -1,0 +1,27 @@
+#pragma once
+
+#include "packets/Spread.h"
+
+namespace inspect {
+
+/// What came on a PID, whatever it carries.
+struct PidTraffic {
+    std::uint64_t packets = 0;
+    std::uint64_t discontinuities = 0; ///< packets in a wrong order, repeated too often, or behind lost ones
+    std::uint64_t announcedJumps = 0;  ///< of the continuity_counter, with discontinuity_indicator
+    std::uint64_t lost = 0;            ///< packets that the counters show to be missing: at least so many
+    std::uint64_t duplicates = 0;      ///< packets that came a second time, as they may
+    std::uint64_t transportErrors = 0; ///< packets that the demodulator marked as damaged
+    std::uint64_t scrambled = 0;
+    Position first;
+    Position last;
+    Spread pcrIntervals;
+    std::uint64_t pcrJumps = 0; ///< that nothing announced
+    Spread ptsIntervals;
+
+    /// Bits of its packets in each whole second of the stream; nothing before the first one is over.
+    std::optional<double> lowestBitRate;
+    std::optional<double> highestBitRate;
+};
+
+} // namespace inspect
