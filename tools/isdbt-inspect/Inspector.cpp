@@ -33,32 +33,42 @@ std::string otherZoneOf(const SectionReport& report, const TimeZone& zone) {
 
 constexpr const char* NO_CLOCK = "has no clock (PCR) by which --since and --until could be counted";
 
+/// A count of sections or of packets.
 struct DamageKind {
     const char* singular;
     const char* plural;
     Damage damage;
-    std::uint64_t PidCounts::*count;
+    std::uint64_t PidCounts::*ofSections;
+    std::uint64_t PidTraffic::*ofPackets;
     bool alwaysSaid;
-    bool ofPackets; ///< sections outside of packets cannot suffer it
+    bool inPackets; ///< sections outside of packets cannot suffer it
 };
 
 constexpr DamageKind DAMAGES[] = {
-    {"CRC error", "CRC errors", Damage::CrcError, &PidCounts::crcErrors, true, false},
-    {"discontinuity", "discontinuities", Damage::Discontinuity, &PidCounts::discontinuities, true, true},
-    {"section cut short", "sections cut short", Damage::SectionCutShort, &PidCounts::cutShort, false, false},
-    {"malformed packet", "malformed packets", Damage::MalformedPacket, &PidCounts::malformedPackets, false, true},
-    {"packet marked as damaged", "packets marked as damaged", Damage::TransportError, &PidCounts::transportErrors,
-     false, true},
+    {"CRC error", "CRC errors", Damage::CrcError, &PidCounts::crcErrors, nullptr, true, false},
+    {"discontinuity", "discontinuities", Damage::Discontinuity, nullptr, &PidTraffic::discontinuities, true, true},
+    {"section cut short", "sections cut short", Damage::SectionCutShort, &PidCounts::cutShort, nullptr, false, false},
+    {"malformed packet", "malformed packets", Damage::MalformedPacket, &PidCounts::malformedPackets, nullptr, false,
+     true},
+    {"packet marked as damaged", "packets marked as damaged", Damage::TransportError, nullptr,
+     &PidTraffic::transportErrors, false, true},
 };
 
-std::vector<Finding> damagesIn(const std::map<Pid, PidCounts>& counts) {
+std::vector<Finding> damagesIn(const std::map<Pid, PidCounts>& sections, const TrafficCounter& traffic) {
     std::vector<Finding> findings;
     for (const DamageKind& kind : DAMAGES) {
         Finding finding{kind.singular, kind.plural, 0, {}, kind.damage};
-        for (const auto& [pid, ofPid] : counts) {
-            if (const std::uint64_t count = ofPid.*kind.count; count != 0) {
+        const auto add = [&finding](Pid pid, std::uint64_t count) {
+            if (count != 0) {
                 finding.count += count;
                 finding.pids.push_back(pid);
+            }
+        };
+        for (const Pid pid : traffic.pids()) {
+            if (kind.ofPackets != nullptr) {
+                add(pid, traffic.of(pid)->*kind.ofPackets);
+            } else if (const auto found = sections.find(pid); found != sections.end()) {
+                add(pid, found->second.*kind.ofSections);
             }
         }
         if (finding.count != 0 || kind.alwaysSaid) {
@@ -72,8 +82,8 @@ std::vector<Finding> damagesIn(const std::map<Pid, PidCounts>& counts) {
 std::vector<Finding> damagesIn(const PidCounts& counts) {
     std::vector<Finding> findings;
     for (const DamageKind& kind : DAMAGES) {
-        const std::uint64_t count = counts.*kind.count;
-        if (!kind.ofPackets && (count != 0 || kind.alwaysSaid)) {
+        const std::uint64_t count = kind.inPackets ? 0 : counts.*kind.ofSections;
+        if (!kind.inPackets && (count != 0 || kind.alwaysSaid)) {
             findings.push_back({kind.singular, kind.plural, count, {}, kind.damage});
         }
     }
@@ -174,8 +184,7 @@ void Inspector::runSections(Input& source, Repetitions repetitions) {
     last.shown = m_shown;
     last.rejected = m_rejected;
     last.damages = damagesIn(counts);
-    const PacketsOfPids noPackets{};
-    last.statistics = m_statistics.of({noPackets, 0, {}, std::nullopt}, m_interest.tables);
+    last.statistics = m_statistics.of({}, m_interest.tables);
     m_foundKnownTable = last.sections != last.unknown;
     finish(std::move(last), input, {}); // they are single ones: nobody misses the others
     input.complain();
@@ -214,7 +223,7 @@ void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> 
     last.forgotten = m_current.taken().forgotten();
     std::set<Pid> scrambled;
     for (const auto& [pid, counts] : m_gatherer.counts()) {
-        if (counts.scrambled != 0 && counts.sections == 0) {
+        if (m_traffic.of(pid)->scrambled != 0 && counts.sections == 0) {
             scrambled.insert(pid);
         }
     }
@@ -317,19 +326,18 @@ void Inspector::show(const Reading& reading) {
 }
 
 Summary Inspector::summary(const PacketReader& packets) {
-    PidCounts all;
+    std::uint64_t sections = 0;
     for (const auto& [pid, counts] : m_gatherer.counts()) {
-        all += counts;
+        sections += counts.sections;
     }
-    const Traffic traffic{packets.packetsOfPids(), packets.packets(), m_gatherer.counts(), packets.duration(),
-                          m_transmission.layersOfPids()};
+    const Traffic traffic{&m_traffic, packets.packets(), packets.duration(), m_transmission.layersOfPids()};
     return {packets.packets(),
             packets.spacing(),
             m_gatherer.counts().size(),
-            all.sections,
+            sections,
             m_shown,
             m_rejected,
-            damagesIn(traffic.gathered),
+            damagesIn(m_gatherer.counts(), m_traffic),
             packets.skippedBytes(),
             traffic.seconds,
             m_statistics.of(traffic, m_interest.tables),
