@@ -62,6 +62,7 @@ private:
     void learn(const Reading& reading);
     void show(const Reading& reading);
     void takeAsItIs(const Section& section, Repetitions repetitions);
+    std::vector<PidStatistics> statisticsOf(const Traffic& traffic) const;
     Summary summary(const PacketReader& packets);
     const PidSet& wanted(const PacketReader& packets) const;
     void gather(const PidSet& pids);
