@@ -7,6 +7,7 @@
 #include "sections/SectionReader.h"
 #include "tables/TableKinds.h"
 
+#include <algorithm>
 #include <bitstream/mpeg/ts.h>
 #include <ctime>
 #include <fmt/format.h>
@@ -175,7 +176,7 @@ void Inspector::runSections(Input& source, Repetitions repetitions) {
     last.rejected = m_rejected;
     last.damages = damagesIn(counts);
     const PacketsOfPids noPackets{};
-    last.statistics = m_statistics.of({noPackets, 0, {}, std::nullopt}, m_interest.tables);
+    last.statistics = statisticsOf({noPackets, 0, {}, std::nullopt});
     m_foundKnownTable = last.sections != last.unknown;
     finish(std::move(last), input, {}); // they are single ones: nobody misses the others
     input.complain();
@@ -316,6 +317,18 @@ void Inspector::show(const Reading& reading) {
     m_renderer.section(report);
 }
 
+/// Without the tables that are not to be shown, and the PIDs that carry nothing else.
+std::vector<PidStatistics> Inspector::statisticsOf(const Traffic& traffic) const {
+    std::vector<PidStatistics> statistics = m_statistics.of(traffic, m_interest.tables);
+    const auto isLeftOut = [this](const TableStatistics& table) { return !m_interest.isOf(table.tableId); };
+    for (auto pid = statistics.begin(); pid != statistics.end();) {
+        const bool hadTables = !pid->tables.empty();
+        pid->tables.erase(std::remove_if(pid->tables.begin(), pid->tables.end(), isLeftOut), pid->tables.end());
+        pid = hadTables && pid->tables.empty() ? statistics.erase(pid) : pid + 1;
+    }
+    return statistics;
+}
+
 Summary Inspector::summary(const PacketReader& packets) {
     PidCounts all;
     for (const auto& [pid, counts] : m_gatherer.counts()) {
@@ -332,7 +345,7 @@ Summary Inspector::summary(const PacketReader& packets) {
             damagesIn(traffic.gathered),
             packets.skippedBytes(),
             traffic.seconds,
-            m_statistics.of(traffic, m_interest.tables),
+            statisticsOf(traffic),
             0,
             0,
             m_transmission.finish(),
