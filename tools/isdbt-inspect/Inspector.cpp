@@ -7,6 +7,7 @@
 #include "sections/SectionReader.h"
 #include "tables/TableKinds.h"
 
+#include <algorithm>
 #include <bitstream/mpeg/ts.h>
 #include <ctime>
 #include <fmt/format.h>
@@ -184,7 +185,7 @@ void Inspector::runSections(Input& source, Repetitions repetitions) {
     last.shown = m_shown;
     last.rejected = m_rejected;
     last.damages = damagesIn(counts);
-    last.statistics = m_statistics.of({}, m_interest.tables);
+    last.statistics = statisticsOf({});
     m_foundKnownTable = last.sections != last.unknown;
     finish(std::move(last), input, {}); // they are single ones: nobody misses the others
     input.complain();
@@ -325,6 +326,18 @@ void Inspector::show(const Reading& reading) {
     m_renderer.section(report);
 }
 
+/// Without the tables that are not to be shown, and the PIDs that carry nothing else.
+std::vector<PidStatistics> Inspector::statisticsOf(const Traffic& traffic) const {
+    std::vector<PidStatistics> statistics = m_statistics.of(traffic, m_interest.tables);
+    const auto isLeftOut = [this](const TableStatistics& table) { return !m_interest.isOf(table.tableId); };
+    for (auto pid = statistics.begin(); pid != statistics.end();) {
+        const bool hadTables = !pid->tables.empty();
+        pid->tables.erase(std::remove_if(pid->tables.begin(), pid->tables.end(), isLeftOut), pid->tables.end());
+        pid = hadTables && pid->tables.empty() ? statistics.erase(pid) : pid + 1;
+    }
+    return statistics;
+}
+
 Summary Inspector::summary(const PacketReader& packets) {
     std::uint64_t sections = 0;
     for (const auto& [pid, counts] : m_gatherer.counts()) {
@@ -340,7 +353,7 @@ Summary Inspector::summary(const PacketReader& packets) {
             damagesIn(m_gatherer.counts(), m_traffic),
             packets.skippedBytes(),
             traffic.seconds,
-            m_statistics.of(traffic, m_interest.tables),
+            statisticsOf(traffic),
             0,
             0,
             m_transmission.finish(),

@@ -35,14 +35,14 @@ class FileExporter : public Exporter {
 public:
     explicit FileExporter(std::string path) : m_path(std::move(path)) {}
 
-    void take(const Section& section, const SectionReport& report) override {
+private:
+    void write(const Section& section, const SectionReport& report) override {
         if (!m_file) {
             m_file.emplace(m_path);
         }
         m_file->write(formOf(section, report));
     }
 
-private:
     virtual std::string formOf(const Section& section, const SectionReport& report) const = 0;
 
     std::string m_path;
@@ -87,7 +87,8 @@ class FolderExporter : public Exporter {
 public:
     explicit FolderExporter(fs::path folder) : m_folder(std::move(folder)) {}
 
-    void take(const Section& section, const SectionReport& report) override {
+private:
+    void write(const Section& section, const SectionReport& report) override {
         const std::string name = nameOf(section);
         const std::pair content(name, report.fingerprint);
         if (m_written.find(content) != nullptr) {
@@ -107,7 +108,6 @@ public:
         m_numbers.put(name, number);
     }
 
-private:
     static constexpr std::size_t CAPACITY = 16384;
 
     fs::path pathOf(const std::string& name, unsigned number) const {

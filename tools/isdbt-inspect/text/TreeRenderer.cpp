@@ -13,7 +13,7 @@ namespace inspect {
 
 void TreeRenderer::begin(const std::string& name) {
     m_rejections = {};
-    m_output.write(inputHeading(name, m_style));
+    m_output.begin(inputHeading(name, m_style));
 }
 
 void TreeRenderer::section(const SectionReport& report) {
