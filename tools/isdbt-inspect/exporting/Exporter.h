@@ -19,6 +19,9 @@ public:
 
     /// @throws std::runtime_error when it cannot be written
     virtual void take(const Section& section, const SectionReport& report) = 0;
+
+    /// What of that was not written, and why; empty when all was.
+    virtual std::string remark() const { return {}; }
 };
 
 /// Why sections cannot be exported to a place; empty when they can.
