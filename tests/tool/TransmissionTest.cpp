@@ -101,6 +101,11 @@ TEST(InspectTransmission, FitsIntoNarrowLines) {
     const std::string output = inspectStream(withTables().bytes(), {"--view", "stats", "--width", "60"}).output;
     EXPECT_THAT(output, HasSubstr("                   code          time\n"
                                   "layer  modulation  rate  interleaving  segments     kbit/s\n"));
+    EXPECT_THAT(inspectStream(withTables().bytes(), {"--width", "40"}).output,
+                HasSubstr("                 code\n"
+                          "layer modulation rate segments    kbit/s\n"
+                          "A     QPSK       2/3         1   453.914\n"
+                          "B     64QAM      3/4        12 18383.499\n"));
 }
 
 TEST(InspectTransmission, CopyWithoutTrailersHasTheParameters) {

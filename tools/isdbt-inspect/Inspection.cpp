@@ -23,7 +23,9 @@ bool endsWith(std::string_view text, std::string_view ending) {
 }
 
 /// Section filters record files of that name; they may be compressed.
-bool isNameOfSections(std::string_view path) {
+bool isNameOfSections(std::string name) {
+    std::transform(name.begin(), name.end(), name.begin(), [](unsigned char each) { return std::tolower(each); });
+    std::string_view path = name;
     for (const std::string_view ending : {".gz", ".xz", ".zst"}) {
         if (endsWith(path, ending)) {
             path.remove_suffix(ending.size());
@@ -88,6 +90,10 @@ Status Inspection::run() {
             attempt([this, at] { return inspectInput(*open(*at, LARGEST_QUEUE), *at, *m_form->renderer); });
             ++at;
         }
+    }
+    if (const std::string remark = m_exporter ? m_exporter->remark() : ""; !remark.empty()) {
+        m_progress.erase();
+        complain(remark);
     }
     return m_status == FaultFound && m_options.lenient ? AllWell : m_status;
 }

@@ -91,6 +91,20 @@ std::vector<Finding> damagesIn(const PidCounts& counts) {
     return findings;
 }
 
+/// The PIDs on which anything came. Nothing when the statistics are of some alone, or the stream is too short: captions
+/// pause for seconds.
+std::optional<PidSet> carriedPids(const Summary& summary, const Interest& interest) {
+    constexpr double LONG_ENOUGH = 5; // seconds
+    if (summary.seconds.value_or(0) < LONG_ENOUGH || !interest.tables.empty()) {
+        return std::nullopt;
+    }
+    PidSet carried;
+    for (const PidStatistics& each : summary.statistics) {
+        carried.set(each.pid.value_or(NULL_PID), each.packets != 0);
+    }
+    return carried;
+}
+
 } // namespace
 
 Inspector::Inspector(Renderer& renderer, const Interest& interest, const Conventions& conventions, Exporter* exporter)
@@ -228,7 +242,7 @@ void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> 
             scrambled.insert(pid);
         }
     }
-    const Tables tables(m_current, std::move(expected), std::move(scrambled));
+    const Tables tables(m_current, std::move(expected), std::move(scrambled), carriedPids(last, m_interest));
     const Multiplex multiplex(tables);
     const Faults faults = check(multiplex, m_presentEvents, last);
     m_foundFault = last.rejected != 0 || !faults.all().empty();

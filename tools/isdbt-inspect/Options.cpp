@@ -209,9 +209,10 @@ void addChoosing(CLI::App& app, Interest& interest) {
 
 void addOutput(CLI::App& app, Options& options) {
     addChoice(app, "--view", options.view, VIEWS,
-              joined(views(), "; ", [](const View& view) { return view.name + ": " + view.help; }))
-        ->type_name("VIEW")
-        ->default_str(options.view->name);
+              joined(views(), "; ", [](const View& view) { return view.name + ": " + view.help; }) +
+                  "; if not given, " + options.view->name +
+                  ", or tables with --hex, --bytes and where sections are chosen")
+        ->type_name("VIEW");
     app.add_flag("--full", options.full, "the tree with all that the tables say, descriptors included");
     app.add_flag("--json", options.json, "an object in JSON for each section and each fault, one a line");
     addChoice(app, "--color", options.colour, COLOURS, "auto: on a terminal, unless NO_COLOR is set; always; never")
