@@ -356,12 +356,14 @@ TEST(FaultClocks, JumpWithTheirTimeStampsAndForOneServiceAlone) {
 }
 
 TEST(FaultClocks, WrapToZero) {
-    for (const Packet& each : clocks(with("pcr-wrap"))) {
+    const ByteVector stream = with("pcr-wrap");
+    for (const Packet& each : clocks(stream)) {
         if (each.time() >= 4000000) {
             EXPECT_LT(*each.pcr(), 27000000U / 25);
             return;
         }
     }
+    ADD_FAILURE() << "no clock behind the wrap";
 }
 
 TEST(FaultSources, LoopIsTheSameAgain) {
