@@ -323,6 +323,7 @@ std::vector<Fault> contentFaults() {
             {"network-differs", "", "the SDT names another original network than the NIT", Reported::Yes, SOME_SECONDS},
             sections(SDT_PID,
                      [](const Moment&, Bytes& section) {
+                         psi_set_version(section.data(), 1);
                          section[8] = OTHER_NETWORK_ID >> 8U;
                          section[9] = OTHER_NETWORK_ID & 0xFFU;
                      })),

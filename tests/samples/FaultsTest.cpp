@@ -190,8 +190,9 @@ long otherContents(const ByteVector& stream) {
 }
 
 long otherNetworks(const ByteVector& stream) {
-    return count(reading::sections(stream, SDT),
-                 [](const Section& each) { return each.bytes[8] == 0x07 && each.bytes[9] == 0x36 && each.isWhole(); });
+    return count(reading::sections(stream, SDT), [](const Section& each) {
+        return each.version() == 1 && each.bytes[8] == 0x07 && each.bytes[9] == 0x36 && each.isWhole();
+    });
 }
 
 struct Case {
