@@ -1,6 +1,5 @@
-#include "checking/TransmissionChecks.h"
+#include "checking/Checks.h"
 
-#include "checking/SectionChecks.h"
 #include "describing/FieldLookup.h"
 #include "tables/TableKinds.h"
 #include "transmission/InformationPacket.h"
@@ -139,7 +138,7 @@ public:
 
 private:
     void add(std::string text) {
-        m_faults.add(subject(m_stream), {faults::NIT_CONTRADICTS_IIP, placeOf(m_nit), std::move(text), sinceOf(m_nit)});
+        addShown(m_faults, subject(m_stream), faults::NIT_CONTRADICTS_IIP, m_nit, std::move(text));
     }
 
     Faults& m_faults;
