@@ -1,7 +1,7 @@
 #include "text/FieldText.h"
 
 #include "describing/StandardReadings.h"
-#include "text/TableText.h"
+#include "text/Columns.h"
 #include "text/ValueText.h"
 
 #include <algorithm>
@@ -80,6 +80,47 @@ bool appendIfFits(Page& page, const Line& line) {
         appendLine(page, line);
     }
     return fits;
+}
+
+/// Whether the elements are objects of the same simple fields.
+bool isTable(const List& list) {
+    const auto* const first = list.elements.empty() ? nullptr : std::get_if<Object>(&list.elements.front().value);
+    return first != nullptr && std::all_of(list.elements.begin(), list.elements.end(), [first](const Field& element) {
+               const auto* const other = std::get_if<Object>(&element.value);
+               return other != nullptr && std::equal(first->fields.begin(), first->fields.end(), other->fields.begin(),
+                                                     other->fields.end(), [](const Field& one, const Field& another) {
+                                                         return one.name == another.name && !isNested(another);
+                                                     });
+           });
+}
+
+std::vector<Row> tableRows(const List& list) {
+    std::vector<Row> rows(1);
+    for (const Field& field : std::get<Object>(list.elements.front().value).fields) {
+        rows.front().emplace_back(field.name, Ink::Name);
+    }
+    for (const Field& element : list.elements) {
+        const Fields& fields = std::get<Object>(element.value).fields;
+        std::transform(fields.begin(), fields.end(), std::back_inserter(rows.emplace_back()), valueText);
+    }
+    return rows;
+}
+
+/// Appends a list as a table, a line for each element below a line with the names of their fields.
+/// @return whether it did: the elements must be objects of the same fields, none of them nested, and the lines must not
+///         become too long
+bool appendTable(Page& page, const List& list, std::size_t indent) {
+    if (!isTable(list)) {
+        return false;
+    }
+    std::vector<Row> rows = tableRows(list);
+    std::vector<Column::Kind> kinds(rows.front().size(), Column::Kind::Name);
+    const Grid grid(std::move(kinds), std::move(rows));
+    if (indent + grid.width(GAP.size()) > page.style.width) {
+        return false;
+    }
+    grid.append(page, GAP.size(), indent);
+    return true;
 }
 
 /// An element of a list. Its number stands in the margin of its first line.

@@ -1,7 +1,7 @@
 #include "text/OutlineText.h"
 
 #include "describing/StandardReadings.h"
-#include "text/BriefText.h"
+#include "text/ValueText.h"
 
 #include <algorithm>
 #include <fmt/format.h>
