@@ -48,7 +48,10 @@ Field listByKey(std::string_view name, const Holder& holder, std::list<Key>* (Ho
 
 /// Says so when more elements of a list were sent than the library keeps.
 /// @param key what it keeps one element for: "country"
-Field keptOf(Field list, std::size_t sent, std::string_view key);
+inline Field keptOf(Field list, std::size_t sent, std::string_view key) {
+    const bool complete = sent <= std::get<List>(list.value).elements.size();
+    return complete ? list : std::move(list).reads(fmt::format("of {} sent; of each {} the last is kept", sent, key));
+}
 
 /// The numbers of an array.
 /// @param hexDigits as in Number

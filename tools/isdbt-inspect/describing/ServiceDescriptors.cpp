@@ -1,5 +1,4 @@
 #include "describing/Catalogue.h"
-#include "describing/Codes.h"
 #include "describing/Lists.h"
 #include "describing/Readings.h"
 #include "descriptors/TBouquetNameDescriptor.h"
@@ -18,7 +17,7 @@ namespace {
 using Quor::TServiceDescriptor;
 
 Fields describeService(const TServiceDescriptor& descriptor) {
-    return {serviceType(descriptor.getServiceType()),
+    return {identifier("service_type", descriptor.getServiceType(), 2).named(names::SERVICE_TYPE),
             text("service_provider_name", descriptor.getServiceProviderName()),
             text("service_name", descriptor.getServiceName())};
 }
@@ -87,10 +86,6 @@ Fields describeLogoTransmission(const TLogoTransmissionDescriptor& descriptor) {
 }
 
 } // namespace
-
-Field serviceType(QUOR_U8 type) {
-    return identifier("service_type", type, 2).named(names::SERVICE_TYPE);
-}
 
 void addServiceDescriptors(Catalogue& catalogue) {
     catalogue.addDescriptor<describeService>("service_descriptor", {SDT});
