@@ -82,9 +82,7 @@ Fields describeApplicationName(const Quor::TApplicationNameDescriptor& descripto
                    namesIn(descriptor), "language")};
 }
 
-using Quor::TApplicationIconDescriptor;
-
-Fields describeApplicationIcon(const TApplicationIconDescriptor& descriptor) {
+Fields describeApplicationIcon(const Quor::TApplicationIconDescriptor& descriptor) {
     return {address("icon_locator", descriptor.getIconLocator()),
             identifier("icon_flags", descriptor.getIconFlags(), 4)
                 .reads(setFlags(descriptor.getIconFlags(), names::APPLICATION_ICON))};

@@ -47,9 +47,7 @@ Fields describeNptReference(const Quor::TNPTReferenceDescriptor& descriptor) {
             number("scale_denominator", descriptor.getScaleDenominator())};
 }
 
-using Quor::TStreamModeDescriptor;
-
-Fields describeStreamMode(const TStreamModeDescriptor& descriptor) {
+Fields describeStreamMode(const Quor::TStreamModeDescriptor& descriptor) {
     return {code("stream_mode", descriptor.getStreamMode(), names::STREAM_MODE)};
 }
 

@@ -45,9 +45,7 @@ Field describeModule(const Quor::TDownloadContentDescriptorItem& item) {
                        bytes("module_info", item.getModuleInfo(), item.getModuleInfoLength())});
 }
 
-using Quor::TDownloadContentDescriptor;
-
-Fields describeDownloadContent(const TDownloadContentDescriptor& descriptor) {
+Fields describeDownloadContent(const Quor::TDownloadContentDescriptor& descriptor) {
     constexpr std::uint64_t LEAK_UNIT = 50; // bytes a second
     return {code("reboot", descriptor.getReboot(), names::DOWNLOAD_REBOOT),
             code("add_on", descriptor.getAddOn(), names::DOWNLOAD_ADD_ON),
@@ -63,7 +61,7 @@ Fields describeDownloadContent(const TDownloadContentDescriptor& descriptor) {
             identifier("component_tag", descriptor.getComponentTag(), 2),
             describeCompatibility(descriptor.getCompatibilityDescriptor()),
             listByPosition("modules", descriptor, descriptor.getDownloadContentDescriptorItemSize(),
-                           &TDownloadContentDescriptor::getDownloadContentDescriptorItem, describeModule),
+                           &Quor::TDownloadContentDescriptor::getDownloadContentDescriptorItem, describeModule),
             number("private_data_length", descriptor.getPrivateDataLength()).in("bytes"),
             bytes("private_data", descriptor.getPrivateData(), descriptor.getPrivateDataLength()),
             isoCode("language_code", descriptor.getLanguageCode()),

@@ -45,9 +45,7 @@ Fields describeServiceList(const Quor::TServiceListDescriptor& descriptor) {
                    sent, "service")};
 }
 
-using Quor::TLinkageDescriptor;
-
-Fields describeLinkage(const TLinkageDescriptor& descriptor) {
+Fields describeLinkage(const Quor::TLinkageDescriptor& descriptor) {
     return {identifier("transport_stream_id", descriptor.getTransportStreamID(), 4),
             identifier("original_network_id", descriptor.getOriginalNetworkID(), 4),
             identifier("service_id", descriptor.getServiceID(), 4),
@@ -56,9 +54,7 @@ Fields describeLinkage(const TLinkageDescriptor& descriptor) {
             bytes("private_data", descriptor.getPrivateData(), descriptor.getPrivateDataSize())};
 }
 
-using Quor::TTerrestrialDeliverySystemDescriptor;
-
-Fields describeTerrestrialDeliverySystem(const TTerrestrialDeliverySystemDescriptor& descriptor) {
+Fields describeTerrestrialDeliverySystem(const Quor::TTerrestrialDeliverySystemDescriptor& descriptor) {
     Fields frequencies;
     for (unsigned at = 0; at < descriptor.getFrequencyCounter(); ++at) {
         const QUOR_U16 frequency = descriptor.getFrequencies()[at];
@@ -89,9 +85,7 @@ Fields describePartialReception(const Quor::TPartialReceptionDescriptor& descrip
             numbers("service_ids", descriptor.getServiceIDs(), descriptor.getServiceIDCount(), 4)};
 }
 
-using Quor::TTSInformationDescriptorItem;
-
-Field describeTransmissionType(const TTSInformationDescriptorItem& item) {
+Field describeTransmissionType(const Quor::TTSInformationDescriptorItem& item) {
     return object("",
                   {identifier("transmission_type_info", item.getTransmissionTypeInfo(), 2),
                    code("transmission_parameter_type", item.getTransmissionParameterType(), names::TS_INFORMATION_TYPE),
@@ -126,9 +120,7 @@ Fields describeNit(const Quor::TNITTable& nit) {
     return fields;
 }
 
-using Quor::TServiceDescription;
-
-Field describeService(const TServiceDescription& service) {
+Field describeService(const Quor::TServiceDescription& service) {
     Fields fields{identifier("service_id", service.getServiceID(), 4), flag("eit_schedule", service.hasEITSchedule()),
                   flag("eit_present_following", service.hasEITPresentFollowing()),
                   code("running_status", service.getRunningStatus(), names::RUNNING_STATUS),
