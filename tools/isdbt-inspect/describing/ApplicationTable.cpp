@@ -111,9 +111,8 @@ Field describePrefetched(const Quor::TPrefetchDescriptorItem& item) {
 }
 
 Fields describePrefetch(const Quor::TPrefetchDescriptor& descriptor) {
-    return {
-        identifier("transport_protocol_label", descriptor.getTransportProtocolLabel(), 2),
-        listByPosition("items", descriptor, descriptor.size(), &Quor::TPrefetchDescriptor::get, describePrefetched)};
+    return {identifier("transport_protocol_label", descriptor.getTransportProtocolLabel(), 2),
+            items(descriptor, describePrefetched)};
 }
 
 Field describeDii(const Quor::TDIILocationDescriptorItem& item) {
@@ -123,7 +122,7 @@ Field describeDii(const Quor::TDIILocationDescriptorItem& item) {
 
 Fields describeDiiLocation(const Quor::TDIILocationDescriptor& descriptor) {
     return {identifier("transport_protocol_label", descriptor.getTransportProtocolLabel(), 2),
-            listByPosition("items", descriptor, descriptor.size(), &Quor::TDIILocationDescriptor::get, describeDii)};
+            items(descriptor, describeDii)};
 }
 
 Field describeParameter(const std::string& parameter) {

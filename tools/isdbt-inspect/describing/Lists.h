@@ -33,6 +33,11 @@ Field listByPosition(std::string_view name, const Holder& holder, QUOR_U32 size,
         .reads(complete ? "" : fmt::format("of {}; the others are out of reach", size));
 }
 
+/// The items of a descriptor that has nothing else in a list.
+template <class Descriptor, class Describe> Field items(const Descriptor& descriptor, const Describe& describe) {
+    return listByPosition("items", descriptor, descriptor.size(), &Descriptor::get, describe);
+}
+
 /// The elements of a map that the library addresses by key.
 /// @param describe Field(const Item&)
 template <class Holder, class Key, class Argument, class Item, class Describe>

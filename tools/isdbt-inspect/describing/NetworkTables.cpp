@@ -76,8 +76,7 @@ Field describeEmergency(const Quor::TEmergencyInformationDescriptorItem& item) {
 }
 
 Fields describeEmergencyInformation(const Quor::TEmergencyInformationDescriptor& descriptor) {
-    return {listByPosition("items", descriptor, descriptor.size(), &Quor::TEmergencyInformationDescriptor::get,
-                           describeEmergency)};
+    return {items(descriptor, describeEmergency)};
 }
 
 Fields describePartialReception(const Quor::TPartialReceptionDescriptor& descriptor) {

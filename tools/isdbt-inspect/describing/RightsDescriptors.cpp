@@ -44,13 +44,9 @@ Field describeCopyControlItem(const Quor::TDigitalCopyControlDescriptorItem& ite
 }
 
 Fields describeDigitalCopyControl(const Quor::TDigitalCopyControlDescriptor& descriptor) {
-    return {recordingControl(descriptor),
-            flag("component_control", descriptor.hasComponentControl()),
-            copyControlType(descriptor),
-            number("aps_control_data", descriptor.getAPSControlData()),
-            maximumBitrate(descriptor),
-            listByPosition("items", descriptor, descriptor.size(), &Quor::TDigitalCopyControlDescriptor::get,
-                           describeCopyControlItem)};
+    return {recordingControl(descriptor), flag("component_control", descriptor.hasComponentControl()),
+            copyControlType(descriptor),  number("aps_control_data", descriptor.getAPSControlData()),
+            maximumBitrate(descriptor),   items(descriptor, describeCopyControlItem)};
 }
 
 Fields describeContentAvailability(const Quor::TContentAvailabilityDescriptor& descriptor) {
@@ -67,8 +63,7 @@ Field describeRating(const Quor::TParentalRatingDescriptorItem& item) {
 }
 
 Fields describeParentalRating(const Quor::TParentalRatingDescriptor& descriptor) {
-    return {
-        listByPosition("items", descriptor, descriptor.size(), &Quor::TParentalRatingDescriptor::get, describeRating)};
+    return {items(descriptor, describeRating)};
 }
 
 Fields describeTargetRegion(const Quor::TTargetRegionDescriptor& descriptor) {

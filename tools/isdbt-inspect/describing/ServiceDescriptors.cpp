@@ -41,8 +41,7 @@ Field describeNvodService(const Quor::TNVODReferenceDescriptorItem& item) {
 }
 
 Fields describeNvodReference(const Quor::TNVODReferenceDescriptor& descriptor) {
-    return {listByPosition("items", descriptor, descriptor.size(), &Quor::TNVODReferenceDescriptor::get,
-                           describeNvodService)};
+    return {items(descriptor, describeNvodService)};
 }
 
 Fields describeTimeShiftedService(const Quor::TTimeShiftedServiceDescriptor& descriptor) {
