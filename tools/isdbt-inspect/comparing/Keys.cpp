@@ -1,5 +1,7 @@
 #include "comparing/Keys.h"
 
+#include "describing/FieldLookup.h"
+
 #include <algorithm>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -46,22 +48,11 @@ std::string textOf(const Field& field) {
     return std::visit(KeyText{}, field.value);
 }
 
-/// Null when the element has no such field.
-const Field* find(const Field& element, std::string_view name) {
-    const auto* const object = std::get_if<Object>(&element.value);
-    if (object == nullptr) {
-        return nullptr;
-    }
-    const auto found = std::find_if(object->fields.begin(), object->fields.end(),
-                                    [name](const Field& field) { return field.name == name; });
-    return found == object->fields.end() ? nullptr : &*found;
-}
-
 /// Whether each element has a value of its own in a field.
 bool identifies(std::string_view name, const Fields& elements) {
     std::set<std::string> values;
     return std::all_of(elements.begin(), elements.end(), [name, &values](const Field& element) {
-        const Field* const field = find(element, name);
+        const Field* const field = find(inner(element), name);
         return field != nullptr && values.insert(textOf(*field)).second;
     });
 }
@@ -82,7 +73,7 @@ std::string Keys::of(const Field& element, std::size_t position) const {
     if (!std::holds_alternative<Object>(element.value)) {
         return textOf(element);
     }
-    const Field* const field = m_name.empty() ? nullptr : find(element, m_name);
+    const Field* const field = m_name.empty() ? nullptr : find(inner(element), m_name);
     return field == nullptr ? std::to_string(position) : textOf(*field);
 }
 
