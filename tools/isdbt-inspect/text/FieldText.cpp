@@ -1,6 +1,5 @@
 #include "text/FieldText.h"
 
-#include "describing/StandardReadings.h"
 #include "text/Columns.h"
 #include "text/ValueText.h"
 
@@ -18,10 +17,6 @@ constexpr const char* OFFSET = "{:04X}  ";
 /// An object of so few fields stands in one line.
 constexpr std::size_t FEW = 2;
 
-/// What stands in parentheses behind the name of a descriptor rather than among its fields.
-constexpr std::string_view TAG = "descriptor_tag";
-constexpr std::string_view INHERITED = "inherited";
-
 /// How many bytes stand in a line behind so many columns: 16, or half of that as often as they do not fit.
 std::size_t bytesPerLine(const Style& style, std::size_t used) {
     constexpr std::size_t DIGITS_AND_BLANK = 3;
@@ -30,27 +25,6 @@ std::size_t bytesPerLine(const Style& style, std::size_t used) {
         count /= 2;
     }
     return count;
-}
-
-bool isInHeading(const Field& field) {
-    return field.name == TAG || field.name == INHERITED;
-}
-
-/// "transport_protocol_descriptor (0x02, inherited)"
-Line headingOf(const Field& field) {
-    std::vector<std::string> remarks;
-    for (const Field& each : std::get<Object>(field.value).fields) {
-        if (each.name == TAG) {
-            remarks.insert(remarks.begin(), fmt::format("0x{:02X}", std::get<Number>(each.value).value));
-            if (!each.codeName.empty()) {
-                remarks.push_back(each.codeName);
-            }
-        } else if (each.name == INHERITED) {
-            remarks.emplace_back(INHERITED);
-        }
-    }
-    const Line name(field.name, Ink::Name);
-    return remarks.empty() ? name : name + fmt::format(" ({})", fmt::join(remarks, ", "));
 }
 
 Line named(const Field& field) {
@@ -163,9 +137,7 @@ void appendList(Page& page, const Field& field, std::size_t indent) {
 }
 
 void appendObject(Page& page, const Field& field, std::size_t indent) {
-    Fields fields;
-    const Fields ordered = standardFirst(std::get<Object>(field.value).fields);
-    std::remove_copy_if(ordered.begin(), ordered.end(), std::back_inserter(fields), isInHeading);
+    const Fields fields = besideHeading(std::get<Object>(field.value).fields);
     const Line heading = blanks(indent) + headingOf(field);
     if (fields.size() <= FEW && !anyNested(fields) && appendIfFits(page, heading + behindHeading(fields))) {
         return;

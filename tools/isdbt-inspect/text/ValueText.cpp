@@ -3,6 +3,7 @@
 #include "describing/StandardReadings.h"
 #include "text/Page.h"
 
+#include <algorithm>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
@@ -79,7 +80,35 @@ std::vector<Line> listPieces(const Field& field) {
     return pieces;
 }
 
+/// What stands in parentheses behind the name of a descriptor rather than among its fields.
+constexpr std::string_view TAG = "descriptor_tag";
+constexpr std::string_view INHERITED = "inherited";
+
 } // namespace
+
+Line headingOf(const Field& object) {
+    std::vector<std::string> remarks;
+    for (const Field& each : std::get<Object>(object.value).fields) {
+        if (each.name == TAG) {
+            remarks.insert(remarks.begin(), fmt::format("0x{:02X}", std::get<Number>(each.value).value));
+            if (!each.codeName.empty()) {
+                remarks.push_back(each.codeName);
+            }
+        } else if (each.name == INHERITED) {
+            remarks.emplace_back(INHERITED);
+        }
+    }
+    const Line name(object.name, Ink::Name);
+    return remarks.empty() ? name : name + fmt::format(" ({})", fmt::join(remarks, ", "));
+}
+
+Fields besideHeading(const Fields& fields) {
+    Fields others = standardFirst(fields);
+    others.erase(std::remove_if(others.begin(), others.end(),
+                                [](const Field& each) { return each.name == TAG || each.name == INHERITED; }),
+                 others.end());
+    return others;
+}
 
 Line valueText(const Field& field) {
     Line text = std::visit(ValueText{}, field.value);
