@@ -26,16 +26,11 @@ std::string textOf(const Field& field);
 struct KeyText {
     std::string operator()(Absent /*value*/) const { return "none"; }
     std::string operator()(bool value) const { return value ? "yes" : "no"; }
+    std::string operator()(const Number& number) const { return number.digits(); }
     std::string operator()(const Text& text) const { return text.decoded; }
     std::string operator()(const Bytes& value) const { return fmt::format("{:02X}", fmt::join(value.bytes, " ")); }
     std::string operator()(const List& list) const { return joined(list.elements); }
     std::string operator()(const Object& object) const { return joined(object.fields); }
-
-    std::string operator()(const Number& number) const {
-        return number.hexDigits == 0
-                   ? std::to_string(number.value)
-                   : fmt::format("0x{:0{}X}", static_cast<std::uint64_t>(number.value), number.hexDigits);
-    }
 
     /// "0x0000000A/0x0001"
     static std::string joined(const Fields& fields) {

@@ -28,9 +28,7 @@ struct ValueText {
     std::string operator()(const Object& /*value*/) const { return {}; }
 
     std::string operator()(const Number& number) const {
-        return number.hexDigits == 0 ? std::to_string(number.value)
-                                     : fmt::format("0x{:0{}X} ({})", static_cast<std::uint64_t>(number.value),
-                                                   number.hexDigits, number.value);
+        return number.hexDigits == 0 ? number.digits() : fmt::format("{} ({})", number.digits(), number.value);
     }
 
     std::string operator()(const Bytes& value) const {
@@ -54,8 +52,7 @@ bool holdsObjects(const Field& list) {
 Line numberText(const Field& field) {
     const auto& number = std::get<Number>(field.value);
     const bool isIdentifier = number.hexDigits != 0;
-    const std::string digits =
-        isIdentifier ? fmt::format("0x{:0{}X}", number.value, number.hexDigits) : std::to_string(number.value);
+    const std::string digits = number.digits();
     if (!field.codeName.empty()) {
         const Line name(field.codeName, Ink::Remark);
         return isIdentifier ? name + fmt::format(" ({})", digits) : name;
