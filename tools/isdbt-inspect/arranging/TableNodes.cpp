@@ -1,7 +1,9 @@
-#include "arranging/ApplicationNodes.h"
+#include "arranging/TableNodes.h"
 
 #include "describing/FieldLookup.h"
+#include "describing/StandardReadings.h"
 #include "multiplex/Titles.h"
+#include "tables/TableKinds.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -86,8 +88,6 @@ Node applicationNode(const Fields& described, const Components* components, cons
     return node;
 }
 
-} // namespace
-
 Node applicationTableNode(const Table& ait, const Components* components, const Faults& faults) {
     Fields rest = ait.beside("applications");
     take(rest, "application_type");
@@ -98,6 +98,89 @@ Node applicationTableNode(const Table& ait, const Components* components, const 
     node.tell("", std::move(rest));
     for (const Fields* const application : ait.entries("applications")) {
         node.children.push_back(applicationNode(*application, components, faults));
+    }
+    return node;
+}
+
+/// DSM-CC stream descriptors: events, time references, modes.
+Node eventNode(const Table& section, const Faults& faults) {
+    Node node(titleOf(section));
+    Fields rest = section.beside({});
+    node.say("data event", take(rest, "data_event_id"));
+    node.say("event message group", take(rest, "event_msg_group_id"));
+    node.sayVersionOnly(section);
+    node.faults = faults.of(&section);
+    node.tell("", std::move(rest));
+    return node;
+}
+
+constexpr std::int64_t OF_BRASILIA = -180; // minutes
+
+/// Brazilian stations whose offsets count from UTC give three hours behind for most of the country.
+bool countsFromUtc(const Fields& tot) {
+    const Fields& regions = elements(inner(inner(tot, "local_time_offset_descriptor"), STANDARD), "regions");
+    return std::any_of(regions.begin(), regions.end(), [](const Field& region) {
+        const Field* const country = find(inner(region), "country_code");
+        return std::get<Text>(country->value).raw == "BRA" &&
+               numberIn(inner(region), "local_time_offset") == OF_BRASILIA;
+    });
+}
+
+/// Its component need not be in the PMT: it comes when the schedule says.
+Node contentNode(const Fields& content) {
+    Fields rest = content;
+    Node node(fmt::format("Version {}", numberIn(content, "new_version").value_or(0)));
+    take(rest, "new_version");
+    node.say("", take(rest, "download_level"));
+    node.say("", take(rest, "version_indicator"), Extent::Full);
+    node.say("target version", take(rest, "target_version"), Extent::Full);
+    node.say("group", take(rest, "group"), Extent::Full);
+    node.say("schedule time shift", take(rest, "schedule_time_shift_info"), Extent::Full);
+    for (Field schedule : elements(content, "schedule_infos")) {
+        schedule.name = "schedule";
+        node.details.push_back({{}, std::move(schedule)});
+    }
+    take(rest, "schedule_infos");
+    node.tell("", std::move(rest));
+    return node;
+}
+
+} // namespace
+
+Node carriedNode(const Table& table, const Components* components, const Faults& faults) {
+    return table.key.tableId == AIT ? applicationTableNode(table, components, faults) : eventNode(table, faults);
+}
+
+Node timeNode(const Table& tot, const Faults& faults) {
+    Node node(titleOf(tot));
+    Fields rest = tot.beside({});
+    node.say("", take(rest, "unix_time"));
+    if (countsFromUtc(rest)) {
+        node.say("by its offset of 03:00 behind rather UTC");
+    }
+    if (!tot.taken.empty() && !tot.taken.front()->otherZone.empty()) {
+        node.say("by this machine's clock rather " + tot.taken.front()->otherZone);
+    }
+    node.sayVersion(tot);
+    node.faults = faults.of(&tot);
+    node.tell("", std::move(rest));
+    return node;
+}
+
+Node downloadNode(const Table& sdtt, const Faults& faults) {
+    Fields rest = sdtt.beside("download_contents");
+    Node node(titleOf(sdtt));
+    for (const std::string_view said : {"table_id_extension", "maker_id", "model_id"}) {
+        take(rest, said);
+    }
+    node.say("service", take(rest, "service_id"));
+    node.say("transport stream", take(rest, "transport_stream_id"), Extent::Full);
+    node.say("original network", take(rest, "original_network_id"), Extent::Full);
+    node.sayVersion(sdtt);
+    node.faults = faults.of(&sdtt);
+    node.tell("", std::move(rest));
+    for (const Fields* const content : sdtt.entries("download_contents")) {
+        node.children.push_back(contentNode(*content));
     }
     return node;
 }
