@@ -14,6 +14,7 @@ class ChangesRenderer : public Renderer {
 public:
     void begin(const std::string& name) final;
     void section(const SectionReport& report) final;
+    void alarm(const Alarm& alarm) final { tellAlarm(alarm); }
     void end(const Summary& summary, const Multiplex& multiplex, const Faults& faults) final;
 
 private:
@@ -34,6 +35,7 @@ private:
     /// An earlier input had the section, this one does not.
     virtual void tellMissing(const SectionReport& report) = 0;
 
+    virtual void tellAlarm(const Alarm& alarm) = 0;
     virtual void tellOutcome(const Summary& summary, const Faults& faults) = 0;
 
     void take(const SectionReport& report);

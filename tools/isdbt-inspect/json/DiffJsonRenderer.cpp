@@ -1,5 +1,6 @@
 #include "json/DiffJsonRenderer.h"
 
+#include "json/AlarmJson.h"
 #include "json/FieldJson.h"
 #include "json/JsonValues.h"
 #include "json/SectionJson.h"
@@ -71,6 +72,10 @@ void DiffJsonRenderer::tellEnd(const SectionReport& last, unsigned number) {
 
 void DiffJsonRenderer::tellMissing(const SectionReport& report) {
     m_output.write(jsonLine(changeJson("missing", report)));
+}
+
+void DiffJsonRenderer::tellAlarm(const Alarm& alarm) {
+    m_output.write(alarmLine(m_input, alarm));
 }
 
 void DiffJsonRenderer::tellOutcome(const Summary& summary, const Faults& faults) {

@@ -1,6 +1,7 @@
 #include "text/DiffRenderer.h"
 
 #include "tables/TableKinds.h"
+#include "text/AlarmText.h"
 #include "text/ChangeText.h"
 #include "text/FaultText.h"
 #include "text/SectionText.h"
@@ -77,6 +78,10 @@ void DiffRenderer::tellEnd(const SectionReport& /*last*/, unsigned number) {
 
 void DiffRenderer::tellMissing(const SectionReport& report) {
     writeLine(Line("-", Ink::Fault) + " " + sectionName(report) + "  not in this input");
+}
+
+void DiffRenderer::tellAlarm(const Alarm& alarm) {
+    writeAlarm(m_output, m_style, alarm);
 }
 
 void DiffRenderer::tellOutcome(const Summary& summary, const Faults& faults) {

@@ -20,6 +20,7 @@ private:
     void tellRejection(const SectionReport& report) override;
     void tellEnd(const SectionReport& last, unsigned number) override;
     void tellMissing(const SectionReport& report) override;
+    void tellAlarm(const Alarm& alarm) override;
     void tellOutcome(const Summary& summary, const Faults& faults) override;
 
     void writeLine(const Line& line) const;
