@@ -98,7 +98,7 @@ TEST(InspectStatistics, CountsIntervalsAndRates) {
         "\n"
         "PID      packets     share   kbit/s   discontinuities   content\n"
         "0x0000         9    9.00 %    13.54                 1   PAT\n"
-        "0x0100        10   10.00 %    15.04                 -\n"
+        "0x0100        10   10.00 %    15.04                 0\n"
         "0x1FFF        81   81.00 %   121.82                 -   null packets\n"
         "\n"
         "1.000 s by the stream's clock, 150.40 kbit/s\n"
@@ -151,8 +151,8 @@ TEST(InspectStatistics, StandardsNameThePidsOfAllMultiplexes) {
     stream.section(PAT_PID, pat()).section(0x0012, longSection(0x4E, {}, hex("0001 0001 00 4E"))).proceed(0x0029, {});
     EXPECT_THAT(squeezed(statistics(stream.bytes()).output),
                 HasSubstr("\n0x0000 1 33.33 % - 0 PAT\n"
-                          "0x0012 1 33.33 % - - EIT (H-EIT, fixed receivers)\n"
-                          "0x0029 1 33.33 % - - CDT\n"));
+                          "0x0012 1 33.33 % - 0 EIT (H-EIT, fixed receivers)\n"
+                          "0x0029 1 33.33 % - 0 CDT\n"));
 }
 
 TEST(InspectStatistics, ProgramMapsNameTheStreams) {
@@ -166,10 +166,10 @@ TEST(InspectStatistics, ProgramMapsNameTheStreams) {
     EXPECT_THAT(squeezed(statistics(stream.bytes()).output),
                 HasSubstr("PID packets share kbit/s discontinuities content\n"
                           "0x0000 1 16.67 % - 0 PAT\n"
-                          "0x0100 1 16.67 % - - PCR\n"
+                          "0x0100 1 16.67 % - 0 PCR\n"
                           "0x0101 1 16.67 % - 0 PMT\n"
-                          "0x0111 1 16.67 % - - H.264 video\n"
-                          "0x0112 1 16.67 % - - user private (0x90)\n"
+                          "0x0111 1 16.67 % - 0 H.264 video\n"
+                          "0x0112 1 16.67 % - 0 user private (0x90)\n"
                           "0x0113 1 16.67 % - 0 private sections: AIT\n"
                           "\n"
                           "no clock (PCR) in the stream: intervals and bit rates are unknown\n"));
@@ -241,7 +241,7 @@ TEST_F(InspectRecordedStatistics, OneSegMultiplexFromALab) {
     EXPECT_THAT(output, HasSubstr("\n0x0000 PAT 19 1 0 0 0 0.102 s 0.103 s 2.18\n"
                                   "0x0011 SDT 4 1 0 0 0 0.408 s 0.409 s 1.16\n"
                                   "0x0218 PMT 9 1 0 0 0 0.204 s 0.205 s 3.24\n"));
-    EXPECT_THAT(output, HasSubstr("\n0x0219 399 18.75 % 307.26 - H.264 video\n"));
+    EXPECT_THAT(output, HasSubstr("\n0x0219 399 18.75 % 307.26 0 H.264 video\n"));
     EXPECT_THAT(output, HasSubstr("\n0x1FFF 1595 74.95 % 1228.3 - null packets\n"));
     EXPECT_THAT(output, HasSubstr("\n1.953 s by the stream's clock, 1638.7 kbit/s\n"));
 }

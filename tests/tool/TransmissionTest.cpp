@@ -82,9 +82,9 @@ TEST(InspectTransmission, StandsBelowTheStatistics) {
     EXPECT_EQ(finished.errors, "");
     EXPECT_THAT(finished.output, HasSubstr("PID      packets     share   kbit/s   discontinuities   layer   content\n"
                                            "0x0000         1    0.03 %        -                 0   B       PAT\n"));
-    EXPECT_THAT(finished.output, HasSubstr("0x0211        48    1.52 %        -                 -   A\n"));
+    EXPECT_THAT(finished.output, HasSubstr("0x0211        48    1.52 %        -                 0   A\n"));
     EXPECT_THAT(finished.output,
-                HasSubstr("0x1FF0         3    0.09 %        -                 -   IIP     ISDB-T information (IIP)\n"
+                HasSubstr("0x1FF0         3    0.09 %        -                 0   IIP     ISDB-T information (IIP)\n"
                           "0x1FFF      1173   37.03 %        -                 -   none    "
                           "null packets\n"));
     EXPECT_THAT(finished.output,
@@ -101,6 +101,11 @@ TEST(InspectTransmission, FitsIntoNarrowLines) {
     const std::string output = inspectStream(withTables().bytes(), {"--view", "stats", "--width", "60"}).output;
     EXPECT_THAT(output, HasSubstr("                   code          time\n"
                                   "layer  modulation  rate  interleaving  segments     kbit/s\n"));
+    EXPECT_THAT(inspectStream(withTables().bytes(), {"--width", "40"}).output,
+                HasSubstr("                 code\n"
+                          "layer modulation rate segments    kbit/s\n"
+                          "A     QPSK       2/3         1   453.914\n"
+                          "B     64QAM      3/4        12 18383.499\n"));
 }
 
 TEST(InspectTransmission, CopyWithoutTrailersHasTheParameters) {
@@ -298,11 +303,11 @@ TEST_F(InspectRecordedTransmission, TwoHundredPackets) {
     const Finished finished = inspect({"--view", "stats", TEST_DATA "/bts/tsduck-171.1.bts"});
     EXPECT_THAT(finished.output,
                 StartsWith("PID      packets     share   kbit/s   discontinuities   layer      content\n"
-                           "0x0111        94   47.00 %        -                 -   B\n"
-                           "0x0114         1    0.50 %        -                 -   B\n"
-                           "0x0115         2    1.00 %        -                 -   B\n"
-                           "0x0211         2    1.00 %        -                 -   A\n"
-                           "0x0384         4    2.00 %        -                 -   B\n"
+                           "0x0111        94   47.00 %        -                 0   B\n"
+                           "0x0114         1    0.50 %        -                 0   B\n"
+                           "0x0115         2    1.00 %        -                 0   B\n"
+                           "0x0211         2    1.00 %        -                 0   A\n"
+                           "0x0384         4    2.00 %        -                 0   B\n"
                            "0x1FFF        97   48.50 %        -                 -   none+A+B   null packets\n"));
     EXPECT_THAT(finished.output,
                 HasSubstr("\nTransmission: no IIP came, so that its parameters are not known\n"

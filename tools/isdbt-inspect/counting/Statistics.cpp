@@ -91,13 +91,13 @@ PidStatistics Statistics::statisticsOf(std::optional<Pid> pid, const Traffic& tr
     if (!pid) {
         return statistics;
     }
-    const auto gathered = traffic.gathered.find(*pid);
+    const PidTraffic& ofPid = *traffic.ofPids->of(*pid);
     statistics.content = m_names.of(*pid);
-    statistics.packets = traffic.packets.at(*pid);
+    statistics.packets = ofPid.packets;
     statistics.share = static_cast<double>(statistics.packets) / static_cast<double>(traffic.allPackets);
     statistics.bitRate = bitRate(static_cast<double>(statistics.packets) * PACKET_SIZE, traffic.seconds);
-    if (gathered != traffic.gathered.end()) {
-        statistics.discontinuities = gathered->second.discontinuities;
+    if (*pid != NULL_PID) {
+        statistics.discontinuities = ofPid.discontinuities;
     }
     if (traffic.layers != nullptr) {
         statistics.layers = traffic.layers->at(*pid);
@@ -107,9 +107,9 @@ PidStatistics Statistics::statisticsOf(std::optional<Pid> pid, const Traffic& tr
 
 std::vector<PidStatistics> Statistics::of(const Traffic& traffic, const std::set<std::uint8_t>& tables) const {
     std::map<std::optional<Pid>, PidStatistics> byPid;
-    for (std::size_t pid = 0; pid < traffic.packets.size() && tables.empty(); ++pid) {
-        if (traffic.packets[pid] != 0) {
-            byPid.emplace(static_cast<Pid>(pid), statisticsOf(static_cast<Pid>(pid), traffic));
+    if (traffic.ofPids != nullptr && tables.empty()) {
+        for (const Pid pid : traffic.ofPids->pids()) {
+            byPid.emplace(pid, statisticsOf(pid, traffic));
         }
     }
     for (const auto& [table, count] : m_counts) {

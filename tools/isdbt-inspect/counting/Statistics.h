@@ -1,11 +1,10 @@
 #pragma once
 
 #include "counting/StreamNames.h"
-#include "packets/PacketReader.h"
 #include "reports/Report.h"
 #include "sections/BoundedMap.h"
-#include "sections/SectionGatherer.h"
 #include "sections/SeenSections.h"
+#include "traffic/TrafficCounter.h"
 #include "transmission/TransmissionReader.h"
 
 #include <map>
@@ -17,11 +16,10 @@ namespace inspect {
 
 /// The packets of a stream.
 struct Traffic {
-    const PacketsOfPids& packets;
-    std::uint64_t allPackets;
-    const std::map<Pid, PidCounts>& gathered; ///< those of the PIDs on which sections were looked for
-    std::optional<double> seconds;            ///< that they took
-    const LayersOfPids* layers = nullptr;     ///< null when they do not tell
+    const TrafficCounter* ofPids = nullptr; ///< null when there are none
+    std::uint64_t allPackets = 0;
+    std::optional<double> seconds = {};   ///< that they took
+    const LayersOfPids* layers = nullptr; ///< null when they do not tell
 };
 
 /// Counts what comes of each table on each PID.

@@ -91,7 +91,7 @@ struct PidStatistics {
         content; ///< what the program maps call it: "H.264 video"; else what it is known for, unless tables came
     std::uint64_t packets;
     double share;                                 ///< of all packets, 0 to 1
-    std::optional<std::uint64_t> discontinuities; ///< nothing for a PID on which no sections were looked for
+    std::optional<std::uint64_t> discontinuities; ///< nothing for null packets, which are not counted
     std::optional<double> bitRate;                ///< of its packets of 188 bytes; nothing without a clock
     std::vector<TableStatistics> tables;          ///< by table_id
     std::optional<LayerSet> layers = {};          ///< of its packets; nothing when they do not tell

@@ -37,7 +37,7 @@ void DiffRenderer::writeLine(const Line& line) const {
 }
 
 void DiffRenderer::tellInput(const std::string& name) {
-    m_output.write(inputHeading(name, m_style));
+    m_output.begin(inputHeading(name, m_style));
 }
 
 void DiffRenderer::tellNew(const SectionReport& report) {
