@@ -120,14 +120,16 @@ void Inspector::gather(const PidSet& pids) {
 /// Tells what has happened, and that time has passed.
 void Inspector::watch(const Position& now) {
     constexpr double TICK = 0.1;
-    for (const Event& event : m_events) {
-        m_watch.take(event);
-    }
+    m_watch.take(m_events);
     m_events.clear();
     if (now.seconds && *now.seconds >= m_nextTick) {
         m_watch.tick(now);
         m_nextTick = *now.seconds + TICK;
     }
+    tellAlarms();
+}
+
+void Inspector::tellAlarms() {
     for (const Alarm& alarm : m_watch.news()) {
         m_renderer.alarm(alarm);
     }
@@ -153,6 +155,7 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
         m_transmission.take(packet, packets.trailer(), position);
         m_presentEvents.take(packet, position);
         if (!m_gatherer.pids()[ts_get_pid(packet)]) {
+            m_watch.take(packet, position);
             continue;
         }
         for (const Section& section : m_gatherer.push(packet, position)) {
@@ -162,6 +165,8 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     if (packets.packets() == 0) {
         input.complain();
     }
+    m_watch.tick({packets.packets(), packets.offset(), packets.seconds()}); // what did not come until the end
+    tellAlarms();
     finish(summary(packets), input, std::move(expected));
     input.complain();
     if (packets.cutOffBytes() != 0) {
@@ -235,6 +240,10 @@ void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> 
         last.damages.push_back({loss.singular, loss.plural, loss.count, {}, Damage::InputLoss});
     }
     last.notChosen = m_notChosen;
+    last.alarms = m_watch.alarms();
+    if (m_interest.limits.name() != Profile::always().name()) {
+        last.checks = m_watch.results();
+    }
     last.forgotten = m_current.taken().forgotten();
     std::set<Pid> scrambled;
     for (const auto& [pid, counts] : m_gatherer.counts()) {
@@ -308,7 +317,7 @@ Inspector::Reading Inspector::read(const Section& section, SeenSections::News ne
 /// Takes a section for what the multiplex is now.
 void Inspector::learn(const Reading& reading) {
     const auto& [section, parsed, report] = reading;
-    m_watch.learn(report);
+    m_watch.learn(section);
     if (report.rejection) {
         m_statistics.reject(section);
     } else {

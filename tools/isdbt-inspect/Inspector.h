@@ -68,6 +68,7 @@ private:
     Summary summary(const PacketReader& packets);
     void gather(const PidSet& pids);
     void watch(const Position& now);
+    void tellAlarms();
     void inspect(Input& source, std::set<std::uint8_t> expected);
     std::set<std::uint8_t> expected() const;
     void finish(Summary last, const Input& input, std::set<std::uint8_t> expected);
@@ -80,7 +81,7 @@ private:
     SectionGatherer m_gatherer;
     Events m_events; ///< that nobody has looked at
     TrafficCounter m_traffic{m_events};
-    Watch m_watch{m_traffic};
+    Watch m_watch{m_traffic, m_interest.limits};
     double m_nextTick = 0; ///< in seconds of the stream
     TransmissionReader m_transmission;
     PresentEvents m_presentEvents;

@@ -85,6 +85,15 @@ std::string checkZone(const std::string& name) {
     }
 }
 
+std::string checkLimits(const std::string& name) {
+    try {
+        Profile::named(name);
+        return {};
+    } catch (const ProfileError& error) {
+        return error.what();
+    }
+}
+
 /// A check for the names of some values.
 template <class Value> auto checkName(const std::map<std::string, Value>& values) {
     return [&values](const std::string& name) {
@@ -239,6 +248,12 @@ void addOutput(CLI::App& app, Options& options) {
            "zone of the times, which the stream does not say; UTC-3, that of Brasilia, is assumed")
         ->type_name("ZONE")
         ->check(checkZone);
+    app.add_option_function<std::string>(
+           "--limits", [&options](const std::string& name) { options.interest.limits = Profile::named(name); },
+           "alarms where the stream breaks the limits of a profile: always (without --limits, too), dvb, isdbt, or a "
+           "file that is like them")
+        ->type_name("PROFILE")
+        ->check(checkLimits);
     app.add_option("--log", options.log,
                    "append to this file what else goes to standard output; SIGUSR1 opens it anew, for log rotation")
         ->type_name("FILE");
@@ -254,6 +269,9 @@ void checkTogether(const CLI::App& app, const Options& options) {
         throw UsageError("--pid: sections outside of packets have no PID");
     }
     const Interest& interest = options.interest;
+    if ((options.sections || options.hex) && app.count("--limits") != 0) {
+        throw UsageError("--limits: sections outside of packets have no time");
+    }
     if ((options.sections || options.hex) && interest.isTimed()) {
         throw UsageError("--since, --until: sections outside of packets have no time");
     }

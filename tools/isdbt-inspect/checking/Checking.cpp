@@ -172,6 +172,11 @@ Faults check(const Multiplex& multiplex, const PresentEvents& events, const Summ
     if (summary.transmission) {
         checkTransmission(faults, *summary.transmission, multiplex);
     }
+    for (const Alarm& alarm : summary.alarms) {
+        if (alarm.kind.severity != Severity::Remark) {
+            faults.add({nullptr, titleOf(multiplex)}, {alarm.kind, alarm.place, alarm.text, alarm.since});
+        }
+    }
     checkDamages(faults, titleOf(multiplex), summary);
     return faults;
 }

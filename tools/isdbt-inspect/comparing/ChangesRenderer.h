@@ -32,11 +32,13 @@ class ChangesRenderer : public Renderer {
 public:
     void begin(const std::string& name) final;
     void section(const SectionReport& report) final;
+    void alarm(const Alarm& alarm) final { tellAlarm(alarm); }
     void end(const Summary& summary, const Multiplex& multiplex, const Faults& faults) final;
 
 private:
     virtual void tellInput(const std::string& name) = 0;
     virtual void tell(const Event& event) = 0;
+    virtual void tellAlarm(const Alarm& alarm) = 0;
     virtual void tellOutcome(const Summary& summary, const Faults& faults) = 0;
 
     void take(const SectionReport& report);

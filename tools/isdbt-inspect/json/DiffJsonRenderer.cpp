@@ -1,5 +1,6 @@
 #include "json/DiffJsonRenderer.h"
 
+#include "json/AlarmJson.h"
 #include "json/FieldJson.h"
 #include "json/JsonValues.h"
 #include "json/SectionJson.h"
@@ -50,6 +51,10 @@ void DiffJsonRenderer::tell(const Event& event) {
         object["section_number"] = event.ended;
     }
     m_output.write(jsonLine(object));
+}
+
+void DiffJsonRenderer::tellAlarm(const Alarm& alarm) {
+    m_output.write(alarmLine(m_input, alarm));
 }
 
 void DiffJsonRenderer::tellOutcome(const Summary& summary, const Faults& faults) {

@@ -11,15 +11,16 @@ namespace inspect {
 
 /// How bad it is for a receiver.
 enum class Severity {
-    Error,  ///< something is not found, or does not start
-    Warning ///< tables contradict each other, or one of them is not what it should be
+    Error,   ///< something is not found, or does not start
+    Warning, ///< tables contradict each other, or one of them is not what it should be
+    Remark   ///< nothing is wrong: no fault is so
 };
 
 /// What does not fit together in a multiplex.
 struct FaultKind {
     std::string_view name;
     Severity severity;
-    enum class ShownBy { Fault, Section, Summary } shownBy = ShownBy::Fault; ///< where people see it without a list
+    enum class ShownBy { Fault, Section, Alarm, Summary } shownBy = ShownBy::Fault; ///< where it is seen without a list
 };
 
 namespace faults {

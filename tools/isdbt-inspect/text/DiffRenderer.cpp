@@ -1,6 +1,7 @@
 #include "text/DiffRenderer.h"
 
 #include "tables/TableKinds.h"
+#include "text/AlarmText.h"
 #include "text/ChangeText.h"
 #include "text/FaultText.h"
 #include "text/SectionText.h"
@@ -75,6 +76,10 @@ void DiffRenderer::tell(const Event& event) {
         appendRejection(page, *event.report.rejection, 2 * INDENT);
     }
     m_output.write(page.lines);
+}
+
+void DiffRenderer::tellAlarm(const Alarm& alarm) {
+    writeAlarm(m_output, m_style, alarm);
 }
 
 void DiffRenderer::tellOutcome(const Summary& summary, const Faults& faults) {

@@ -14,6 +14,7 @@ public:
 private:
     void tellInput(const std::string& name) override;
     void tell(const Event& event) override;
+    void tellAlarm(const Alarm& alarm) override;
     void tellOutcome(const Summary& summary, const Faults& faults) override;
 
     Output& m_output;

@@ -10,7 +10,7 @@ namespace {
 
 bool isListed(const FaultKind& kind, Listed listed) {
     return kind.shownBy == FaultKind::ShownBy::Fault ||
-           (kind.shownBy == FaultKind::ShownBy::Section && listed == Listed::All);
+           (kind.shownBy != FaultKind::ShownBy::Summary && listed == Listed::All);
 }
 
 /// A text, and all that it is said of.

@@ -8,7 +8,7 @@ namespace inspect {
 /// Which faults are listed.
 enum class Listed {
     All,
-    NotOfSections ///< what is wrong with a section is said where the section is shown
+    NotOfSections ///< what is wrong with a section is said where the section is shown, and alarms when they begin
 };
 
 /// Appends the faults under a line that counts them; nothing when there are none. What is said of several stands in one

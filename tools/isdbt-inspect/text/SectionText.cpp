@@ -18,12 +18,6 @@ std::string sectionNumbers(const LongHeader& header) {
     return fmt::format("  section {}/{}", header.sectionNumber, header.lastSectionNumber);
 }
 
-std::string positionText(const Position& position) {
-    return (position.packet != 0 ? fmt::format("  packet {}", position.packet)
-                                 : fmt::format("  byte {}", position.offset)) +
-           (position.seconds ? fmt::format("  {:.3f} s", *position.seconds) : "");
-}
-
 /// What is wrong with a section or a descriptor.
 Line remark(bool wrong, std::string_view words) {
     return wrong ? "  " + Line(words, Ink::Fault) : Line();
@@ -103,6 +97,12 @@ std::string nameOf(const RawDescriptor& raw) {
 }
 
 } // namespace
+
+std::string positionText(const Position& position) {
+    return (position.packet != 0 ? fmt::format("  packet {}", position.packet)
+                                 : fmt::format("  byte {}", position.offset)) +
+           (position.seconds ? fmt::format("  {:.3f} s", *position.seconds) : "");
+}
 
 Line sectionTitle(const SectionReport& report) {
     Line title = Line(report.tableName, Ink::Heading) + pidText(report);
