@@ -38,17 +38,17 @@ constexpr const char* EVENTS[] = {"new", "returned", "changed", "rejected", "end
 
 } // namespace
 
-void DiffJsonRenderer::tell(const Event& event) {
-    Json object = sectionJson("change", m_input, event.report);
-    object["event"] = EVENTS[event.kind];
-    if (event.kind == Event::Changed) {
-        object["former_pid"] = orNull(event.former->pid);
-        object["former_version"] = event.former->header ? Json(event.former->header->version) : Json();
-        object["changes"] = changesJson(event.changes);
-    } else if (event.kind == Event::Rejected) {
-        addRejection(object, *event.report.rejection);
-    } else if (event.kind == Event::Ended) {
-        object["section_number"] = event.ended;
+void DiffJsonRenderer::tell(const Fate& fate) {
+    Json object = sectionJson("change", m_input, fate.report);
+    object["event"] = EVENTS[fate.kind];
+    if (fate.kind == Fate::Changed) {
+        object["former_pid"] = orNull(fate.former->pid);
+        object["former_version"] = fate.former->header ? Json(fate.former->header->version) : Json();
+        object["changes"] = changesJson(fate.changes);
+    } else if (fate.kind == Fate::Rejected) {
+        addRejection(object, *fate.report.rejection);
+    } else if (fate.kind == Fate::Ended) {
+        object["section_number"] = fate.ended;
     }
     m_output.write(jsonLine(object));
 }

@@ -15,7 +15,7 @@ public:
 
 private:
     void tellInput(const std::string& name) override { m_input = name; }
-    void tell(const Event& event) override;
+    void tell(const Fate& fate) override;
     void tellAlarm(const Alarm& alarm) override;
     void tellOutcome(const Summary& summary, const Faults& faults) override;
 
