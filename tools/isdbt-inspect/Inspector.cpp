@@ -24,13 +24,6 @@ Rejection rejectionOf(const Section& section, ParsedSection& parsed) {
             describeDescriptors(section.data(), section.size()), bytesOf(section)};
 }
 
-/// Only the TOT says what time it is.
-std::string otherZoneOf(const SectionReport& report, const TimeZone& zone) {
-    const std::optional<std::int64_t> time =
-        report.tableId == TOT ? numberIn(report.fields, "unix_time") : std::nullopt;
-    return time ? zone.otherBy(static_cast<std::int32_t>(*time), std::time(nullptr)) : "";
-}
-
 constexpr const char* NO_CLOCK = "has no clock (PCR) by which --since and --until could be counted";
 
 struct DamageKind {
@@ -89,7 +82,8 @@ Inspector::Inspector(Renderer& renderer, const Interest& interest, const Convent
 }
 
 void Inspector::gather(const PidSet& pids) {
-    m_gatherer.setPids(pids);
+    constexpr Pid CONDITIONAL_ACCESS = 0x0001; // its table names PIDs, too
+    m_gatherer.setPids(PidSet(pids).set(CONDITIONAL_ACCESS));
 }
 
 /// Tells what has happened, and that time has passed.
@@ -122,7 +116,13 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     m_isLive = input.isLive();
     PacketReader packets(input);
     while (const std::uint8_t* const packet = packets.next()) {
-        const Position position{packets.packets(), packets.offset(), packets.seconds()};
+        Position position{packets.packets(), packets.offset(), packets.seconds()};
+        position.time = m_isLive ? arrivalTime() : m_wallClock.at(position.seconds);
+        m_begin = m_begin ? m_begin : position.time;
+        if (position.seconds && !m_isDated) {
+            m_isDated = true;
+            m_statistics.date([&packets](std::uint64_t number) { return packets.secondsOf(number); });
+        }
         m_traffic.take(packet, position);
         watch(position);
         m_transmission.take(packet, packets.trailer(), position);
@@ -174,8 +174,7 @@ void Inspector::runSections(Input& source, Repetitions repetitions) {
     last.shown = m_shown;
     last.rejected = m_rejected;
     last.damages = damagesIn(counts);
-    const PacketsOfPids noPackets{};
-    last.statistics = m_statistics.of({noPackets, 0, {}, std::nullopt}, m_interest.tables);
+    last.statistics = m_statistics.of({m_traffic, 0, {}, {}, {}}, m_interest.tables);
     m_foundKnownTable = last.sections != last.unknown;
     finish(std::move(last), input, {}); // they are single ones: nobody misses the others
     input.complain();
@@ -235,14 +234,17 @@ void Inspector::take(const Section& section) {
         }
         return;
     }
-    const SeenSections::Sight sight = (understood ? m_seen : m_seenOfOthers).look(section);
-    m_statistics.take(section, sight);
-    const bool isNew = sight.news != SeenSections::News::Repetition;
+    const SeenSections::News news = (understood ? m_seen : m_seenOfOthers).look(section);
+    m_statistics.take(section, news);
+    const bool isNew = news != SeenSections::News::Repetition;
+    if (isNew) {
+        m_statistics.learnKeys(section);
+    }
     const bool isFirst = understood && isFirstSince(section);
     if (!understood || (!isNew && !isFirst)) {
         return;
     }
-    const Reading reading = read(section, sight.news);
+    const Reading reading = read(section, news);
     if (isNew) {
         learn(reading);
     }
@@ -252,7 +254,7 @@ void Inspector::take(const Section& section) {
 /// Whether only those before it, which are not shown, were like it.
 bool Inspector::isFirstSince(const Section& section) {
     return m_interest.since && m_interest.hasBegun(section.position()) &&
-           m_seenSince.look(section).news != SeenSections::News::Repetition;
+           m_seenSince.look(section) != SeenSections::News::Repetition;
 }
 
 Inspector::Reading Inspector::read(const Section& section, SeenSections::News news) {
@@ -271,14 +273,25 @@ Inspector::Reading Inspector::read(const Section& section, SeenSections::News ne
         report.rejection = rejectionOf(section, parsed);
     } else {
         report.fields = describe(*parsed.table, m_conventions, m_coding);
-        if (m_isLive) {
-            report.otherZone = otherZoneOf(report, m_conventions.zone);
+        if (report.tableId == TOT && !report.damaged) {
+            tellTime(report);
         }
         if (m_interest.bytes) {
             report.bytes = bytesOf(section);
         }
     }
     return {section, std::move(parsed), std::move(report)};
+}
+
+/// Only the TOT says what time it is: by the station's clock.
+void Inspector::tellTime(SectionReport& report) {
+    const auto time = static_cast<std::int32_t>(numberIn(report.fields, "unix_time").value_or(0));
+    if (m_isLive) {
+        report.otherZone = m_conventions.zone.otherBy(time, std::time(nullptr));
+    } else if (report.position.seconds) {
+        m_wallClock.set(*report.position.seconds, zoneOf(m_conventions, m_coding).utc(time));
+        report.position.time = m_wallClock.at(report.position.seconds);
+    }
 }
 
 /// Takes a section for what the multiplex is now.
@@ -288,9 +301,7 @@ void Inspector::learn(const Reading& reading) {
     if (report.rejection) {
         m_statistics.reject(section);
     } else {
-        if (report.tableId == PMT) {
-            m_statistics.learn(report.fields);
-        }
+        m_statistics.learn(report.tableId, report.fields);
         if (m_following.follow(section, *parsed.table)) {
             gather(m_following.pids());
         }
@@ -321,8 +332,10 @@ Summary Inspector::summary(const PacketReader& packets) {
     for (const auto& [pid, counts] : m_gatherer.counts()) {
         all += counts;
     }
-    const Traffic traffic{packets.packetsOfPids(), packets.packets(), m_gatherer.counts(), packets.duration(),
-                          m_transmission.layersOfPids()};
+    const Traffic traffic{m_traffic,          packets.packets(), m_gatherer.counts(),
+                          packets.duration(), packets.seconds(), m_transmission.layersOfPids()};
+    const Position last{packets.packets(), packets.offset(), traffic.end,
+                        m_isLive ? arrivalTime() : m_wallClock.at(traffic.end)};
     return {packets.packets(),
             packets.spacing(),
             m_gatherer.counts().size(),
@@ -337,7 +350,11 @@ Summary Inspector::summary(const PacketReader& packets) {
             0,
             m_transmission.finish(),
             0,
-            {}};
+            {},
+            Statistics::totalOf(traffic),
+            m_isLive ? m_begin : m_wallClock.at(0),
+            last,
+            bitRate(packets.packets(), traffic.seconds)};
 }
 
 } // namespace inspect

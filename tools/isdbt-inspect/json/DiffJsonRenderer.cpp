@@ -35,8 +35,13 @@ Json changesJson(const std::vector<Change>& changes) {
 } // namespace
 
 Json DiffJsonRenderer::changeJson(const char* event, const SectionReport& report) const {
-    Json object = sectionJson("change", m_input, report);
+    Json object = sectionJson("change", m_source, report);
     object["event"] = event;
+    const std::optional<std::uint8_t> section =
+        report.header ? std::optional(report.header->sectionNumber) : std::nullopt;
+    const std::optional<std::uint16_t> extension =
+        report.header ? std::optional(report.header->extension) : std::nullopt;
+    object["id"] = eventId(event, {report.pid, report.tableId, extension}, report.position, section.value_or(0));
     return object;
 }
 
@@ -74,7 +79,7 @@ void DiffJsonRenderer::tellMissing(const SectionReport& report) {
 }
 
 void DiffJsonRenderer::tellOutcome(const Summary& summary, const Faults& faults) {
-    m_output.write(transmissionLine(m_input, summary) + faultLines(m_input, faults));
+    m_output.write(transmissionLine(m_source, summary) + faultLines(m_source, faults));
 }
 
 } // namespace inspect

@@ -15,7 +15,7 @@ public:
     explicit DiffJsonRenderer(Output& output) : m_output(output) {}
 
 private:
-    void tellInput(const std::string& name) override { m_input = name; }
+    void tellInput(const std::string& name) override { m_source = name; }
     void tellNew(const SectionReport& report) override;
     void tellReturn(const SectionReport& report) override;
     void tellChange(const SectionReport& former, const SectionReport& report,
@@ -28,7 +28,7 @@ private:
     nlohmann::ordered_json changeJson(const char* event, const SectionReport& report) const;
 
     Output& m_output;
-    std::string m_input;
+    std::string m_source;
 };
 
 } // namespace inspect

@@ -10,7 +10,7 @@
 namespace inspect {
 
 void JsonRenderer::section(const SectionReport& report) {
-    nlohmann::ordered_json object = sectionJson("section", m_input, report);
+    nlohmann::ordered_json object = sectionJson("section", m_source, report);
     if (report.rejection) {
         addRejection(object, *report.rejection);
     } else {
@@ -23,7 +23,7 @@ void JsonRenderer::section(const SectionReport& report) {
 }
 
 void JsonRenderer::descriptor(const DescriptorReport& report) {
-    nlohmann::ordered_json object{{"type", "descriptor"}, {"input", m_input}};
+    nlohmann::ordered_json object = lineObject("descriptor", m_source);
     object["table"] = report.tableName;
     object["table_id"] = report.tableId;
     object["damaged"] = !report.onWire.raw.fits();
@@ -37,7 +37,7 @@ void JsonRenderer::descriptor(const DescriptorReport& report) {
 }
 
 void JsonRenderer::end(const Summary& summary, const Multiplex& /*multiplex*/, const Faults& faults) {
-    m_output.write(transmissionLine(m_input, summary) + faultLines(m_input, faults));
+    m_output.write(transmissionLine(m_source, summary) + faultLines(m_source, faults));
 }
 
 } // namespace inspect

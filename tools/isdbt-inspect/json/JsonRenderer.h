@@ -14,14 +14,14 @@ class JsonRenderer : public Renderer {
 public:
     explicit JsonRenderer(Output& output) : m_output(output) {}
 
-    void begin(const std::string& name) override { m_input = name; }
+    void begin(const std::string& name) override { m_source = name; }
     void section(const SectionReport& report) override;
     void descriptor(const DescriptorReport& report) override;
     void end(const Summary& summary, const Multiplex& multiplex, const Faults& faults) override;
 
 private:
     Output& m_output;
-    std::string m_input;
+    std::string m_source;
 };
 
 } // namespace inspect

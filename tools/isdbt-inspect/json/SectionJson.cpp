@@ -18,12 +18,6 @@ template <class Part> Json ofHeader(const std::optional<LongHeader>& header, Par
     return header ? Json((*header).*part) : Json();
 }
 
-void addPosition(Json& object, const Position& position) {
-    object["packet"] = position.packet != 0 ? Json(position.packet) : Json();
-    object["offset"] = position.offset;
-    object["seconds"] = measured(position.seconds);
-}
-
 Json loopsJson(const std::vector<LoopOnWire>& loops) {
     Json array = Json::array();
     for (const LoopOnWire& loop : loops) {
@@ -42,8 +36,8 @@ Json loopsJson(const std::vector<LoopOnWire>& loops) {
 
 } // namespace
 
-Json sectionJson(const char* type, const std::string& input, const SectionReport& report) {
-    Json object{{"type", type}, {"input", input}};
+Json sectionJson(const char* type, const std::string& source, const SectionReport& report) {
+    Json object = lineObject(type, source);
     object["pid"] = orNull(report.pid);
     object["table"] = report.tableName;
     object["table_id"] = report.tableId;
@@ -84,10 +78,13 @@ void addRejection(Json& object, const Rejection& rejection) {
     object["bytes"] = hexJson(rejection.section);
 }
 
-std::string faultLines(const std::string& input, const Faults& faults) {
+std::string faultLines(const std::string& source, const Faults& faults) {
     std::string lines;
+    std::map<std::string, std::uint64_t> known;
     for (const Fault& fault : faults.all()) {
-        Json object{{"type", "fault"}, {"input", input}};
+        Json object = lineObject("fault", source);
+        const std::uint64_t before = known[eventId(fault.kind.name, fault.place, fault.since)]++;
+        object["id"] = eventId(fault.kind.name, fault.place, fault.since, before);
         object["fault"] = fault.kind.name;
         object["severity"] = fault.kind.severity == Severity::Error ? "error" : "warning";
         object["about"] = fault.about;
@@ -96,11 +93,7 @@ std::string faultLines(const std::string& input, const Faults& faults) {
         object["table"] = fault.place.tableId ? orNull(std::string(tableName(*fault.place.tableId))) : Json();
         object["table_id"] = orNull(fault.place.tableId);
         object["table_id_extension"] = orNull(fault.place.extension);
-        if (fault.since) {
-            addPosition(object, *fault.since);
-        } else {
-            object.update({{"packet", nullptr}, {"offset", nullptr}, {"seconds", nullptr}});
-        }
+        addPosition(object, fault.since);
         lines += jsonLine(object);
     }
     return lines;

@@ -9,7 +9,7 @@
 namespace inspect {
 
 /// What is said of a section but for its content: what its header says, and where in the input it was found.
-nlohmann::ordered_json sectionJson(const char* type, const std::string& input, const SectionReport& report);
+nlohmann::ordered_json sectionJson(const char* type, const std::string& source, const SectionReport& report);
 
 /// A descriptor as its tag and its length state it, and whether it is one that the library does not take.
 nlohmann::ordered_json descriptorJson(const DescriptorOnWire& descriptor);
@@ -20,7 +20,7 @@ void addError(nlohmann::ordered_json& object, const Rejection& rejection);
 /// Adds why the library does not take a section: the error, the descriptors with those at fault marked, all bytes.
 void addRejection(nlohmann::ordered_json& object, const Rejection& rejection);
 
-/// A line for each fault of an input.
-std::string faultLines(const std::string& input, const Faults& faults);
+/// A line for each fault of a source.
+std::string faultLines(const std::string& source, const Faults& faults);
 
 } // namespace inspect
