@@ -1,6 +1,7 @@
 #include "BroadcastStream.h"
 
 #include <algorithm>
+#include <map>
 
 // word 0, AC data 1, reserved 11, initialization_timing_indicator 1111 | mode 01, guard interval 00, twice |
 // system 00, count_down_index 1111, alert 0, partial reception 1 |
@@ -50,10 +51,23 @@ BroadcastStream::BroadcastStream(unsigned frames) {
             m_packets.push_back(join({packet, trailer(kind.layer, static_cast<unsigned>(at), frame % 2 != 0)}));
         }
     }
+    count();
+}
+
+/// Gives the packets of its own PIDs their continuity_counters.
+void BroadcastStream::count() {
+    std::map<unsigned, unsigned> counters;
+    for (ByteVector& packet : m_packets) {
+        const unsigned pid = (packet[1] & 0x1FU) << 8U | packet[2];
+        if (std::any_of(std::begin(KINDS), std::end(KINDS), [pid](const Kind& each) { return each.pid == pid; })) {
+            packet[3] = static_cast<QUOR_U8>((packet[3] & 0xF0U) | (counters[pid]++ & 0x0FU));
+        }
+    }
 }
 
 BroadcastStream& BroadcastStream::carry(std::size_t at, const ByteVector& packet) {
     std::copy(packet.begin(), packet.end(), m_packets.at(at).begin());
+    count();
     return *this;
 }
 

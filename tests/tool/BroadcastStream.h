@@ -42,6 +42,8 @@ public:
     const std::vector<ByteVector>& packets() const { return m_packets; }
 
 private:
+    void count();
+
     std::vector<ByteVector> m_packets;
 };
 

@@ -207,3 +207,23 @@ TEST(Choosing, WithoutSense) {
     }
     EXPECT_EQ(inspect({"--descriptor", "pmt", "--hex", "52 01 07", "--rejected"}).status, 2);
 }
+
+TEST(Choosing, WithoutSomeTables) {
+    const ByteVector stream = StreamBuilder()
+                                  .section(NIT_PID, nit(0x0735, 3))
+                                  .section(TOT_PID, shortSection(TOT, hex("C079 124500 F000")))
+                                  .section(0x0011, sdt("E6A0 FD 8000"))
+                                  .bytes();
+    const TemporaryFile file(stream);
+    const Finished shown = inspect({"--view", "diff", "--without", "TOT,sdt,pat", file.path()});
+    EXPECT_EQ(shown.status, 0); // none of them is missed
+    EXPECT_EQ(shown.output, "+ NIT 0x0735  PID 0x0010  version 3  section 0/0  packet 1  new\n"
+                            "3 packets of 188 bytes, 3 sections on 3 PIDs: 1 shown, 0 rejected, 0 CRC errors, "
+                            "0 discontinuities\n");
+    const Finished some =
+        inspect({"--view", "diff", "--table", "nit,tot", "--without", "nit", "--width", "200", file.path()});
+    EXPECT_THAT(some.output, StartsWith("+ TOT  PID 0x0014  packet 2  new\n3 packets"));
+    const Finished counted = inspect({"--view", "stats", "--without", "tot,pat,sdt", file.path()});
+    EXPECT_THAT(counted.output, HasSubstr("\n0x0010   NIT            1 "));
+    EXPECT_THAT(counted.output, Not(HasSubstr("0x0014")));
+}

@@ -164,6 +164,22 @@ TEST(InspectDamage, LostPacketOfTheSample) {
                                           "0 CRC errors, 1 discontinuity (PID 0x0000)\n"));
 }
 
+/// Nobody looks for sections there.
+TEST(InspectDamage, LostPacketsOfVideo) {
+    const ByteVector stream = sampleStream();
+    ByteVector rest;
+    unsigned video = 0;
+    for (std::size_t at = 0; at < stream.size(); at += PACKET_SIZE) {
+        const bool isVideo = (stream[at + 1] & 0x1FU) == 0x01 && stream[at + 2] == 0x11;
+        if (!isVideo || ++video % 3 != 0) {
+            rest = join({rest, slice(stream, at, at + PACKET_SIZE)});
+        }
+    }
+    const Finished finished = inspectBytes(rest);
+    EXPECT_EQ(finished.status, 3);
+    EXPECT_EQ(damage(finished), "0 CRC errors, 26 discontinuities (PID 0x0111)\n");
+}
+
 TEST(InspectDamage, LostPacketInsideASection) {
     const ByteVector pat = largePat(100); // 412 bytes: three packets
     StreamBuilder stream;
@@ -225,6 +241,14 @@ TEST(InspectDamage, PacketMarkedByTheDemodulator) {
     EXPECT_EQ(finished.status, 3);
     EXPECT_THAT(finished.output, HasSubstr("1 section on 1 PID: 1 shown"));
     EXPECT_EQ(damage(finished), "0 CRC errors, 0 discontinuities, 1 packet marked as damaged (PID 0x0000)\n");
+}
+
+TEST(InspectDamage, PacketOfVideoMarkedByTheDemodulator) {
+    ByteVector stream = sampleStream();
+    stream[PACKET_SIZE * 9 + 1] |= 0x80U;
+    const Finished finished = inspectBytes(stream);
+    EXPECT_EQ(finished.status, 3);
+    EXPECT_EQ(damage(finished), "0 CRC errors, 0 discontinuities, 1 packet marked as damaged (PID 0x0111)\n");
 }
 
 TEST(InspectDamage, AdaptationFieldBeyondThePacket) {

@@ -1,18 +1,13 @@
 #include "Running.h"
+#include "Sender.h"
 #include "Streams.h"
 
-#include <arpa/inet.h>
 #include <chrono>
 #include <ctime>
-#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
-#include <netinet/in.h>
-#include <stdexcept>
-#include <sys/socket.h>
 #include <thread>
-#include <unistd.h>
 
 using namespace std::chrono_literals;
 using testing::EndsWith;
@@ -22,77 +17,6 @@ using testing::StartsWith;
 namespace {
 
 constexpr std::size_t PACKETS_OF_DATAGRAM = 7;
-
-/// Sends datagrams to a port of its own on the loopback.
-class Sender {
-public:
-    enum class Family { IPv4, IPv6 };
-
-    explicit Sender(Family family = Family::IPv4, const std::string& host = "127.0.0.1")
-        : m_socket(socket(family == Family::IPv6 ? AF_INET6 : AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {
-        if (family == Family::IPv6) {
-            auto& address = reinterpret_cast<sockaddr_in6&>(m_address);
-            address.sin6_family = AF_INET6;
-            inet_pton(AF_INET6, host.c_str(), &address.sin6_addr);
-            m_size = sizeof address;
-        } else {
-            auto& address = reinterpret_cast<sockaddr_in&>(m_address);
-            address.sin_family = AF_INET;
-            inet_pton(AF_INET, host.c_str(), &address.sin_addr);
-            m_size = sizeof address;
-            // What comes from the loopback's address stays on it, groups included.
-            sockaddr_in loopback{};
-            loopback.sin_family = AF_INET;
-            loopback.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-            bind(m_socket, reinterpret_cast<const sockaddr*>(&loopback), sizeof loopback);
-        }
-        findFreePort(family);
-    }
-    ~Sender() { close(m_socket); }
-    Sender(const Sender&) = delete;
-    Sender& operator=(const Sender&) = delete;
-
-    std::string port() const { return std::to_string(ntohs(m_port)); }
-
-    void send(const ByteVector& bytes) const {
-        sendto(m_socket, bytes.data(), bytes.size(), 0, reinterpret_cast<const sockaddr*>(&m_address), m_size);
-    }
-
-    /// Waits until somebody listens on the port.
-    void waitForListener() const {
-        std::array<char, 8> digits{};
-        std::snprintf(digits.data(), digits.size(), ":%04X ", ntohs(m_port));
-        const std::string table = m_address.ss_family == AF_INET6 ? "/proc/net/udp6" : "/proc/net/udp";
-        for (int round = 0; round < 10000; ++round) {
-            if (readText(table).find(digits.data()) != std::string::npos) {
-                return;
-            }
-            std::this_thread::sleep_for(1ms);
-        }
-        throw std::runtime_error("nobody listens");
-    }
-
-private:
-    /// A port that was free a moment ago.
-    void findFreePort(Family family) {
-        const int other = socket(m_address.ss_family, SOCK_DGRAM | SOCK_CLOEXEC, 0);
-        sockaddr_storage any{};
-        any.ss_family = m_address.ss_family;
-        socklen_t size = m_size;
-        bind(other, reinterpret_cast<const sockaddr*>(&any), size);
-        getsockname(other, reinterpret_cast<sockaddr*>(&any), &size);
-        close(other);
-        // the port stands at the same place in both
-        m_port = reinterpret_cast<const sockaddr_in&>(any).sin_port;
-        (family == Family::IPv6 ? reinterpret_cast<sockaddr_in6&>(m_address).sin6_port
-                                : reinterpret_cast<sockaddr_in&>(m_address).sin_port) = m_port;
-    }
-
-    int m_socket;
-    sockaddr_storage m_address{};
-    socklen_t m_size = 0;
-    in_port_t m_port = 0;
-};
 
 ByteVector pat() {
     return longSection(0x00, {}, hex("0001 E100"));
@@ -230,6 +154,20 @@ TEST(InspectDatagrams, LostRtpIsCounted) {
     EXPECT_THAT(finished.output,
                 EndsWith("\n49 packets of 188 bytes, 7 sections on 2 PIDs: 2 shown, 0 rejected, 0 CRC errors, "
                          "2 discontinuities (PID 0x0000), 3 lost RTP datagrams\n"));
+}
+
+TEST(InspectDatagrams, LostRtpIsAFaultInJson) {
+    const Sender sender;
+    const std::vector<ByteVector> sent = datagrams();
+    Running program({"--json", "--table", "tot", "rtp://127.0.0.1:" + sender.port()});
+    sender.waitForListener();
+    sender.send(rtp(100, sent.front()));
+    sender.send(rtp(103, sent.back()));
+    EXPECT_TRUE(program.waitFor("unix_time"));
+    program.signal(SIGINT);
+    EXPECT_THAT(program.finish().output,
+                HasSubstr(R"("fault":"input_losses","severity":"error","about":"Transport stream",)"
+                          R"("text":"2 lost RTP datagrams","pid":null,)"));
 }
 
 /// Some networks send everything over two ways.

@@ -141,8 +141,9 @@ TEST(InspectInput, DamagedSyncByteCostsOnePacket) {
     stream[PACKET_SIZE * 9] = 0x46; // a video packet
     const Finished finished = inspectBytes(stream);
     EXPECT_EQ(finished.status, 3);
-    EXPECT_THAT(finished.output, EndsWith("479 packets of 188 bytes, 73 sections on 9 PIDs: 11 shown, 0 rejected, "
-                                          "0 CRC errors, 0 discontinuities, 188 bytes between packets skipped\n"));
+    EXPECT_THAT(finished.output,
+                EndsWith("479 packets of 188 bytes, 73 sections on 9 PIDs: 11 shown, 0 rejected, 0 CRC "
+                         "errors, 1 discontinuity (PID 0x0111), 188 bytes between packets skipped\n"));
 }
 
 TEST(InspectInput, SpacingMayChange) {

@@ -1,4 +1,5 @@
 #include "Running.h"
+#include "Sender.h"
 #include "Streams.h"
 
 #include <array>
@@ -9,6 +10,8 @@
 
 using testing::EndsWith;
 using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
 
 namespace {
 
@@ -20,6 +23,11 @@ ByteVector smallStream() {
 
 constexpr const char* SUMMARY =
     "\n10 packets of 188 bytes, 1 section on 1 PID: 1 shown, 0 rejected, 0 CRC errors, 0 discontinuities\n";
+
+std::vector<std::string> wordsOf(std::vector<std::string> words, const std::vector<std::string>& more) {
+    words.insert(words.end(), more.begin(), more.end());
+    return words;
+}
 
 /// A pipe with a name, which goes with the object.
 class NamedPipe {
@@ -37,7 +45,7 @@ private:
 } // namespace
 
 TEST(InspectInterruption, EndsAPipe) {
-    for (const int signal : {SIGINT, SIGTERM}) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         Running program({"--view", "tables", "--table", "pat", "-"});
         program.write(smallStream());
         ASSERT_TRUE(program.waitFor(PAT_BEGINS));
@@ -135,7 +143,7 @@ TEST(InspectInterruption, EndsAFile) {
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.errors, "");
     EXPECT_THAT(finished.output, EndsWith(" rejected, 0 CRC errors, 0 discontinuities\n"));
-    EXPECT_THAT(finished.output, testing::Not(HasSubstr("16000 packets")));
+    EXPECT_THAT(finished.output, Not(HasSubstr("16000 packets")));
 }
 
 TEST(InspectInterruption, TakesNoOtherFileAfterIt) {
@@ -148,23 +156,98 @@ TEST(InspectInterruption, TakesNoOtherFileAfterIt) {
     EXPECT_THAT(finished.output, EndsWith(SUMMARY));
 }
 
-/// Nothing comes in, and the output waits for its reader.
-TEST(InspectInterruption, SecondOneKills) {
+namespace {
+
+/// More sections than a pipe has room for.
+ByteVector changingStream() {
     StreamBuilder changes;
     for (unsigned second = 0; second < 5000; ++second) {
         changes.section(TOT_PID,
                         shortSection(0x73, join({hex("C079 1245"), {static_cast<QUOR_U8>(second % 10)}, hex("F000")})));
     }
-    const TemporaryFile file(changes.bytes());
+    return changes.bytes();
+}
+
+constexpr useconds_t A_SECOND = 1000000;
+
+} // namespace
+
+/// The output waits for its reader.
+TEST(InspectInterruption, LaterOneKills) {
+    const TemporaryFile file(changingStream());
     Running program({"--view", "tables", file.path()});
     ASSERT_TRUE(program.waitFor("TOT  PID 0x0014  packet 1\n"));
     ASSERT_TRUE(program.waitUntilBlocked());
-    // Two that come before the program is given the processor are one.
-    for (int count = 0; count < 50; ++count) {
-        program.signal(SIGINT);
-        usleep(10000);
-    }
+    program.signal(SIGINT);
+    usleep(A_SECOND * 3 / 2);
+    program.signal(SIGINT);
     EXPECT_EQ(program.finish().status, -1);
+}
+
+TEST(InspectInterruption, SecondOneWithinASecondIsTheSame) {
+    const TemporaryFile file(changingStream());
+    Running program({"--view", "tables", "--table", "tot", file.path()});
+    ASSERT_TRUE(program.waitFor("TOT  PID 0x0014  packet 1\n"));
+    ASSERT_TRUE(program.waitUntilBlocked());
+    for (const int signal : {SIGINT, SIGINT, SIGTERM, SIGHUP, SIGINT}) {
+        program.signal(signal);
+        usleep(A_SECOND / 50);
+    }
+    const Finished finished = program.finish();
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_THAT(finished.output, EndsWith(" rejected, 0 CRC errors, 0 discontinuities\n"));
+}
+
+/// timeout(1) signals the process, and then its group.
+TEST(InspectInterruption, TimeoutGetsTheResult) {
+    const Sender sender;
+    for (int round = 0; round < 5; ++round) {
+        const Finished finished = runProgram(
+            "timeout", wordsOf({"-s", "INT", "0.5"},
+                               commandOf(INSPECT_PROGRAM, {"--view", "stats", "--table", "tot", sender.address()})));
+        EXPECT_EQ(finished.output, "0 sections: 0 shown, 0 rejected, 0 CRC errors, 0 discontinuities\n");
+    }
+}
+
+TEST(InspectInterruption, ResultThatNobodyReadsGoesToStandardError) {
+    Running program({"--view", "stats", "--table", "pat", "-"});
+    program.write(smallStream());
+    usleep(A_SECOND / 5);
+    program.closeOutput();
+    program.signal(SIGINT);
+    const Finished finished = program.finish();
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_THAT(finished.errors,
+                StartsWith("isdbt-inspect: nobody reads the output any more; what is left of it follows here\n"));
+    EXPECT_THAT(finished.errors, EndsWith(SUMMARY));
+}
+
+namespace {
+
+/// What Ctrl-C leaves of a pipe to a program that writes a log, in the log and on standard error.
+Finished interruptPipe(const std::string& reader) {
+    const Sender sender;
+    const TemporaryFile log;
+    const std::string script =
+        "set -m; \"${@:2}\" | " + reader + " \"$1\" >/dev/null & sleep 0.5; kill -INT -- -$(jobs -p); wait; cat \"$1\"";
+    return runProgram("/bin/bash",
+                      wordsOf({"-c", script, "bash", log.path()},
+                              commandOf(INSPECT_PROGRAM, {"--view", "stats", "--table", "tot", sender.address()})));
+}
+
+constexpr const char* NOTHING_CAME = "0 sections: 0 shown, 0 rejected, 0 CRC errors, 0 discontinuities\n";
+
+} // namespace
+
+TEST(InspectInterruption, LosesNothingWhenTheReaderOfThePipeGoesWithIt) {
+    const Finished finished = interruptPipe("tee");
+    EXPECT_THAT(finished.output + finished.errors, HasSubstr(NOTHING_CAME));
+}
+
+TEST(InspectInterruption, IsReadByWhoDoesNotGo) {
+    const Finished finished = interruptPipe("tee -i");
+    EXPECT_EQ(finished.output, NOTHING_CAME);
+    EXPECT_THAT(finished.errors, Not(HasSubstr("isdbt-inspect: ")));
 }
 
 /// As a shell leaves it to what it starts in the background.

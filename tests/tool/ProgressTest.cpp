@@ -1,4 +1,5 @@
 #include "Running.h"
+#include "Sender.h"
 #include "Streams.h"
 
 #include <gmock/gmock.h>
@@ -97,6 +98,21 @@ TEST(InspectProgress, IsNotShownForAPipe) {
     const Finished finished = program.finish();
     EXPECT_THAT(finished.output, HasSubstr("800 packets"));
     EXPECT_THAT(finished.output, Not(HasSubstr("left")));
+}
+
+TEST(InspectProgress, OfALiveInputIsWhatCameSoFar) {
+    const Sender sender;
+    Running program({"--view", "stats", sender.address()}, Running::On::Terminal);
+    sender.waitForListener();
+    for (int count = 0; count < 8; ++count) {
+        sender.send(StreamBuilder().null(7).bytes());
+        usleep(100000);
+    }
+    program.signal(SIGINT);
+    const Finished finished = program.finish();
+    EXPECT_THAT(finished.output, ContainsRegex("\r0:0[0-9]  0\\.0 MB  [0-9]+\\.[0-9] Mbit/s"));
+    EXPECT_THAT(finished.output, Not(HasSubstr("left")));
+    EXPECT_THAT(withoutErased(finished.output), Not(HasSubstr("Mbit/s")));
 }
 
 TEST(InspectProgress, IsNotShownInAPipe) {

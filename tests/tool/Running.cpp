@@ -77,7 +77,14 @@ Running::~Running() {
         finish();
     }
     endInput();
-    close(m_outputEnd);
+    closeOutput();
+}
+
+void Running::closeOutput() {
+    if (m_outputEnd >= 0) {
+        close(m_outputEnd);
+        m_outputEnd = -1;
+    }
 }
 
 void Running::write(const ByteVector& bytes) const {
@@ -110,7 +117,7 @@ bool Running::waitFor(const std::string& text) {
 bool Running::readOutput(std::chrono::milliseconds patience) {
     pollfd readable{m_outputEnd, POLLIN, 0};
     std::array<char, 65536> buffer{};
-    if (poll(&readable, 1, static_cast<int>(patience.count())) <= 0) {
+    if (m_outputEnd < 0 || poll(&readable, 1, static_cast<int>(patience.count())) <= 0) {
         return false;
     }
     const ssize_t count = read(m_outputEnd, buffer.data(), buffer.size());

@@ -32,6 +32,9 @@ public:
 
     void signal(int number) const;
 
+    /// Nobody reads its output any more.
+    void closeOutput();
+
     /// What it wrote so far, as far as it was waited for.
     const std::string& output() const { return m_output; }
 

@@ -113,7 +113,10 @@ TEST(InspectStatistics, CountsIntervalsAndRates) {
               "0x1FFF 81 81.00 % 121.82 - - null packets\n"
               "\n"
               "PID discontinuities packets lost announced jumps duplicates transport errors scrambled\n"
-              "0x0000 1 0 0 0 0 0\n"
+              "0x0000 1 >= 1 0 0 0 0\n"
+              "\n"
+              "PID PCRs mean interval longest interval ended PCR jumps longest of PTSs ended\n"
+              "0x0100 10 - - - 0 - -\n"
               "\n"
               "1.000 s by the stream's clock, 150.40 kbit/s\n"
               "3 faults:\n"
@@ -209,6 +212,9 @@ TEST(InspectStatistics, ProgramMapsNameTheStreams) {
                           "0x0111 1 16.67 % - - - H.264 video\n"
                           "0x0112 1 16.67 % - - - user private (0x90)\n"
                           "0x0113 1 16.67 % - - - private sections: AIT\n"
+                          "\n"
+                          "PID PCRs mean interval longest interval ended PCR jumps longest of PTSs ended\n"
+                          "0x0100 1 - - - 0 - -\n"
                           "\n"
                           "no clock (PCR) in the stream: intervals and bit rates are unknown\n"));
 }

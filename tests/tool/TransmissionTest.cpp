@@ -102,6 +102,11 @@ TEST(InspectTransmission, FitsIntoNarrowLines) {
     const std::string output = inspectStream(withTables().bytes(), {"--view", "stats", "--width", "60"}).output;
     EXPECT_THAT(output, HasSubstr("                   code          time\n"
                                   "layer  modulation  rate  interleaving  segments     kbit/s\n"));
+    EXPECT_THAT(inspectStream(withTables().bytes(), {"--width", "40"}).output,
+                HasSubstr("                 code\n"
+                          "layer modulation rate segments    kbit/s\n"
+                          "A     QPSK       2/3         1   453.914\n"
+                          "B     64QAM      3/4        12 18383.499\n"));
 }
 
 TEST(InspectTransmission, CopyWithoutTrailersHasTheParameters) {
@@ -305,7 +310,7 @@ TEST_F(InspectRecordedTransmission, TwoHundredPackets) {
                            "0x0111        94   47.00 %        -        -         -   B\n"
                            "0x0114         1    0.50 %        -        -         -   B\n"
                            "0x0115         2    1.00 %        -        -         -   B\n"
-                           "0x0211         2    1.00 %        -        -         -   A       not announced\n"
+                           "0x0211         2    1.00 %        -        -         -   A\n"
                            "0x0384         4    2.00 %        -        -         -   B\n"
                            "0x1FFF        97   48.50 %        -        -         -   none+A+B   null packets\n"));
     EXPECT_THAT(finished.output,

@@ -7,8 +7,10 @@
 #include "inputs/MeasuredInput.h"
 #include "inputs/MemoryInput.h"
 
+#include <algorithm>
 #include <bitstream/mpeg/ts.h>
 #include <cstdio>
+#include <thread>
 
 namespace inspect {
 
@@ -21,7 +23,9 @@ bool endsWith(std::string_view text, std::string_view ending) {
 }
 
 /// Section filters record files of that name; they may be compressed.
-bool isNameOfSections(std::string_view path) {
+bool isNameOfSections(std::string name) {
+    std::transform(name.begin(), name.end(), name.begin(), [](unsigned char each) { return std::tolower(each); });
+    std::string_view path = name;
     for (const std::string_view ending : {".gz", ".xz", ".zst"}) {
         if (endsWith(path, ending)) {
             path.remove_suffix(ending.size());
@@ -36,12 +40,34 @@ bool arePackets(const std::vector<std::uint8_t>& bytes) {
     return bytes.size() % TS_SIZE == 0 && ts_validate(bytes.data());
 }
 
+/// What waits of one input, and what waits of all. Some seconds of a multiplex, and a second when there are a hundred.
+constexpr std::size_t LARGEST_QUEUE = std::size_t{32} << 20;
+constexpr std::size_t ALL_QUEUES = std::size_t{256} << 20;
+
+Style styleOf(const Options& options, int descriptor) {
+    Style style = styleFor(descriptor, options.width);
+    style.full = options.full;
+    style.namesInputs = options.inputs.size() > 1;
+    return style;
+}
+
+Conventions conventionsOf(const Options& options) {
+    return {Charset(options.charset), options.zone};
+}
+
 } // namespace
 
-Inspection::Inspection(const Options& options, Renderer& renderer, ProgressLine& progress)
-    : m_options(options), m_renderer(renderer),
-      m_progress(progress), m_conventions{Charset(options.charset), options.zone},
-      m_exporter(options.exportTo ? exporterTo(*options.exportTo) : nullptr) {}
+Inspection::Inspection(const Options& options, const Interruption& interruption, std::shared_ptr<Sink> sink,
+                       ProgressLine& progress)
+    : m_options(options), m_interruption(interruption), m_sink(std::move(sink)), m_progress(progress),
+      m_form(makeForm()), m_exporter(options.exportTo ? exporterTo(*options.exportTo) : nullptr) {}
+
+std::unique_ptr<Inspection::Form> Inspection::makeForm() const {
+    auto form = std::make_unique<Form>(Form{Output(m_sink, m_options.colour), nullptr});
+    form->renderer = m_options.json ? m_options.view->json(form->output)
+                                    : m_options.view->text(form->output, styleOf(m_options, m_sink->descriptor()));
+    return form;
+}
 
 Status Inspection::run() {
     if (m_options.descriptorOf) {
@@ -49,12 +75,25 @@ Status Inspection::run() {
     } else if (m_options.hex) {
         attempt([this] { return inspectHex(); });
     }
-    m_progress.expect(totalSize(m_options.inputs));
-    for (const std::string& path : m_options.inputs) {
-        attempt([this, &path] { return inspectInput(path); });
-        if (m_interruption.happened()) {
-            break;
+    const std::vector<std::string>& inputs = m_options.inputs;
+    if (std::any_of(inputs.begin(), inputs.end(), StreamAddress::isOne)) {
+        m_progress.follow();
+    } else {
+        m_progress.expect(totalSize(inputs));
+    }
+    for (auto at = inputs.begin(); at != inputs.end() && !m_interruption.happened();) {
+        const auto behind = std::find_if_not(at, inputs.end(), StreamAddress::isOne);
+        if (behind - at > 1) {
+            inspectAtOnce({at, behind});
+            at = behind;
+        } else {
+            attempt([this, at] { return inspectInput(*open(*at, LARGEST_QUEUE), *at, *m_form->renderer); });
+            ++at;
         }
+    }
+    if (const std::string remark = m_exporter ? m_exporter->remark() : ""; !remark.empty()) {
+        m_progress.erase();
+        complain(remark);
     }
     return m_status == FaultFound && m_options.lenient ? AllWell : m_status;
 }
@@ -62,45 +101,77 @@ Status Inspection::run() {
 /// Does something that may find a fault, or come upon an input that cannot be read.
 template <class Work> void Inspection::attempt(Work work) {
     try {
-        if (work() && m_status == AllWell) {
+        const bool foundFault = work();
+        const std::lock_guard lock(m_mutex);
+        if (foundFault && m_status == AllWell) {
             m_status = FaultFound;
         }
     } catch (const InputError& error) {
-        m_progress.erase();
+        const auto erased = m_progress.erase();
         complain(error.what());
+        const std::lock_guard lock(m_mutex);
         m_status = InputUnreadable;
     }
 }
 
-std::unique_ptr<Input> Inspection::open(const std::string& path) {
-    if (StreamAddress::isOne(path)) {
-        return std::make_unique<DatagramInput>(path, m_interruption);
+/// Each has a thread and a form of its own. What one fails at that is not its input ends them all.
+void Inspection::inspectAtOnce(const std::vector<std::string>& addresses) {
+    const std::size_t queueSize = std::min(LARGEST_QUEUE, ALL_QUEUES / addresses.size());
+    std::vector<std::thread> threads;
+    for (const std::string& address : addresses) {
+        threads.emplace_back([this, &address, queueSize] {
+            try {
+                attempt([this, &address, queueSize] {
+                    return inspectInput(*open(address, queueSize), address, *makeForm()->renderer);
+                });
+            } catch (...) {
+                const std::lock_guard lock(m_mutex);
+                m_failure = m_failure ? m_failure : std::current_exception();
+                m_interruption.interrupt();
+            }
+        });
     }
-    return std::make_unique<DecompressedInput>(std::make_unique<MeasuredInput>(
-        std::make_unique<FileInput>(path, m_interruption), [this](std::size_t count) { m_progress.advance(count); }));
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    if (m_failure) {
+        std::rethrow_exception(m_failure);
+    }
 }
 
-bool Inspection::inspectInput(const std::string& path) {
-    const std::unique_ptr<Input> input = open(path);
-    Inspector inspector(m_renderer, m_options.interest, m_conventions, m_exporter.get());
+std::unique_ptr<Input> Inspection::open(const std::string& path, std::size_t queueSize) {
+    const auto measured = [this](std::unique_ptr<Input> input) {
+        return std::make_unique<MeasuredInput>(std::move(input),
+                                               [this](std::size_t count) { m_progress.advance(count); });
+    };
+    if (StreamAddress::isOne(path)) {
+        return measured(std::make_unique<DatagramInput>(path, m_interruption, queueSize));
+    }
+    return std::make_unique<DecompressedInput>(measured(std::make_unique<FileInput>(path, m_interruption)));
+}
+
+bool Inspection::inspectInput(Input& input, const std::string& path, Renderer& renderer) {
+    const Conventions conventions = conventionsOf(m_options);
+    Inspector inspector(renderer, m_options.interest, conventions, m_exporter.get());
     if (m_options.sections || isNameOfSections(path)) {
-        inspector.runSections(*input, Repetitions::Hidden);
+        inspector.runSections(input, Repetitions::Hidden);
     } else {
-        inspector.run(*input);
+        inspector.run(input);
     }
     return inspector.foundFault();
 }
 
 bool Inspection::inspectHex() {
     MemoryInput input(HEX, *m_options.hex);
+    const Conventions conventions = conventionsOf(m_options);
     if (arePackets(*m_options.hex)) {
         Interest interest = m_options.interest;
         interest.pids.set(); // nothing says what each one carries
-        Inspector inspector(m_renderer, interest, m_conventions, m_exporter.get());
+        Inspector inspector(*m_form->renderer, interest, conventions, m_exporter.get());
         inspector.runPackets(input);
         return inspector.foundFault();
     }
-    Inspector inspector(m_renderer, m_options.interest, m_conventions, m_exporter.get());
+    Inspector inspector(*m_form->renderer, m_options.interest, conventions, m_exporter.get());
     inspector.runSections(input, Repetitions::Shown);
     if (!inspector.foundKnownTable()) {
         throw InputError(HEX, "no section of a table that the library knows (a descriptor needs --descriptor TABLE)");
@@ -109,11 +180,13 @@ bool Inspection::inspectHex() {
 }
 
 bool Inspection::inspectDescriptors() {
-    m_renderer.begin(HEX);
+    Renderer& renderer = *m_form->renderer;
+    renderer.begin(HEX);
     bool foundFault = false;
-    for (const DescriptorReport& report : reportDescriptors(*m_options.descriptorOf, *m_options.hex, m_conventions)) {
+    for (const DescriptorReport& report :
+         reportDescriptors(*m_options.descriptorOf, *m_options.hex, conventionsOf(m_options))) {
         foundFault = foundFault || report.rejection || report.onWire.atFault();
-        m_renderer.descriptor(report);
+        renderer.descriptor(report);
     }
     return foundFault;
 }

@@ -7,6 +7,7 @@
 #include "sections/SectionReader.h"
 #include "tables/TableKinds.h"
 
+#include <algorithm>
 #include <bitstream/mpeg/ts.h>
 #include <ctime>
 #include <fmt/format.h>
@@ -26,32 +27,42 @@ Rejection rejectionOf(const Section& section, ParsedSection& parsed) {
 
 constexpr const char* NO_CLOCK = "has no clock (PCR) by which --since and --until could be counted";
 
+/// A count of sections or of packets.
 struct DamageKind {
     const char* singular;
     const char* plural;
     Damage damage;
-    std::uint64_t PidCounts::*count;
+    std::uint64_t PidCounts::*ofSections;
+    std::uint64_t PidTraffic::*ofPackets;
     bool alwaysSaid;
-    bool ofPackets; ///< sections outside of packets cannot suffer it
+    bool inPackets; ///< sections outside of packets cannot suffer it
 };
 
 constexpr DamageKind DAMAGES[] = {
-    {"CRC error", "CRC errors", Damage::CrcError, &PidCounts::crcErrors, true, false},
-    {"discontinuity", "discontinuities", Damage::Discontinuity, &PidCounts::discontinuities, true, true},
-    {"section cut short", "sections cut short", Damage::SectionCutShort, &PidCounts::cutShort, false, false},
-    {"malformed packet", "malformed packets", Damage::MalformedPacket, &PidCounts::malformedPackets, false, true},
-    {"packet marked as damaged", "packets marked as damaged", Damage::TransportError, &PidCounts::transportErrors,
-     false, true},
+    {"CRC error", "CRC errors", Damage::CrcError, &PidCounts::crcErrors, nullptr, true, false},
+    {"discontinuity", "discontinuities", Damage::Discontinuity, nullptr, &PidTraffic::discontinuities, true, true},
+    {"section cut short", "sections cut short", Damage::SectionCutShort, &PidCounts::cutShort, nullptr, false, false},
+    {"malformed packet", "malformed packets", Damage::MalformedPacket, &PidCounts::malformedPackets, nullptr, false,
+     true},
+    {"packet marked as damaged", "packets marked as damaged", Damage::TransportError, nullptr,
+     &PidTraffic::transportErrors, false, true},
 };
 
-std::vector<Finding> damagesIn(const std::map<Pid, PidCounts>& counts) {
+std::vector<Finding> damagesIn(const std::map<Pid, PidCounts>& sections, const TrafficCounter& traffic) {
     std::vector<Finding> findings;
     for (const DamageKind& kind : DAMAGES) {
         Finding finding{kind.singular, kind.plural, 0, {}, kind.damage};
-        for (const auto& [pid, ofPid] : counts) {
-            if (const std::uint64_t count = ofPid.*kind.count; count != 0) {
+        const auto add = [&finding](Pid pid, std::uint64_t count) {
+            if (count != 0) {
                 finding.count += count;
                 finding.pids.push_back(pid);
+            }
+        };
+        for (const Pid pid : traffic.pids()) {
+            if (kind.ofPackets != nullptr) {
+                add(pid, traffic.of(pid)->*kind.ofPackets);
+            } else if (const auto found = sections.find(pid); found != sections.end()) {
+                add(pid, found->second.*kind.ofSections);
             }
         }
         if (finding.count != 0 || kind.alwaysSaid) {
@@ -65,12 +76,26 @@ std::vector<Finding> damagesIn(const std::map<Pid, PidCounts>& counts) {
 std::vector<Finding> damagesIn(const PidCounts& counts) {
     std::vector<Finding> findings;
     for (const DamageKind& kind : DAMAGES) {
-        const std::uint64_t count = counts.*kind.count;
-        if (!kind.ofPackets && (count != 0 || kind.alwaysSaid)) {
+        const std::uint64_t count = kind.inPackets ? 0 : counts.*kind.ofSections;
+        if (!kind.inPackets && (count != 0 || kind.alwaysSaid)) {
             findings.push_back({kind.singular, kind.plural, count, {}, kind.damage});
         }
     }
     return findings;
+}
+
+/// The PIDs on which anything came. Nothing when the statistics are of some alone, or the stream is too short: captions
+/// pause for seconds.
+std::optional<PidSet> carriedPids(const Summary& summary, const Interest& interest) {
+    constexpr double LONG_ENOUGH = 5; // seconds
+    if (summary.seconds.value_or(0) < LONG_ENOUGH || !interest.tables.empty()) {
+        return std::nullopt;
+    }
+    PidSet carried;
+    for (const PidStatistics& each : summary.statistics) {
+        carried.set(each.pid.value_or(NULL_PID), each.traffic.packets != 0);
+    }
+    return carried;
 }
 
 } // namespace
@@ -118,7 +143,9 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     while (const std::uint8_t* const packet = packets.next()) {
         Position position{packets.packets(), packets.offset(), packets.seconds()};
         position.time = m_isLive ? arrivalTime() : m_wallClock.at(position.seconds);
-        m_begin = m_begin ? m_begin : position.time;
+        if (!m_begin) {
+            m_begin = position.time;
+        }
         if (position.seconds && !m_isDated) {
             m_isDated = true;
             m_statistics.date([&packets](std::uint64_t number) { return packets.secondsOf(number); });
@@ -174,7 +201,7 @@ void Inspector::runSections(Input& source, Repetitions repetitions) {
     last.shown = m_shown;
     last.rejected = m_rejected;
     last.damages = damagesIn(counts);
-    last.statistics = m_statistics.of({m_traffic, 0, {}, {}, {}}, m_interest.tables);
+    last.statistics = statisticsOf({});
     m_foundKnownTable = last.sections != last.unknown;
     finish(std::move(last), input, {}); // they are single ones: nobody misses the others
     input.complain();
@@ -213,11 +240,11 @@ void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> 
     last.forgotten = m_current.taken().forgotten();
     std::set<Pid> scrambled;
     for (const auto& [pid, counts] : m_gatherer.counts()) {
-        if (counts.scrambled != 0 && counts.sections == 0) {
+        if (m_traffic.of(pid)->scrambled != 0 && counts.sections == 0) {
             scrambled.insert(pid);
         }
     }
-    const Tables tables(m_current, std::move(expected), std::move(scrambled));
+    const Tables tables(m_current, std::move(expected), std::move(scrambled), carriedPids(last, m_interest));
     const Multiplex multiplex(tables);
     const Faults faults = check(multiplex, m_presentEvents, last);
     m_foundFault = last.rejected != 0 || !faults.all().empty();
@@ -327,31 +354,43 @@ void Inspector::show(const Reading& reading) {
     m_renderer.section(report);
 }
 
-Summary Inspector::summary(const PacketReader& packets) {
-    PidCounts all;
-    for (const auto& [pid, counts] : m_gatherer.counts()) {
-        all += counts;
+/// Without the tables that are not to be shown, and the PIDs that carry nothing else.
+std::vector<PidStatistics> Inspector::statisticsOf(const Traffic& traffic) const {
+    std::vector<PidStatistics> statistics = m_statistics.of(traffic, m_interest.tables);
+    const auto isLeftOut = [this](const TableStatistics& table) { return !m_interest.isOf(table.tableId); };
+    for (auto pid = statistics.begin(); pid != statistics.end();) {
+        const bool hadTables = !pid->tables.empty();
+        pid->tables.erase(std::remove_if(pid->tables.begin(), pid->tables.end(), isLeftOut), pid->tables.end());
+        pid = hadTables && pid->tables.empty() ? statistics.erase(pid) : pid + 1;
     }
-    const Traffic traffic{m_traffic,          packets.packets(), m_gatherer.counts(),
-                          packets.duration(), packets.seconds(), m_transmission.layersOfPids()};
+    return statistics;
+}
+
+Summary Inspector::summary(const PacketReader& packets) {
+    std::uint64_t sections = 0;
+    for (const auto& [pid, counts] : m_gatherer.counts()) {
+        sections += counts.sections;
+    }
+    const Traffic traffic{&m_traffic, packets.packets(), packets.duration(), packets.seconds(),
+                          m_transmission.layersOfPids()};
     const Position last{packets.packets(), packets.offset(), traffic.end,
                         m_isLive ? arrivalTime() : m_wallClock.at(traffic.end)};
     return {packets.packets(),
             packets.spacing(),
             m_gatherer.counts().size(),
-            all.sections,
+            sections,
             m_shown,
             m_rejected,
-            damagesIn(traffic.gathered),
+            damagesIn(m_gatherer.counts(), m_traffic),
             packets.skippedBytes(),
             traffic.seconds,
-            m_statistics.of(traffic, m_interest.tables),
+            statisticsOf(traffic),
             0,
             0,
             m_transmission.finish(),
             0,
             {},
-            Statistics::totalOf(traffic),
+            Statistics::totalOf(m_traffic),
             m_isLive ? m_begin : m_wallClock.at(0),
             last,
             bitRate(packets.packets(), traffic.seconds)};

@@ -65,6 +65,7 @@ private:
     void learn(const Reading& reading);
     void show(const Reading& reading);
     void takeAsItIs(const Section& section, Repetitions repetitions);
+    std::vector<PidStatistics> statisticsOf(const Traffic& traffic) const;
     Summary summary(const PacketReader& packets);
     void gather(const PidSet& pids);
     void watch(const Position& now);

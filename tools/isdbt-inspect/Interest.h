@@ -8,8 +8,9 @@ namespace inspect {
 
 /// What of an input is of interest.
 struct Interest {
-    PidSet pids;                   ///< to look at beside those that are signalled
-    std::set<std::uint8_t> tables; ///< the table_id of those to show; all when there is none
+    PidSet pids;                    ///< to look at beside those that are signalled
+    std::set<std::uint8_t> tables;  ///< the table_id of those to show; all when there is none
+    std::set<std::uint8_t> without; ///< the table_id of those not to show
 
     // Which of their sections are shown. The others are followed and checked all the same.
     std::set<std::uint16_t> extensions; ///< with one of these table_id_extensions; any when there is none
@@ -21,7 +22,9 @@ struct Interest {
 
     bool bytes = false; ///< those of sections that are taken are shown, too
 
-    bool isOf(std::uint8_t tableId) const { return tables.empty() || tables.count(tableId) != 0; }
+    bool isOf(std::uint8_t tableId) const {
+        return (tables.empty() || tables.count(tableId) != 0) && without.count(tableId) == 0;
+    }
 
     /// Whether some sections of these tables are not to be shown.
     bool isChoosy() const;

@@ -154,26 +154,34 @@ void addTime(CLI::App& app, const std::string& option, std::optional<double>& ta
         ->check(checkTime);
 }
 
+/// Adds an option that takes the names of tables.
+void addTables(CLI::App& app, const std::string& option, std::set<std::uint8_t>& tables,
+               const std::string& description) {
+    app.add_option_function<std::vector<std::string>>(
+           option,
+           [&tables](const std::vector<std::string>& names) {
+               for (const std::string& name : names) {
+                   tables.insert(TABLES.at(name));
+               }
+           },
+           description)
+        ->type_name("TABLE,...")
+        ->transform(withoutCase)
+        ->allow_extra_args(false)
+        ->delimiter(',')
+        ->check(checkName(TABLES));
+}
+
 void addInterest(CLI::App& app, Options& options) {
     addNumbers(
         app, "--pid", HIGHEST_PID, [&options](unsigned pid) { options.interest.pids.set(pid); },
         "also look at this PID, decimal or 0x hexadecimal; may be given several times",
         " is no PID (0 to 8190, or 0x0000 to 0x1FFE)")
         ->type_name("PID");
-    app.add_option_function<std::vector<std::string>>(
-           "--table",
-           [&options](const std::vector<std::string>& names) {
-               for (const std::string& name : names) {
-                   options.interest.tables.insert(TABLES.at(name));
-               }
-           },
-           "show these only: " + joined(TABLE_KINDS, ", ", [](const TableKind& kind) { return kind.option; }) +
-               "; several behind commas")
-        ->type_name("TABLE,...")
-        ->transform(withoutCase)
-        ->allow_extra_args(false)
-        ->delimiter(',')
-        ->check(checkName(TABLES));
+    addTables(app, "--table", options.interest.tables,
+              "show these only: " + joined(TABLE_KINDS, ", ", [](const TableKind& kind) { return kind.option; }) +
+                  "; several behind commas");
+    addTables(app, "--without", options.interest.without, "do not show these");
 }
 
 /// Which sections of these tables are shown.
@@ -201,9 +209,10 @@ void addChoosing(CLI::App& app, Interest& interest) {
 
 void addOutput(CLI::App& app, Options& options) {
     addChoice(app, "--view", options.view, VIEWS,
-              joined(views(), "; ", [](const View& view) { return view.name + ": " + view.help; }))
-        ->type_name("VIEW")
-        ->default_str(options.view->name);
+              joined(views(), "; ", [](const View& view) { return view.name + ": " + view.help; }) +
+                  "; if not given, " + options.view->name +
+                  ", or tables with --hex, --bytes and where sections are chosen")
+        ->type_name("VIEW");
     app.add_flag("--full", options.full, "the tree with all that the tables say, descriptors included");
     app.add_flag("--json", options.json, "an object in JSON for each section and each fault, one a line");
     addChoice(app, "--color", options.colour, COLOURS, "auto: on a terminal, unless NO_COLOR is set; always; never")
@@ -230,6 +239,9 @@ void addOutput(CLI::App& app, Options& options) {
            "zone of the times, which the stream does not say; UTC-3, that of Brasilia, is assumed")
         ->type_name("ZONE")
         ->check(checkZone);
+    app.add_option("--log", options.log,
+                   "append to this file what else goes to standard output; SIGUSR1 opens it anew, for log rotation")
+        ->type_name("FILE");
     app.add_flag("--lenient", options.lenient, "exit with 0, not 3, when something is wrong with the stream");
 }
 
@@ -257,8 +269,8 @@ void checkTogether(const CLI::App& app, const Options& options) {
     if (options.full && (options.json || options.view != &views().front())) {
         throw UsageError("--full: it is for the tree in text; the others show all");
     }
-    if (options.descriptorOf && app.count("--table") + app.count("--view") != 0) {
-        throw UsageError("--descriptor: --table and --view are for sections");
+    if (options.descriptorOf && app.count("--table") + app.count("--without") + app.count("--view") != 0) {
+        throw UsageError("--descriptor: --table, --without and --view are for sections");
     }
     if (options.descriptorOf && (interest.isChoosy() || interest.bytes || options.exportTo)) {
         throw UsageError("--descriptor: there are no sections to choose, to export or to show the bytes of");

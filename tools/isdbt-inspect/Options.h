@@ -28,6 +28,7 @@ struct Options {
     bool json = false;
     Colour colour = Colour::Auto;
     std::optional<std::size_t> width; ///< of the lines; that of the terminal if not given
+    std::optional<std::string> log;   ///< file to which all is written
     bool lenient = false;             ///< faults are no failure
 };
 

@@ -1,4 +1,5 @@
 #include "Inspection.h"
+#include "terminal/LogFile.h"
 
 #include <csignal>
 #include <memory>
@@ -6,31 +7,27 @@
 
 namespace {
 
-inspect::Style styleFor(const inspect::Options& options) {
-    inspect::Style style = inspect::styleFor(STDOUT_FILENO, options.width);
-    style.full = options.full;
-    style.namesInputs = options.inputs.size() > 1;
-    return style;
-}
-
 inspect::Status fail(inspect::Status status, const std::string& message) {
     inspect::complain(message);
     return status;
 }
 
 inspect::Status inspectAll(const inspect::Options& options) {
+    const inspect::Interruption interruption;
+    const auto log = options.log ? std::make_unique<inspect::LogFile>(*options.log) : nullptr;
     inspect::ProgressLine progress(STDERR_FILENO);
-    inspect::Output output(STDOUT_FILENO, options.colour, &progress);
-    const std::unique_ptr<inspect::Renderer> renderer =
-        options.json ? options.view->json(output) : options.view->text(output, styleFor(options));
+    const auto sink = log ? std::make_shared<inspect::Sink>(log->descriptor(), *options.log, &progress)
+                          : std::make_shared<inspect::Sink>(STDOUT_FILENO, "standard output", &progress);
+    sink->rescueOnce([&interruption] { return interruption.wasSignalled(); });
     try {
-        return inspect::Inspection(options, *renderer, progress).run();
+        const inspect::Status status = inspect::Inspection(options, interruption, sink, progress).run();
+        return sink->hasRescued() ? inspect::InputUnreadable : status;
     } catch (const inspect::OutputClosed&) {
         if (options.exportTo) {
             return fail(inspect::InputUnreadable,
                         *options.exportTo + ": incomplete, as the output was not read to its end");
         }
-        return inspect::AllWell; // the reader has seen enough
+        return sink->hasRescued() ? inspect::InputUnreadable : inspect::AllWell; // the reader has seen enough
     }
 }
 

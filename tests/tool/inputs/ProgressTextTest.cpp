@@ -13,3 +13,8 @@ TEST(ProgressText, KnowsFilesThatChangeWhileTheyAreRead) {
     EXPECT_EQ(inspect::progressText(2000000, 1000000, 1), "100 %  1.0 MB/s  0:00 left");
     EXPECT_EQ(inspect::progressText(0, 0, 1), "100 %  0.0 MB/s  0:00 left");
 }
+
+TEST(ProgressText, OfWhatHasNoEndTellsTimeAmountAndRate) {
+    EXPECT_EQ(inspect::progressText(15300000, 12), "0:12  15.3 MB  10.2 Mbit/s");
+    EXPECT_EQ(inspect::progressText(0, 3723), "1:02:03  0.0 MB  0.0 Mbit/s");
+}

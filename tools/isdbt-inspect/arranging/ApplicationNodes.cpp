@@ -4,6 +4,7 @@
 #include "multiplex/Titles.h"
 
 #include <algorithm>
+#include <fmt/format.h>
 
 namespace inspect {
 
@@ -57,7 +58,13 @@ Node applicationNode(const Fields& described, const Components* components, cons
     for (const std::string_view said : {"hash_id", "application_identifier", "application_type"}) {
         take(rest, said);
     }
-    node.say("", take(rest, "control_code"));
+    node.mark = node.title.substr(node.title.find(' ') + 1);
+    const std::optional<Field> control = take(rest, "control_code");
+    node.kind = control && !control->codeName.empty() ? control->codeName : "Application";
+    for (const Field& name : node.names) {
+        node.kind += fmt::format(" \"{}\"", std::get<Text>(name.value).decoded);
+    }
+    node.say("", control);
     node.say("priority", take(rest, APPLICATION, "application_priority"), Extent::Full);
     node.say("visible", take(rest, APPLICATION, "visibility"), Extent::Full);
     node.say("service-bound", take(rest, APPLICATION, "service_bound"), Extent::Full);

@@ -6,6 +6,8 @@
 #include "multiplex/Titles.h"
 #include "tables/TableKinds.h"
 
+#include <fmt/format.h>
+
 namespace inspect {
 
 namespace {
@@ -36,6 +38,14 @@ bool isSet(const std::optional<Field>& flag) {
 constexpr std::int64_t UNDEFINED = 0;
 constexpr std::int64_t RUNNING = 4;
 
+/// "H.264 video"
+std::string kindOf(const Component& component) {
+    const Field* const data = find(inner(*component.fields, "data_component_descriptor"), "data_component_id");
+    const Field* const type = find(*component.fields, "stream_type");
+    const std::string& kind = data == nullptr || data->codeName.empty() ? type->codeName : data->codeName;
+    return kind.empty() ? fmt::format("stream type 0x{:02X}", component.streamType) : kind;
+}
+
 /// Takes out which event information the SDT promises.
 std::string_view eventsOf(Fields& description) {
     const bool presentFollowing = isSet(take(description, "eit_present_following"));
@@ -56,9 +66,9 @@ void appendDescription(Node& node, const Fields& description) {
     node.say("", take(rest, "service_descriptor", "service_type"));
     const std::int64_t status = numberIn(rest, "running_status").value_or(UNDEFINED);
     const bool running = status == RUNNING || status == UNDEFINED;
-    node.say("", take(rest, "running_status"), running ? Extent::Full : Extent::Overview);
+    node.say("", take(rest, "running_status"), running ? Extent::Full : Extent::Brief);
     const bool scrambled = numberIn(rest, "free_ca_mode") != 0;
-    node.say("", take(rest, "free_ca_mode"), scrambled ? Extent::Overview : Extent::Full);
+    node.say("", take(rest, "free_ca_mode"), scrambled ? Extent::Brief : Extent::Full);
     node.say("provider", take(rest, "service_descriptor", "service_provider_name"), Extent::Full);
     node.say(eventsOf(rest), Extent::Full);
     node.tell("SDT", std::move(rest));
@@ -77,7 +87,7 @@ Node ServiceNodes::serviceNode(const Service& service) const {
         }
     }
     if (service.programMapPid && service.programMaps.empty()) {
-        node.say("PMT PID", identifier("", *service.programMapPid, 4));
+        node.say("PMT PID", identifier("", *service.programMapPid, 4), Extent::Overview);
     }
     for (const ProgramMap& pmt : service.programMaps) {
         appendProgramMap(node, pmt);
@@ -104,11 +114,18 @@ void ServiceNodes::appendProgramMap(Node& node, const ProgramMap& pmt) const {
 Node ServiceNodes::componentNode(const Component& component) const {
     Fields rest = *component.fields;
     Node node(titleOf(component));
+    node.kind = kindOf(component);
+    node.isComponent = true;
+    node.mark = fmt::format("0x{:04X}", component.pid);
     take(rest, "elementary_pid");
     node.say("", take(rest, "stream_type"));
     node.say("tag", take(rest, "stream_identifier_descriptor", "component_tag"));
     for (const Essential& each : OF_COMPONENTS) {
         node.say(each.label, take(rest, each.descriptor, each.field));
+    }
+    if (m_multiplex.tables().isSilent(component.pid)) {
+        node.say("no packets");
+        node.kind += " (no packets)";
     }
     node.tell("", std::move(rest));
     node.faults = m_faults.of(&component);

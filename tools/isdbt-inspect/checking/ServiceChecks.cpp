@@ -120,7 +120,8 @@ private:
                 add(faults::NOT_IN_PAT, place, "the SDT has it, but not the PAT");
             }
             for (const std::string& descriptor : m_service.listedIn) {
-                add(faults::NOT_IN_PAT, place, fmt::format("the NIT has it in its {}, but not the PAT", descriptor));
+                add(descriptor == SERVICE_LIST ? faults::ONLY_IN_SERVICE_LIST : faults::NOT_IN_PAT, place,
+                    fmt::format("the NIT has it in its {}, but not the PAT", descriptor));
             }
             if (!m_service.programMaps.empty()) {
                 add(faults::NOT_IN_PAT, place, "it has a PMT, but the PAT does not name it, or no longer");
@@ -130,12 +131,24 @@ private:
         if (m_service.description == nullptr && areWhole(m_tables.of(SDT, *m_stream.id))) {
             add(faults::NOT_IN_SDT, {std::nullopt, SDT, m_service.id}, "the PAT has it, but not the SDT");
         }
-        const bool listed =
-            std::find(m_service.listedIn.begin(), m_service.listedIn.end(), INFORMATION) != m_service.listedIn.end();
-        if (m_stream.entry != nullptr && find(*m_stream.entry, INFORMATION) != nullptr && !listed) {
-            add(faults::NOT_IN_TS_INFORMATION, {std::nullopt, NIT, m_service.id},
-                fmt::format("the PAT has it, but not the {} of the NIT", INFORMATION));
+        if (m_stream.entry == nullptr) {
+            return;
         }
+        if (find(*m_stream.entry, INFORMATION) != nullptr && !isListedIn(INFORMATION)) {
+            addNotListed(faults::NOT_IN_TS_INFORMATION, INFORMATION);
+        }
+        if (!standardServiceList(*m_stream.entry).empty() && !isListedIn(SERVICE_LIST)) {
+            addNotListed(faults::NOT_IN_SERVICE_LIST, SERVICE_LIST);
+        }
+    }
+
+    bool isListedIn(std::string_view descriptor) const {
+        return std::find(m_service.listedIn.begin(), m_service.listedIn.end(), descriptor) != m_service.listedIn.end();
+    }
+
+    void addNotListed(FaultKind kind, std::string_view descriptor) {
+        add(kind, {std::nullopt, NIT, m_service.id},
+            fmt::format("the PAT has it, but not the {} of the NIT", descriptor));
     }
 
     Faults& m_faults;

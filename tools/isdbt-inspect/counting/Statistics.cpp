@@ -136,31 +136,21 @@ TableStatistics Statistics::statisticsOf(std::uint8_t tableId, const Count& coun
             bitRateOfBytes(count.bytes, seconds)};
 }
 
-PidTraffic Statistics::trafficOf(Pid pid, const Traffic& traffic) {
-    const PidTraffic* const counted = traffic.counter.of(pid);
-    PidTraffic ofPid = counted == nullptr ? PidTraffic() : *counted;
-    if (const auto gathered = traffic.gathered.find(pid); gathered != traffic.gathered.end()) {
-        ofPid.discontinuities = gathered->second.discontinuities;
-    }
-    return ofPid;
-}
-
-PidTraffic Statistics::totalOf(const Traffic& traffic) {
+PidTraffic Statistics::totalOf(const TrafficCounter& traffic) {
     PidTraffic total;
-    for (std::size_t pid = 0; pid < PID_COUNT; ++pid) {
-        if (traffic.counter.of(static_cast<Pid>(pid)) != nullptr) {
-            const PidTraffic each = trafficOf(static_cast<Pid>(pid), traffic);
-            total.packets += each.packets;
-            total.discontinuities += each.discontinuities;
-            total.announcedJumps += each.announcedJumps;
-            total.lost += each.lost;
-            total.duplicates += each.duplicates;
-            total.transportErrors += each.transportErrors;
-            total.scrambled += each.scrambled;
-            total.pcrIntervals.merge(each.pcrIntervals);
-            total.pcrJumps += each.pcrJumps;
-            total.ptsIntervals.merge(each.ptsIntervals);
-        }
+    for (const Pid pid : traffic.pids()) {
+        const PidTraffic& each = *traffic.of(pid);
+        total.packets += each.packets;
+        total.discontinuities += each.discontinuities;
+        total.announcedJumps += each.announcedJumps;
+        total.lost += each.lost;
+        total.duplicates += each.duplicates;
+        total.transportErrors += each.transportErrors;
+        total.scrambled += each.scrambled;
+        total.pcrs += each.pcrs;
+        total.pcrIntervals.merge(each.pcrIntervals);
+        total.pcrJumps += each.pcrJumps;
+        total.ptsIntervals.merge(each.ptsIntervals);
     }
     return total;
 }
@@ -170,7 +160,9 @@ PidStatistics Statistics::statisticsOf(std::optional<Pid> pid, const Traffic& tr
     if (!pid) {
         return statistics;
     }
-    statistics.traffic = trafficOf(*pid, traffic);
+    if (const PidTraffic* const ofPid = traffic.ofPids->of(*pid)) {
+        statistics.traffic = *ofPid;
+    }
     const std::uint64_t packets = statistics.traffic.packets;
     statistics.content = m_names.of(*pid);
     statistics.announced = names::PID.of(*pid).empty() ? m_names.announces(*pid) : true;
@@ -184,9 +176,9 @@ PidStatistics Statistics::statisticsOf(std::optional<Pid> pid, const Traffic& tr
 
 std::vector<PidStatistics> Statistics::of(const Traffic& traffic, const std::set<std::uint8_t>& tables) const {
     std::map<std::optional<Pid>, PidStatistics> byPid;
-    for (std::size_t number = 0; number < PID_COUNT && tables.empty(); ++number) {
+    for (std::size_t number = 0; number < PID_COUNT && tables.empty() && traffic.ofPids != nullptr; ++number) {
         const auto pid = static_cast<Pid>(number);
-        if (traffic.counter.of(pid) != nullptr || m_names.isExpected(pid)) {
+        if (traffic.ofPids->of(pid) != nullptr || m_names.isExpected(pid)) {
             byPid.emplace(pid, statisticsOf(pid, traffic));
         }
     }

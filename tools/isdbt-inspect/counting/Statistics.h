@@ -3,7 +3,6 @@
 #include "counting/StreamNames.h"
 #include "reports/Report.h"
 #include "sections/BoundedMap.h"
-#include "sections/SectionGatherer.h"
 #include "sections/SeenSections.h"
 #include "traffic/TrafficCounter.h"
 #include "transmission/TransmissionReader.h"
@@ -17,12 +16,11 @@ namespace inspect {
 
 /// The packets of a stream.
 struct Traffic {
-    const TrafficCounter& counter;
-    std::uint64_t allPackets;
-    const std::map<Pid, PidCounts>& gathered; ///< those of the PIDs on which sections were looked for
-    std::optional<double> seconds;            ///< that they took
-    std::optional<double> end;                ///< when the last one was sent, by the stream's clock
-    const LayersOfPids* layers = nullptr;     ///< null when they do not tell
+    const TrafficCounter* ofPids = nullptr; ///< null when there are none
+    std::uint64_t allPackets = 0;
+    std::optional<double> seconds = {};   ///< that they took
+    std::optional<double> end = {};       ///< when the last one was sent, by the stream's clock
+    const LayersOfPids* layers = nullptr; ///< null when they do not tell
 };
 
 /// Of so many packets of 188 bytes; nothing without a clock.
@@ -62,7 +60,7 @@ public:
     std::vector<PidStatistics> of(const Traffic& traffic, const std::set<std::uint8_t>& tables) const;
 
     /// What came on all PIDs together.
-    static PidTraffic totalOf(const Traffic& traffic);
+    static PidTraffic totalOf(const TrafficCounter& traffic);
 
 private:
     using TableOfPid = std::pair<std::optional<Pid>, std::uint8_t>;
@@ -93,7 +91,6 @@ private:
     std::map<TableOfPid, double> openAt(std::optional<double> end) const;
     static TableStatistics statisticsOf(std::uint8_t tableId, const Count& count, std::optional<double> seconds);
     PidStatistics statisticsOf(std::optional<Pid> pid, const Traffic& traffic) const;
-    static PidTraffic trafficOf(Pid pid, const Traffic& traffic);
 
     std::map<TableOfPid, Count> m_counts;
     BoundedMap<TableKey, std::uint8_t> m_versions{SeenSections::CAPACITY};

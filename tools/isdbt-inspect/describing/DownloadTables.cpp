@@ -2,7 +2,6 @@
 #include "describing/Catalogue.h"
 #include "describing/Lists.h"
 #include "describing/Loops.h"
-#include "describing/Readings.h"
 #include "descriptors/TDownloadContentDescriptor.h"
 #include "naming/Names.h"
 #include "sdtt/TSDTTTable.h"
@@ -12,8 +11,8 @@ namespace inspect {
 namespace {
 
 Field describeSchedule(const Quor::TScheduleInfo& schedule) {
-    return object("", {clockTime("start_time", schedule.getStartTime()),
-                       number("duration", schedule.getDuration()).reads(bcdDuration(schedule.getDuration()))});
+    return object(
+        "", {clockTime("start_time", schedule.getStartTime()), digitDuration("duration", schedule.getDuration())});
 }
 
 Field describeContent(const Quor::TDownloadContent& content) {

@@ -1,13 +1,17 @@
 #include "describing/Field.h"
 
 #include "describing/Conversion.h"
+#include "describing/Readings.h"
 
 namespace inspect {
 
 namespace {
 
 template <class Value> Field field(std::string_view name, Value value) {
-    return Field{std::string(name), std::move(value), false, {}, {}, {}, false, {}, Agreement::Usual};
+    Field made{};
+    made.name = name;
+    made.value = std::move(value);
+    return made;
 }
 
 } // namespace
@@ -76,6 +80,13 @@ Field clockTime(std::string_view name, std::int32_t unixTime) {
     Field counted = number(name, unixTime);
     counted.isTime = true;
     return counted;
+}
+
+Field digitDuration(std::string_view name, std::uint32_t digits) {
+    Field duration = number(name, digits).reads(bcdDuration(digits));
+    duration.isDuration = true;
+    duration.seconds = bcdSeconds(digits);
+    return duration;
 }
 
 Field list(std::string_view name, Fields elements) {

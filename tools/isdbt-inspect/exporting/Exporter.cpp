@@ -35,14 +35,14 @@ class FileExporter : public Exporter {
 public:
     explicit FileExporter(std::string path) : m_path(std::move(path)) {}
 
-    void take(const Section& section, const SectionReport& report) override {
+private:
+    void write(const Section& section, const SectionReport& report) override {
         if (!m_file) {
             m_file.emplace(m_path);
         }
         m_file->write(formOf(section, report));
     }
 
-private:
     virtual std::string formOf(const Section& section, const SectionReport& report) const = 0;
 
     std::string m_path;
@@ -87,7 +87,8 @@ class FolderExporter : public Exporter {
 public:
     explicit FolderExporter(fs::path folder) : m_folder(std::move(folder)) {}
 
-    void take(const Section& section, const SectionReport& report) override {
+private:
+    void write(const Section& section, const SectionReport& report) override {
         const std::string name = nameOf(section);
         const std::pair content(name, report.fingerprint);
         if (m_written.find(content) != nullptr) {
@@ -105,9 +106,15 @@ public:
             ++number;
         }
         m_numbers.put(name, number);
+        ++m_taken;
     }
 
-private:
+    std::string remark() const override {
+        return m_known == 0 ? ""
+                            : fmt::format("{}: {} of {} sections were there already, and are left as they are",
+                                          m_folder.string(), m_known, m_taken);
+    }
+
     static constexpr std::size_t CAPACITY = 16384;
 
     fs::path pathOf(const std::string& name, unsigned number) const {
@@ -115,7 +122,7 @@ private:
     }
 
     /// Makes the file, unless there is one. @return false when it holds something else.
-    static bool isIn(const fs::path& path, const Section& section) {
+    bool isIn(const fs::path& path, const Section& section) {
         if (!fs::exists(fs::symlink_status(path))) {
             NewFile(path).write(bytesOf(section));
             return true;
@@ -123,10 +130,15 @@ private:
         std::ifstream file(path, std::ios::binary);
         std::string content(section.size() + 1, '\0');
         file.read(content.data(), static_cast<std::streamsize>(content.size()));
-        return std::string_view(content).substr(0, static_cast<std::size_t>(file.gcount())) == bytesOf(section);
+        const bool same =
+            std::string_view(content).substr(0, static_cast<std::size_t>(file.gcount())) == bytesOf(section);
+        m_known += same ? 1U : 0U;
+        return same;
     }
 
     fs::path m_folder;
+    std::uint64_t m_taken = 0;
+    std::uint64_t m_known = 0; ///< of these, those of which there was a file
     BoundedMap<std::pair<std::string, std::uint32_t>, std::monostate> m_written{CAPACITY};
     BoundedMap<std::string, unsigned> m_numbers{CAPACITY}; ///< the last of each name: a TOT comes for ever
 };

@@ -4,6 +4,7 @@
 #include "sections/Section.h"
 
 #include <memory>
+#include <mutex>
 #include <string>
 
 namespace inspect {
@@ -17,8 +18,20 @@ public:
     Exporter(const Exporter&) = delete;
     Exporter& operator=(const Exporter&) = delete;
 
+    /// Threads may call it at the same time.
     /// @throws std::runtime_error when it cannot be written
-    virtual void take(const Section& section, const SectionReport& report) = 0;
+    void take(const Section& section, const SectionReport& report) {
+        const std::lock_guard lock(m_mutex);
+        write(section, report);
+    }
+
+    /// What of that was not written, and why; empty when all was.
+    virtual std::string remark() const { return {}; }
+
+private:
+    virtual void write(const Section& section, const SectionReport& report) = 0;
+
+    std::mutex m_mutex;
 };
 
 /// Why sections cannot be exported to a place; empty when they can.

@@ -4,13 +4,22 @@
 
 namespace inspect {
 
+namespace {
+
+constexpr std::size_t BLOCK_SIZE = std::size_t{1} << 16;
+
+} // namespace
+
 bool ByteQueue::put(const std::uint8_t* data, std::size_t size) {
     {
         const std::lock_guard lock(m_mutex);
         if (m_size + size > m_capacity) {
             return false;
         }
-        m_blocks.emplace_back(data, data + size);
+        if (m_blocks.empty() || m_blocks.back().size() + size > BLOCK_SIZE) {
+            m_blocks.emplace_back().reserve(std::max(size, BLOCK_SIZE));
+        }
+        m_blocks.back().insert(m_blocks.back().end(), data, data + size);
         m_size += size;
     }
     m_changed.notify_one();

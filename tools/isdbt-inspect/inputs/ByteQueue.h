@@ -8,7 +8,8 @@
 
 namespace inspect {
 
-/// Bytes on their way from a thread that must not wait to one that may.
+/// Bytes on their way from a thread that must not wait to one that may. It needs less than twice the memory of the
+/// bytes that wait in it, however few come at a time.
 class ByteQueue {
 public:
     /// @param capacity how many bytes wait in it at most

@@ -11,16 +11,13 @@ namespace inspect {
 
 namespace {
 
-/// Some seconds of a multiplex.
-constexpr std::size_t QUEUE_SIZE = std::size_t{32} << 20;
-
 /// So many datagrams are received before anything else is looked at.
 constexpr int BATCH = 256;
 
 } // namespace
 
-DatagramInput::DatagramInput(const std::string& address, const Interruption& interruption)
-    : m_name(address), m_interruption(interruption), m_socket(listenTo(address)), m_queue(QUEUE_SIZE),
+DatagramInput::DatagramInput(const std::string& address, const Interruption& interruption, std::size_t queueSize)
+    : m_name(address), m_interruption(interruption), m_socket(listenTo(address)), m_queue(queueSize),
       m_stop(eventfd(0, EFD_CLOEXEC)), m_thread([this] { receive(); }) {}
 
 DatagramInput::~DatagramInput() {

@@ -17,8 +17,9 @@ namespace inspect {
 class DatagramInput : public Input {
 public:
     /// @param address as StreamAddress understands it
+    /// @param queueSize bytes that may wait until they are read
     /// @throws InputError when it cannot be received from
-    DatagramInput(const std::string& address, const Interruption& interruption);
+    DatagramInput(const std::string& address, const Interruption& interruption, std::size_t queueSize);
     ~DatagramInput() override;
     DatagramInput(const DatagramInput&) = delete;
     DatagramInput& operator=(const DatagramInput&) = delete;

@@ -1,5 +1,7 @@
 #include "inputs/FileInput.h"
 
+#include "inputs/StreamAddress.h"
+
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -53,6 +55,9 @@ bool FileInput::waitForBytes() const {
 std::optional<std::uint64_t> totalSize(const std::vector<std::string>& paths) {
     std::uint64_t total = 0;
     for (const std::string& path : paths) {
+        if (StreamAddress::isOne(path)) {
+            return std::nullopt;
+        }
         struct stat status {};
         const int failed = path == "-" ? fstat(STDIN_FILENO, &status) : stat(path.c_str(), &status);
         if (failed == 0 && !S_ISREG(status.st_mode)) {

@@ -28,8 +28,8 @@ private:
     const Interruption& m_interruption;
 };
 
-/// The bytes of files, or of what standard input is, altogether. Nothing if they are not known: one may be a pipe. What
-/// does not exist has none.
+/// The bytes of files, or of what standard input is, altogether. Nothing if they are not known: one may be a pipe, or
+/// live. What does not exist has none.
 std::optional<std::uint64_t> totalSize(const std::vector<std::string>& paths);
 
 } // namespace inspect

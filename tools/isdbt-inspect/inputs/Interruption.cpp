@@ -1,8 +1,11 @@
 #include "inputs/Interruption.h"
 
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <cstdint>
+#include <ctime>
 #include <fcntl.h>
 #include <poll.h>
 #include <system_error>
@@ -12,15 +15,37 @@ namespace inspect {
 
 namespace {
 
-constexpr std::array SIGNALS{SIGINT, SIGTERM};
+constexpr std::array SIGNALS{SIGINT, SIGTERM, SIGHUP};
+
+constexpr std::int64_t SECOND = 1'000'000'000;
 
 /// The end of the pipe that the signal handler writes to.
-volatile std::sig_atomic_t writeEnd = -1;
+std::atomic<int> writeEnd{-1};
 
-extern "C" void writeToPipe(int /*signal*/) {
-    const int errorBefore = errno;
+/// When the first signal came, in nanoseconds; 0 while none has. Any thread may be given one.
+std::atomic<std::int64_t> firstSignal{0};
+static_assert(std::atomic<std::int64_t>::is_always_lock_free);
+
+std::int64_t now() {
+    timespec time{};
+    clock_gettime(CLOCK_MONOTONIC, &time);
+    return std::int64_t{time.tv_sec} * SECOND + time.tv_nsec;
+}
+
+void writeToPipe() {
     const char byte = 0;
     [[maybe_unused]] const ssize_t count = write(writeEnd, &byte, 1);
+}
+
+extern "C" void takeSignal(int signal) {
+    const int errorBefore = errno;
+    std::int64_t first = 0;
+    if (firstSignal.compare_exchange_strong(first, now())) {
+        writeToPipe();
+    } else if (now() - first >= SECOND) {
+        std::signal(signal, SIG_DFL);
+        raise(signal);
+    }
     errno = errorBefore;
 }
 
@@ -38,8 +63,8 @@ Interruption::Interruption() {
         sigaction(signal, nullptr, &action);
         // Who started the program in the background may not want it to be interrupted.
         if (action.sa_handler != SIG_IGN) {
-            action.sa_handler = writeToPipe;
-            action.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);
+            action.sa_handler = takeSignal;
+            action.sa_flags = SA_RESTART;
             sigaction(signal, &action, nullptr);
         }
     }
@@ -49,7 +74,7 @@ Interruption::~Interruption() {
     for (const int signal : SIGNALS) {
         struct sigaction action {};
         sigaction(signal, nullptr, &action);
-        if (action.sa_handler == writeToPipe) {
+        if (action.sa_handler == takeSignal) {
             std::signal(signal, SIG_DFL);
         }
     }
@@ -57,9 +82,17 @@ Interruption::~Interruption() {
     close(writeEnd);
 }
 
+void Interruption::interrupt() const {
+    writeToPipe();
+}
+
 bool Interruption::happened() const {
     pollfd readable{m_readEnd, POLLIN, 0};
     return poll(&readable, 1, 0) > 0;
+}
+
+bool Interruption::wasSignalled() const {
+    return firstSignal != 0;
 }
 
 } // namespace inspect

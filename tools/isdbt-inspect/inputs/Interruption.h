@@ -2,7 +2,8 @@
 
 namespace inspect {
 
-/// Turns the first Ctrl-C (SIGINT), and the first SIGTERM, into the end of the input. The second one ends the program.
+/// Turns Ctrl-C (SIGINT), SIGTERM and SIGHUP into the end of the input. Another signal within a second is taken for the
+/// same wish: who ends a process and its group signals twice. A later one ends the program.
 /// There is one object of it at a time.
 class Interruption {
 public:
@@ -11,7 +12,13 @@ public:
     Interruption(const Interruption&) = delete;
     Interruption& operator=(const Interruption&) = delete;
 
+    /// Does what a signal does, without one.
+    void interrupt() const;
+
     bool happened() const;
+
+    /// Whether a signal did it.
+    bool wasSignalled() const;
 
     /// A file descriptor that can be read from then on. Whoever waits for input waits for it, too, and so misses no
     /// signal, whenever it comes.

@@ -61,6 +61,7 @@ Json descriptorJson(const DescriptorOnWire& descriptor) {
     object["fits"] = raw.fits();
     object["error_code"] = orNull(descriptor.errorCode);
     object["error_code_name"] = descriptor.errorCode ? orNull(std::string(errorName(*descriptor.errorCode))) : Json();
+    object["error_code_reading"] = orNull(std::string(descriptor.errorReading()));
     object["refused_though_right"] = orNull(std::string(descriptor.becauseOf));
     object["bytes"] = hexJson(raw.body);
     object["at_fault"] = descriptor.atFault();

@@ -45,6 +45,7 @@ void addTraffic(Json& object, const PidTraffic& traffic, const Position& last) {
     object["duplicates"] = traffic.duplicates;
     object["transport_errors"] = traffic.transportErrors;
     object["scrambled"] = traffic.scrambled;
+    object["pcrs"] = traffic.pcrs;
     object["pcr_intervals"] = spreadJson(traffic.pcrIntervals, last);
     object["pcr_jumps"] = traffic.pcrJumps;
     object["pts_intervals"] = spreadJson(traffic.ptsIntervals, last);

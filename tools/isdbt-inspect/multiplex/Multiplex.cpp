@@ -1,6 +1,7 @@
 #include "multiplex/Multiplex.h"
 
 #include "describing/FieldLookup.h"
+#include "describing/StandardReadings.h"
 #include "tables/TableKinds.h"
 
 #include <iterator>
@@ -32,9 +33,8 @@ std::optional<std::uint16_t> thisOne(const Tables& tables) {
                                : std::nullopt;
 }
 
-/// The services that an entry of the NIT names, with the descriptors that do. service_list_descriptor is none of these:
-/// receivers read its service_ids with eight bits only.
-std::map<std::uint16_t, std::vector<std::string>> servicesListedIn(const Fields& entry) {
+/// The services that an entry of the NIT names, with the descriptors that do.
+std::map<std::uint16_t, std::vector<std::string>> servicesListedIn(const Fields& entry, bool isThisOne) {
     std::map<std::uint16_t, std::vector<std::string>> listed;
     const auto add = [&listed](std::int64_t service, std::string_view descriptor) {
         std::vector<std::string>& descriptors = listed[static_cast<std::uint16_t>(service)];
@@ -50,10 +50,18 @@ std::map<std::uint16_t, std::vector<std::string>> servicesListedIn(const Fields&
             add(service, INFORMATION);
         }
     }
+    // A list of other streams' services would be longer than all else of a satellite's network.
+    for (const Field& service : isThisOne ? standardServiceList(entry) : Fields{}) {
+        add(numberIn(inner(service), "service_id").value_or(0), SERVICE_LIST);
+    }
     return listed;
 }
 
 } // namespace
+
+const Fields& standardServiceList(const Fields& entry) {
+    return elements(inner(inner(entry, SERVICE_LIST), STANDARD), "services");
+}
 
 Multiplex::Multiplex(const Tables& tables) : m_tables(tables), m_thisOne(thisOne(tables)) {
     for (const Table* const nit : tables.of(NIT)) {
@@ -91,7 +99,7 @@ TransportStream Multiplex::makeStream(std::optional<std::uint16_t> id, const Fie
     }
     Services services;
     if (entry != nullptr) {
-        for (auto& [service, descriptors] : servicesListedIn(*entry)) {
+        for (auto& [service, descriptors] : servicesListedIn(*entry, stream.isThisOne)) {
             services[service].listedIn = std::move(descriptors);
         }
     }

@@ -42,6 +42,12 @@ struct Unclaimed {
     std::vector<const Table*> tables;
 };
 
+constexpr std::string_view SERVICE_LIST = "service_list_descriptor";
+
+/// The services that an entry of the NIT lists as the standard has it: receivers read a service_id with eight bits
+/// only.
+const Fields& standardServiceList(const Fields& entry);
+
 /// The tables of a stream, put together.
 class Multiplex {
 public:

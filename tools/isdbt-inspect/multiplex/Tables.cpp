@@ -2,8 +2,9 @@
 
 namespace inspect {
 
-Tables::Tables(const CurrentSections& sections, std::set<std::uint8_t> expected, std::set<Pid> scrambled)
-    : m_expected(std::move(expected)), m_scrambled(std::move(scrambled)) {
+Tables::Tables(const CurrentSections& sections, std::set<std::uint8_t> expected, std::set<Pid> scrambled,
+               std::optional<PidSet> carried)
+    : m_expected(std::move(expected)), m_scrambled(std::move(scrambled)), m_carried(carried) {
     sections.taken().forEach([this](const TableKey& key, const TakenSection& section) {
         Table& table = m_tables[key];
         table.key = key;

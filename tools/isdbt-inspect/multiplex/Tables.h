@@ -11,8 +11,9 @@ class Tables {
 public:
     /// @param expected tables that a multiplex has, and that are shown: where they are missing, that is said
     /// @param scrambled PIDs on which nothing came that can be read
-    explicit Tables(const CurrentSections& sections, std::set<std::uint8_t> expected = {},
-                    std::set<Pid> scrambled = {});
+    /// @param carried   PIDs on which anything came; nothing when that is not known of all
+    explicit Tables(const CurrentSections& sections, std::set<std::uint8_t> expected = {}, std::set<Pid> scrambled = {},
+                    std::optional<PidSet> carried = std::nullopt);
 
     std::vector<const Table*> of(std::uint8_t tableId) const;
     std::vector<const Table*> of(std::uint8_t tableId, std::uint16_t extension) const;
@@ -25,6 +26,9 @@ public:
 
     bool isScrambled(Pid pid) const { return m_scrambled.count(pid) != 0; }
 
+    /// Whether nothing came on a PID.
+    bool isSilent(Pid pid) const { return m_carried && !(*m_carried)[pid]; }
+
     /// Those of tables of which nothing is valid now.
     const std::vector<std::pair<TableKey, Position>>& silentChangesElsewhere() const {
         return m_silentChangesElsewhere;
@@ -35,6 +39,7 @@ private:
     std::vector<std::pair<TableKey, Position>> m_silentChangesElsewhere;
     std::set<std::uint8_t> m_expected;
     std::set<Pid> m_scrambled;
+    std::optional<PidSet> m_carried;
 };
 
 } // namespace inspect

@@ -42,7 +42,6 @@ const std::uint8_t* PacketReader::next() {
             }
             m_at += m_spacing;
             ++m_packets;
-            ++m_packetsOfPids[ts_get_pid(packet)];
             if (ts_has_adaptation(packet)) {
                 m_clock.take(packet, m_packets);
             }

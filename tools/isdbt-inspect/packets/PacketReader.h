@@ -1,17 +1,12 @@
 #pragma once
 
 #include "packets/Input.h"
-#include "packets/Pid.h"
 #include "packets/StreamClock.h"
 
-#include <array>
 #include <optional>
 #include <vector>
 
 namespace inspect {
-
-/// How many packets there are of each PID.
-using PacketsOfPids = std::array<std::uint64_t, PID_COUNT>;
 
 /// Cuts a byte stream into transport packets. Their spacing of 188, 192 (with time stamps) or 204 bytes (with a
 /// trailer) is found from the stream itself, and found again behind bytes that are no packets.
@@ -31,9 +26,6 @@ public:
 
     /// Packets so far, of whatever PID. The packet that next() returned is the last of them.
     std::uint64_t packets() const { return m_packets; }
-
-    /// How many of them there were of each PID.
-    const PacketsOfPids& packetsOfPids() const { return m_packetsOfPids; }
 
     /// Where the packet that next() returned begins in the input, in bytes.
     std::uint64_t offset() const { return m_offset; }
@@ -75,7 +67,6 @@ private:
     std::size_t m_complete; ///< so many bytes make a packet with what belongs to it
     const std::uint8_t* m_trailer = nullptr;
     std::uint64_t m_packets = 0;
-    PacketsOfPids m_packetsOfPids{};
     StreamClock m_clock;
     std::uint64_t m_dropped = 0; ///< bytes of the input before those in the buffer
     std::uint64_t m_offset = 0;

@@ -37,6 +37,8 @@ inline constexpr FaultKind NOT_IN_NIT{"not_in_nit", Severity::Warning};
 inline constexpr FaultKind NOT_IN_PAT{"not_in_pat", Severity::Error};
 inline constexpr FaultKind NOT_IN_SDT{"not_in_sdt", Severity::Warning};
 inline constexpr FaultKind NOT_IN_TS_INFORMATION{"not_in_ts_information", Severity::Warning};
+inline constexpr FaultKind NOT_IN_SERVICE_LIST{"not_in_service_list", Severity::Warning};
+inline constexpr FaultKind ONLY_IN_SERVICE_LIST{"only_in_service_list", Severity::Warning};
 inline constexpr FaultKind NETWORKS_DIFFER{"networks_differ", Severity::Warning};
 inline constexpr FaultKind TAG_TWICE{"component_tag_twice", Severity::Error};
 inline constexpr FaultKind PID_TWICE{"pid_twice", Severity::Warning};

@@ -1,6 +1,5 @@
 #include "sections/SectionGatherer.h"
 
-#include <algorithm>
 #include <bitstream/mpeg/psi.h>
 
 namespace inspect {
@@ -23,28 +22,7 @@ std::uint8_t payloadOffset(const std::uint8_t* packet) {
     return static_cast<std::uint8_t>(TS_HEADER_SIZE + adaptation);
 }
 
-/// The stream announces that its continuity_counter starts anew.
-bool announcesDiscontinuity(const std::uint8_t* packet) {
-    return ts_has_adaptation(packet) && ts_get_adaptation(packet) > 0 && tsaf_has_discontinuity(packet);
-}
-
 } // namespace
-
-PidCounts& PidCounts::operator+=(const PidCounts& other) {
-    packets += other.packets;
-    sections += other.sections;
-    scrambled += other.scrambled;
-    crcErrors += other.crcErrors;
-    discontinuities += other.discontinuities;
-    transportErrors += other.transportErrors;
-    malformedPackets += other.malformedPackets;
-    cutShort += other.cutShort;
-    return *this;
-}
-
-bool PidCounts::damaged() const {
-    return crcErrors + discontinuities + transportErrors + malformedPackets + cutShort != 0;
-}
 
 SectionGatherer::Assembly::Assembly() : m_buffer(nullptr), m_used(0) {
     psi_assemble_init(&m_buffer, &m_used);
@@ -76,15 +54,18 @@ std::vector<Section>& SectionGatherer::push(const std::uint8_t* packet, const Po
     m_found.clear();
     const Pid pid = ts_get_pid(packet);
     Stream& stream = m_streams[pid];
+    stream.pid = pid;
     PidCounts& counts = m_counts[pid];
-    ++counts.packets;
     if (ts_get_transporterror(packet)) {
-        ++counts.transportErrors;
+        stream.continuity.forget();
+        stream.assembly.reset();
         return m_found;
     }
-    const bool scrambled = ts_get_scrambling(packet) != 0;
-    counts.scrambled += scrambled ? 1U : 0U;
-    if (!ts_has_payload(packet) || scrambled || !continues(stream, counts, packet)) {
+    const Continuity::Step step = stream.continuity.take(packet);
+    if (step == Continuity::Step::Broken || step == Continuity::Step::Announced) {
+        stream.assembly.reset(); // a packet of the section is missing
+    }
+    if (!ts_has_payload(packet) || ts_get_scrambling(packet) != 0 || step == Continuity::Step::Duplicate) {
         return m_found;
     }
     if (!wellFormed(packet)) {
@@ -108,23 +89,6 @@ std::vector<Section>& SectionGatherer::push(const std::uint8_t* packet, const Po
     beginSections(stream, counts, {payload.data + 1 + pointer, static_cast<std::uint8_t>(payload.length - 1 - pointer)},
                   position);
     return m_found;
-}
-
-/// Follows the continuity_counter. A section that misses a packet is dropped. @return false for a repeated packet.
-bool SectionGatherer::continues(Stream& stream, PidCounts& counts, const std::uint8_t* packet) {
-    std::vector<std::uint8_t>& last = stream.lastPacket;
-    const bool first = last.empty();
-    // A packet may be sent twice, to be safe, but not more often.
-    const bool repeated = !first && !stream.lastWasRepeated && std::equal(last.begin(), last.end(), packet);
-    if (!repeated && !first && ts_check_discontinuity(ts_get_cc(packet), ts_get_cc(last.data()))) {
-        stream.assembly.reset();
-        if (!announcesDiscontinuity(packet)) {
-            ++counts.discontinuities;
-        }
-    }
-    stream.lastWasRepeated = repeated;
-    last.assign(packet, packet + TS_SIZE);
-    return !repeated;
 }
 
 /// Takes the bytes of the section that an earlier packet began. No other section may begin among them.
@@ -153,7 +117,7 @@ void SectionGatherer::found(const Stream& stream, PidCounts& counts, Section::Me
     if (m_only && bytes[0] != *m_only) {
         return;
     }
-    const Section& section = m_found.emplace_back(ts_get_pid(stream.lastPacket.data()), std::move(bytes), position);
+    const Section& section = m_found.emplace_back(stream.pid, std::move(bytes), position);
     ++counts.sections;
     counts.crcErrors += section.sound() ? 0U : 1U;
 }

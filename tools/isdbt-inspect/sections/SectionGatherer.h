@@ -1,25 +1,19 @@
 #pragma once
 
 #include "sections/Section.h"
+#include "traffic/Continuity.h"
 
 #include <map>
 #include <vector>
 
 namespace inspect {
 
-/// What came in on a PID, and what of it was damaged.
+/// What sections came in on a PID, and what of them was damaged.
 struct PidCounts {
-    std::uint64_t packets = 0;
-    std::uint64_t sections = 0;  ///< complete ones, sound or not
-    std::uint64_t scrambled = 0; ///< packets whose payload is for receivers with its key
+    std::uint64_t sections = 0; ///< complete ones, sound or not
     std::uint64_t crcErrors = 0;
-    std::uint64_t discontinuities = 0;
-    std::uint64_t transportErrors = 0;  ///< packets that the demodulator marked as damaged
     std::uint64_t malformedPackets = 0; ///< adaptation field or pointer_field beyond the packet
     std::uint64_t cutShort = 0;         ///< sections that another one interrupted, or that are too long
-
-    PidCounts& operator+=(const PidCounts& other);
-    bool damaged() const;
 };
 
 /// Gathers the sections of a set of PIDs from transport packets.
@@ -65,8 +59,8 @@ private:
     /// What is remembered of a PID from packet to packet.
     struct Stream {
         Assembly assembly;
-        std::vector<std::uint8_t> lastPacket; ///< with payload; empty before the first
-        bool lastWasRepeated = false;
+        Continuity continuity;
+        Pid pid = NULL_PID;
     };
 
     /// Bytes of a packet.
@@ -75,7 +69,6 @@ private:
         std::uint8_t length;
     };
 
-    static bool continues(Stream& stream, PidCounts& counts, const std::uint8_t* packet);
     void finishSection(Stream& stream, PidCounts& counts, Payload payload, const Position& position);
     void beginSections(Stream& stream, PidCounts& counts, Payload payload, const Position& position);
     void found(const Stream& stream, PidCounts& counts, Section::Memory bytes, const Position& position);

@@ -1,12 +1,10 @@
 #include "terminal/Output.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdlib>
-#include <cstring>
-#include <string>
 #include <sys/ioctl.h>
 #include <unistd.h>
+#include <utility>
 
 namespace inspect {
 
@@ -58,28 +56,15 @@ Style styleFor(int descriptor, std::optional<std::size_t> width) {
     return style;
 }
 
-Output::Output(int descriptor, Colour colour, ProgressLine* progress)
-    : m_descriptor(descriptor),
-      m_hasColours(colour == Colour::Auto ? hasColours(descriptor) : colour == Colour::Always),
-      m_progress(isatty(descriptor) == 1 ? progress : nullptr) {}
+Output::Output(std::shared_ptr<Sink> sink, Colour colour)
+    : m_sink(std::move(sink)),
+      m_hasColours(colour == Colour::Auto ? hasColours(m_sink->descriptor()) : colour == Colour::Always) {}
 
-void Output::write(std::string_view text) const {
-    if (m_progress != nullptr) {
-        m_progress->erase();
-    }
-    while (!text.empty()) {
-        const ssize_t count = ::write(m_descriptor, text.data(), text.size());
-        if (count >= 0) {
-            text.remove_prefix(static_cast<std::size_t>(count));
-        } else if (errno == EPIPE) {
-            throw OutputClosed();
-        } else if (errno != EINTR) {
-            throw std::runtime_error(std::string("standard output: ") + std::strerror(errno));
-        }
-    }
+void Output::begin(const std::vector<Line>& heading) {
+    m_heading = std::make_shared<const std::string>(textOf(heading));
 }
 
-void Output::write(const std::vector<Line>& lines) const {
+std::string Output::textOf(const std::vector<Line>& lines) const {
     std::string text;
     for (const Line& line : lines) {
         for (const Span& span : line.spans()) {
@@ -88,7 +73,7 @@ void Output::write(const std::vector<Line>& lines) const {
         }
         text += '\n';
     }
-    write(text);
+    return text;
 }
 
 } // namespace inspect

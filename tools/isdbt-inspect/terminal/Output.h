@@ -1,17 +1,14 @@
 #pragma once
 
 #include "terminal/Line.h"
-#include "terminal/ProgressLine.h"
+#include "terminal/Sink.h"
 
+#include <memory>
 #include <optional>
-#include <stdexcept>
 #include <string_view>
 #include <vector>
 
 namespace inspect {
-
-/// The reader of the output went away.
-struct OutputClosed : std::exception {};
 
 /// What the user says of colours. Auto leaves it to the terminal: there are colours on one, unless NO_COLOR is set or
 /// it is a dumb one.
@@ -31,20 +28,28 @@ struct Style {
 /// @param width what the user says of it, if anything
 Style styleFor(int descriptor, std::optional<std::size_t> width);
 
-/// Writes to a file descriptor, at once: the output may be a pipe that is read as the stream comes in.
+/// Writes what is shown of an input, at once.
 class Output {
 public:
-    /// @param progress gives way when the output is on a terminal
-    explicit Output(int descriptor, Colour colour = Colour::Auto, ProgressLine* progress = nullptr);
+    /// @param sink which other inputs may be written to, too, at the same time
+    explicit Output(std::shared_ptr<Sink> sink, Colour colour = Colour::Auto);
+    explicit Output(int descriptor, Colour colour = Colour::Auto)
+        : Output(std::make_shared<Sink>(descriptor), colour) {}
+
+    /// An input begins.
+    /// @param heading stands above the first that is written of it, and wherever it goes on behind another one
+    void begin(const std::vector<Line>& heading);
 
     /// @throws OutputClosed, or std::runtime_error when it cannot be written otherwise.
-    void write(std::string_view text) const;
-    void write(const std::vector<Line>& lines) const;
+    void write(std::string_view text) const { m_sink->write(m_heading, text); }
+    void write(const std::vector<Line>& lines) const { write(textOf(lines)); }
 
 private:
-    int m_descriptor;
+    std::string textOf(const std::vector<Line>& lines) const;
+
+    std::shared_ptr<Sink> m_sink;
     bool m_hasColours;
-    ProgressLine* m_progress; ///< null when it is not in the way
+    std::shared_ptr<const std::string> m_heading;
 };
 
 } // namespace inspect

@@ -33,6 +33,13 @@ std::string progressText(std::uint64_t done, std::uint64_t total, double seconds
                        durationText(std::llround(left)));
 }
 
+std::string progressText(std::uint64_t done, double seconds) {
+    constexpr double BITS = 8;
+    const double megabytes = static_cast<double>(done) / 1e6;
+    return fmt::format("{}  {:.1f} MB  {:.1f} Mbit/s", durationText(std::llround(seconds)), megabytes,
+                       megabytes * BITS / seconds);
+}
+
 ProgressLine::ProgressLine(int descriptor) : m_descriptor(descriptor), m_isTerminal(isatty(descriptor) == 1) {}
 
 ProgressLine::~ProgressLine() {
@@ -41,6 +48,15 @@ ProgressLine::~ProgressLine() {
 
 void ProgressLine::expect(std::optional<std::uint64_t> bytes) {
     m_total = bytes;
+    begin();
+}
+
+void ProgressLine::follow() {
+    m_isEndless = true;
+    begin();
+}
+
+void ProgressLine::begin() {
     m_done = 0;
     m_begin = Clock::now();
     m_next = m_begin + PATIENCE;
@@ -48,13 +64,15 @@ void ProgressLine::expect(std::optional<std::uint64_t> bytes) {
 
 void ProgressLine::advance(std::uint64_t bytes) {
     m_done += bytes;
-    if (!m_isTerminal || !m_total) {
+    const std::unique_lock lock(m_mutex, std::try_to_lock);
+    if (!m_isTerminal || (!m_total && !m_isEndless) || !lock) {
         return;
     }
     const Clock::time_point now = Clock::now();
     if (now >= m_next) {
         m_next = now + INTERVAL;
-        show(progressText(m_done, *m_total, std::chrono::duration<double>(now - m_begin).count()));
+        const double seconds = std::chrono::duration<double>(now - m_begin).count();
+        show(m_isEndless ? progressText(m_done, seconds) : progressText(m_done, *m_total, seconds));
     }
 }
 
@@ -65,12 +83,14 @@ void ProgressLine::show(const std::string& text) {
     [[maybe_unused]] const ssize_t count = write(m_descriptor, line.data(), line.size());
 }
 
-void ProgressLine::erase() {
+std::unique_lock<std::mutex> ProgressLine::erase() {
+    std::unique_lock lock(m_mutex);
     if (m_width != 0) {
         const std::string line = '\r' + std::string(m_width, ' ') + '\r';
         m_width = 0;
         [[maybe_unused]] const ssize_t count = write(m_descriptor, line.data(), line.size());
     }
+    return lock;
 }
 
 } // namespace inspect

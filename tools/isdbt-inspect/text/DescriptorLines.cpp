@@ -29,9 +29,7 @@ std::string explanationOf(const DescriptorOnWire& descriptor) {
     if (!descriptor.becauseOf.empty()) {
         return fmt::format("right by the standard; this receiver refuses it because {}", descriptor.becauseOf);
     }
-    return descriptor.errorCode == Quor::TISDBTTable::ERROR_OK
-               ? "ERROR_OK is what this receiver says of a transport that it does not support"
-               : "";
+    return std::string(descriptor.errorReading());
 }
 
 /// "association_tag_descriptor, skipped"
@@ -41,7 +39,7 @@ std::string nameOf(const RawDescriptor& raw) {
 
 } // namespace
 
-void appendDescriptorLine(Page& page, const DescriptorOnWire& descriptor, std::size_t indent) {
+void appendDescriptorLine(Page& page, const DescriptorOnWire& descriptor, std::size_t indent, Extent extent) {
     const RawDescriptor& raw = descriptor.raw;
     const Line line =
         blanks(indent) + (descriptor.atFault() ? Line(">", Ink::Fault) : " ") +
@@ -51,7 +49,9 @@ void appendDescriptorLine(Page& page, const DescriptorOnWire& descriptor, std::s
     if (const std::string explanation = explanationOf(descriptor); !explanation.empty()) {
         appendLine(page, blanks(indent + MARGIN) + Line(explanation, Ink::Remark), indent + MARGIN);
     }
-    appendBytes(page, raw.body, indent + MARGIN);
+    if (extent != Extent::Brief) {
+        appendBytes(page, raw.body, indent + MARGIN);
+    }
 }
 
 void appendDescriptorLines(Page& page, const std::vector<LoopOnWire>& loops, std::size_t indent) {

@@ -1,5 +1,6 @@
 #include "text/DiffRenderer.h"
 
+#include "packets/WallClock.h"
 #include "tables/TableKinds.h"
 #include "text/ChangeText.h"
 #include "text/FaultText.h"
@@ -29,6 +30,12 @@ std::string passedTime(const SectionReport& report, const std::vector<Change>& c
 
 } // namespace
 
+/// Adds what time it was, where that is known and there is room for it.
+Line DiffRenderer::timed(const Line& line, const Position& position) const {
+    const Line time = position.time ? "  " + Line(rfc3339(*position.time)) : Line();
+    return line.cells() + time.cells() <= m_style.width ? line + time : line;
+}
+
 void DiffRenderer::writeLine(const Line& line) const {
     Page page{m_style, {}};
     appendLine(page, line, 2 * INDENT);
@@ -36,15 +43,15 @@ void DiffRenderer::writeLine(const Line& line) const {
 }
 
 void DiffRenderer::tellInput(const std::string& name) {
-    m_output.write(inputHeading(name, m_style));
+    m_output.begin(inputHeading(name, m_style));
 }
 
 void DiffRenderer::tellNew(const SectionReport& report) {
-    writeLine(Line("+", Ink::Good) + " " + changeTitle(report) + "  " + Line("new", Ink::Good));
+    writeLine(timed(Line("+", Ink::Good) + " " + changeTitle(report) + "  " + Line("new", Ink::Good), report.position));
 }
 
 void DiffRenderer::tellReturn(const SectionReport& report) {
-    writeLine("  " + changeTitle(report) + "  as it was");
+    writeLine(timed("  " + changeTitle(report) + "  as it was", report.position));
 }
 
 void DiffRenderer::tellChange(const SectionReport& former, const SectionReport& report,
@@ -55,7 +62,7 @@ void DiffRenderer::tellChange(const SectionReport& former, const SectionReport& 
         title += fmt::format("  was on PID 0x{:04X}", *former.pid);
     }
     const std::string passed = passedTime(report, changes);
-    appendLine(page, title + passed, 2 * INDENT);
+    appendLine(page, passed.empty() ? timed(title, report.position) : title + passed, 2 * INDENT);
     if (passed.empty() && changes.empty()) {
         appendLine(page, blanks(2 * INDENT) + "no field differs");
     } else if (passed.empty()) {
@@ -66,7 +73,7 @@ void DiffRenderer::tellChange(const SectionReport& former, const SectionReport& 
 
 void DiffRenderer::tellRejection(const SectionReport& report) {
     Page page{m_style, {}};
-    appendLine(page, Line("!", Ink::Fault) + " " + changeTitle(report), 2 * INDENT);
+    appendLine(page, timed(Line("!", Ink::Fault) + " " + changeTitle(report), report.position), 2 * INDENT);
     appendRejection(page, *report.rejection, 2 * INDENT);
     m_output.write(page.lines);
 }

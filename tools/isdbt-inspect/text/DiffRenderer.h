@@ -22,6 +22,7 @@ private:
     void tellMissing(const SectionReport& report) override;
     void tellOutcome(const Summary& summary, const Faults& faults) override;
 
+    Line timed(const Line& line, const Position& position) const;
     void writeLine(const Line& line) const;
 
     Output& m_output;

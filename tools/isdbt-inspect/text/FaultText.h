@@ -13,6 +13,7 @@ enum class Listed {
 
 /// Appends the faults under a line that counts them; nothing when there are none. What is said of several stands in one
 /// line.
-void appendFaults(Page& page, const Faults& faults, Listed listed = Listed::All);
+/// @param most of how many it says which they are
+void appendFaults(Page& page, const Faults& faults, Listed listed = Listed::All, std::size_t most = SIZE_MAX);
 
 } // namespace inspect

@@ -32,26 +32,28 @@ Line nameText(const Field& name) {
     return name.unit.empty() ? text : text + fmt::format(" [{}]", name.unit);
 }
 
-Line factText(const Fact& fact) {
+Line factText(const Fact& fact, Extent extent) {
     if (std::holds_alternative<Absent>(fact.value.value)) {
         return fact.label;
     }
-    return fact.label + (fact.label.empty() ? "" : " ") + briefText(fact.value);
+    const bool named = extent == Extent::Brief && !fact.value.codeName.empty();
+    return fact.label + (fact.label.empty() ? "" : " ") +
+           (named ? Line(fact.value.codeName, Ink::Remark) : briefText(fact.value));
 }
 
 /// "Service 0xE6A0 (59040) "Maré-Açu HD"  digital television (0x01), running, PMT PID 0x0101 version 0"
-std::vector<Line> piecesOf(const Node& node, const Style& style) {
+std::vector<Line> piecesOf(const Node& node, Extent extent) {
     Line heading{node.title, Ink::Heading};
     for (const Field& name : node.names) {
         heading += " " + nameText(name);
     }
     std::vector<Line> pieces;
     for (const Fact& fact : node.facts) {
-        if (style.full || fact.extent == Extent::Overview) {
+        if (fact.extent <= extent) {
             if (!pieces.empty()) {
                 pieces.back() += ",";
             }
-            pieces.push_back(factText(fact));
+            pieces.push_back(factText(fact, extent));
         }
     }
     pieces.insert(pieces.begin(), std::move(heading));
@@ -80,29 +82,34 @@ std::vector<Line> piecesOf(const Detail& detail) {
     return pieces;
 }
 
-void appendNode(Page& page, const Node& node, const Line& first, const Line& rest) {
+void appendNode(Page& page, const Node& node, Extent extent, const Line& first, const Line& rest) {
     const Line below = rest + (node.children.empty() ? LAST.rest : INNER.rest);
     const Line further = below + blanks(FURTHER);
-    appendPieces(page, first, further, piecesOf(node, page.style));
+    std::vector<Line> pieces = piecesOf(node, extent);
+    std::vector<Line> faults;
     for (const std::string& fault : node.faults) {
-        appendPieces(page, below, further, {{MARK + fault, Ink::Fault}});
+        (extent == Extent::Brief ? pieces : faults).emplace_back(MARK + fault, Ink::Fault);
     }
-    if (page.style.full) {
+    appendPieces(page, first, further, pieces);
+    for (const Line& fault : faults) {
+        appendPieces(page, below, further, {fault});
+    }
+    if (extent == Extent::Full) {
         for (const Detail& detail : node.details) {
             appendPieces(page, below, further, piecesOf(detail));
         }
     }
     for (const Node& child : node.children) {
         const Branch& branch = &child == &node.children.back() ? LAST : INNER;
-        appendNode(page, child, rest + branch.first, rest + branch.rest);
+        appendNode(page, child, extent, rest + branch.first, rest + branch.rest);
     }
 }
 
 } // namespace
 
-void appendOutline(Page& page, const std::vector<Node>& nodes) {
+void appendOutline(Page& page, const std::vector<Node>& nodes, Extent extent) {
     for (const Node& node : nodes) {
-        appendNode(page, node, "", "");
+        appendNode(page, node, extent, "", "");
         page.lines.emplace_back();
     }
 }

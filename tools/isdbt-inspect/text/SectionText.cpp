@@ -34,15 +34,30 @@ Line remarks(const SectionReport& report) {
            remark(report.rejection.has_value(), "REJECTED");
 }
 
-void appendError(Page& page, const Rejection& rejection, std::size_t indent) {
+void appendError(Page& page, const Rejection& rejection, std::size_t indent, Extent extent) {
     const Line margin = blanks(indent);
     const std::size_t behindLabel = indent + 7;
     appendLine(page,
                margin + "error  " + Line(rejection.errorName, Ink::Fault) +
                    fmt::format(" (0x{:04X})", rejection.errorCode),
                behindLabel);
-    for (const std::string& line : rejection.logLines) {
-        appendLine(page, margin + "log    " + line, behindLabel);
+    if (extent != Extent::Brief) {
+        for (const std::string& line : rejection.logLines) {
+            appendLine(page, margin + "log    " + line, behindLabel);
+        }
+    }
+}
+
+/// The first descriptor at fault.
+void appendFirstAtFault(Page& page, const std::vector<LoopOnWire>& loops, std::size_t indent, Extent extent) {
+    for (const LoopOnWire& loop : loops) {
+        const auto first = std::find_if(loop.descriptors.begin(), loop.descriptors.end(),
+                                        [](const DescriptorOnWire& each) { return each.atFault(); });
+        if (first != loop.descriptors.end()) {
+            appendLine(page, blanks(indent) + "descriptor of " + loop.name);
+            appendDescriptorLine(page, *first, 2 * indent, extent);
+            return;
+        }
     }
 }
 
@@ -85,23 +100,14 @@ void appendSectionBytes(Page& page, const std::vector<std::uint8_t>& bytes, std:
     appendBytes(page, bytes, 2 * indent, true);
 }
 
-void appendRejection(Page& page, const Rejection& rejection, std::size_t indent) {
-    appendError(page, rejection, indent);
+void appendRejection(Page& page, const Rejection& rejection, std::size_t indent, Extent extent) {
+    appendError(page, rejection, indent, extent);
+    if (extent != Extent::Full) {
+        appendFirstAtFault(page, rejection.loops, indent, extent);
+        return;
+    }
     appendDescriptorLines(page, rejection.loops, indent);
     appendSectionBytes(page, rejection.section, indent);
-}
-
-void appendRejectionInBrief(Page& page, const Rejection& rejection, std::size_t indent) {
-    appendError(page, rejection, indent);
-    for (const LoopOnWire& loop : rejection.loops) {
-        const auto first = std::find_if(loop.descriptors.begin(), loop.descriptors.end(),
-                                        [](const DescriptorOnWire& each) { return each.atFault(); });
-        if (first != loop.descriptors.end()) {
-            appendLine(page, blanks(indent) + "descriptor of " + loop.name);
-            appendDescriptorLine(page, *first, 2 * indent);
-            return;
-        }
-    }
 }
 
 } // namespace inspect

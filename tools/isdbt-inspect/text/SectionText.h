@@ -1,5 +1,6 @@
 #pragma once
 
+#include "arranging/Outline.h"
 #include "reports/Report.h"
 #include "text/Page.h"
 
@@ -24,9 +25,8 @@ void appendSectionBytes(Page& page, const std::vector<std::uint8_t>& bytes, std:
 
 /// Appends why the library does not take a section: the error, the lines of its log, the descriptors with those at
 /// fault marked, all bytes.
-void appendRejection(Page& page, const Rejection& rejection, std::size_t indent);
-
-/// The same with the first descriptor at fault alone, which is the one that the library stopped at, and without bytes.
-void appendRejectionInBrief(Page& page, const Rejection& rejection, std::size_t indent);
+/// @param extent in an overview, of the descriptors the first one at fault alone, which is the one that the library
+///               stopped at, and no other bytes; in brief, no bytes and no log
+void appendRejection(Page& page, const Rejection& rejection, std::size_t indent, Extent extent = Extent::Full);
 
 } // namespace inspect

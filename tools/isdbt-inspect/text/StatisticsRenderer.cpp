@@ -8,7 +8,7 @@
 namespace inspect {
 
 void StatisticsRenderer::begin(const std::string& name) {
-    m_output.write(inputHeading(name, m_style));
+    m_output.begin(inputHeading(name, m_style));
 }
 
 void StatisticsRenderer::section(const SectionReport& report) {

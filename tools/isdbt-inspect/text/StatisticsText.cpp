@@ -198,7 +198,7 @@ std::optional<Row> damageRow(const PidStatistics& pid) {
 }
 
 const std::vector<Column> CLOCK_COLUMNS{{"", "PID", Column::Kind::Name},
-                                        {"PCR", "intervals", Column::Kind::Number, 3},
+                                        {"", "PCRs", Column::Kind::Number, 3},
                                         {"mean", "interval", Column::Kind::Number, 2},
                                         {"longest", "interval"},
                                         {"", "ended", Column::Kind::Number, 1},
@@ -214,11 +214,11 @@ std::string endOfLongest(const Spread& spread) {
 std::optional<Row> clockRow(const PidStatistics& pid) {
     const PidTraffic& traffic = pid.traffic;
     const Spread& references = traffic.pcrIntervals;
-    if (references.count() + traffic.pcrJumps + traffic.ptsIntervals.count() == 0) {
+    if (traffic.pcrs + traffic.ptsIntervals.count() == 0) {
         return std::nullopt;
     }
     return Row{{pidText(pid.pid), Ink::Name},
-               std::to_string(references.count()),
+               std::to_string(traffic.pcrs),
                interval(references.mean()),
                interval(references.maximum()),
                endOfLongest(references),

@@ -9,7 +9,7 @@
 namespace inspect {
 
 void TablesRenderer::begin(const std::string& name) {
-    m_output.write(inputHeading(name, m_style));
+    m_output.begin(inputHeading(name, m_style));
 }
 
 void TablesRenderer::section(const SectionReport& report) {

@@ -15,9 +15,12 @@ struct PidTraffic {
     std::uint64_t scrambled = 0;
     Position first;
     Position last;
-    Spread pcrIntervals;
-    std::uint64_t pcrJumps = 0; ///< that nothing announced
-    Spread ptsIntervals;
+    Spread pcrIntervals; ///< by the values of the PCRs
+    std::uint64_t pcrs = 0;
+    std::uint64_t pcrJumps = 0;      ///< that nothing announced
+    std::optional<Position> lastPcr; ///< the packet with it
+    Spread ptsIntervals;             ///< of video and audio, by the stream's clock
+    std::optional<Position> lastPts; ///< the packet with it
 
     /// Bits of its packets in each whole second of the stream; nothing before the first one is over.
     std::optional<double> lowestBitRate;

@@ -2,6 +2,7 @@
 
 #include "packets/Event.h"
 #include "packets/Pid.h"
+#include "traffic/Continuity.h"
 #include "traffic/PidTraffic.h"
 
 #include <array>
@@ -12,18 +13,40 @@ namespace inspect {
 /// Looks at every packet of a stream.
 class TrafficCounter {
 public:
-    /// @param events where it tells what happens
+    /// @param events where it finds what the packet's reader and clock say of each packet, and tells what it finds
     explicit TrafficCounter(Events& events) : m_events(events) {}
 
     /// @param packet 188 bytes
     void take(const std::uint8_t* packet, const Position& position);
 
     /// Null when no packet came on it.
-    const PidTraffic* of(Pid pid) const { return m_ofPids.at(pid).get(); }
+    const PidTraffic* of(Pid pid) const { return m_ofPids.at(pid) ? &m_ofPids.at(pid)->traffic : nullptr; }
+
+    /// Where packets came so far.
+    const std::vector<Pid>& pids() const { return m_pids; }
 
 private:
+    struct Stream {
+        PidTraffic traffic;
+        Continuity continuity;
+        bool isScrambled = false;
+        bool isWhole = false;           ///< since the second that goes on began
+        std::uint64_t inThisSecond = 0; ///< packets
+    };
+
+    Stream& streamOf(Pid pid, const Position& position);
+    void heed(const Event& event);
+    void passSeconds(double now);
+    void endSecond();
+    void follow(Stream& stream, const std::uint8_t* packet, const Position& position);
+    void lookForScrambling(Stream& stream, const std::uint8_t* packet, const Position& position);
+    void lookForPts(Stream& stream, const std::uint8_t* packet, const Position& position);
+    void tell(EventKind kind, const std::uint8_t* packet, const Position& position, double amount = 0);
+
     Events& m_events;
-    std::array<std::unique_ptr<PidTraffic>, PID_COUNT> m_ofPids;
+    std::array<std::unique_ptr<Stream>, PID_COUNT> m_ofPids;
+    std::vector<Pid> m_pids;
+    std::optional<double> m_endOfSecond;
 };
 
 } // namespace inspect
