@@ -77,8 +77,10 @@ TEST(InspectAtOnce, LinesOfJsonHaveTheirInput) {
     program.signal(SIGINT);
     const Finished finished = program.finish();
     EXPECT_EQ(finished.status, 0);
-    EXPECT_THAT(finished.output, HasSubstr("{\"type\":\"section\",\"schema_version\":1,\"source\":\"" + one.address() + "\""));
-    EXPECT_THAT(finished.output, HasSubstr("{\"type\":\"section\",\"schema_version\":1,\"source\":\"" + other.address() + "\""));
+    EXPECT_THAT(finished.output,
+                HasSubstr("{\"type\":\"section\",\"schema_version\":1,\"source\":\"" + one.address() + "\""));
+    EXPECT_THAT(finished.output,
+                HasSubstr("{\"type\":\"section\",\"schema_version\":1,\"source\":\"" + other.address() + "\""));
 }
 
 TEST(InspectAtOnce, OneThatCannotBeReceivedKeepsNoOther) {

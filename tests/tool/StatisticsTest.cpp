@@ -316,6 +316,21 @@ TEST(InspectStatistics, TablesOfKeysAnnounceToo) {
                                                                        "0x0503 1 14.29 % - - - ECM\n"));
 }
 
+/// Video of which packets are missing, audio that is marked as damaged, and something that is scrambled.
+TEST(InspectStatistics, SaysWhatBecameOfThePacketsOfAllPids) {
+    StreamBuilder stream;
+    stream.proceed(0x0111, {}).again().lose(0x0111, 3).proceed(0x0111, {});
+    stream.proceed(0x0112, {}).patch(1, 0x81).proceed(0x0113, {}).patch(3, 0x90).proceed(0x0114, {});
+    const Finished finished = statistics(stream.bytes(), {"--width", "120"});
+    EXPECT_EQ(finished.status, 3);
+    EXPECT_THAT(squeezed(finished.output),
+                HasSubstr("\nPID discontinuities packets lost announced jumps duplicates transport errors scrambled\n"
+                          "0x0111 1 >= 3 0 1 0 0\n"
+                          "0x0112 0 0 0 0 1 0\n"
+                          "0x0113 0 0 0 0 0 1\n"
+                          "\n"));
+}
+
 /// It stands for none.
 TEST(InspectStatistics, NullPacketsAreNoPcr) {
     StreamBuilder stream;

@@ -17,9 +17,9 @@ inspect::Section section(Pid pid, const ByteVector& bytes, std::optional<double>
 }
 
 std::vector<inspect::PidStatistics> statisticsOf(const Statistics& statistics) {
-    inspect::Events events;
-    const inspect::TrafficCounter none(events);
-    return statistics.of({&none, 0, 4.0, 4.0}, {});
+    inspect::Traffic traffic;
+    traffic.seconds = traffic.end = 4.0;
+    return statistics.of(traffic, {});
 }
 
 } // namespace

@@ -157,7 +157,7 @@ PidTraffic Statistics::totalOf(const TrafficCounter& traffic) {
 
 PidStatistics Statistics::statisticsOf(std::optional<Pid> pid, const Traffic& traffic) const {
     PidStatistics statistics{pid, {}, std::nullopt, {}, 0, std::nullopt, {}};
-    if (!pid) {
+    if (!pid || traffic.ofPids == nullptr) {
         return statistics;
     }
     if (const PidTraffic* const ofPid = traffic.ofPids->of(*pid)) {
