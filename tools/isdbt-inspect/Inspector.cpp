@@ -25,13 +25,6 @@ Rejection rejectionOf(const Section& section, ParsedSection& parsed) {
             describeDescriptors(section.data(), section.size()), bytesOf(section)};
 }
 
-/// Only the TOT says what time it is.
-std::string otherZoneOf(const SectionReport& report, const TimeZone& zone) {
-    const std::optional<std::int64_t> time =
-        report.tableId == TOT ? numberIn(report.fields, "unix_time") : std::nullopt;
-    return time ? zone.otherBy(static_cast<std::int32_t>(*time), std::time(nullptr)) : "";
-}
-
 constexpr const char* NO_CLOCK = "has no clock (PCR) by which --since and --until could be counted";
 
 /// A count of sections or of packets.
@@ -100,7 +93,7 @@ std::optional<PidSet> carriedPids(const Summary& summary, const Interest& intere
     }
     PidSet carried;
     for (const PidStatistics& each : summary.statistics) {
-        carried.set(each.pid.value_or(NULL_PID), each.packets != 0);
+        carried.set(each.pid.value_or(NULL_PID), each.traffic.packets != 0);
     }
     return carried;
 }
@@ -114,7 +107,8 @@ Inspector::Inspector(Renderer& renderer, const Interest& interest, const Convent
 }
 
 void Inspector::gather(const PidSet& pids) {
-    m_gatherer.setPids(pids);
+    constexpr Pid CONDITIONAL_ACCESS = 0x0001; // its table names PIDs, too
+    m_gatherer.setPids(PidSet(pids).set(CONDITIONAL_ACCESS));
 }
 
 /// Tells what has happened, and that time has passed.
@@ -149,7 +143,15 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     m_isLive = input.isLive();
     PacketReader packets(input);
     while (const std::uint8_t* const packet = packets.next()) {
-        const Position position{packets.packets(), packets.offset(), packets.seconds()};
+        Position position{packets.packets(), packets.offset(), packets.seconds()};
+        position.time = m_isLive ? arrivalTime() : m_wallClock.at(position.seconds);
+        if (!m_begin) {
+            m_begin = position.time;
+        }
+        if (position.seconds && !m_isDated) {
+            m_isDated = true;
+            m_statistics.date([&packets](std::uint64_t number) { return packets.secondsOf(number); });
+        }
         m_traffic.take(packet, position);
         watch(position);
         m_transmission.take(packet, packets.trailer(), position);
@@ -268,14 +270,17 @@ void Inspector::take(const Section& section) {
         }
         return;
     }
-    const SeenSections::Sight sight = (understood ? m_seen : m_seenOfOthers).look(section);
-    m_statistics.take(section, sight);
-    const bool isNew = sight.news != SeenSections::News::Repetition;
+    const SeenSections::News news = (understood ? m_seen : m_seenOfOthers).look(section);
+    m_statistics.take(section, news);
+    const bool isNew = news != SeenSections::News::Repetition;
+    if (isNew) {
+        m_statistics.learnKeys(section);
+    }
     const bool isFirst = understood && isFirstSince(section);
     if (!understood || (!isNew && !isFirst)) {
         return;
     }
-    const Reading reading = read(section, sight.news);
+    const Reading reading = read(section, news);
     if (isNew) {
         learn(reading);
     }
@@ -285,7 +290,7 @@ void Inspector::take(const Section& section) {
 /// Whether only those before it, which are not shown, were like it.
 bool Inspector::isFirstSince(const Section& section) {
     return m_interest.since && m_interest.hasBegun(section.position()) &&
-           m_seenSince.look(section).news != SeenSections::News::Repetition;
+           m_seenSince.look(section) != SeenSections::News::Repetition;
 }
 
 Inspector::Reading Inspector::read(const Section& section, SeenSections::News news) {
@@ -304,14 +309,25 @@ Inspector::Reading Inspector::read(const Section& section, SeenSections::News ne
         report.rejection = rejectionOf(section, parsed);
     } else {
         report.fields = describe(*parsed.table, m_conventions, m_coding);
-        if (m_isLive) {
-            report.otherZone = otherZoneOf(report, m_conventions.zone);
+        if (report.tableId == TOT && !report.damaged) {
+            tellTime(report);
         }
         if (m_interest.bytes) {
             report.bytes = bytesOf(section);
         }
     }
     return {section, std::move(parsed), std::move(report)};
+}
+
+/// Only the TOT says what time it is: by the station's clock.
+void Inspector::tellTime(SectionReport& report) {
+    const auto time = static_cast<std::int32_t>(numberIn(report.fields, "unix_time").value_or(0));
+    if (m_isLive) {
+        report.otherZone = m_conventions.zone.otherBy(time, std::time(nullptr));
+    } else if (report.position.seconds) {
+        m_wallClock.set(*report.position.seconds, zoneOf(m_conventions, m_coding).utc(time));
+        report.position.time = m_wallClock.at(report.position.seconds);
+    }
 }
 
 /// Takes a section for what the multiplex is now.
@@ -321,9 +337,7 @@ void Inspector::learn(const Reading& reading) {
     if (report.rejection) {
         m_statistics.reject(section);
     } else {
-        if (report.tableId == PMT) {
-            m_statistics.learn(report.fields);
-        }
+        m_statistics.learn(report.tableId, report.fields);
         if (m_following.follow(section, *parsed.table)) {
             gather(m_following.pids());
         }
@@ -366,7 +380,10 @@ Summary Inspector::summary(const PacketReader& packets) {
     for (const auto& [pid, counts] : m_gatherer.counts()) {
         sections += counts.sections;
     }
-    const Traffic traffic{&m_traffic, packets.packets(), packets.duration(), m_transmission.layersOfPids()};
+    const Traffic traffic{&m_traffic, packets.packets(), packets.duration(), packets.seconds(),
+                          m_transmission.layersOfPids()};
+    const Position last{packets.packets(), packets.offset(), traffic.end,
+                        m_isLive ? arrivalTime() : m_wallClock.at(traffic.end)};
     return {packets.packets(),
             packets.spacing(),
             m_gatherer.counts().size(),
@@ -381,7 +398,11 @@ Summary Inspector::summary(const PacketReader& packets) {
             0,
             m_transmission.finish(),
             0,
-            {}};
+            {},
+            Statistics::totalOf(m_traffic),
+            m_isLive ? m_begin : m_wallClock.at(0),
+            last,
+            bitRate(packets.packets(), traffic.seconds)};
 }
 
 } // namespace inspect

@@ -9,6 +9,7 @@
 #include "multiplex/CurrentSections.h"
 #include "multiplex/PresentEvents.h"
 #include "packets/PacketReader.h"
+#include "packets/WallClock.h"
 #include "parsing/SectionParser.h"
 #include "reports/Renderer.h"
 #include "sections/SectionGatherer.h"
@@ -69,6 +70,7 @@ private:
     void gather(const PidSet& pids);
     void watch(const Position& now);
     void tellAlarms();
+    void tellTime(SectionReport& report);
     void inspect(Input& source, std::set<std::uint8_t> expected);
     std::set<std::uint8_t> expected() const;
     void finish(Summary last, const Input& input, std::set<std::uint8_t> expected);
@@ -78,6 +80,8 @@ private:
     const Conventions& m_conventions;
     Exporter* m_exporter;
     CodingGuess m_coding;
+    WallClock m_wallClock;
+    std::optional<WallTime> m_begin; ///< the first time that was known
     SectionGatherer m_gatherer;
     Events m_events; ///< that nobody has looked at
     TrafficCounter m_traffic{m_events};
@@ -94,7 +98,8 @@ private:
     std::uint64_t m_shown = 0;
     std::uint64_t m_rejected = 0;
     std::uint64_t m_notChosen = 0;
-    bool m_isLive = false; ///< this machine's clock shows the time of the input
+    bool m_isDated = false; ///< the stream's clock is known
+    bool m_isLive = false;  ///< this machine's clock shows the time of the input
     bool m_foundFault = false;
     bool m_foundKnownTable = false;
 };

@@ -36,17 +36,24 @@ Json changesJson(const std::vector<Change>& changes) {
 /// By their kinds.
 constexpr const char* EVENTS[] = {"new", "returned", "changed", "rejected", "ended", "missing"};
 
+FaultPlace placeIn(const SectionReport& report) {
+    return {report.pid, report.tableId, report.header ? std::optional(report.header->extension) : std::nullopt};
+}
+
 } // namespace
 
 void DiffJsonRenderer::tell(const Fate& fate) {
-    Json object = sectionJson("change", m_input, fate.report);
+    const SectionReport& report = fate.report;
+    Json object = sectionJson("change", m_source, report);
     object["event"] = EVENTS[fate.kind];
+    object["id"] =
+        eventId(EVENTS[fate.kind], placeIn(report), report.position, report.header ? report.header->sectionNumber : 0U);
     if (fate.kind == Fate::Changed) {
         object["former_pid"] = orNull(fate.former->pid);
         object["former_version"] = fate.former->header ? Json(fate.former->header->version) : Json();
         object["changes"] = changesJson(fate.changes);
     } else if (fate.kind == Fate::Rejected) {
-        addRejection(object, *fate.report.rejection);
+        addRejection(object, *report.rejection);
     } else if (fate.kind == Fate::Ended) {
         object["section_number"] = fate.ended;
     }
@@ -54,11 +61,11 @@ void DiffJsonRenderer::tell(const Fate& fate) {
 }
 
 void DiffJsonRenderer::tellAlarm(const Alarm& alarm) {
-    m_output.write(alarmLine(m_input, alarm));
+    m_output.write(alarmLine(m_source, alarm));
 }
 
 void DiffJsonRenderer::tellOutcome(const Summary& summary, const Faults& faults) {
-    m_output.write(transmissionLine(m_input, summary) + faultLines(m_input, faults));
+    m_output.write(transmissionLine(m_source, summary) + faultLines(m_source, faults));
 }
 
 } // namespace inspect

@@ -33,6 +33,10 @@ public:
     /// When the packet that next() returned was sent, in seconds since the stream's first time stamps.
     std::optional<double> seconds() const { return m_clock.seconds(m_packets); }
 
+    /// The same of an earlier packet, close to this one.
+    /// @param number from 1
+    std::optional<double> secondsOf(std::uint64_t number) const { return m_clock.seconds(number); }
+
     /// How long the packets so far took, in seconds.
     std::optional<double> duration() const { return m_clock.duration(m_packets); }
 

@@ -1,5 +1,6 @@
 #include "text/DiffRenderer.h"
 
+#include "packets/WallClock.h"
 #include "tables/TableKinds.h"
 #include "text/AlarmText.h"
 #include "text/ChangeText.h"
@@ -28,6 +29,12 @@ std::string passedTime(const SectionReport& report, const std::vector<Change>& c
     return fmt::format("  {} ({:+} s)", change.after->reading, passed);
 }
 
+/// Adds what time it was, where that is known and there is room for it.
+Line timed(const Line& line, const Position& position, const Style& style) {
+    const Line time = position.time ? "  " + Line(rfc3339(*position.time)) : Line();
+    return line.cells() + time.cells() <= style.width ? line + time : line;
+}
+
 void appendChanged(Page& page, const Fate& fate) {
     const SectionReport& former = *fate.former;
     Line title = Line("~", Ink::Remark) + " " + changeTitle(fate.report, versionOf(former));
@@ -35,7 +42,7 @@ void appendChanged(Page& page, const Fate& fate) {
         title += fmt::format("  was on PID 0x{:04X}", *former.pid);
     }
     const std::string passed = passedTime(fate.report, fate.changes);
-    appendLine(page, title + passed, 2 * INDENT);
+    appendLine(page, passed.empty() ? timed(title, fate.report.position, page.style) : title + passed, 2 * INDENT);
     if (passed.empty() && fate.changes.empty()) {
         appendLine(page, blanks(2 * INDENT) + "no field differs");
     } else if (passed.empty()) {
@@ -44,14 +51,15 @@ void appendChanged(Page& page, const Fate& fate) {
 }
 
 /// What is to be said of a section in one line.
-Line titleOf(const Fate& fate) {
+Line titleOf(const Fate& fate, const Style& style) {
+    const auto timed = [&](const Line& line) { return inspect::timed(line, fate.report.position, style); };
     switch (fate.kind) {
     case Fate::New:
-        return Line("+", Ink::Good) + " " + changeTitle(fate.report) + "  " + Line("new", Ink::Good);
+        return timed(Line("+", Ink::Good) + " " + changeTitle(fate.report) + "  " + Line("new", Ink::Good));
     case Fate::Returned:
-        return "  " + changeTitle(fate.report) + "  as it was";
+        return timed("  " + changeTitle(fate.report) + "  as it was");
     case Fate::Rejected:
-        return Line("!", Ink::Fault) + " " + changeTitle(fate.report);
+        return timed(Line("!", Ink::Fault) + " " + changeTitle(fate.report));
     case Fate::Ended:
         return blanks(2 * INDENT) + Line("-", Ink::Fault) + fmt::format(" section {} is no more", fate.ended);
     default:
@@ -70,7 +78,7 @@ void DiffRenderer::tell(const Fate& fate) {
     if (fate.kind == Fate::Changed) {
         appendChanged(page, fate);
     } else {
-        appendLine(page, titleOf(fate), 2 * INDENT);
+        appendLine(page, titleOf(fate, m_style), 2 * INDENT);
     }
     if (fate.kind == Fate::Rejected) {
         appendRejection(page, *fate.report.rejection, 2 * INDENT);
