@@ -42,17 +42,34 @@ Json tableJson(const std::string& input, const std::optional<Pid>& pid, const Ta
     return object;
 }
 
-} // namespace
-
-void StatisticsJsonRenderer::end(const Summary& summary, const Multiplex& /*multiplex*/, const Faults& faults) {
+/// The lines of all PIDs.
+/// @param interim in seconds since the input began; nothing at its end
+std::string statisticsLines(const std::string& input, const Summary& summary, std::optional<double> interim) {
+    const auto line = [&interim](Json object) {
+        if (interim) {
+            object["interim"] = measured(interim);
+        }
+        return jsonLine(object);
+    };
     std::string lines;
     for (const PidStatistics& pid : summary.statistics) {
-        lines += jsonLine(pidJson(m_input, pid));
+        lines += line(pidJson(input, pid));
         for (const TableStatistics& table : pid.tables) {
-            lines += jsonLine(tableJson(m_input, pid.pid, table));
+            lines += line(tableJson(input, pid.pid, table));
         }
     }
-    m_output.write(lines + transmissionLine(m_input, summary) + faultLines(m_input, faults));
+    return lines;
+}
+
+} // namespace
+
+void StatisticsJsonRenderer::interim(const Summary& summary, double seconds) {
+    m_output.write(statisticsLines(m_input, summary, seconds));
+}
+
+void StatisticsJsonRenderer::end(const Summary& summary, const Multiplex& /*multiplex*/, const Faults& faults) {
+    m_output.write(statisticsLines(m_input, summary, {}) + transmissionLine(m_input, summary) +
+                   faultLines(m_input, faults));
 }
 
 } // namespace inspect

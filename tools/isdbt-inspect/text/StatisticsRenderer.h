@@ -13,6 +13,7 @@ public:
 
     void begin(const std::string& name) override;
     void section(const SectionReport& report) override;
+    void interim(const Summary& summary, double seconds) override;
     void end(const Summary& summary, const Multiplex& multiplex, const Faults& faults) override;
 
 private:
