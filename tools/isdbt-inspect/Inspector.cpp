@@ -3,6 +3,7 @@
 #include "checking/Checking.h"
 #include "describing/Describing.h"
 #include "describing/FieldLookup.h"
+#include "inputs/AttendedInput.h"
 #include "inputs/ReadablePart.h"
 #include "sections/SectionReader.h"
 #include "tables/TableKinds.h"
@@ -26,6 +27,7 @@ Rejection rejectionOf(const Section& section, ParsedSection& parsed) {
 }
 
 constexpr const char* NO_CLOCK = "has no clock (PCR) by which --since and --until could be counted";
+constexpr const char* NO_CLOCK_FOR_TIMES = "has no clock (PCR) by which --every and --seconds could be counted";
 
 /// A count of sections or of packets.
 struct DamageKind {
@@ -98,11 +100,19 @@ std::optional<PidSet> carriedPids(const Summary& summary, const Interest& intere
     return carried;
 }
 
+void addLosses(Summary& summary, const Input& input) {
+    for (const Loss& loss : input.losses()) {
+        const Damage damage = loss.kind == Loss::Kind::Silence ? Damage::NoData : Damage::InputLoss;
+        summary.damages.push_back({loss.singular, loss.plural, loss.count, {}, damage});
+    }
+}
+
 } // namespace
 
-Inspector::Inspector(Renderer& renderer, const Interest& interest, const Conventions& conventions, Exporter* exporter)
+Inspector::Inspector(Renderer& renderer, const Interest& interest, const Conventions& conventions, Exporter* exporter,
+                     const Times& times)
     : m_renderer(renderer), m_interest(interest), m_conventions(conventions), m_exporter(exporter),
-      m_following(interest.pids) {
+      m_following(interest.pids), m_times(times), m_timetable(times) {
     gather(m_following.pids());
 }
 
@@ -139,9 +149,12 @@ void Inspector::runPackets(Input& source) {
 
 void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     m_renderer.begin(source.name());
-    ReadablePart input(source);
-    m_isLive = input.isLive();
+    ReadablePart readable(source);
+    m_isLive = readable.isLive();
+    const PacketReader* reader = nullptr;
+    AttendedInput input(readable, [&] { return attend(*reader, readable); });
     PacketReader packets(input);
+    reader = &packets;
     while (const std::uint8_t* const packet = packets.next()) {
         Position position{packets.packets(), packets.offset(), packets.seconds()};
         position.time = m_isLive ? arrivalTime() : m_wallClock.at(position.seconds);
@@ -151,6 +164,9 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
         if (position.seconds && !m_isDated) {
             m_isDated = true;
             m_statistics.date([&packets](std::uint64_t number) { return packets.secondsOf(number); });
+        }
+        if (!m_isLive && position.seconds && !keepTime(packets, readable, *position.seconds)) {
+            break;
         }
         m_traffic.take(packet, position);
         watch(position);
@@ -165,12 +181,12 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
         }
     }
     if (packets.packets() == 0) {
-        input.complain();
+        readable.complain();
     }
     m_watch.tick({packets.packets(), packets.offset(), packets.seconds()}); // what did not come until the end
     tellAlarms();
     finish(summary(packets), input, std::move(expected));
-    input.complain();
+    readable.complain();
     if (packets.cutOffBytes() != 0) {
         throw InputError(input.name(), fmt::format("cut off in its last packet ({} of {} bytes)", packets.cutOffBytes(),
                                                    packets.spacing()));
@@ -178,11 +194,33 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     if (m_interest.isTimed() && !packets.seconds()) {
         throw InputError(input.name(), NO_CLOCK);
     }
+    if (m_times.areOfStream() && !m_isLive && !packets.seconds()) {
+        throw InputError(input.name(), NO_CLOCK_FOR_TIMES);
+    }
+}
+
+/// Does what is due by this machine's clock. @return whether the input goes on.
+bool Inspector::attend(const PacketReader& packets, const Input& input) {
+    constexpr double INTERVAL = 1;
+    const double now = m_arrival.seconds();
+    if (m_renderer.wantsUpdates() && now >= m_nextUpdate) {
+        m_renderer.update(summary(packets, input));
+        m_nextUpdate = now + INTERVAL;
+    }
+    return !m_isLive || keepTime(packets, input, now);
+}
+
+/// Does what is due by the clock of the input. @return whether it goes on.
+bool Inspector::keepTime(const PacketReader& packets, const Input& input, double now) {
+    if (m_timetable.isInterimDue(now)) {
+        m_renderer.interim(summary(packets, input), now);
+    }
+    return !m_timetable.isOver(now);
 }
 
 void Inspector::runSections(Input& source, Repetitions repetitions) {
-    if (m_interest.isTimed()) {
-        throw InputError(source.name(), NO_CLOCK);
+    if (m_interest.isTimed() || m_times.areOfStream()) {
+        throw InputError(source.name(), m_interest.isTimed() ? NO_CLOCK : NO_CLOCK_FOR_TIMES);
     }
     m_renderer.begin(source.name());
     ReadablePart input(source);
@@ -238,9 +276,7 @@ std::set<std::uint8_t> Inspector::expected() const {
 }
 
 void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> expected) {
-    for (const Loss& loss : input.losses()) {
-        last.damages.push_back({loss.singular, loss.plural, loss.count, {}, Damage::InputLoss});
-    }
+    addLosses(last, input);
     last.notChosen = m_notChosen;
     last.alarms = m_watch.alarms();
     if (m_interest.limits.name() != Profile::always().name()) {
@@ -396,13 +432,21 @@ Summary Inspector::summary(const PacketReader& packets) {
             statisticsOf(traffic),
             0,
             0,
-            m_transmission.finish(),
+            TransmissionReader(m_transmission).finish(), // more may follow
             0,
             {},
             Statistics::totalOf(m_traffic),
             m_isLive ? m_begin : m_wallClock.at(0),
             last,
             bitRate(packets.packets(), traffic.seconds)};
+}
+
+/// What came so far.
+Summary Inspector::summary(const PacketReader& packets, const Input& input) {
+    Summary soFar = summary(packets);
+    addLosses(soFar, input);
+    soFar.notChosen = m_notChosen;
+    return soFar;
 }
 
 } // namespace inspect

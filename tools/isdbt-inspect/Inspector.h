@@ -6,6 +6,7 @@
 #include "describing/Conventions.h"
 #include "exporting/Exporter.h"
 #include "following/Following.h"
+#include "inputs/Timetable.h"
 #include "multiplex/CurrentSections.h"
 #include "multiplex/PresentEvents.h"
 #include "packets/PacketReader.h"
@@ -30,8 +31,9 @@ public:
     /// @param interest what of the input is shown
     /// @param conventions how the station writes texts and times
     /// @param exporter is given each section that is shown, too; may be null
+    /// @param times what is to be done while packets come
     Inspector(Renderer& renderer, const Interest& interest, const Conventions& conventions,
-              Exporter* exporter = nullptr);
+              Exporter* exporter = nullptr, const Times& times = {});
 
     /// Shows what a transport stream carries, and a summary at its end, though it may end early.
     /// @throws InputError when it cannot be read to its end
@@ -67,6 +69,9 @@ private:
     void takeAsItIs(const Section& section, Repetitions repetitions);
     std::vector<PidStatistics> statisticsOf(const Traffic& traffic) const;
     Summary summary(const PacketReader& packets);
+    Summary summary(const PacketReader& packets, const Input& input);
+    bool attend(const PacketReader& packets, const Input& input);
+    bool keepTime(const PacketReader& packets, const Input& input, double now);
     void gather(const PidSet& pids);
     void watch(const Position& now);
     void tellAlarms();
@@ -95,6 +100,10 @@ private:
     Statistics m_statistics;
     Following m_following;
     CurrentSections m_current;
+    Times m_times;
+    Timetable m_timetable;
+    Stopwatch m_arrival;
+    double m_nextUpdate = 0; ///< in seconds of arrival
     std::uint64_t m_shown = 0;
     std::uint64_t m_rejected = 0;
     std::uint64_t m_notChosen = 0;

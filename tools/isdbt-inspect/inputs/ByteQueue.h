@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
@@ -20,6 +21,9 @@ public:
 
     /// No more comes.
     void close();
+
+    /// Waits until take() need not, but no longer than that. @return whether it need not.
+    bool wait(std::chrono::milliseconds patience);
 
     /// Waits for bytes. @return their number; 0 when the queue is closed and empty.
     std::size_t take(std::uint8_t* target, std::size_t room);

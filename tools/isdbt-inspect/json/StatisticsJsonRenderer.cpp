@@ -124,21 +124,37 @@ Json streamJson(const std::string& source, const Summary& summary) {
     return object;
 }
 
+/// The lines of all PIDs.
+/// @param interim in seconds since the input began; nothing at its end
+std::string statisticsLines(const std::string& source, const Summary& summary, std::optional<double> interim) {
+    const auto line = [&interim](Json object) {
+        if (interim) {
+            object["interim"] = measured(interim);
+        }
+        return jsonLine(object);
+    };
+    std::string lines;
+    for (const PidStatistics& pid : summary.statistics) {
+        lines += line(pidJson(source, pid, summary.last));
+        for (const TableStatistics& table : pid.tables) {
+            lines += line(tableJson(source, pid.pid, table, summary.last));
+        }
+    }
+    return lines + line(streamJson(source, summary));
+}
+
 } // namespace
 
 void StatisticsJsonRenderer::alarm(const Alarm& alarm) {
     m_output.write(alarmLine(m_source, alarm));
 }
 
+void StatisticsJsonRenderer::interim(const Summary& summary, double seconds) {
+    m_output.write(statisticsLines(m_source, summary, seconds));
+}
+
 void StatisticsJsonRenderer::end(const Summary& summary, const Multiplex& /*multiplex*/, const Faults& faults) {
-    std::string lines;
-    for (const PidStatistics& pid : summary.statistics) {
-        lines += jsonLine(pidJson(m_source, pid, summary.last));
-        for (const TableStatistics& table : pid.tables) {
-            lines += jsonLine(tableJson(m_source, pid.pid, table, summary.last));
-        }
-    }
-    m_output.write(lines + jsonLine(streamJson(m_source, summary)) + transmissionLine(m_source, summary) +
+    m_output.write(statisticsLines(m_source, summary, {}) + transmissionLine(m_source, summary) +
                    checkLines(m_source, summary) + faultLines(m_source, faults));
 }
 

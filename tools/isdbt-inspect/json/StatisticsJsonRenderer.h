@@ -16,6 +16,7 @@ public:
     void begin(const std::string& name) override { m_source = name; }
     void section(const SectionReport& /*report*/) override {}
     void alarm(const Alarm& alarm) override;
+    void interim(const Summary& summary, double seconds) override;
     void end(const Summary& summary, const Multiplex& multiplex, const Faults& faults) override;
 
 private:

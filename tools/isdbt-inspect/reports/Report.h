@@ -55,7 +55,7 @@ struct DescriptorReport {
 };
 
 /// What can happen to a stream on its way.
-enum class Damage { CrcError, Discontinuity, SectionCutShort, MalformedPacket, TransportError, InputLoss };
+enum class Damage { CrcError, Discontinuity, SectionCutShort, MalformedPacket, TransportError, InputLoss, NoData };
 
 /// How often something was found, and on which PIDs.
 struct Finding {
