@@ -420,25 +420,23 @@ Summary Inspector::summary(const PacketReader& packets) {
                           m_transmission.layersOfPids()};
     const Position last{packets.packets(), packets.offset(), traffic.end,
                         m_isLive ? arrivalTime() : m_wallClock.at(traffic.end)};
-    return {packets.packets(),
-            packets.spacing(),
-            m_gatherer.counts().size(),
-            sections,
-            m_shown,
-            m_rejected,
-            damagesIn(m_gatherer.counts(), m_traffic),
-            packets.skippedBytes(),
-            traffic.seconds,
-            statisticsOf(traffic),
-            0,
-            0,
-            TransmissionReader(m_transmission).finish(), // more may follow
-            0,
-            {},
-            Statistics::totalOf(m_traffic),
-            m_isLive ? m_begin : m_wallClock.at(0),
-            last,
-            bitRate(packets.packets(), traffic.seconds)};
+    Summary summary{};
+    summary.packets = packets.packets();
+    summary.packetSpacing = packets.spacing();
+    summary.pids = m_gatherer.counts().size();
+    summary.sections = sections;
+    summary.shown = m_shown;
+    summary.rejected = m_rejected;
+    summary.damages = damagesIn(m_gatherer.counts(), m_traffic);
+    summary.skippedBytes = packets.skippedBytes();
+    summary.seconds = traffic.seconds;
+    summary.statistics = statisticsOf(traffic);
+    summary.transmission = TransmissionReader(m_transmission).finish(); // more may follow
+    summary.traffic = Statistics::totalOf(m_traffic);
+    summary.first = m_isLive ? m_begin : m_wallClock.at(0);
+    summary.last = last;
+    summary.bitRate = bitRate(packets.packets(), traffic.seconds);
+    return summary;
 }
 
 /// What came so far.

@@ -131,10 +131,8 @@ void Figures::addTo(std::vector<Metric>& metrics) const {
     add(InputLosses, ofAll, countOf(m_summary, Damage::InputLoss));
     for (const PidStatistics& pid : m_summary.statistics) {
         const Labels ofPid = labels(pid.pid);
-        add(PidPackets, ofPid, pid.packets);
-        if (pid.discontinuities) {
-            add(Discontinuities, ofPid, *pid.discontinuities);
-        }
+        add(PidPackets, ofPid, pid.traffic.packets);
+        add(Discontinuities, ofPid, pid.traffic.discontinuities);
         for (const TableStatistics& table : pid.tables) {
             const Labels ofTable = labels(pid.pid, &table);
             add(Sections, ofTable, table.sections);
