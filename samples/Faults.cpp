@@ -180,7 +180,7 @@ std::vector<Fault> clockFaults() {
         inPackets({"pcr-back", jumps, "PCR and PTS of a service jump 10 s back"}, jump(CLOCK_END - 10 * SECOND)),
         inPackets({"pcr-splice", jumps, "the same forward, with discontinuity_indicator", Reported::No},
                   announcedJump(10 * SECOND)),
-        inPackets({"pcr-frozen", jumps, "the PCR of a service stays the same", Reported::Yes, SOME_SECONDS}, freeze()),
+        inPackets({"pcr-frozen", "", "the PCR of a service stays the same", Reported::Yes, SOME_SECONDS}, freeze()),
         inPackets({"pcr-stops", repetition, "a service has no PCR", Reported::Yes, SOME_SECONDS},
                   packets(HD_PCR_PID, [](const Moment&, Packet& packet) { packet = nullPacket(); })),
         inPackets({"pcr-slow", repetition, "the PCR of a service comes each 200 ms", Reported::Yes, SOME_SECONDS},
@@ -264,7 +264,7 @@ std::vector<Fault> packetFaults() {
                       Reported::Yes, SOME_SECONDS},
                      onTheWay(HD_VIDEO_PID, 50, [](Bytes& sent) { ts_set_transporterror(sent.data()); })),
         inPackets(
-            {"scrambled", "2.6 CAT_error", "video is scrambled, without a CAT", Reported::Yes, SOME_SECONDS},
+            {"scrambled", "2.6 CAT_error", "video is scrambled, without a CAT", Reported::Yes, LONGEST_SECONDS},
             packets(HD_VIDEO_PID, [](const Moment&, Packet& packet) { ts_set_scrambling(packet.data(), EVEN_KEY); })),
         inPackets({"pid-unannounced", "3.4.a Unreferenced_PID", "a PID comes that no table names", Reported::Yes,
                    SOME_SECONDS},
@@ -323,6 +323,7 @@ std::vector<Fault> contentFaults() {
             {"network-differs", "", "the SDT names another original network than the NIT", Reported::Yes, SOME_SECONDS},
             sections(SDT_PID,
                      [](const Moment&, Bytes& section) {
+                         psi_set_version(section.data(), 1);
                          section[8] = OTHER_NETWORK_ID >> 8U;
                          section[9] = OTHER_NETWORK_ID & 0xFFU;
                      })),
@@ -349,16 +350,17 @@ Fault otherSource() {
 
 /// Keeps what was sent until it begins again.
 Fault loop() {
-    Fault fault =
-        inWhatIsSent({"loop", "", "the stream begins again"},
-                     [file = Bytes(), at = std::size_t{0}](const Moment& moment, Bytes& sent) mutable {
-                         if (moment.now < moment.begin) {
-                             file.insert(file.end(), sent.begin(), sent.end());
-                         } else if (!file.empty()) {
-                             std::copy_n(file.begin() + static_cast<std::ptrdiff_t>(at), TS_SIZE, sent.begin());
-                             at = (at + TS_SIZE) % file.size();
-                         }
-                     });
+    Fault fault = inWhatIsSent({"loop", "", "the stream begins again"},
+                               [file = Bytes(), at = std::size_t{0}](const Moment& moment, Bytes& sent) mutable {
+                                   if (moment.now < moment.begin) {
+                                       file.insert(file.end(), sent.begin(), sent.end());
+                                       return;
+                                   }
+                                   const auto from = file.begin() + static_cast<std::ptrdiff_t>(at);
+                                   const std::size_t size = std::min<std::size_t>(TS_SIZE, file.size() - at);
+                                   sent.assign(from, from + static_cast<std::ptrdiff_t>(size));
+                                   at = at + size == file.size() ? 0 : at + size;
+                               });
     fault.sinceStart = true;
     return fault;
 }

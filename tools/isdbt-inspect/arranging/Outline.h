@@ -1,6 +1,6 @@
 #pragma once
 
-#include "multiplex/Table.h"
+#include "multiplex/Tables.h"
 
 #include <optional>
 #include <string>

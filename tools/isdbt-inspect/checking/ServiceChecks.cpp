@@ -1,7 +1,5 @@
-#include "checking/ServiceChecks.h"
+#include "checking/Checks.h"
 
-#include "checking/ApplicationChecks.h"
-#include "checking/SectionChecks.h"
 #include "describing/FieldLookup.h"
 #include "tables/TableKinds.h"
 
@@ -41,17 +39,16 @@ private:
     void checkProgramMap(const ProgramMap& pmt) {
         const Table& table = *pmt.table;
         if (m_service.programMapPid && table.key.pid && table.key.pid != m_service.programMapPid) {
-            add(faults::WRONG_PID, placeOf(table),
-                fmt::format("a PMT came on PID 0x{:04X}, but the PAT says 0x{:04X}", *table.key.pid,
-                            *m_service.programMapPid),
-                sinceOf(table));
+            addShown(m_faults, subject(m_service), faults::WRONG_PID, table,
+                     fmt::format("a PMT came on PID 0x{:04X}, but the PAT says 0x{:04X}", *table.key.pid,
+                                 *m_service.programMapPid));
         }
         checkSections(m_faults, subject(m_service), table);
         for (const Component& component : pmt.components) {
             checkComponent(pmt, component);
         }
         if (table.complete() && pmt.components.empty()) {
-            add(faults::TABLE_EMPTY, placeOf(table), "its PMT has no component", sinceOf(table));
+            addShown(m_faults, subject(m_service), faults::TABLE_EMPTY, table, "its PMT has no component");
         }
         checkApplications(pmt);
     }

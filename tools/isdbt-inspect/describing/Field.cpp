@@ -3,6 +3,8 @@
 #include "describing/Conversion.h"
 #include "describing/Readings.h"
 
+#include <fmt/format.h>
+
 namespace inspect {
 
 namespace {
@@ -15,6 +17,11 @@ template <class Value> Field field(std::string_view name, Value value) {
 }
 
 } // namespace
+
+std::string Number::digits() const {
+    return hexDigits == 0 ? std::to_string(value)
+                          : fmt::format("0x{:0{}X}", static_cast<std::uint64_t>(value), hexDigits);
+}
 
 Field Field::in(std::string_view unitName) && {
     unit = unitName;

@@ -21,6 +21,8 @@ struct Absent {};
 struct Number {
     std::int64_t value;
     int hexDigits; ///< 0 for quantities; for identifiers the digits to show
+
+    std::string digits() const; ///< "0x0131", "12"
 };
 
 struct Text {

@@ -2,8 +2,10 @@
 
 #include "describing/FieldLookup.h"
 #include "describing/StandardReadings.h"
+#include "descriptors/TDataComponentDescriptor.h"
 #include "tables/TableKinds.h"
 
+#include <algorithm>
 #include <iterator>
 
 namespace inspect {
@@ -57,7 +59,41 @@ std::map<std::uint16_t, std::vector<std::string>> servicesListedIn(const Fields&
     return listed;
 }
 
+bool carries(const Component& component, std::int64_t dataComponent) {
+    return numberIn(inner(*component.fields, "data_component_descriptor"), "data_component_id") == dataComponent;
+}
+
+Components componentsOf(const Table& pmt) {
+    Components components;
+    for (const Fields* const stream : pmt.entries("elementary_streams")) {
+        components.push_back({stream, static_cast<Pid>(numberIn(*stream, "elementary_pid").value_or(0)),
+                              numberIn(*stream, "stream_type").value_or(0),
+                              numberIn(inner(*stream, "stream_identifier_descriptor"), "component_tag")});
+    }
+    return components;
+}
+
 } // namespace
+
+const Component* withTag(const Components& components, std::int64_t tag) {
+    const auto found = std::find_if(components.begin(), components.end(),
+                                    [tag](const Component& component) { return component.tag == tag; });
+    return found == components.end() ? nullptr : &*found;
+}
+
+bool carriesApplications(const Component& component) {
+    return carries(component, Quor::TDataComponentDescriptor::COMPONENT_ID_GINGA_APP_EXECUTING_ENGINE);
+}
+
+bool carriesApplicationInformation(const Component& component) {
+    return carries(component, Quor::TDataComponentDescriptor::COMPONENT_ID_GINGA_APP_INFORMATION_TABLE);
+}
+
+std::optional<std::int64_t> carouselTag(const Fields& application) {
+    const Fields& transport = inner(application, "transport_protocol_descriptor");
+    const Field* const remote = find(transport, "remote_connection");
+    return remote == nullptr || std::get<bool>(remote->value) ? std::nullopt : numberIn(transport, "component_tag");
+}
 
 const Fields& standardServiceList(const Fields& entry) {
     return elements(inner(inner(entry, SERVICE_LIST), STANDARD), "services");

@@ -1,7 +1,6 @@
 #include "text/OutlineText.h"
 
-#include "describing/StandardReadings.h"
-#include "text/BriefText.h"
+#include "text/ValueText.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -22,8 +21,6 @@ constexpr Branch LAST{"└─ ", "   "};
 /// How much further right a line goes on that had to be broken.
 constexpr std::size_t FURTHER = 4;
 constexpr const char* MARK = "! ";
-
-constexpr std::string_view TAG = "descriptor_tag";
 
 Line nameText(const Field& name) {
     Field plain = name;
@@ -69,16 +66,8 @@ std::vector<Line> piecesOf(const Detail& detail) {
         pieces.front() = table + pieces.front();
         return pieces;
     }
-    Line heading = table + Line(detail.field.name, Ink::Name);
-    Fields fields = object->fields;
-    const auto tag = std::find_if(fields.begin(), fields.end(), [](const Field& each) { return each.name == TAG; });
-    if (tag != fields.end()) {
-        heading += fmt::format(" (0x{:02X}{}{})", std::get<Number>(tag->value).value, tag->codeName.empty() ? "" : ", ",
-                               tag->codeName);
-        fields.erase(tag);
-    }
-    std::vector<Line> pieces = briefPieces(standardFirst(fields));
-    pieces.insert(pieces.begin(), std::move(heading));
+    std::vector<Line> pieces = briefPieces(besideHeading(object->fields));
+    pieces.insert(pieces.begin(), table + headingOf(detail.field));
     return pieces;
 }
 

@@ -23,6 +23,11 @@ Line changeTitle(const SectionReport& report, std::optional<std::uint8_t> former
 /// "stream_identifier_descriptor (0x52)  PMT  byte 3  REJECTED"
 Line descriptorTitle(const DescriptorReport& report);
 
+/// Appends one descriptor: where it stands, its tag, name, length and, unless in brief, bytes. What the library
+/// refuses, or what does not fit, is marked.
+void appendDescriptorLine(Page& page, const DescriptorOnWire& descriptor, std::size_t indent,
+                          Extent extent = Extent::Full);
+
 /// Appends all bytes of a section.
 void appendSectionBytes(Page& page, const std::vector<std::uint8_t>& bytes, std::size_t indent);
 
