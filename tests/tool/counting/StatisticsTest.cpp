@@ -17,8 +17,7 @@ inspect::Section section(Pid pid, const ByteVector& bytes, std::optional<double>
 }
 
 std::vector<inspect::PidStatistics> statisticsOf(const Statistics& statistics) {
-    const inspect::PacketsOfPids packets{};
-    return statistics.of({packets, 0, {}, 4.0}, {});
+    return statistics.of({nullptr, 0, 4.0}, {});
 }
 
 } // namespace
