@@ -120,6 +120,9 @@ void Inspector::gather(const PidSet& pids) {
 /// Tells what has happened, and that time has passed.
 void Inspector::watch(const Position& now) {
     constexpr double TICK = 0.1;
+    for (Event& event : m_events) {
+        event.at.seconds = event.at.seconds ? event.at.seconds : now.seconds;
+    }
     m_watch.take(m_events);
     m_events.clear();
     if (now.seconds && *now.seconds >= m_nextTick) {
@@ -147,12 +150,20 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     m_renderer.begin(source.name());
     ReadablePart input(source);
     m_isLive = input.isLive();
-    PacketReader packets(input);
+    PacketReader packets(input, m_events);
+    Position position;
     while (const std::uint8_t* const packet = packets.next()) {
-        const Position position{packets.packets(), packets.offset(), packets.seconds()};
+        position = {packets.packets(), packets.offset(), {}, {}};
+        if (packets.arrival()) {
+            m_clock.takeArrival(position.packet, packets.arrival()->seconds);
+        }
+        m_clock.take(packet, position);
         m_traffic.take(packet, position);
         watch(position);
         m_transmission.take(packet, packets.trailer(), position);
+        if (m_transmission.isBroadcast()) {
+            m_clock.takeBroadcast(m_transmission.lostPackets());
+        }
         m_presentEvents.take(packet, position);
         if (!m_gatherer.pids()[ts_get_pid(packet)]) {
             m_watch.take(packet, position);
@@ -162,10 +173,12 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
             take(section);
         }
     }
+    m_traffic.finish();
+    watch(position);
     if (packets.packets() == 0) {
         input.complain();
     }
-    m_watch.tick({packets.packets(), packets.offset(), packets.seconds()}); // what did not come until the end
+    m_watch.tick(position); // what did not come until the end
     tellAlarms();
     finish(summary(packets), input, std::move(expected));
     input.complain();
@@ -173,7 +186,7 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
         throw InputError(input.name(), fmt::format("cut off in its last packet ({} of {} bytes)", packets.cutOffBytes(),
                                                    packets.spacing()));
     }
-    if (m_interest.isTimed() && !packets.seconds()) {
+    if (m_interest.isTimed() && !m_clock.seconds(packets.packets())) {
         throw InputError(input.name(), NO_CLOCK);
     }
 }
@@ -366,7 +379,8 @@ Summary Inspector::summary(const PacketReader& packets) {
     for (const auto& [pid, counts] : m_gatherer.counts()) {
         sections += counts.sections;
     }
-    const Traffic traffic{&m_traffic, packets.packets(), packets.duration(), m_transmission.layersOfPids()};
+    const Traffic traffic{&m_traffic, packets.packets(), m_clock.duration(packets.packets()),
+                          m_transmission.layersOfPids()};
     return {packets.packets(),
             packets.spacing(),
             m_gatherer.counts().size(),

@@ -88,16 +88,16 @@ TableStatistics Statistics::statisticsOf(std::uint8_t tableId, const Count& coun
 
 PidStatistics Statistics::statisticsOf(std::optional<Pid> pid, const Traffic& traffic) const {
     PidStatistics statistics{pid, {}, 0, 0, std::nullopt, std::nullopt, {}};
-    if (!pid) {
+    const PidTraffic* const ofPid = pid && traffic.ofPids != nullptr ? traffic.ofPids->of(*pid) : nullptr;
+    if (ofPid == nullptr) {
         return statistics;
     }
-    const PidTraffic& ofPid = *traffic.ofPids->of(*pid);
     statistics.content = m_names.of(*pid);
-    statistics.packets = ofPid.packets;
+    statistics.packets = ofPid->packets;
     statistics.share = static_cast<double>(statistics.packets) / static_cast<double>(traffic.allPackets);
     statistics.bitRate = bitRate(static_cast<double>(statistics.packets) * PACKET_SIZE, traffic.seconds);
     if (*pid != NULL_PID) {
-        statistics.discontinuities = ofPid.discontinuities;
+        statistics.discontinuities = ofPid->discontinuities;
     }
     if (traffic.layers != nullptr) {
         statistics.layers = traffic.layers->at(*pid);

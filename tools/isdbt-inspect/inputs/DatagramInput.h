@@ -28,6 +28,7 @@ public:
     std::size_t read(std::uint8_t* target, std::size_t room) override;
     bool interrupted() const override { return m_interruption.happened(); }
     bool isLive() const override { return true; }
+    std::optional<Arrival> arrival() const override { return m_queue.arrival(); }
     std::vector<Loss> losses() const override;
 
 private:

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -19,6 +20,12 @@ struct Loss {
     const char* singular;
     const char* plural;
     std::uint64_t count;
+};
+
+/// When bytes were received.
+struct Arrival {
+    double seconds;            ///< by a clock that does not jump
+    std::int64_t milliseconds; ///< since 1970-01-01T00:00:00Z
 };
 
 /// Where bytes come from.
@@ -41,6 +48,9 @@ public:
 
     /// Whether it is read while it is sent, so that its time can be compared with that of this machine.
     virtual bool isLive() const { return false; }
+
+    /// When those bytes were received that were read last, as far as it is known.
+    virtual std::optional<Arrival> arrival() const { return std::nullopt; }
 
     /// What was lost before it could be read.
     virtual std::vector<Loss> losses() const { return {}; }

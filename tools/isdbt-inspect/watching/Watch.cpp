@@ -35,6 +35,7 @@ constexpr Happening HAPPENINGS[] = {
     {EventKind::SyncLost, "sync_loss", [](const Event& /*event*/) { return std::string("sync was lost"); }},
     {EventKind::BytesSkipped, "sync_byte",
      [](const Event& event) { return fmt::format("{:.0f} bytes that are no packets", event.amount); }},
+    {EventKind::SyncByteError, "sync_byte", [](const Event& /*event*/) { return std::string("wrong sync byte"); }},
     {EventKind::Discontinuity, "continuity",
      [](const Event& event) { return "wrong continuity_counter" + onPid(event); }},
     {EventKind::TransportError, "transport_error",
@@ -48,13 +49,16 @@ constexpr Happening HAPPENINGS[] = {
     {EventKind::PcrCeased, "pcr_ceased", [](const Event& event) { return "no more PCR" + onPid(event); }},
     {EventKind::Loss, "loss",
      [](const Event& event) { return fmt::format("packets of many PIDs lost, {:.3g} s of the stream", event.amount); }},
+    {EventKind::Pause, "pause",
+     [](const Event& event) { return fmt::format("the sender paused for {:.3g} s", event.amount); }},
     {EventKind::NewStream, "new_stream", [](const Event& /*event*/) { return std::string("new stream from here"); }},
     {EventKind::Looped, "looped",
      [](const Event& event) { return fmt::format("the stream begins again after {:.3f} s", event.amount); }}};
 
 /// What follows has nothing to do with what was before.
 bool isBreak(const Event& event) {
-    return event.kind == EventKind::Loss || event.kind == EventKind::NewStream || event.kind == EventKind::Looped;
+    return event.kind == EventKind::Loss || event.kind == EventKind::Pause || event.kind == EventKind::NewStream ||
+           event.kind == EventKind::Looped;
 }
 
 /// PIDs that ISDB assigns, from one to another.
