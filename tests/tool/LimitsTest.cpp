@@ -62,8 +62,8 @@ TEST(Limits, AreSaidWhenTheyAreBrokenAndWhenTheyHoldAgain) {
         const Finished finished = inspectHeld(view, ONLY_THE_PAT, withoutPatForFourSeconds());
         EXPECT_EQ(finished.status, 3);
         EXPECT_EQ(finished.errors, "");
-        EXPECT_THAT(finished.output, HasSubstr("? no PAT for 0.267 s (limit 0.25 s, proposal)  packet "));
-        EXPECT_THAT(finished.output, HasSubstr("! no PAT for 1 s (limit 0.95 s, house rule 2)  packet "));
+        EXPECT_THAT(finished.output, HasSubstr("? no PAT for 0.283 s (limit 0.25 s, proposal)  packet "));
+        EXPECT_THAT(finished.output, HasSubstr("! no PAT for 0.983 s (limit 0.95 s, house rule 2)  packet "));
         EXPECT_THAT(finished.output, HasSubstr("= PAT came again after 4.1 s  packet "));
     }
 }

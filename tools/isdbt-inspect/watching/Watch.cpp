@@ -119,7 +119,8 @@ void Watch::take(const Event& event) {
     }
     for (const Happening& happening : HAPPENINGS) {
         if (happening.kind == event.kind) {
-            m_alarms.happened({happening.check, place}, event.at, happening.text(event), event.amount);
+            const std::optional<double> worst = event.amount != 0 ? std::optional(event.amount) : std::nullopt;
+            m_alarms.happened({happening.check, place}, event.at, happening.text(event), worst);
         }
     }
     if (isBreak(event)) {
@@ -316,11 +317,12 @@ void Watch::checkUnreferenced(std::string_view check) {
     if (limit == nullptr || m_announcements.programs().empty() || !isKnown(m_announcements.knowsKeys() && knowsMaps)) {
         return;
     }
-    for (Pid pid = FIRST; pid < NULL_PID; ++pid) {
-        const PidTraffic* const traffic = m_traffic.of(pid);
-        if (traffic == nullptr || m_announcements.names(pid) || (check == "unreferenced_pid_isdb" && isOfIsdb(pid))) {
+    for (const Pid pid : m_traffic.pids()) {
+        if (pid < FIRST || pid == NULL_PID || m_announcements.names(pid) ||
+            (check == "unreferenced_pid_isdb" && isOfIsdb(pid))) {
             continue;
         }
+        const PidTraffic* const traffic = m_traffic.of(pid);
         const double seconds = *m_now.seconds - traffic->first.seconds.value_or(0);
         const bool isPresent = *m_now.seconds - traffic->last.seconds.value_or(0) < PERIOD;
         const Spot spot{check, {pid, std::nullopt, std::nullopt}};
