@@ -1,51 +1,78 @@
 #pragma once
 
+#include "Ticks.h"
 #include "Wire.h"
 
+#include <array>
+#include <bitstream/mpeg/ts.h>
 #include <deque>
 #include <functional>
-#include <map>
 
 namespace sample {
 
-/// Puts packets one behind the other at a constant rate: one packet a slot, null packets where nothing is to be sent.
+using Packet = std::array<std::uint8_t, TS_SIZE>;
+
+/// Puts packets one behind the other at a constant rate: null packets where nothing is to be sent.
 class Multiplexer {
 public:
-    static constexpr unsigned SLOTS_PER_SECOND = 240;
+    static constexpr Ticks CLOCK_AT_START = 10 * SECOND;
+
+    explicit Multiplexer(unsigned bitRate);
+    Multiplexer(const Multiplexer&) = delete; // what it repeats knows it
+    Multiplexer& operator=(const Multiplexer&) = delete;
 
     /// Sends a section again and again.
-    /// @param period  slots from one sending to the next.
-    /// @param first   slot of the first sending.
-    /// @param section makes the section that is sent in a slot.
-    void repeatSection(std::uint16_t pid, unsigned period, unsigned first, std::function<Bytes(unsigned slot)> section);
+    /// @param period  from one sending to the next.
+    /// @param first   time of the first sending.
+    /// @param section makes the section that is sent at a time.
+    void repeatSection(std::uint16_t pid, Ticks period, Ticks first, std::function<Bytes(Ticks now)> section);
 
     /// Sends packets that carry nothing but the clock of a service.
-    void repeatClock(std::uint16_t pid, unsigned period, unsigned first);
+    void repeatClock(std::uint16_t pid, Ticks period, Ticks first);
 
-    /// Sends PES packets of one transport packet each, with nothing to see or hear in them.
-    void repeatFiller(std::uint16_t pid, unsigned period, unsigned first, std::uint8_t streamId);
+    /// Sends PES packets with nothing to see or hear in them.
+    /// @param packets of each PES packet, spread evenly over the period.
+    void repeatFiller(std::uint16_t pid, Ticks period, Ticks first, std::uint8_t streamId, unsigned packets = 1);
 
-    /// The packets of the first slots. What is due in the same slot is sent in the order of the calls above.
-    Bytes run(unsigned slots);
+    /// Takes each section before it is sent, and may change it; an empty one is not sent.
+    void changeSections(std::function<void(Ticks now, std::uint16_t pid, Bytes& section)> change);
+
+    /// Takes each packet before it is counted, and may change it.
+    void changePackets(std::function<void(Ticks now, Packet& packet)> change);
+
+    /// When the next packet is sent, from the beginning.
+    Ticks now() const;
+
+    /// What is due at the same time is sent in the order of the calls above.
+    Packet next();
 
 private:
-    struct Packet {
-        std::uint16_t pid;
-        Bytes bytes;
-        bool isClock;
-    };
-
     struct Repeated {
-        unsigned period;
-        unsigned first;
-        std::function<std::vector<Packet>(unsigned slot)> packets;
+        Ticks period;
+        Ticks due;
+        std::function<void(Ticks now)> send;
     };
 
-    void finish(Packet& packet, unsigned slot);
+    Packet take();
+    void count(Packet& packet);
 
+    unsigned m_bitRate;
+    std::uint64_t m_sent = 0;
     std::vector<Repeated> m_repeated;
     std::deque<Packet> m_waiting;
-    std::map<std::uint16_t, std::uint8_t> m_continuity;
+    std::vector<std::uint8_t> m_continuity; ///< of the next packet of each PID
+    std::function<void(Ticks now, std::uint16_t pid, Bytes& section)> m_changeSection;
+    std::function<void(Ticks now, Packet& packet)> m_changePacket;
 };
+
+Packet nullPacket();
+
+/// Whether a packet carries a program clock reference.
+bool isClock(const Packet& packet);
+Ticks clockOf(const Packet& packet);
+void setClock(Packet& packet, Ticks clock);
+
+/// The PES packet with a presentation time stamp that begins in a packet; nullptr when none does.
+std::uint8_t* timedPes(Packet& packet);
 
 } // namespace sample

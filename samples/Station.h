@@ -1,6 +1,7 @@
 #pragma once
 
-#include <cstdint>
+#include "Ticks.h"
+
 #include <string_view>
 
 /// A station that does not exist: one service for the living room, one for the phone.
@@ -13,6 +14,12 @@ constexpr unsigned REMOTE_CONTROL_KEY = 33;
 
 /// 2025-06-15 as a Modified Julian Date.
 constexpr unsigned BROADCAST_DAY = 60841;
+
+/// The multiplex begins at half past six in the evening.
+/// @param onAir since then
+constexpr unsigned secondOfDay(Ticks onAir) {
+    return (18 * 60 + 30) * 60 + static_cast<unsigned>(onAir / SECOND);
+}
 
 constexpr std::uint16_t NETWORK_ID = 0x0735;
 constexpr std::uint16_t TRANSPORT_STREAM_ID = NETWORK_ID;
@@ -29,8 +36,11 @@ constexpr std::uint16_t ONE_SEG_SERVICE_ID = serviceId(3, 0);
 constexpr std::uint16_t PAT_PID = 0x0000;
 constexpr std::uint16_t NIT_PID = 0x0010;
 constexpr std::uint16_t SDT_PID = 0x0011;
+constexpr std::uint16_t EIT_PID = 0x0012;
 constexpr std::uint16_t TOT_PID = 0x0014;
 constexpr std::uint16_t SDTT_PID = 0x0023;
+constexpr std::uint16_t BIT_PID = 0x0024;
+constexpr std::uint16_t ONE_SEG_EIT_PID = 0x0027;
 constexpr std::uint16_t ONE_SEG_PMT_PID = 0x1FC8;
 
 // PIDs of the station's own choice
@@ -46,6 +56,11 @@ constexpr std::uint16_t ONE_SEG_PCR_PID = 0x0200;
 constexpr std::uint16_t ONE_SEG_VIDEO_PID = 0x0211;
 constexpr std::uint16_t ONE_SEG_AUDIO_PID = 0x0212;
 constexpr std::uint16_t ONE_SEG_CAPTIONS_PID = 0x0216;
+
+// stream_ids
+constexpr std::uint8_t VIDEO_STREAM = 0xE0;
+constexpr std::uint8_t AUDIO_STREAM = 0xC0;
+constexpr std::uint8_t PRIVATE_STREAM = 0xBD;
 
 // component_tags, by which other tables name a stream
 constexpr std::uint8_t HD_VIDEO_TAG = 0x00;

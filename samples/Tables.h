@@ -33,8 +33,13 @@ Bytes sdtt();
 /// DSM-CC section with stream descriptors: the time line of a programme, and an event on it.
 Bytes streamEvents();
 
-/// Time offset table: a Sunday evening, and the time zones of Brazil.
-/// @param second seconds since the sample began, 0 to 59.
-Bytes tot(unsigned second);
+/// Time offset table: a Sunday, and the time zones of Brazil.
+Bytes tot(unsigned secondOfDay);
+
+/// Event information table of a service: the programme of the hour (section 0), and that of the next (section 1).
+Bytes eit(std::uint16_t serviceId, unsigned secondOfDay, unsigned section);
+
+/// Broadcaster information table: how often the station sends its tables.
+Bytes bit();
 
 } // namespace sample

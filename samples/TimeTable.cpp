@@ -29,7 +29,7 @@ Bytes timeZone(unsigned region, Polarity polarity, unsigned hours) {
 
 } // namespace
 
-Bytes tot(unsigned second) {
+Bytes tot(unsigned secondOfDay) {
     // Fernando de Noronha, the west, the Acre, and the station's own zone last: of one country, receivers keep the
     // last.
     const Bytes zones = descriptor(LOCAL_TIME_OFFSET_DESCRIPTOR, Wire()
@@ -37,7 +37,7 @@ Bytes tot(unsigned second) {
                                                                      .append(timeZone(3, Behind, 1))
                                                                      .append(timeZone(4, Behind, 2))
                                                                      .append(timeZone(2, Ahead, 0)));
-    return shortSection(TOT_TABLE_ID, Wire().append(clockTime(BROADCAST_DAY, 18, 30, second)).loop(zones));
+    return shortSection(TOT_TABLE_ID, Wire().append(clockTime(BROADCAST_DAY, secondOfDay)).loop(zones));
 }
 
 } // namespace sample

@@ -70,14 +70,18 @@ Bytes clockTime(unsigned day, unsigned hour, unsigned minute, unsigned second) {
     return Wire().bits(16, day).bits(8, bcd(hour)).bits(8, bcd(minute)).bits(8, bcd(second)).bytes();
 }
 
-Bytes longSection(std::uint8_t tableId, std::uint16_t extension, const Wire& body) {
+Bytes clockTime(unsigned day, unsigned second) {
+    return clockTime(day + second / 86400, second / 3600 % 24, second / 60 % 60, second % 60);
+}
+
+Bytes longSection(std::uint8_t tableId, std::uint16_t extension, const Wire& body, const SectionNumber& number) {
     Wire wire;
     wire.bits(16, extension)
         .reserved(2)
-        .bits(5, 0) // version_number
+        .bits(5, number.version)
         .bits(1, 1) // current_next_indicator
-        .bits(8, 0) // section_number
-        .bits(8, 0) // last_section_number
+        .bits(8, number.number)
+        .bits(8, number.last)
         .append(body.bytes());
     return section(tableId, true, wire.bytes());
 }

@@ -40,11 +40,21 @@ Bytes descriptor(std::uint8_t tag, const Wire& body);
 /// A time: Modified Julian Date, then hours, minutes and seconds in BCD.
 Bytes clockTime(unsigned day, unsigned hour, unsigned minute, unsigned second);
 
+/// The time so many seconds behind the day's beginning, on a later day when they are more than a day.
+Bytes clockTime(unsigned day, unsigned second);
+
 /// Two BCD digits.
 std::uint64_t bcd(unsigned number);
 
-/// A section with the long header, section 0 of 0, version 0, applicable now, and its CRC_32.
-Bytes longSection(std::uint8_t tableId, std::uint16_t extension, const Wire& body);
+/// Which part of a table, in which version.
+struct SectionNumber {
+    unsigned version = 0;
+    unsigned number = 0;
+    unsigned last = 0;
+};
+
+/// A section with the long header, applicable now, and its CRC_32.
+Bytes longSection(std::uint8_t tableId, std::uint16_t extension, const Wire& body, const SectionNumber& number = {});
 
 /// A section with the short header and a CRC_32.
 Bytes shortSection(std::uint8_t tableId, const Wire& body);

@@ -152,6 +152,15 @@ TEST(InspectExport, ToAFolderNumbersThoseOfOneName) {
     EXPECT_EQ(readFile(place + "pid0x0014-tid0x73-3.sec"), evenLater);
 }
 
+TEST(InspectExport, ToAFolderSaysWhatItLeavesAsItIs) {
+    const Folder folder;
+    EXPECT_EQ(exportTo(folder / "", stream()).errors, "");
+    EXPECT_EQ(exportTo(folder / "", stream()).errors, "isdbt-inspect: " + folder / "" +
+                                                          ": 3 of 3 sections were there already, and are left as they "
+                                                          "are\n");
+    EXPECT_EQ(filesIn(folder / "").size(), 3U);
+}
+
 TEST(InspectExport, OfSectionsWithoutPackets) {
     const Folder folder;
     const Finished finished =

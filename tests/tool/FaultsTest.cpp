@@ -103,6 +103,35 @@ TEST(InspectFaults, AreTheLastObjectsInJson) {
     }
 }
 
+/// The list as the standard has it; receivers read it otherwise.
+TEST(InspectFaults, ServiceListThatIsNotThatOfThePat) {
+    const auto faults = [](const std::string& services) {
+        const ByteVector list = hex(services);
+        const auto size = static_cast<unsigned>(list.size());
+        StreamBuilder stream;
+        stream.section(PAT_PID, pat("E6A0 E101"))
+            .section(NIT_PID, longSection(NIT, named(0x0735),
+                                          join({hex("F000"),
+                                                u16(size + 8, 0xF000),
+                                                hex("0735 0735"),
+                                                u16(size + 2, 0xF000),
+                                                {0x41, static_cast<QUOR_U8>(size)},
+                                                list})))
+            .section(SDT_PID, sdt("E6A0 FD 8000"))
+            .section(PMT_PID, pmt("1B E131 F000"));
+        const std::string output = inspectStream(stream, {"--view", "stats"}).output;
+        const std::size_t begin = output.find("fault");
+        return begin == std::string::npos ? "" : output.substr(begin, output.rfind('\n', output.size() - 2) - begin);
+    };
+    EXPECT_EQ(faults("E6A0 01 E6A0 01"), "");
+    EXPECT_EQ(faults("E6A0 01 E6A1 01"),
+              "fault:\n! Service 0xE6A1 (59041): the NIT has it in its service_list_descriptor, but not the PAT");
+    EXPECT_EQ(faults("E6A1 01 E6A1 01"),
+              "faults:\n! Service 0xE6A0 (59040): the PAT has it, but not the service_list_descriptor of the NIT\n"
+              "! Service 0xE6A1 (59041): the NIT has it in its service_list_descriptor, but not the PAT");
+    EXPECT_EQ(faults("E6A1 E6A1"), ""); // no entries of three bytes: nobody knows what is meant
+}
+
 /// A receiver that has the version already does not look at what changes under it; that another version comes in the
 /// end does not help those who watched until then.
 TEST(InspectFaults, ChangeWithoutANewVersion) {

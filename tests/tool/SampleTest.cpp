@@ -60,10 +60,46 @@ TEST(Sample, TablesComeAtTheirOwnRates) {
     EXPECT_EQ(sections[0x0023], 1U);  // SDTT
 }
 
-TEST(Sample, ProgramSaysHowItIsUsed) {
-    const Finished finished = runBuilt(MAKE_SAMPLE_PROGRAM, {});
-    EXPECT_EQ(finished.status, 2);
-    EXPECT_EQ(finished.errors, "Usage: make-sample FILE\n");
+TEST(Sample, ProgramWritesALongerStreamToAPipe) {
+    const Finished finished = runBuilt(MAKE_SAMPLE_PROGRAM, {"--seconds", "2", "--bit-rate", "1504000", "-"});
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.output.size(), 2000 * PACKET_SIZE);
+}
+
+TEST(Sample, ProgramInjectsFaultsAtTheirTimes) {
+    const auto sizeWith = [](const std::string& fault) {
+        return runBuilt(MAKE_SAMPLE_PROGRAM, {"--seconds", "4", "--bit-rate", "1504000", "--fault", fault, "-"})
+                   .output.size() /
+               PACKET_SIZE;
+    };
+    EXPECT_EQ(sizeWith("loss=1..1.5"), 3500U);
+    EXPECT_EQ(sizeWith("loss=0.5"), 1000U);
+    EXPECT_EQ(sizeWith("loss"), 4000U); // it would begin in second 20
+}
+
+TEST(Sample, ProgramListsItsFaults) {
+    const Finished listed = runBuilt(MAKE_SAMPLE_PROGRAM, {"--list-faults"});
+    EXPECT_EQ(listed.status, 0);
+    EXPECT_THAT(listed.output, HasSubstr("\npat-stops\t1.3.a PAT_error_2\t60\tyes\tno PAT comes\n"));
+    EXPECT_THAT(listed.output, HasSubstr("\npause\t\t0\tlive\tthe sender pauses for 30 s, its PCR with it\n"));
+    const Finished helped = runBuilt(MAKE_SAMPLE_PROGRAM, {"--help"});
+    EXPECT_EQ(helped.status, 0);
+    EXPECT_THAT(helped.output, HasSubstr("\n  pat-stops               60 s  no PAT comes (1.3.a PAT_error_2)\n"));
+}
+
+TEST(Sample, ProgramSaysWhatItDoesNotUnderstand) {
+    const auto errorsOf = [](const std::vector<std::string>& arguments) {
+        const Finished finished = runBuilt(MAKE_SAMPLE_PROGRAM, arguments);
+        EXPECT_EQ(finished.status, 2);
+        EXPECT_EQ(finished.output, "");
+        return finished.errors.substr(0, finished.errors.find('\n'));
+    };
+    EXPECT_EQ(errorsOf({}), "FILE is required");
+    EXPECT_EQ(errorsOf({"--fault", "loss", "-"}), "--fault requires --seconds");
+    EXPECT_EQ(errorsOf({"--seconds", "2", "--fault", "lost", "-"}), "--fault lost: there is no fault lost");
+    EXPECT_EQ(errorsOf({"--seconds", "2", "--fault", "loss=1..x", "-"}), "--fault loss=1..x: x is no time");
+    EXPECT_EQ(errorsOf({"--seconds", "2", "--bit-rate", "500000", "-"}),
+              "--bit-rate: Value 500000 not in range 600000 to 1000000000");
 }
 
 TEST(Sample, ProgramSaysWhereItCannotWrite) {

@@ -209,14 +209,15 @@ TEST(InspectSections, HaveNoPid) {
 
 TEST(InspectSections, OfAFileNamedSoAreKnown) {
     const TemporaryFile file(patOfOne("0001 E100"));
-    const std::string path = file.path() + ".sec";
-    std::filesystem::copy(file.path(), path);
-    const Finished finished = inspectTables({path});
-    const Finished other = inspectTables({file.path()});
-    std::filesystem::remove(path);
-    EXPECT_EQ(finished.status, 0);
-    EXPECT_EQ(finished.output, PAT_SHOWN);
-    EXPECT_EQ(other.status, 1);
+    for (const char* const ending : {".sec", ".SEC"}) {
+        const std::string path = file.path() + ending;
+        std::filesystem::copy(file.path(), path);
+        const Finished finished = inspectTables({path});
+        std::filesystem::remove(path);
+        EXPECT_EQ(finished.status, 0);
+        EXPECT_EQ(finished.output, PAT_SHOWN);
+    }
+    EXPECT_EQ(inspectTables({file.path()}).status, 1);
 }
 
 TEST(InspectHex, ASectionOutOfALog) {

@@ -1,6 +1,7 @@
 #include "Process.h"
 #include "Streams.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -59,6 +60,40 @@ std::string shown(const StreamBuilder& stream, std::vector<std::string> argument
     return inspect(arguments).output;
 }
 
+/// A multiplex of television services, each with a picture, a sound and captions. Two have an AIT, of which the
+/// receiver refuses one.
+ByteVector largeMultiplex(unsigned services) {
+    constexpr unsigned OF_A_SECTION = 7;
+    ByteVector programs;
+    std::vector<ByteVector> described((services + OF_A_SECTION - 1) / OF_A_SECTION);
+    for (unsigned number = 0; number < services; ++number) {
+        const auto letter = static_cast<QUOR_U8>('A' + number);
+        programs = join({programs, u16(0xE6A0 + number), u16(0x0200 + number, 0xE000)});
+        described[number / OF_A_SECTION] = join({described[number / OF_A_SECTION],
+                                                 u16(0xE6A0 + number),
+                                                 hex("FD 800C 48 0A 01 00 07 43616E616C20"),
+                                                 {letter}});
+    }
+    StreamBuilder stream;
+    stream.section(PAT_PID, longSection(PAT, named(STREAM), programs)).section(NIT_PID, nit(""));
+    for (std::size_t number = 0; number < described.size(); ++number) {
+        LongHeader header = named(STREAM);
+        header.section = static_cast<QUOR_U8>(number);
+        header.last = static_cast<QUOR_U8>(described.size() - 1);
+        stream.section(SDT_PID, longSection(SDT, header, join({hex("0735 FF"), described[number]})));
+    }
+    for (unsigned number = 0; number < services; ++number) {
+        const std::string applications = number == 0 ? "05 E401 F000" : number == 1 ? "05 E402 F000" : "";
+        const unsigned pid = 0x0300 + 4 * number;
+        const ByteVector streams =
+            join({hex("E1FF F000 1B"), u16(pid, 0xE000), hex("F000 11"), u16(pid + 1, 0xE000), hex("F000 06"),
+                  u16(pid + 2, 0xE000), hex("F005 FD 03 0008 3D" + applications)});
+        stream.section(0x0200 + number, longSection(PMT, named(static_cast<QUOR_U16>(0xE6A0 + number)), streams));
+    }
+    stream.section(0x0401, ait(APPLICATION + "02 05 0003 01 7F 00" + LOCATION)).section(0x0402, ait(""));
+    return stream.bytes();
+}
+
 } // namespace
 
 TEST(InspectTree, IsTheUsualView) {
@@ -70,6 +105,34 @@ TEST(InspectTree, OverviewOfTheSampleInEightyColumns) {
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.errors, "");
     EXPECT_EQ(finished.output, readText(GOLDEN_FOLDER "/overview-80.txt"));
+}
+
+TEST(InspectTree, OverviewOfALargeMultiplexFitsAScreen) {
+    const TemporaryFile file(largeMultiplex(20));
+    const std::string output = inspect({"--width", "100", file.path()}).output;
+    EXPECT_LE(std::count(output.begin(), output.end(), '\n'), 50);
+    EXPECT_THAT(output, HasSubstr("   ├─ Service 0xE6A0 (59040) \"Canal A\"  digital television, 4 components\n"
+                                  "   │  └─ AIT of Ginga-NCL (0x0009)  ! AIT version 0 (packet 26) rejected with "
+                                  "ERROR_INVALID_ITEM:\n"));
+    EXPECT_THAT(output, HasSubstr("   └─ Service 0xE6B3 (59059) \"Canal T\"  digital television, 3 components\n"));
+    EXPECT_THAT(output, HasSubstr("\nAIT  PID 0x0401  version 0  section 0/0  current  packet 26  REJECTED\n"
+                                  "  error  ERROR_INVALID_ITEM (0x0A0A)\n"
+                                  "  descriptor of application 000007350001\n"
+                                  "    > 0020  0x02  transport_protocol_descriptor, 5 bytes  refused with ERROR_OK\n"
+                                  "                  right by the standard; this receiver refuses it because it has no "
+                                  "data piping\n"
+                                  "                  (protocol_id 3)\n"
+                                  "\n"));
+}
+
+TEST(InspectTree, OverviewOfAMiddlingMultiplexHasTheKindsOfComponents) {
+    const TemporaryFile file(largeMultiplex(12));
+    const std::string output = inspect({"--width", "100", file.path()}).output;
+    EXPECT_LE(std::count(output.begin(), output.end(), '\n'), 50);
+    EXPECT_THAT(output, HasSubstr("   └─ Service 0xE6AB (59051) \"Canal L\"  digital television, H.264 video 0x032C,\n"
+                                  "             AAC audio in LATM 0x032D, captions and superimposed text 0x032E\n"));
+    EXPECT_THAT(inspect({"--full", file.path()}).output,
+                HasSubstr("   ├─ Component PID 0x032D  AAC audio in LATM (0x11)\n"));
 }
 
 TEST(InspectTree, SampleInEightyColumns) {
@@ -407,6 +470,23 @@ TEST(InspectTree, ApplicationOfAnotherProtocolLabel) {
                                 "0x02\n"),
                       HasSubstr("! prefetch_descriptor names transport protocol label 0x03, but the receiver has "
                                 "0x02\n")));
+}
+
+/// Captions pause for seconds, so that it takes a while until nothing is a sign.
+TEST(InspectTree, ComponentOfWhichNothingCame) {
+    constexpr std::uint64_t SECOND = 27000000;
+    for (const std::uint64_t seconds : {2U, 6U}) {
+        StreamBuilder stream;
+        stream.section(PAT_PID, pat("0001 E100")).section(PMT_PID, pmt("1B E321 F000 06 E322 F000"));
+        stream.proceed(0x0321, hex("00"));
+        for (std::uint64_t half = 0; half <= 2 * seconds; ++half) {
+            stream.clock(0x01FF, half * SECOND / 2);
+        }
+        const std::string output = shown(stream);
+        EXPECT_THAT(output, HasSubstr("Component PID 0x0321  H.264 video (0x1B)\n"));
+        EXPECT_THAT(output, HasSubstr(seconds == 2 ? "private data (0x06)\n" : "private data (0x06), no packets\n"));
+        EXPECT_THAT(shown(stream, {"--table", "pat,pmt"}), Not(HasSubstr("no packets")));
+    }
 }
 
 TEST(InspectTree, AitThatIsAnnouncedAndDoesNotCome) {

@@ -16,7 +16,8 @@ TEST(InspectUsage, HelpNamesArgumentsOptionsAndExitStatus) {
         EXPECT_THAT(finished.output,
                     AllOf(HasSubstr("Usage: isdbt-inspect [OPTIONS] [FILE...]"), HasSubstr("188, 192 or 204 bytes"),
                           HasSubstr("- is standard input"), HasSubstr("--pid PID"), HasSubstr("--charset NAME"),
-                          HasSubstr("latin-america"), HasSubstr("--version"), HasSubstr("2 wrong usage")));
+                          HasSubstr("latin-america"), HasSubstr("--version"), HasSubstr("2 wrong usage"),
+                          HasSubstr("if not given, tree, or tables"), testing::Not(HasSubstr("[tree]"))));
     }
 }
 

@@ -23,7 +23,9 @@ bool endsWith(std::string_view text, std::string_view ending) {
 }
 
 /// Section filters record files of that name; they may be compressed.
-bool isNameOfSections(std::string_view path) {
+bool isNameOfSections(std::string name) {
+    std::transform(name.begin(), name.end(), name.begin(), [](unsigned char each) { return std::tolower(each); });
+    std::string_view path = name;
     for (const std::string_view ending : {".gz", ".xz", ".zst"}) {
         if (endsWith(path, ending)) {
             path.remove_suffix(ending.size());
@@ -89,6 +91,10 @@ Status Inspection::run() {
             ++at;
         }
     }
+    if (const std::string remark = m_exporter ? m_exporter->remark() : ""; !remark.empty()) {
+        m_progress.erase();
+        complain(remark);
+    }
     return m_status == FaultFound && m_options.lenient ? AllWell : m_status;
 }
 
@@ -147,6 +153,9 @@ std::unique_ptr<Input> Inspection::open(const std::string& path, std::size_t que
 bool Inspection::inspectInput(Input& input, const std::string& path, Renderer& renderer) {
     const Conventions conventions = conventionsOf(m_options);
     Inspector inspector(renderer, m_options.interest, conventions, m_exporter.get());
+    if (m_options.bitRate) {
+        inspector.setBitRate(*m_options.bitRate);
+    }
     if (m_options.sections || isNameOfSections(path)) {
         inspector.runSections(input, Repetitions::Hidden);
     } else {

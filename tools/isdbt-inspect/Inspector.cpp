@@ -91,6 +91,20 @@ std::vector<Finding> damagesIn(const PidCounts& counts) {
     return findings;
 }
 
+/// The PIDs on which anything came. Nothing when the statistics are of some alone, or the stream is too short: captions
+/// pause for seconds.
+std::optional<PidSet> carriedPids(const Summary& summary, const Interest& interest) {
+    constexpr double LONG_ENOUGH = 5; // seconds
+    if (summary.seconds.value_or(0) < LONG_ENOUGH || !interest.tables.empty()) {
+        return std::nullopt;
+    }
+    PidSet carried;
+    for (const PidStatistics& each : summary.statistics) {
+        carried.set(each.pid.value_or(NULL_PID), each.packets != 0);
+    }
+    return carried;
+}
+
 } // namespace
 
 Inspector::Inspector(Renderer& renderer, const Interest& interest, const Conventions& conventions, Exporter* exporter)
@@ -108,13 +122,17 @@ void Inspector::watch(const Position& now) {
     constexpr double TICK = 0.1;
     for (Event& event : m_events) {
         event.at.seconds = event.at.seconds ? event.at.seconds : now.seconds;
-        m_watch.take(event);
     }
+    m_watch.take(m_events);
     m_events.clear();
     if (now.seconds && *now.seconds >= m_nextTick) {
         m_watch.tick(now);
         m_nextTick = *now.seconds + TICK;
     }
+    tellAlarms();
+}
+
+void Inspector::tellAlarms() {
     for (const Alarm& alarm : m_watch.news()) {
         m_renderer.alarm(alarm);
     }
@@ -148,6 +166,7 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
         }
         m_presentEvents.take(packet, position);
         if (!m_gatherer.pids()[ts_get_pid(packet)]) {
+            m_watch.take(packet, position);
             continue;
         }
         for (const Section& section : m_gatherer.push(packet, position)) {
@@ -159,6 +178,9 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     if (packets.packets() == 0) {
         input.complain();
     }
+    position.seconds = m_clock.seconds(position.packet);
+    m_watch.tick(position); // what did not come until the end
+    tellAlarms();
     finish(summary(packets), input, std::move(expected));
     input.complain();
     if (packets.cutOffBytes() != 0) {
@@ -232,6 +254,10 @@ void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> 
         last.damages.push_back({loss.singular, loss.plural, loss.count, {}, Damage::InputLoss});
     }
     last.notChosen = m_notChosen;
+    last.alarms = m_watch.alarms();
+    if (m_interest.limits.name() != Profile::always().name()) {
+        last.checks = m_watch.results();
+    }
     last.forgotten = m_current.taken().forgotten();
     std::set<Pid> scrambled;
     for (const auto& [pid, counts] : m_gatherer.counts()) {
@@ -239,7 +265,7 @@ void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> 
             scrambled.insert(pid);
         }
     }
-    const Tables tables(m_current, std::move(expected), std::move(scrambled));
+    const Tables tables(m_current, std::move(expected), std::move(scrambled), carriedPids(last, m_interest));
     const Multiplex multiplex(tables);
     const Faults faults = check(multiplex, m_presentEvents, last);
     m_foundFault = last.rejected != 0 || !faults.all().empty();
@@ -305,7 +331,7 @@ Inspector::Reading Inspector::read(const Section& section, SeenSections::News ne
 /// Takes a section for what the multiplex is now.
 void Inspector::learn(const Reading& reading) {
     const auto& [section, parsed, report] = reading;
-    m_watch.learn(report);
+    m_watch.learn(section);
     if (report.rejection) {
         m_statistics.reject(section);
     } else {

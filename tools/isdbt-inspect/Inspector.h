@@ -71,6 +71,7 @@ private:
     Summary summary(const PacketReader& packets);
     void gather(const PidSet& pids);
     void watch(const Position& now);
+    void tellAlarms();
     void inspect(Input& source, std::set<std::uint8_t> expected);
     std::set<std::uint8_t> expected() const;
     void finish(Summary last, const Input& input, std::set<std::uint8_t> expected);
@@ -84,7 +85,7 @@ private:
     Events m_events; ///< that nobody has looked at
     StreamClock m_clock{m_events};
     TrafficCounter m_traffic{m_events, m_clock};
-    Watch m_watch{m_traffic};
+    Watch m_watch{m_traffic, m_interest.limits};
     double m_nextTick = 0; ///< in seconds of the stream
     TransmissionReader m_transmission;
     PresentEvents m_presentEvents;

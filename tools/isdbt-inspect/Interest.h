@@ -1,6 +1,7 @@
 #pragma once
 
 #include "reports/Report.h"
+#include "watching/Profile.h"
 
 #include <set>
 
@@ -19,6 +20,8 @@ struct Interest {
     bool damaged = false;               ///< those of packets whose CRC_32 is wrong, too
     std::optional<double> since;        ///< in seconds of the stream's clock
     std::optional<double> until;
+
+    Profile limits = Profile::always(); ///< that it is held to
 
     bool bytes = false; ///< those of sections that are taken are shown, too
 

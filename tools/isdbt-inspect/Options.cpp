@@ -51,6 +51,10 @@ std::string checkTime(const std::string& text) {
     return readTime(text) ? "" : text + " is no time (90, 90s, 1:30 or 00:01:30)";
 }
 
+std::string checkBitRate(const std::string& text) {
+    return readBitRate(text) ? "" : text + " is no bit rate (29958294, 29958k or 29.958M)";
+}
+
 std::string checkInput(const std::string& text) {
     try {
         if (StreamAddress::isOne(text)) {
@@ -81,6 +85,15 @@ std::string checkZone(const std::string& name) {
         const TimeZone zone(name);
         return {};
     } catch (const UnknownTimeZone& error) {
+        return error.what();
+    }
+}
+
+std::string checkLimits(const std::string& name) {
+    try {
+        Profile::named(name);
+        return {};
+    } catch (const ProfileError& error) {
         return error.what();
     }
 }
@@ -119,6 +132,12 @@ void addInputs(CLI::App& app, Options& options) {
         ->check(checkInput);
     app.add_flag("--sections", options.sections,
                  "the files hold sections, one behind the other, and no packets, as those named *.sec do");
+    app.add_option_function<std::string>(
+           "--bit-rate", [&options](const std::string& text) { options.bitRate = readBitRate(text); },
+           "the rate of a stream without PCR, by which its time is told: bits a second of packets of 188 bytes; 29.958M "
+           "and 440k are understood")
+        ->type_name("RATE")
+        ->check(checkBitRate);
     app.add_option_function<std::string>(
            "--hex", [&options](const std::string& text) { options.hex = readHexOf(text); },
            "sections or packets in hexadecimal, as logs and dumps hold them, in place of a file; - is standard input")
@@ -209,9 +228,10 @@ void addChoosing(CLI::App& app, Interest& interest) {
 
 void addOutput(CLI::App& app, Options& options) {
     addChoice(app, "--view", options.view, VIEWS,
-              joined(views(), "; ", [](const View& view) { return view.name + ": " + view.help; }))
-        ->type_name("VIEW")
-        ->default_str(options.view->name);
+              joined(views(), "; ", [](const View& view) { return view.name + ": " + view.help; }) +
+                  "; if not given, " + options.view->name +
+                  ", or tables with --hex, --bytes and where sections are chosen")
+        ->type_name("VIEW");
     app.add_flag("--full", options.full, "the tree with all that the tables say, descriptors included");
     app.add_flag("--json", options.json, "an object in JSON for each section and each fault, one a line");
     addChoice(app, "--color", options.colour, COLOURS, "auto: on a terminal, unless NO_COLOR is set; always; never")
@@ -238,6 +258,12 @@ void addOutput(CLI::App& app, Options& options) {
            "zone of the times, which the stream does not say; UTC-3, that of Brasilia, is assumed")
         ->type_name("ZONE")
         ->check(checkZone);
+    app.add_option_function<std::string>(
+           "--limits", [&options](const std::string& name) { options.interest.limits = Profile::named(name); },
+           "alarms where the stream breaks the limits of a profile: always (without --limits, too), dvb, isdbt, or a "
+           "file that is like them")
+        ->type_name("PROFILE")
+        ->check(checkLimits);
     app.add_option("--log", options.log,
                    "append to this file what else goes to standard output; SIGUSR1 opens it anew, for log rotation")
         ->type_name("FILE");
@@ -253,6 +279,12 @@ void checkTogether(const CLI::App& app, const Options& options) {
         throw UsageError("--pid: sections outside of packets have no PID");
     }
     const Interest& interest = options.interest;
+    if ((options.sections || options.hex) && app.count("--limits") != 0) {
+        throw UsageError("--limits: sections outside of packets have no time");
+    }
+    if ((options.sections || options.hex) && options.bitRate) {
+        throw UsageError("--bit-rate: sections outside of packets have no time");
+    }
     if ((options.sections || options.hex) && interest.isTimed()) {
         throw UsageError("--since, --until: sections outside of packets have no time");
     }

@@ -17,7 +17,9 @@ inspect::Section section(Pid pid, const ByteVector& bytes, std::optional<double>
 }
 
 std::vector<inspect::PidStatistics> statisticsOf(const Statistics& statistics) {
-    return statistics.of({nullptr, 0, 4.0}, {});
+    inspect::Traffic traffic;
+    traffic.seconds = 4.0;
+    return statistics.of(traffic, {});
 }
 
 } // namespace

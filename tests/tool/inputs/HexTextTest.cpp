@@ -74,6 +74,31 @@ TEST(HexText, OfSeveralDumpsIsTheBytesOfAll) {
     EXPECT_EQ(inspect::readHex("0000  01 02 03 04\n0004  05\n\n0000  06 07\n"), hex("01 02 03 04 05 06 07"));
 }
 
+/// Old editors end lines so.
+TEST(HexText, MayHaveLinesThatEndInACarriageReturnOnly) {
+    EXPECT_EQ(inspect::readHex("0000  01 02 03 04\r0004  05 06\r"), hex("01 02 03 04 05 06"));
+    EXPECT_EQ(inspect::readHex("01 02 // a\r03"), hex("01 02 03"));
+    EXPECT_EQ(complaint("01\r02 x"), "line 2, column 4: two hexadecimal digits expected, not \"x\"");
+}
+
+/// od and hexdump without options.
+TEST(HexText, OfWordsOrOctalOffsetsIsRefused) {
+    for (const char* const text : {
+             "0000000 130002 163024 140640 000000 000341 000360 160433 170021\n0000020 051002 046400 111564 000107\n",
+             "0000000 b002 e614 c1a0 0000 00e1 00f0 e11b f011\n0000010 5202 4d00 9374 0047\n0000017\n",
+             "0000000 b002 e614 c1a0\n",
+             "0000000 002 260 024 346 240 301  \\0  \\0\n",
+             "0000000 02 b0 14 e6 a0 c1 00 00 e1 00 f0 00 1b e1 11 f0\n0000020 02 52 00 4d 74 93 47\n0000027\n",
+         }) {
+        EXPECT_EQ(complaint(text),
+                  "od and hexdump write octal offsets or words of 16 bits unless they are told otherwise; "
+                  "od -A x -t x1, hexdump -C and xxd write a dump that can be read")
+            << text;
+    }
+    EXPECT_EQ(inspect::readHex("0000000 02 b0 14 e6 a0 c1 00 00 e1 00 f0 00 1b e1 11 f0\n0000010 02 52\n0000012\n"),
+              hex("02 B0 14 E6 A0 C1 00 00 E1 00 F0 00 1B E1 11 F0 02 52")); // od -A x -t x1 may write seven digits
+}
+
 TEST(HexText, SaysWhereSomethingElseStands) {
     EXPECT_EQ(complaint(""), "bytes in hexadecimal expected");
     EXPECT_EQ(complaint(" \n"), "bytes in hexadecimal expected");

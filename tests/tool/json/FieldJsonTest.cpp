@@ -84,6 +84,7 @@ std::size_t membersFor(const Field& field) {
     count += field.isCode ? 1 : 0;
     count += field.reading.empty() ? 0 : 1;
     count += field.isTime ? 1 : 0;
+    count += field.isDuration ? 1 : 0;
     count += std::holds_alternative<Text>(field.value) ? 1 : 0;
     if (const auto* const object = std::get_if<Object>(&field.value)) {
         count += membersFor(object->fields);

@@ -25,10 +25,11 @@ void addNames(std::set<std::string>& names, const nlohmann::json& schema) {
 }
 
 /// What stands in lines beside the fields, and begins like the name of one.
-const std::set<std::string> WORDS{"area",     "behind",  "byte",   "carousel",   "errors",   "faults",  "interleaving",
-                                  "interval", "largest", "mean",   "modulation", "new",      "no",      "none",
-                                  "nothing",  "place",   "places", "profile",    "provider", "rate",    "schedule",
-                                  "section",  "service", "tag",    "time",       "times",    "visible", "yes"};
+const std::set<std::string> WORDS{"area",    "behind",       "byte",     "carousel", "component", "errors",
+                                  "faults",  "interleaving", "interval", "largest",  "mean",      "modulation",
+                                  "new",     "no",           "none",     "nothing",  "place",     "places",
+                                  "profile", "provider",     "rate",     "schedule", "section",   "service",
+                                  "tag",     "time",         "times",    "visible",  "yes"};
 
 } // namespace
 

@@ -103,9 +103,27 @@ TEST(JsonLines, ARejectedSectionIsShownWithTheDescriptorAtFault) {
                                                           {"fits", true},
                                                           {"error_code", 2568},
                                                           {"error_code_name", "ERROR_INVALID_DESCRIPTOR_LENGTH"},
+                                                          {"error_code_reading", nullptr},
                                                           {"refused_though_right", nullptr},
                                                           {"bytes", ""},
                                                           {"at_fault", true}}));
+}
+
+TEST(JsonLines, SayWhatAnErrorMeansThatDoesNotSayIt) {
+    const Json object = objectOf(longSection(0x74, named(9), hex("F007 02 05 0009 01 7F 00  F000")));
+    const Json& descriptor = object["loops"][0]["descriptors"][0];
+    EXPECT_EQ(descriptor["error_code_name"], "ERROR_OK");
+    EXPECT_EQ(descriptor["error_code_reading"],
+              "ERROR_OK is what this receiver says of a transport that it does not support");
+}
+
+TEST(JsonLines, HaveADurationInSeconds) {
+    const Json object = objectOf(longSection(
+        0xC3, named(0x1234), hex("0735 0001 E6A0 01  2FFF 0030 0100 0100 EDA9123456013000 EDA900000001300A")));
+    const Json& schedules = object["fields"]["download_contents"][0]["schedule_infos"];
+    EXPECT_EQ(schedules[0]["duration"], 0x013000);
+    EXPECT_EQ(schedules[0]["duration_seconds"], 5400);
+    EXPECT_EQ(schedules[1]["duration_seconds"], nullptr);
 }
 
 TEST(JsonLines, ADescriptorThatDoesNotFitIsAtFault) {
@@ -118,18 +136,19 @@ TEST(JsonLines, ADescriptorThatDoesNotFitIsAtFault) {
 }
 
 TEST(JsonLines, HaveADescriptorThatCameByItself) {
-    EXPECT_EQ(inspect({"--json", "--descriptor", "pmt", "--hex", "52 01 07 FF 01 AA"}).output,
-              R"({"type":"descriptor","input":"--hex","table":"PMT","table_id":2,"damaged":false,)"
-              R"("on_wire":{"offset":0,"descriptor_tag":82,"descriptor_tag_name":"stream_identifier_descriptor",)"
-              R"("known":true,"length":1,"fits":true,"error_code":null,"error_code_name":null,)"
-              R"("refused_though_right":null,"bytes":"07",)"
-              R"("at_fault":false},"fields":{"stream_identifier_descriptor":{"descriptor_tag":82,"component_tag":7}}})"
-              "\n"
-              R"({"type":"descriptor","input":"--hex","table":"PMT","table_id":2,"damaged":false,)"
-              R"("on_wire":{"offset":3,"descriptor_tag":255,"descriptor_tag_name":null,"known":false,"length":1,)"
-              R"("fits":true,"error_code":null,"error_code_name":null,)"
-              R"("refused_though_right":null,"bytes":"AA","at_fault":false},"fields":null})"
-              "\n");
+    EXPECT_EQ(
+        inspect({"--json", "--descriptor", "pmt", "--hex", "52 01 07 FF 01 AA"}).output,
+        R"({"type":"descriptor","input":"--hex","table":"PMT","table_id":2,"damaged":false,)"
+        R"("on_wire":{"offset":0,"descriptor_tag":82,"descriptor_tag_name":"stream_identifier_descriptor",)"
+        R"("known":true,"length":1,"fits":true,"error_code":null,"error_code_name":null,"error_code_reading":null,)"
+        R"("refused_though_right":null,"bytes":"07",)"
+        R"("at_fault":false},"fields":{"stream_identifier_descriptor":{"descriptor_tag":82,"component_tag":7}}})"
+        "\n"
+        R"({"type":"descriptor","input":"--hex","table":"PMT","table_id":2,"damaged":false,)"
+        R"("on_wire":{"offset":3,"descriptor_tag":255,"descriptor_tag_name":null,"known":false,"length":1,)"
+        R"("fits":true,"error_code":null,"error_code_name":null,"error_code_reading":null,)"
+        R"("refused_though_right":null,"bytes":"AA","at_fault":false},"fields":null})"
+        "\n");
 }
 
 TEST(JsonLines, FileNamesMayHoldAnything) {
@@ -244,6 +263,24 @@ TEST(JsonLines, NameWhatDidNotComeWhole) {
                                            R"("text":"1 discontinuity on PID 0x0000","pid":0,)"));
     EXPECT_THAT(finished.output, HasSubstr(R"("fault":"bytes_skipped","severity":"error","about":"Transport stream",)"
                                            R"("text":"3 bytes skipped","pid":null,)"));
+}
+
+TEST(JsonLines, NameWhatPacketsSuffered) {
+    const ByteVector pat = longSection(0x00, {}, hex("0001 E100"));
+    const ByteVector begun = longSection(0x00, {}, fill(240, 0xE1));
+    StreamBuilder stream;
+    stream.begin(PAT_PID, join({hex("00"), slice(begun, 0, 183)})).section(PAT_PID, pat);
+    stream.section(PAT_PID, pat).patch(1, 0xC0).section(0x0010, pat).patch(4, 184).null(20);
+    const TemporaryFile file(stream.bytes());
+    const std::string output = inspect({"--json", "--table", "pat", file.path()}).output;
+    for (const char* const fault : {R"("fault":"sections_cut_short","severity":"error","about":"Transport stream",)"
+                                    R"("text":"1 section cut short on PID 0x0000","pid":0,)",
+                                    R"("fault":"transport_errors","severity":"error","about":"Transport stream",)"
+                                    R"("text":"1 packet marked as damaged on PID 0x0000","pid":0,)",
+                                    R"("fault":"malformed_packets","severity":"error","about":"Transport stream",)"
+                                    R"("text":"1 malformed packet on PID 0x0010","pid":16,)"}) {
+        EXPECT_THAT(output, HasSubstr(fault));
+    }
 }
 
 TEST(JsonLines, SayWhichSectionShowsAFault) {

@@ -72,6 +72,7 @@ void ValueShape::add(const inspect::Field& field, Shapes& shapes) {
     m_isCode = m_isCode || field.isCode;
     m_isRead = m_isRead || !field.reading.empty();
     m_isTime = m_isTime || field.isTime;
+    m_isDuration = m_isDuration || field.isDuration;
     m_unit = field.unit.empty() ? m_unit : field.unit;
 }
 
@@ -99,6 +100,9 @@ void ValueShape::addTo(Json& object, const std::string& name, bool required) con
     }
     if (m_isRead || m_isText || m_types.count("array") != 0) {
         add(name + "_reading", reference("reading"), false);
+    }
+    if (m_isDuration) {
+        add(name + "_seconds", {{"type", {"integer", "null"}}, {"minimum", 0}}, required);
     }
     if (m_isTime) {
         add(name + "_instant", {{"type", "string"}, {"format", "date-time"}}, required);

@@ -33,6 +33,7 @@ private:
     bool m_isCode = false;
     bool m_isRead = false;
     bool m_isTime = false;
+    bool m_isDuration = false;
     std::string m_unit;
     std::string m_object; ///< the name of the shape of the objects; empty for the elements of a list
     std::unique_ptr<class ObjectShape> m_elementObject;

@@ -68,7 +68,7 @@ void Node::sayVersion(const Table& table, Extent extent) {
 
 void Node::sayVersionOnly(const Table& table) {
     if (const std::string version = versionText(table); !version.empty()) {
-        say(version.substr(1));
+        say(version.substr(1), Extent::Overview);
     }
 }
 
@@ -84,6 +84,35 @@ void Node::tell(std::string_view table, Fields fields) {
             details.push_back({std::string(table), toldForItself(std::move(each), *leftOut)});
         }
     }
+}
+
+void Node::join(Joining joining) {
+    std::vector<Node> left;
+    std::vector<std::pair<std::string, std::string>> joined; // of each kind the marks
+    std::size_t counted = 0;
+    for (Node& child : children) {
+        child.join(joining);
+        if (child.kind.empty() || !child.faults.empty()) {
+            left.push_back(std::move(child));
+            continue;
+        }
+        if (joining == Joining::ByCount && child.isComponent) {
+            ++counted;
+        } else {
+            auto alike = std::find_if(joined.begin(), joined.end(),
+                                      [&child](const auto& each) { return each.first == child.kind; });
+            alike = alike != joined.end() ? alike : joined.insert(alike, {child.kind, {}});
+            alike->second += ' ' + child.mark;
+        }
+        std::move(child.children.begin(), child.children.end(), std::back_inserter(left));
+    }
+    if (counted != 0) {
+        say(fmt::format("{} {}", counted, counted == 1 ? "component" : "components"));
+    }
+    for (const auto& [what, which] : joined) {
+        say(what + which);
+    }
+    children = std::move(left);
 }
 
 } // namespace inspect

@@ -1,6 +1,5 @@
-#include "checking/ApplicationChecks.h"
+#include "checking/Checks.h"
 
-#include "checking/SectionChecks.h"
 #include "describing/FieldLookup.h"
 #include "pmt/TProgramMap.h"
 #include "tables/TableKinds.h"
@@ -75,8 +74,7 @@ public:
 
 private:
     void add(FaultKind kind, std::string text) {
-        m_faults.add({&m_application, titleOfApplication(m_application)},
-                     {kind, placeOf(m_ait), std::move(text), sinceOf(m_ait)});
+        addShown(m_faults, {&m_application, titleOfApplication(m_application)}, kind, m_ait, std::move(text));
     }
 
     Faults& m_faults;
@@ -101,7 +99,7 @@ void checkCarried(Faults& faults, const Table& table, const Components* componen
         }
     }
     if (!table.taken.empty() && applications.empty()) {
-        faults.add(subject(table), {faults::TABLE_EMPTY, placeOf(table), "it names no application", sinceOf(table)});
+        addShown(faults, subject(table), faults::TABLE_EMPTY, table, "it names no application");
     }
 }
 

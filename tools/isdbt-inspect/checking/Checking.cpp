@@ -1,11 +1,6 @@
 #include "checking/Checking.h"
 
-#include "checking/ApplicationChecks.h"
-#include "checking/DamageChecks.h"
-#include "checking/SectionChecks.h"
-#include "checking/ServiceChecks.h"
-#include "checking/TimeChecks.h"
-#include "checking/TransmissionChecks.h"
+#include "checking/Checks.h"
 #include "describing/FieldLookup.h"
 #include "tables/TableKinds.h"
 
@@ -46,14 +41,18 @@ public:
     }
 
 private:
+    template <class Part>
+    void addOf(const Part& part, FaultKind kind, const FaultPlace& place, std::string text,
+               std::optional<Position> since = {}) {
+        m_faults.add(subject(part), {kind, place, std::move(text), since});
+    }
+
     /// Nothing shows which transport stream this is, or that it is one.
     void checkNothing() {
         for (const TableKind& kind : TABLE_KINDS) {
             if (kind.pids.front() && m_tables.misses(kind.id)) {
-                m_faults.add(subject(m_multiplex), {faults::TABLE_MISSING,
-                                                    {kind.pids.front(), kind.id, std::nullopt},
-                                                    fmt::format("no {} came", kind.name),
-                                                    {}});
+                addOf(m_multiplex, faults::TABLE_MISSING, {kind.pids.front(), kind.id, std::nullopt},
+                      fmt::format("no {} came", kind.name));
             }
         }
     }
@@ -65,27 +64,23 @@ private:
         for (const Table* const pat : m_tables.of(PAT)) {
             const std::int64_t said = numberIn(pat->beside("programs"), "network_pid").value_or(0);
             if (nit.key.pid && said != 0 && said != *nit.key.pid) {
-                m_faults.add(subject(network), {faults::WRONG_PID, placeOf(nit),
-                                                fmt::format("the NIT came on PID 0x{:04X}, but the PAT says 0x{:04X}",
-                                                            *nit.key.pid, said),
-                                                sinceOf(nit)});
+                addShown(m_faults, subject(network), faults::WRONG_PID, nit,
+                         fmt::format("the NIT came on PID 0x{:04X}, but the PAT says 0x{:04X}", *nit.key.pid, said));
             }
         }
         for (const TransportStream& stream : network.streams) {
             checkStream(stream);
         }
         if (nit.complete() && network.streams.empty()) {
-            m_faults.add(subject(network),
-                         {faults::TABLE_EMPTY, placeOf(nit), "the NIT has no transport stream", sinceOf(nit)});
+            addShown(m_faults, subject(network), faults::TABLE_EMPTY, nit, "the NIT has no transport stream");
         }
     }
 
     void checkUnlisted(const TransportStream& stream) {
         if (m_tables.misses(NIT)) {
-            m_faults.add(subject(stream),
-                         {faults::TABLE_MISSING, {std::nullopt, NIT, std::nullopt}, "no NIT came", {}});
+            addOf(stream, faults::TABLE_MISSING, {std::nullopt, NIT, std::nullopt}, "no NIT came");
         } else if (stream.id && areWhole(m_tables.of(NIT))) {
-            m_faults.add(subject(stream), {faults::NOT_IN_NIT, {std::nullopt, NIT, stream.id}, "not in the NIT", {}});
+            addOf(stream, faults::NOT_IN_NIT, {std::nullopt, NIT, stream.id}, "not in the NIT");
         }
     }
 
@@ -94,7 +89,7 @@ private:
             return;
         }
         if (stream.isThisOne && m_tables.misses(PAT)) {
-            m_faults.add(subject(stream), {faults::TABLE_MISSING, {std::nullopt, PAT, stream.id}, "no PAT came", {}});
+            addOf(stream, faults::TABLE_MISSING, {std::nullopt, PAT, stream.id}, "no PAT came");
         }
         if (stream.id) {
             checkPrograms(stream);
@@ -102,7 +97,7 @@ private:
         }
         const bool described = !(stream.id ? m_tables.of(SDT, *stream.id) : m_tables.of(SDT)).empty();
         if (stream.isThisOne && !described && m_tables.expects(SDT)) {
-            m_faults.add(subject(stream), {faults::TABLE_MISSING, {std::nullopt, SDT, stream.id}, "no SDT came", {}});
+            addOf(stream, faults::TABLE_MISSING, {std::nullopt, SDT, stream.id}, "no SDT came");
         }
         for (const Service& service : stream.services) {
             checkService(m_faults, m_multiplex, stream, service);
@@ -113,8 +108,7 @@ private:
         for (const Table* const pat : m_tables.of(PAT, *stream.id)) {
             checkSections(m_faults, subject(stream), *pat);
             if (pat->complete() && pat->entries("programs").empty()) {
-                m_faults.add(subject(stream),
-                             {faults::TABLE_EMPTY, placeOf(*pat), "the PAT has no program", sinceOf(*pat)});
+                addShown(m_faults, subject(stream), faults::TABLE_EMPTY, *pat, "the PAT has no program");
             }
         }
     }
@@ -127,20 +121,16 @@ private:
             checkSections(m_faults, subject(stream), *sdt);
             const std::int64_t network = numberIn(sdt->beside("services"), "original_network_id").value_or(listed);
             if (listed != NONE && network != listed) {
-                m_faults.add(subject(stream),
-                             {faults::NETWORKS_DIFFER, placeOf(*sdt),
-                              fmt::format("the SDT says original network 0x{:04X}, the NIT 0x{:04X}", network, listed),
-                              sinceOf(*sdt)});
+                addShown(m_faults, subject(stream), faults::NETWORKS_DIFFER, *sdt,
+                         fmt::format("the SDT says original network 0x{:04X}, the NIT 0x{:04X}", network, listed));
             }
         }
     }
 
     void checkUnclaimed(const Unclaimed& unclaimed) {
         if (unclaimed.pid && m_tables.expects(PMT)) {
-            m_faults.add(subject(unclaimed), {faults::PID_UNANNOUNCED,
-                                              {unclaimed.pid, std::nullopt, std::nullopt},
-                                              "no PMT names this PID",
-                                              sinceOf(*unclaimed.tables.front())});
+            addOf(unclaimed, faults::PID_UNANNOUNCED, {unclaimed.pid, std::nullopt, std::nullopt},
+                  "no PMT names this PID", sinceOf(*unclaimed.tables.front()));
         }
         for (const Table* const table : unclaimed.tables) {
             checkCarried(m_faults, *table, nullptr);
@@ -152,6 +142,26 @@ private:
     Faults m_faults;
 };
 
+/// Whether the time of day goes by the same clock as the events. In Brazil that of events is local; a time that is
+/// three hours off goes by UTC, or the other way round.
+void checkTime(Faults& faults, const Table& tot, const PresentEvents& events) {
+    constexpr std::int64_t THREE_HOURS = std::int64_t{3} * 60 * 60;
+    const std::optional<std::int64_t> time = numberIn(tot.beside({}), "unix_time");
+    const std::optional<Position> position = sinceOf(tot);
+    if (!time || !position) {
+        return;
+    }
+    const std::int64_t now = static_cast<std::uint32_t>(*time); // negative from 2038 on
+    const bool isAhead = events.have(now - THREE_HOURS, *position);
+    const bool isBehind = events.have(now + THREE_HOURS, *position);
+    // Events of several services that would fit to both tell nothing.
+    if (isAhead != isBehind && !events.have(now, *position)) {
+        addShown(
+            faults, subject(tot), faults::CLOCKS_DIFFER, tot,
+            fmt::format("the clock of the TOT is three hours {} that of the EIT", isAhead ? "ahead of" : "behind"));
+    }
+}
+
 } // namespace
 
 Faults check(const Multiplex& multiplex, const PresentEvents& events, const Summary& summary) {
@@ -161,6 +171,11 @@ Faults check(const Multiplex& multiplex, const PresentEvents& events, const Summ
     }
     if (summary.transmission) {
         checkTransmission(faults, *summary.transmission, multiplex);
+    }
+    for (const Alarm& alarm : summary.alarms) {
+        if (alarm.kind.severity != Severity::Remark) {
+            faults.add({nullptr, titleOf(multiplex)}, {alarm.kind, alarm.place, alarm.text, alarm.since});
+        }
     }
     checkDamages(faults, titleOf(multiplex), summary);
     return faults;

@@ -1,4 +1,4 @@
-#include "checking/DamageChecks.h"
+#include "checking/Checks.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>

@@ -1,4 +1,4 @@
-#include "checking/SectionChecks.h"
+#include "checking/Checks.h"
 
 #include "tables/TableKinds.h"
 

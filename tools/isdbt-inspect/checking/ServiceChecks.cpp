@@ -1,7 +1,5 @@
-#include "checking/ServiceChecks.h"
+#include "checking/Checks.h"
 
-#include "checking/ApplicationChecks.h"
-#include "checking/SectionChecks.h"
 #include "describing/FieldLookup.h"
 #include "tables/TableKinds.h"
 
@@ -41,17 +39,16 @@ private:
     void checkProgramMap(const ProgramMap& pmt) {
         const Table& table = *pmt.table;
         if (m_service.programMapPid && table.key.pid && table.key.pid != m_service.programMapPid) {
-            add(faults::WRONG_PID, placeOf(table),
-                fmt::format("a PMT came on PID 0x{:04X}, but the PAT says 0x{:04X}", *table.key.pid,
-                            *m_service.programMapPid),
-                sinceOf(table));
+            addShown(m_faults, subject(m_service), faults::WRONG_PID, table,
+                     fmt::format("a PMT came on PID 0x{:04X}, but the PAT says 0x{:04X}", *table.key.pid,
+                                 *m_service.programMapPid));
         }
         checkSections(m_faults, subject(m_service), table);
         for (const Component& component : pmt.components) {
             checkComponent(pmt, component);
         }
         if (table.complete() && pmt.components.empty()) {
-            add(faults::TABLE_EMPTY, placeOf(table), "its PMT has no component", sinceOf(table));
+            addShown(m_faults, subject(m_service), faults::TABLE_EMPTY, table, "its PMT has no component");
         }
         checkApplications(pmt);
     }
@@ -120,7 +117,8 @@ private:
                 add(faults::NOT_IN_PAT, place, "the SDT has it, but not the PAT");
             }
             for (const std::string& descriptor : m_service.listedIn) {
-                add(faults::NOT_IN_PAT, place, fmt::format("the NIT has it in its {}, but not the PAT", descriptor));
+                add(descriptor == SERVICE_LIST ? faults::ONLY_IN_SERVICE_LIST : faults::NOT_IN_PAT, place,
+                    fmt::format("the NIT has it in its {}, but not the PAT", descriptor));
             }
             if (!m_service.programMaps.empty()) {
                 add(faults::NOT_IN_PAT, place, "it has a PMT, but the PAT does not name it, or no longer");
@@ -130,12 +128,24 @@ private:
         if (m_service.description == nullptr && areWhole(m_tables.of(SDT, *m_stream.id))) {
             add(faults::NOT_IN_SDT, {std::nullopt, SDT, m_service.id}, "the PAT has it, but not the SDT");
         }
-        const bool listed =
-            std::find(m_service.listedIn.begin(), m_service.listedIn.end(), INFORMATION) != m_service.listedIn.end();
-        if (m_stream.entry != nullptr && find(*m_stream.entry, INFORMATION) != nullptr && !listed) {
-            add(faults::NOT_IN_TS_INFORMATION, {std::nullopt, NIT, m_service.id},
-                fmt::format("the PAT has it, but not the {} of the NIT", INFORMATION));
+        if (m_stream.entry == nullptr) {
+            return;
         }
+        if (find(*m_stream.entry, INFORMATION) != nullptr && !isListedIn(INFORMATION)) {
+            addNotListed(faults::NOT_IN_TS_INFORMATION, INFORMATION);
+        }
+        if (!standardServiceList(*m_stream.entry).empty() && !isListedIn(SERVICE_LIST)) {
+            addNotListed(faults::NOT_IN_SERVICE_LIST, SERVICE_LIST);
+        }
+    }
+
+    bool isListedIn(std::string_view descriptor) const {
+        return std::find(m_service.listedIn.begin(), m_service.listedIn.end(), descriptor) != m_service.listedIn.end();
+    }
+
+    void addNotListed(FaultKind kind, std::string_view descriptor) {
+        add(kind, {std::nullopt, NIT, m_service.id},
+            fmt::format("the PAT has it, but not the {} of the NIT", descriptor));
     }
 
     Faults& m_faults;

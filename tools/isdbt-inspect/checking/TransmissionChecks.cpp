@@ -1,6 +1,5 @@
-#include "checking/TransmissionChecks.h"
+#include "checking/Checks.h"
 
-#include "checking/SectionChecks.h"
 #include "describing/FieldLookup.h"
 #include "tables/TableKinds.h"
 #include "transmission/InformationPacket.h"
@@ -25,51 +24,30 @@ public:
     TrailerChecker(Faults& faults, const Transmission& transmission)
         : m_faults(faults), m_transmission(transmission), m_trailers(*transmission.trailers) {}
 
-    void checkLosses() {
+    void checkAll() {
         const LostPackets& lost = m_trailers.lost;
-        if (lost.gaps.count != 0) {
-            add(faults::PACKETS_LOST, NOWHERE, lost.gaps,
-                fmt::format("{} lost in {} by TSP_counter", counted(lost.packets, "packet", "packets"),
-                            counted(lost.gaps.count, "place", "places")));
-        }
-        if (lost.unmeasured.count != 0) {
-            add(faults::PACKETS_LOST, NOWHERE, lost.unmeasured,
-                fmt::format("TSP_counter goes back in {}: how many packets are lost there is not known",
-                            counted(lost.unmeasured.count, "place", "places")));
-        }
-    }
-
-    void checkTrailers() {
-        if (const Occurrences& damaged = m_trailers.damaged; damaged.count != 0) {
-            add(faults::TRAILERS_DAMAGED, NOWHERE, damaged,
-                fmt::format("what stands behind {} is no ISDB-T information",
-                            counted(damaged.count, "packet", "packets")));
-        }
-    }
-
-    void checkFrames() {
+        add(faults::PACKETS_LOST, NOWHERE, lost.gaps,
+            fmt::format("{} lost in {} by TSP_counter", counted(lost.packets, "packet", "packets"),
+                        counted(lost.gaps.count, "place", "places")));
+        add(faults::PACKETS_LOST, NOWHERE, lost.unmeasured,
+            fmt::format("TSP_counter goes back in {}: how many packets are lost there is not known",
+                        counted(lost.unmeasured.count, "place", "places")));
+        add(faults::TRAILERS_DAMAGED, NOWHERE, m_trailers.damaged,
+            fmt::format("what stands behind {} is no ISDB-T information",
+                        counted(m_trailers.damaged.count, "packet", "packets")));
         const WrongCounts& wrong = m_trailers.wrongFrames;
-        if (wrong.frames.count != 0) {
-            add(faults::FRAME_LENGTH, NOWHERE, wrong.frames,
-                fmt::format("{} with {} packets, where mode and guard interval give {}", framesLike(wrong.frames.count),
-                            wrong.found, wrong.expected));
-        }
-        if (const Occurrences& missing = m_trailers.framesWithoutInformation; missing.count != 0) {
-            add(faults::IIP_MISSING, OF_INFORMATION, missing,
-                fmt::format("no IIP in {} of {}", missing.count,
-                            counted(m_trailers.frames, "whole frame", "whole frames")));
-        }
-    }
-
-    void checkLayers() {
+        add(faults::FRAME_LENGTH, NOWHERE, wrong.frames,
+            fmt::format("{} with {} packets, where mode and guard interval give {}", framesLike(wrong.frames.count),
+                        wrong.found, wrong.expected));
+        add(faults::IIP_MISSING, OF_INFORMATION, m_trailers.framesWithoutInformation,
+            fmt::format("no IIP in {} of {}", m_trailers.framesWithoutInformation.count,
+                        counted(m_trailers.frames, "whole frame", "whole frames")));
         for (std::size_t at = 0; at < LAYER_COUNT; ++at) {
-            const WrongCounts& wrong = m_trailers.wrongLayers.at(at);
-            if (wrong.frames.count != 0) {
-                add(faults::LAYER_PACKETS, NOWHERE, wrong.frames,
-                    fmt::format("{} with {} packets of layer {}, where its parameters give {}",
-                                framesLike(wrong.frames.count), wrong.found,
-                                layerName(LAYER_A + static_cast<unsigned>(at)), wrong.expected));
-            }
+            const WrongCounts& ofLayer = m_trailers.wrongLayers.at(at);
+            add(faults::LAYER_PACKETS, NOWHERE, ofLayer.frames,
+                fmt::format("{} with {} packets of layer {}, where its parameters give {}",
+                            framesLike(ofLayer.frames.count), ofLayer.found,
+                            layerName(LAYER_A + static_cast<unsigned>(at)), ofLayer.expected));
         }
     }
 
@@ -80,7 +58,9 @@ private:
     }
 
     void add(FaultKind kind, const FaultPlace& place, const Occurrences& where, std::string text) {
-        m_faults.add({&m_transmission, "Transmission"}, {kind, place, std::move(text), where.first});
+        if (where.count != 0) {
+            m_faults.add({&m_transmission, "Transmission"}, {kind, place, std::move(text), where.first});
+        }
     }
 
     Faults& m_faults;
@@ -139,7 +119,7 @@ public:
 
 private:
     void add(std::string text) {
-        m_faults.add(subject(m_stream), {faults::NIT_CONTRADICTS_IIP, placeOf(m_nit), std::move(text), sinceOf(m_nit)});
+        addShown(m_faults, subject(m_stream), faults::NIT_CONTRADICTS_IIP, m_nit, std::move(text));
     }
 
     Faults& m_faults;
@@ -163,11 +143,7 @@ void checkNetwork(Faults& faults, const Network& network, const TransmissionPara
 
 void checkTransmission(Faults& faults, const Transmission& transmission, const Multiplex& multiplex) {
     if (transmission.trailers) {
-        TrailerChecker checker(faults, transmission);
-        checker.checkLosses();
-        checker.checkTrailers();
-        checker.checkFrames();
-        checker.checkLayers();
+        TrailerChecker(faults, transmission).checkAll();
     }
     if (const Occurrences& damaged = transmission.damagedInformation; damaged.count != 0) {
         faults.add({&transmission, "Transmission"},

@@ -1,4 +1,6 @@
+#include "DSMCCSection/TDSMCCSectionTable.h"
 #include "describing/Catalogue.h"
+#include "describing/Loops.h"
 #include "describing/Readings.h"
 #include "descriptors/TCarouselCompatibleCompositeDescriptor.h"
 #include "descriptors/TCarouselIdentifierDescriptor.h"
@@ -45,9 +47,7 @@ Fields describeNptReference(const Quor::TNPTReferenceDescriptor& descriptor) {
             number("scale_denominator", descriptor.getScaleDenominator())};
 }
 
-using Quor::TStreamModeDescriptor;
-
-Fields describeStreamMode(const TStreamModeDescriptor& descriptor) {
+Fields describeStreamMode(const Quor::TStreamModeDescriptor& descriptor) {
     return {code("stream_mode", descriptor.getStreamMode(), names::STREAM_MODE)};
 }
 
@@ -59,9 +59,18 @@ Fields describeStreamEvent(const Quor::TStreamEventDescriptor& descriptor) {
             bytes("private_data", descriptor.getPrivateData(), descriptor.getPrivateDataSize())};
 }
 
+Fields describeDsmccSection(const Quor::TDSMCCSectionTable& section) {
+    Fields fields{identifier("data_event_id", section.getDataEventID(), 1),
+                  identifier("event_msg_group_id", section.getEventMsgGroupID(), 3)};
+    appendDescriptors(fields, section);
+    Loops(section).appendLeftOut(fields);
+    return fields;
+}
+
 } // namespace
 
 void addCarouselDescriptors(Catalogue& catalogue) {
+    catalogue.addTable<describeDsmccSection>();
     catalogue.addDescriptor<describeCarouselIdentifier>("carousel_identifier_descriptor", {PMT});
     catalogue.addDescriptor<describeCarouselCompatibleComposite>("carousel_compatible_composite_descriptor", {PMT});
     catalogue.addDescriptor<describeNptReference>("npt_reference_descriptor", {DSMCC_STREAM_DESCRIPTORS});

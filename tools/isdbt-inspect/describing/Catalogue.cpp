@@ -5,20 +5,15 @@
 namespace inspect {
 
 Catalogue::Catalogue() {
-    addApplicationDescriptors(*this);
     addApplicationTable(*this);
     addCarouselDescriptors(*this);
-    addDownloadDescriptors(*this);
     addDownloadTables(*this);
-    addGingaDescriptors(*this);
-    addNetworkDescriptors(*this);
     addNetworkTables(*this);
     addProgramTables(*this);
     addRightsDescriptors(*this);
     addServiceDescriptors(*this);
     addStreamDescriptors(*this);
     addTimeTables(*this);
-    addTransportDescriptors(*this);
 }
 
 const Catalogue& Catalogue::instance() {

@@ -81,19 +81,14 @@ template <class Holder> void appendDescriptors(Fields& fields, const Holder& hol
 }
 
 // One function per group of classes; each adds its classes.
-void addApplicationDescriptors(Catalogue& catalogue);
 void addApplicationTable(Catalogue& catalogue);
 void addCarouselDescriptors(Catalogue& catalogue);
-void addDownloadDescriptors(Catalogue& catalogue);
 void addDownloadTables(Catalogue& catalogue);
-void addGingaDescriptors(Catalogue& catalogue);
-void addNetworkDescriptors(Catalogue& catalogue);
 void addNetworkTables(Catalogue& catalogue);
 void addProgramTables(Catalogue& catalogue);
 void addRightsDescriptors(Catalogue& catalogue);
 void addServiceDescriptors(Catalogue& catalogue);
 void addStreamDescriptors(Catalogue& catalogue);
 void addTimeTables(Catalogue& catalogue);
-void addTransportDescriptors(Catalogue& catalogue);
 
 } // namespace inspect

@@ -1,16 +1,27 @@
 #include "describing/Field.h"
 
 #include "describing/Conversion.h"
+#include "describing/Readings.h"
+
+#include <fmt/format.h>
 
 namespace inspect {
 
 namespace {
 
 template <class Value> Field field(std::string_view name, Value value) {
-    return Field{std::string(name), std::move(value), false, {}, {}, {}, false, {}, Agreement::Usual};
+    Field made{};
+    made.name = name;
+    made.value = std::move(value);
+    return made;
 }
 
 } // namespace
+
+std::string Number::digits() const {
+    return hexDigits == 0 ? std::to_string(value)
+                          : fmt::format("0x{:0{}X}", static_cast<std::uint64_t>(value), hexDigits);
+}
 
 Field Field::in(std::string_view unitName) && {
     unit = unitName;
@@ -76,6 +87,13 @@ Field clockTime(std::string_view name, std::int32_t unixTime) {
     Field counted = number(name, unixTime);
     counted.isTime = true;
     return counted;
+}
+
+Field digitDuration(std::string_view name, std::uint32_t digits) {
+    Field duration = number(name, digits).reads(bcdDuration(digits));
+    duration.isDuration = true;
+    duration.seconds = bcdSeconds(digits);
+    return duration;
 }
 
 Field list(std::string_view name, Fields elements) {

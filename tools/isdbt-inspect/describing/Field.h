@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -20,6 +21,8 @@ struct Absent {};
 struct Number {
     std::int64_t value;
     int hexDigits; ///< 0 for quantities; for identifiers the digits to show
+
+    std::string digits() const; ///< "0x0131", "12"
 };
 
 struct Text {
@@ -63,9 +66,11 @@ struct Field {
     bool isCode = false;  ///< whether the value stands for something
     std::string codeName; ///< what it stands for; empty when that has no name
     std::string unit;
-    std::string reading; ///< the value, or a remark on it, in a form that suits a person
-    bool isTime = false; ///< whether the number is a time as the library counts it
-    std::string instant; ///< of a time, in ISO 8601
+    std::string reading;                      ///< the value, or a remark on it, in a form that suits a person
+    bool isTime = false;                      ///< whether the number is a time as the library counts it
+    std::string instant;                      ///< of a time, in ISO 8601
+    bool isDuration = false;                  ///< whether the number is one in decimal digits
+    std::optional<std::int32_t> seconds = {}; ///< of a duration; nothing when its digits are none
     Agreement agreement = Agreement::Usual;
 
     Field in(std::string_view unitName) &&;
@@ -91,8 +96,12 @@ Field address(std::string_view name, std::string_view raw);
 Field isoCode(std::string_view name, std::string_view raw);
 
 Field bytes(std::string_view name, const std::uint8_t* data, std::size_t size);
+
 /// A time as the library counts it, in seconds.
 Field clockTime(std::string_view name, std::int32_t unixTime);
+
+/// A duration of six BCD digits.
+Field digitDuration(std::string_view name, std::uint32_t digits);
 Field list(std::string_view name, Fields elements);
 Field object(std::string_view name, Fields fields);
 

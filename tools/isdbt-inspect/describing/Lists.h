@@ -33,6 +33,11 @@ Field listByPosition(std::string_view name, const Holder& holder, QUOR_U32 size,
         .reads(complete ? "" : fmt::format("of {}; the others are out of reach", size));
 }
 
+/// The items of a descriptor that has nothing else in a list.
+template <class Descriptor, class Describe> Field items(const Descriptor& descriptor, const Describe& describe) {
+    return listByPosition("items", descriptor, descriptor.size(), &Descriptor::get, describe);
+}
+
 /// The elements of a map that the library addresses by key.
 /// @param describe Field(const Item&)
 template <class Holder, class Key, class Argument, class Item, class Describe>
@@ -48,7 +53,10 @@ Field listByKey(std::string_view name, const Holder& holder, std::list<Key>* (Ho
 
 /// Says so when more elements of a list were sent than the library keeps.
 /// @param key what it keeps one element for: "country"
-Field keptOf(Field list, std::size_t sent, std::string_view key);
+inline Field keptOf(Field list, std::size_t sent, std::string_view key) {
+    const bool complete = sent <= std::get<List>(list.value).elements.size();
+    return complete ? list : std::move(list).reads(fmt::format("of {} sent; of each {} the last is kept", sent, key));
+}
 
 /// The numbers of an array.
 /// @param hexDigits as in Number

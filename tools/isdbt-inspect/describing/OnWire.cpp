@@ -1,11 +1,18 @@
 #include "describing/OnWire.h"
 
+#include "TISDBTTable.h"
 #include "describing/StandardReadings.h"
 #include "parsing/LogLines.h"
 
 #include <fmt/format.h>
 
 namespace inspect {
+
+std::string_view DescriptorOnWire::errorReading() const {
+    return errorCode == Quor::TISDBTTable::ERROR_OK
+               ? "ERROR_OK is what this receiver says of a transport that it does not support"
+               : "";
+}
 
 DescriptorOnWire describeOnWire(RawDescriptor descriptor) {
     const LogLines dropped; // they are known from the section's own attempt

@@ -11,6 +11,9 @@ struct DescriptorOnWire {
     std::string_view becauseOf; ///< why it is refused though the standard has it so; empty when that is no such case
 
     bool atFault() const { return !raw.fits() || errorCode; }
+
+    /// What the error code means that does not say it; empty for the others.
+    std::string_view errorReading() const;
 };
 
 struct LoopOnWire {

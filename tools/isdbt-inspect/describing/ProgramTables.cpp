@@ -34,9 +34,7 @@ Fields describePat(const Quor::TPATTable& pat) {
                programsIn(pat), "program")};
 }
 
-using Quor::TProgramMap;
-
-Field describeElementaryStream(const TProgramMap& stream) {
+Field describeElementaryStream(const Quor::TProgramMap& stream) {
     Fields fields{identifier("stream_type", stream.getStreamType(), 2).named(names::STREAM_TYPE),
                   identifier("elementary_pid", stream.getElementaryPID(), 4)};
     appendDescriptors(fields, stream);
@@ -48,7 +46,7 @@ Fields describePmt(const Quor::TPMTTable& pmt) {
     Fields fields{identifier("program_number", pmt.getProgramNumber(), 4), identifier("pcr_pid", pmt.getPCRPID(), 4)};
     appendDescriptors(fields, pmt);
     loops.appendLeftOut(fields);
-    Field streams = listByPosition<Quor::TPMTTable, TProgramMap*, QUOR_U8>(
+    Field streams = listByPosition<Quor::TPMTTable, Quor::TProgramMap*, QUOR_U8>(
         "elementary_streams", pmt, pmt.size(), &Quor::TPMTTable::getProgramMap, describeElementaryStream);
     loops.appendLeftOutInOrder(streams);
     fields.push_back(std::move(streams));

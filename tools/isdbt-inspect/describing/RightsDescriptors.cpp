@@ -20,8 +20,6 @@ Fields describeCaIdentifier(const Quor::TCAIdentifierDescriptor& descriptor) {
             numbers("ca_system_ids", descriptor.getCASystemIDs(), descriptor.getCASystemIDCount(), 4)};
 }
 
-using Quor::TDigitalCopyControlDescriptor;
-
 /// The fields that the descriptor has in common with its items.
 template <class Rule> Field recordingControl(const Rule& rule) {
     return code("digital_recording_control_data", rule.getDigitalRecordingControlData(),
@@ -45,19 +43,13 @@ Field describeCopyControlItem(const Quor::TDigitalCopyControlDescriptorItem& ite
                        number("aps_control_data", item.getAPSControlData()), maximumBitrate(item)});
 }
 
-Fields describeDigitalCopyControl(const TDigitalCopyControlDescriptor& descriptor) {
-    return {recordingControl(descriptor),
-            flag("component_control", descriptor.hasComponentControl()),
-            copyControlType(descriptor),
-            number("aps_control_data", descriptor.getAPSControlData()),
-            maximumBitrate(descriptor),
-            listByPosition("items", descriptor, descriptor.size(), &TDigitalCopyControlDescriptor::get,
-                           describeCopyControlItem)};
+Fields describeDigitalCopyControl(const Quor::TDigitalCopyControlDescriptor& descriptor) {
+    return {recordingControl(descriptor), flag("component_control", descriptor.hasComponentControl()),
+            copyControlType(descriptor),  number("aps_control_data", descriptor.getAPSControlData()),
+            maximumBitrate(descriptor),   items(descriptor, describeCopyControlItem)};
 }
 
-using Quor::TContentAvailabilityDescriptor;
-
-Fields describeContentAvailability(const TContentAvailabilityDescriptor& descriptor) {
+Fields describeContentAvailability(const Quor::TContentAvailabilityDescriptor& descriptor) {
     return {flag("image_constrained", descriptor.isImageConstrained()),
             flag("retention_allowed", descriptor.isRetentionAllowed()),
             code("retention_state", descriptor.getRetentionState(), names::RETENTION_STATE),
@@ -71,8 +63,7 @@ Field describeRating(const Quor::TParentalRatingDescriptorItem& item) {
 }
 
 Fields describeParentalRating(const Quor::TParentalRatingDescriptor& descriptor) {
-    return {
-        listByPosition("items", descriptor, descriptor.size(), &Quor::TParentalRatingDescriptor::get, describeRating)};
+    return {items(descriptor, describeRating)};
 }
 
 Fields describeTargetRegion(const Quor::TTargetRegionDescriptor& descriptor) {

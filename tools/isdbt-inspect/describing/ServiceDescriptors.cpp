@@ -1,5 +1,4 @@
 #include "describing/Catalogue.h"
-#include "describing/Codes.h"
 #include "describing/Lists.h"
 #include "describing/Readings.h"
 #include "descriptors/TBouquetNameDescriptor.h"
@@ -15,10 +14,8 @@ namespace inspect {
 
 namespace {
 
-using Quor::TServiceDescriptor;
-
-Fields describeService(const TServiceDescriptor& descriptor) {
-    return {serviceType(descriptor.getServiceType()),
+Fields describeService(const Quor::TServiceDescriptor& descriptor) {
+    return {identifier("service_type", descriptor.getServiceType(), 2).named(names::SERVICE_TYPE),
             text("service_provider_name", descriptor.getServiceProviderName()),
             text("service_name", descriptor.getServiceName())};
 }
@@ -44,17 +41,14 @@ Field describeNvodService(const Quor::TNVODReferenceDescriptorItem& item) {
 }
 
 Fields describeNvodReference(const Quor::TNVODReferenceDescriptor& descriptor) {
-    return {listByPosition("items", descriptor, descriptor.size(), &Quor::TNVODReferenceDescriptor::get,
-                           describeNvodService)};
+    return {items(descriptor, describeNvodService)};
 }
 
 Fields describeTimeShiftedService(const Quor::TTimeShiftedServiceDescriptor& descriptor) {
     return {identifier("reference_service_id", descriptor.getReferenceServiceID(), 4)};
 }
 
-using Quor::TMosaicDescriptorCell;
-
-Field describeCell(const TMosaicDescriptorCell& cell) {
+Field describeCell(const Quor::TMosaicDescriptorCell& cell) {
     return object(
         "", {number("logical_cell_id", cell.getLogicalCellID()),
              code("logical_cell_presentation_info", cell.getLogicalCellPresentationInfo(), names::MOSAIC_PRESENTATION),
@@ -67,17 +61,13 @@ Field describeCell(const TMosaicDescriptorCell& cell) {
              identifier("service_id", cell.getServiceID(), 4), identifier("event_id", cell.getEventID(), 4)});
 }
 
-using Quor::TMosaicDescriptor;
-
-Fields describeMosaic(const TMosaicDescriptor& descriptor) {
+Fields describeMosaic(const Quor::TMosaicDescriptor& descriptor) {
     return {code("number_of_horizontal_cells", descriptor.getNumberOfHorizontalCells(), names::MOSAIC_CELLS),
             code("number_of_vertical_cells", descriptor.getNumberOfVerticalCells(), names::MOSAIC_CELLS),
-            listByPosition("cells", descriptor, descriptor.size(), &TMosaicDescriptor::getCell, describeCell)};
+            listByPosition("cells", descriptor, descriptor.size(), &Quor::TMosaicDescriptor::getCell, describeCell)};
 }
 
-using Quor::TLogoTransmissionDescriptor;
-
-Fields describeLogoTransmission(const TLogoTransmissionDescriptor& descriptor) {
+Fields describeLogoTransmission(const Quor::TLogoTransmissionDescriptor& descriptor) {
     return {code("logo_transm_type", descriptor.getLogoTransmType(), names::LOGO_TRANSMISSION_TYPE),
             identifier("logo_id", descriptor.getLogoID(), 3),
             number("logo_version", descriptor.getLogoVersion()),
@@ -87,10 +77,6 @@ Fields describeLogoTransmission(const TLogoTransmissionDescriptor& descriptor) {
 }
 
 } // namespace
-
-Field serviceType(QUOR_U8 type) {
-    return identifier("service_type", type, 2).named(names::SERVICE_TYPE);
-}
 
 void addServiceDescriptors(Catalogue& catalogue) {
     catalogue.addDescriptor<describeService>("service_descriptor", {SDT});

@@ -1,7 +1,6 @@
 #include "describing/StandardReadings.h"
 
 #include "describing/Bits.h"
-#include "describing/Codes.h"
 #include "describing/FieldLookup.h"
 #include "describing/Readings.h"
 #include "describing/TimeZone.h"
@@ -37,7 +36,8 @@ Fields readServices(Bits& body) {
     Fields services;
     while (body.left() != 0) {
         Field id = takeIdentifier("service_id", body, 16);
-        services.push_back(object("", {std::move(id), serviceType(takeByte(body))}));
+        services.push_back(
+            object("", {std::move(id), takeIdentifier("service_type", body, 8).named(names::SERVICE_TYPE)}));
     }
     return {list("services", std::move(services))};
 }

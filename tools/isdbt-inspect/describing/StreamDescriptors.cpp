@@ -41,17 +41,13 @@ Fields describeHierarchicalTransmission(const Quor::THierarchicalTransmissionDes
             identifier("reference_pid", descriptor.getReferencePID(), 4)};
 }
 
-using Quor::TDataComponentDescriptor;
-
-Fields describeDataComponent(const TDataComponentDescriptor& descriptor) {
+Fields describeDataComponent(const Quor::TDataComponentDescriptor& descriptor) {
     return {identifier("data_component_id", descriptor.getDataComponentID(), 4).named(names::DATA_COMPONENT_ID),
             number("additional_data_size", descriptor.getAdditionalDataSize()).in("bytes"),
             bytes("additional_data", descriptor.getAdditionalData(), descriptor.getAdditionalDataSize())};
 }
 
-using Quor::TVideoDecodeControlDescriptor;
-
-Fields describeVideoDecodeControl(const TVideoDecodeControlDescriptor& descriptor) {
+Fields describeVideoDecodeControl(const Quor::TVideoDecodeControlDescriptor& descriptor) {
     return {flag("still_picture", descriptor.isStillPicture()),
             flag("sequence_end_code", descriptor.hasSequenceEndCode()),
             code("video_encode_format", descriptor.getVideoEncodeFormat(), names::VIDEO_ENCODE_FORMAT)};
@@ -81,9 +77,7 @@ Fields describeAvcTimingAndHrd(const Quor::TAVCTimingAndHRDDescriptor& descripto
             flag("picture_to_display_conversion_flag", descriptor.isPictureToDisplayConversionFlag())};
 }
 
-using Quor::TAACDescriptor;
-
-Fields describeAac(const TAACDescriptor& descriptor) {
+Fields describeAac(const Quor::TAACDescriptor& descriptor) {
     return {code("profile_and_level", descriptor.getProfileAndLevel(), names::AAC_PROFILE),
             descriptor.hasAACType() ? identifier("aac_type", descriptor.getAACType(), 2) : absent("aac_type"),
             number("additional_info_size", descriptor.getAdditionalInfoSize()).in("bytes"),

@@ -25,6 +25,9 @@ public:
         write(section, report);
     }
 
+    /// What of that was not written, and why; empty when all was.
+    virtual std::string remark() const { return {}; }
+
 private:
     virtual void write(const Section& section, const SectionReport& report) = 0;
 

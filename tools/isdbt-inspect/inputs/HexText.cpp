@@ -13,10 +13,10 @@ using Bytes = std::vector<std::uint8_t>;
 
 constexpr int HEXADECIMAL = 16;
 constexpr std::string_view DIGITS = "0123456789abcdefABCDEF";
-constexpr std::string_view BLANKS = " \t\r";
+constexpr std::string_view BLANKS = " \t";
 
 /// What people and programs write between bytes.
-constexpr std::string_view SEPARATORS = " \t\r\n,;:-\"'";
+constexpr std::string_view SEPARATORS = " \t\n,;:-\"'";
 
 std::uint64_t valueOf(std::string_view digits) {
     std::uint64_t value = 0;
@@ -92,7 +92,7 @@ private:
         const auto line = std::count(before.begin(), before.end(), '\n') + 1;
         const std::size_t column = m_at - (before.rfind('\n') + 1) + 1;
         const std::string_view found =
-            m_text.substr(m_at, std::min(m_text.find_first_of(" \t\r\n,", m_at), m_text.size()) - m_at);
+            m_text.substr(m_at, std::min(m_text.find_first_of(" \t\n,", m_at), m_text.size()) - m_at);
         throw HexError(fmt::format("line {}, column {}: two hexadecimal digits expected, not \"{}\"", line, column,
                                    found.substr(0, 20)));
     }
@@ -105,6 +105,7 @@ private:
 /// A line of a dump: "0010  02 B0 14 E6  |....|".
 struct DumpLine {
     std::uint64_t offset;
+    std::size_t digits;    ///< of the offset
     bool marked;           ///< a colon behind it says that it is an offset
     std::string_view rest; ///< behind it
 };
@@ -121,7 +122,7 @@ std::optional<DumpLine> dumpLine(std::string_view line) {
         (!rest.empty() && BLANKS.find(rest.front()) == std::string_view::npos)) {
         return std::nullopt;
     }
-    return DumpLine{valueOf(offset), marked, rest};
+    return DumpLine{valueOf(offset), offset.size(), marked, rest};
 }
 
 /// Nothing when one is no line of a dump.
@@ -164,12 +165,31 @@ std::size_t appendBytes(Bytes& bytes, std::string_view rest, std::uint64_t most,
     return end;
 }
 
+constexpr const char* OF_WORDS =
+    "od and hexdump write octal offsets or words of 16 bits unless they are told otherwise; od -A x -t x1, hexdump -C and "
+    "xxd write a dump that can be read";
+
+/// Whether an offset is as od and hexdump write it.
+bool isAsOfOd(const DumpLine& line) {
+    constexpr std::size_t DIGITS_OF_OD = 7;
+    return line.digits == DIGITS_OF_OD && !line.marked;
+}
+
+/// Whether what stands behind an offset does not begin with a byte.
+bool hasWords(const DumpLine& line) {
+    const std::size_t begin = std::min(line.rest.find_first_not_of(BLANKS), line.rest.size());
+    return digitsAt(line.rest, begin).size() != 2;
+}
+
 /// Bytes with an offset before each line that says how many came before; several dumps one behind the other. Nothing
 /// when the text is something else.
 std::optional<Bytes> readDump(std::string_view text) {
     const std::optional<std::vector<DumpLine>> lines = dumpLines(text);
     if (!lines || lines->empty() || isBlank(lines->front().rest)) {
         return std::nullopt;
+    }
+    if (isAsOfOd(lines->front()) && hasWords(lines->front())) {
+        throw HexError(OF_WORDS);
     }
     Bytes all;
     std::size_t end = 0; // of the bytes in the line before
@@ -191,15 +211,27 @@ std::optional<Bytes> readDump(std::string_view text) {
         if (lines->front().offset != 0 && !lines->front().marked) {
             return std::nullopt;
         }
+        if (isAsOfOd(*line)) {
+            throw HexError(OF_WORDS);
+        }
         throw HexError(fmt::format("the line at offset {:04X} has {} bytes, which does not lead to the next one",
                                    line->offset, read));
     }
     return all;
 }
 
+/// Each line ended by \n, whatever ended it.
+std::string withLineFeeds(std::string text) {
+    for (std::size_t at = text.find('\r'); at != std::string::npos; at = text.find('\r', at)) {
+        text[at] = text.compare(at, 2, "\r\n") == 0 ? ' ' : '\n';
+    }
+    return text;
+}
+
 } // namespace
 
-std::vector<std::uint8_t> readHex(std::string_view text) {
+std::vector<std::uint8_t> readHex(std::string_view original) {
+    const std::string text = withLineFeeds(std::string(original));
     if (std::optional<Bytes> dump = readDump(text)) {
         return std::move(*dump);
     }

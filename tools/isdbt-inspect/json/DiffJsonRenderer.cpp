@@ -1,5 +1,6 @@
 #include "json/DiffJsonRenderer.h"
 
+#include "json/AlarmJson.h"
 #include "json/FieldJson.h"
 #include "json/JsonValues.h"
 #include "json/SectionJson.h"
@@ -32,45 +33,28 @@ Json changesJson(const std::vector<Change>& changes) {
     return array;
 }
 
+/// By their kinds.
+constexpr const char* EVENTS[] = {"new", "returned", "changed", "rejected", "ended", "missing"};
+
 } // namespace
 
-Json DiffJsonRenderer::changeJson(const char* event, const SectionReport& report) const {
-    Json object = sectionJson("change", m_input, report);
-    object["event"] = event;
-    return object;
-}
-
-void DiffJsonRenderer::tellNew(const SectionReport& report) {
-    m_output.write(jsonLine(changeJson("new", report)));
-}
-
-void DiffJsonRenderer::tellReturn(const SectionReport& report) {
-    m_output.write(jsonLine(changeJson("returned", report)));
-}
-
-void DiffJsonRenderer::tellChange(const SectionReport& former, const SectionReport& report,
-                                  const std::vector<Change>& changes) {
-    Json object = changeJson("changed", report);
-    object["former_pid"] = orNull(former.pid);
-    object["former_version"] = former.header ? Json(former.header->version) : Json();
-    object["changes"] = changesJson(changes);
+void DiffJsonRenderer::tell(const Event& event) {
+    Json object = sectionJson("change", m_input, event.report);
+    object["event"] = EVENTS[event.kind];
+    if (event.kind == Event::Changed) {
+        object["former_pid"] = orNull(event.former->pid);
+        object["former_version"] = event.former->header ? Json(event.former->header->version) : Json();
+        object["changes"] = changesJson(event.changes);
+    } else if (event.kind == Event::Rejected) {
+        addRejection(object, *event.report.rejection);
+    } else if (event.kind == Event::Ended) {
+        object["section_number"] = event.ended;
+    }
     m_output.write(jsonLine(object));
 }
 
-void DiffJsonRenderer::tellRejection(const SectionReport& report) {
-    Json object = changeJson("rejected", report);
-    addRejection(object, *report.rejection);
-    m_output.write(jsonLine(object));
-}
-
-void DiffJsonRenderer::tellEnd(const SectionReport& last, unsigned number) {
-    Json object = changeJson("ended", last);
-    object["section_number"] = number;
-    m_output.write(jsonLine(object));
-}
-
-void DiffJsonRenderer::tellMissing(const SectionReport& report) {
-    m_output.write(jsonLine(changeJson("missing", report)));
+void DiffJsonRenderer::tellAlarm(const Alarm& alarm) {
+    m_output.write(alarmLine(m_input, alarm));
 }
 
 void DiffJsonRenderer::tellOutcome(const Summary& summary, const Faults& faults) {

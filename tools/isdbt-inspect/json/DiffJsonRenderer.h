@@ -3,7 +3,6 @@
 #include "comparing/ChangesRenderer.h"
 #include "terminal/Output.h"
 
-#include <nlohmann/json_fwd.hpp>
 #include <string>
 
 namespace inspect {
@@ -16,16 +15,9 @@ public:
 
 private:
     void tellInput(const std::string& name) override { m_input = name; }
-    void tellNew(const SectionReport& report) override;
-    void tellReturn(const SectionReport& report) override;
-    void tellChange(const SectionReport& former, const SectionReport& report,
-                    const std::vector<Change>& changes) override;
-    void tellRejection(const SectionReport& report) override;
-    void tellEnd(const SectionReport& last, unsigned number) override;
-    void tellMissing(const SectionReport& report) override;
+    void tell(const Event& event) override;
+    void tellAlarm(const Alarm& alarm) override;
     void tellOutcome(const Summary& summary, const Faults& faults) override;
-
-    nlohmann::ordered_json changeJson(const char* event, const SectionReport& report) const;
 
     Output& m_output;
     std::string m_input;

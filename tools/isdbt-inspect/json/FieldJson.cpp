@@ -51,6 +51,8 @@ constexpr Companion COMPANIONS[] = {
      [](const Field& field) { return orNull(field.reading); }},
     {"_instant", "_instants", [](const Field& field) { return field.isTime; },
      [](const Field& field) { return orNull(field.instant); }},
+    {"_seconds", "_seconds", [](const Field& field) { return field.isDuration; },
+     [](const Field& field) { return orNull(field.seconds); }},
 };
 
 void addCompanions(Json& object, const Field& field) {

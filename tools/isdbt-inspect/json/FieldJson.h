@@ -13,8 +13,8 @@ nlohmann::ordered_json hexJson(const std::vector<std::uint8_t>& bytes);
 
 /// Fields as members of an object under their names. What stands beside a value has a member of its own behind the
 /// value's: the name of a code (stream_type_name, null for a code without one), the bytes of a text (network_name_hex),
-/// and a reading when there is one (unix_time_reading). Of the elements of a list it is in an array of the same length
-/// (parameters_hex, frequencies_readings).
+/// a reading when there is one (unix_time_reading), and the seconds of a duration in digits (duration_seconds). Of the
+/// elements of a list it is in an array of the same length (parameters_hex, frequencies_readings).
 nlohmann::ordered_json fieldsJson(const Fields& fields);
 
 } // namespace inspect

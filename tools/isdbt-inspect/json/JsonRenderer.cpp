@@ -1,5 +1,6 @@
 #include "json/JsonRenderer.h"
 
+#include "json/AlarmJson.h"
 #include "json/FieldJson.h"
 #include "json/JsonValues.h"
 #include "json/SectionJson.h"
@@ -34,6 +35,10 @@ void JsonRenderer::descriptor(const DescriptorReport& report) {
         object["fields"] = report.taken ? fieldsJson({*report.taken}) : nlohmann::ordered_json();
     }
     m_output.write(jsonLine(object));
+}
+
+void JsonRenderer::alarm(const Alarm& alarm) {
+    m_output.write(alarmLine(m_input, alarm));
 }
 
 void JsonRenderer::end(const Summary& summary, const Multiplex& /*multiplex*/, const Faults& faults) {

@@ -18,12 +18,6 @@ template <class Part> Json ofHeader(const std::optional<LongHeader>& header, Par
     return header ? Json((*header).*part) : Json();
 }
 
-void addPosition(Json& object, const Position& position) {
-    object["packet"] = position.packet != 0 ? Json(position.packet) : Json();
-    object["offset"] = position.offset;
-    object["seconds"] = measured(position.seconds);
-}
-
 Json loopsJson(const std::vector<LoopOnWire>& loops) {
     Json array = Json::array();
     for (const LoopOnWire& loop : loops) {
@@ -41,6 +35,31 @@ Json loopsJson(const std::vector<LoopOnWire>& loops) {
 }
 
 } // namespace
+
+void addPlace(Json& object, const FaultPlace& place) {
+    object["pid"] = orNull(place.pid);
+    object["table"] = place.tableId ? orNull(std::string(tableName(*place.tableId))) : Json();
+    object["table_id"] = orNull(place.tableId);
+    object["table_id_extension"] = orNull(place.extension);
+}
+
+void addPosition(Json& object, const Position& position) {
+    object["packet"] = position.packet != 0 ? Json(position.packet) : Json();
+    object["offset"] = position.offset;
+    object["seconds"] = measured(position.seconds);
+}
+
+const char* severityName(Severity severity) {
+    switch (severity) {
+    case Severity::Error:
+        return "error";
+    case Severity::Warning:
+        return "warning";
+    case Severity::Remark:
+        break;
+    }
+    return "remark";
+}
 
 Json sectionJson(const char* type, const std::string& input, const SectionReport& report) {
     Json object{{"type", type}, {"input", input}};
@@ -67,6 +86,7 @@ Json descriptorJson(const DescriptorOnWire& descriptor) {
     object["fits"] = raw.fits();
     object["error_code"] = orNull(descriptor.errorCode);
     object["error_code_name"] = descriptor.errorCode ? orNull(std::string(errorName(*descriptor.errorCode))) : Json();
+    object["error_code_reading"] = orNull(std::string(descriptor.errorReading()));
     object["refused_though_right"] = orNull(std::string(descriptor.becauseOf));
     object["bytes"] = hexJson(raw.body);
     object["at_fault"] = descriptor.atFault();
@@ -89,13 +109,10 @@ std::string faultLines(const std::string& input, const Faults& faults) {
     for (const Fault& fault : faults.all()) {
         Json object{{"type", "fault"}, {"input", input}};
         object["fault"] = fault.kind.name;
-        object["severity"] = fault.kind.severity == Severity::Error ? "error" : "warning";
+        object["severity"] = severityName(fault.kind.severity);
         object["about"] = fault.about;
         object["text"] = fault.text;
-        object["pid"] = orNull(fault.place.pid);
-        object["table"] = fault.place.tableId ? orNull(std::string(tableName(*fault.place.tableId))) : Json();
-        object["table_id"] = orNull(fault.place.tableId);
-        object["table_id_extension"] = orNull(fault.place.extension);
+        addPlace(object, fault.place);
         if (fault.since) {
             addPosition(object, *fault.since);
         } else {

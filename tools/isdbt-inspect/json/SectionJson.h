@@ -11,6 +11,12 @@ namespace inspect {
 /// What is said of a section but for its content: what its header says, and where in the input it was found.
 nlohmann::ordered_json sectionJson(const char* type, const std::string& input, const SectionReport& report);
 
+/// Adds where in the stream something is.
+void addPlace(nlohmann::ordered_json& object, const FaultPlace& place);
+void addPosition(nlohmann::ordered_json& object, const Position& position);
+
+const char* severityName(Severity severity);
+
 /// A descriptor as its tag and its length state it, and whether it is one that the library does not take.
 nlohmann::ordered_json descriptorJson(const DescriptorOnWire& descriptor);
 

@@ -1,6 +1,7 @@
 #include "json/StatisticsJsonRenderer.h"
 
 #include "naming/Names.h"
+#include "json/AlarmJson.h"
 #include "json/JsonValues.h"
 #include "json/SectionJson.h"
 #include "json/TransmissionJson.h"
@@ -44,6 +45,10 @@ Json tableJson(const std::string& input, const std::optional<Pid>& pid, const Ta
 
 } // namespace
 
+void StatisticsJsonRenderer::alarm(const Alarm& alarm) {
+    m_output.write(alarmLine(m_input, alarm));
+}
+
 void StatisticsJsonRenderer::end(const Summary& summary, const Multiplex& /*multiplex*/, const Faults& faults) {
     std::string lines;
     for (const PidStatistics& pid : summary.statistics) {
@@ -52,7 +57,8 @@ void StatisticsJsonRenderer::end(const Summary& summary, const Multiplex& /*mult
             lines += jsonLine(tableJson(m_input, pid.pid, table));
         }
     }
-    m_output.write(lines + transmissionLine(m_input, summary) + faultLines(m_input, faults));
+    m_output.write(lines + transmissionLine(m_input, summary) + checkLines(m_input, summary) +
+                   faultLines(m_input, faults));
 }
 
 } // namespace inspect

@@ -14,6 +14,7 @@ public:
 
     void begin(const std::string& name) override { m_input = name; }
     void section(const SectionReport& /*report*/) override {}
+    void alarm(const Alarm& alarm) override;
     void end(const Summary& summary, const Multiplex& multiplex, const Faults& faults) override;
 
 private:

@@ -1,9 +1,26 @@
 #pragma once
 
-#include "multiplex/Table.h"
+#include "multiplex/LatestSections.h"
 #include "reports/Report.h"
 
 namespace inspect {
+
+/// A section that the library took.
+struct TakenSection {
+    std::optional<LongHeader> header;
+    Position position;
+    bool damaged;
+    Fields fields;
+    std::string otherZone; ///< as in its report
+};
+
+/// A section that the library did not take.
+struct RefusedSection {
+    std::optional<LongHeader> header;
+    Position position;
+    std::string errorName;
+    std::string logLine; ///< that says why; empty when there is none
+};
 
 /// The sections that are valid now, as far as they came, and those that were not taken.
 class CurrentSections {

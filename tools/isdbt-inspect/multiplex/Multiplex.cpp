@@ -1,8 +1,11 @@
 #include "multiplex/Multiplex.h"
 
 #include "describing/FieldLookup.h"
+#include "describing/StandardReadings.h"
+#include "descriptors/TDataComponentDescriptor.h"
 #include "tables/TableKinds.h"
 
+#include <algorithm>
 #include <iterator>
 
 namespace inspect {
@@ -32,9 +35,8 @@ std::optional<std::uint16_t> thisOne(const Tables& tables) {
                                : std::nullopt;
 }
 
-/// The services that an entry of the NIT names, with the descriptors that do. service_list_descriptor is none of these:
-/// receivers read its service_ids with eight bits only.
-std::map<std::uint16_t, std::vector<std::string>> servicesListedIn(const Fields& entry) {
+/// The services that an entry of the NIT names, with the descriptors that do.
+std::map<std::uint16_t, std::vector<std::string>> servicesListedIn(const Fields& entry, bool isThisOne) {
     std::map<std::uint16_t, std::vector<std::string>> listed;
     const auto add = [&listed](std::int64_t service, std::string_view descriptor) {
         std::vector<std::string>& descriptors = listed[static_cast<std::uint16_t>(service)];
@@ -50,10 +52,52 @@ std::map<std::uint16_t, std::vector<std::string>> servicesListedIn(const Fields&
             add(service, INFORMATION);
         }
     }
+    // A list of other streams' services would be longer than all else of a satellite's network.
+    for (const Field& service : isThisOne ? standardServiceList(entry) : Fields{}) {
+        add(numberIn(inner(service), "service_id").value_or(0), SERVICE_LIST);
+    }
     return listed;
 }
 
+bool carries(const Component& component, std::int64_t dataComponent) {
+    return numberIn(inner(*component.fields, "data_component_descriptor"), "data_component_id") == dataComponent;
+}
+
+Components componentsOf(const Table& pmt) {
+    Components components;
+    for (const Fields* const stream : pmt.entries("elementary_streams")) {
+        components.push_back({stream, static_cast<Pid>(numberIn(*stream, "elementary_pid").value_or(0)),
+                              numberIn(*stream, "stream_type").value_or(0),
+                              numberIn(inner(*stream, "stream_identifier_descriptor"), "component_tag")});
+    }
+    return components;
+}
+
 } // namespace
+
+const Component* withTag(const Components& components, std::int64_t tag) {
+    const auto found = std::find_if(components.begin(), components.end(),
+                                    [tag](const Component& component) { return component.tag == tag; });
+    return found == components.end() ? nullptr : &*found;
+}
+
+bool carriesApplications(const Component& component) {
+    return carries(component, Quor::TDataComponentDescriptor::COMPONENT_ID_GINGA_APP_EXECUTING_ENGINE);
+}
+
+bool carriesApplicationInformation(const Component& component) {
+    return carries(component, Quor::TDataComponentDescriptor::COMPONENT_ID_GINGA_APP_INFORMATION_TABLE);
+}
+
+std::optional<std::int64_t> carouselTag(const Fields& application) {
+    const Fields& transport = inner(application, "transport_protocol_descriptor");
+    const Field* const remote = find(transport, "remote_connection");
+    return remote == nullptr || std::get<bool>(remote->value) ? std::nullopt : numberIn(transport, "component_tag");
+}
+
+const Fields& standardServiceList(const Fields& entry) {
+    return elements(inner(inner(entry, SERVICE_LIST), STANDARD), "services");
+}
 
 Multiplex::Multiplex(const Tables& tables) : m_tables(tables), m_thisOne(thisOne(tables)) {
     for (const Table* const nit : tables.of(NIT)) {
@@ -91,7 +135,7 @@ TransportStream Multiplex::makeStream(std::optional<std::uint16_t> id, const Fie
     }
     Services services;
     if (entry != nullptr) {
-        for (auto& [service, descriptors] : servicesListedIn(*entry)) {
+        for (auto& [service, descriptors] : servicesListedIn(*entry, stream.isThisOne)) {
             services[service].listedIn = std::move(descriptors);
         }
     }

@@ -1,11 +1,33 @@
 #pragma once
 
-#include "multiplex/Components.h"
 #include "multiplex/Tables.h"
 
 #include <map>
 
 namespace inspect {
+
+/// A component of a service, as its PMT names it.
+struct Component {
+    const Fields* fields;
+    Pid pid;
+    std::int64_t streamType;
+    std::optional<std::int64_t> tag; ///< by which other tables refer to it
+};
+
+using Components = std::vector<Component>;
+
+/// The first component with a tag; null when there is none.
+const Component* withTag(const Components& components, std::int64_t tag);
+
+/// Whether its data component is said to be applications.
+bool carriesApplications(const Component& component);
+
+/// Whether its data component is said to be an AIT.
+bool carriesApplicationInformation(const Component& component);
+
+/// The tag of the component whose carousel brings an application. Nothing when it comes otherwise, or with another
+/// service.
+std::optional<std::int64_t> carouselTag(const Fields& application);
 
 /// A program map with its components.
 struct ProgramMap {
@@ -41,6 +63,12 @@ struct Unclaimed {
     std::optional<Pid> pid; ///< nothing for sections that did not come in packets
     std::vector<const Table*> tables;
 };
+
+constexpr std::string_view SERVICE_LIST = "service_list_descriptor";
+
+/// The services that an entry of the NIT lists as the standard has it: receivers read a service_id with eight bits
+/// only.
+const Fields& standardServiceList(const Fields& entry);
 
 /// The tables of a stream, put together.
 class Multiplex {

@@ -4,19 +4,14 @@ namespace inspect {
 
 namespace {
 
-/// Whether there is nothing to be seen in a value. An object is there even if it holds nothing.
-struct IsEmpty {
-    bool operator()(Absent /*value*/) const { return true; }
-    bool operator()(bool /*value*/) const { return false; }
-    bool operator()(const Number& /*value*/) const { return false; }
-    bool operator()(const Text& value) const { return value.decoded.empty(); }
-    bool operator()(const Bytes& value) const { return value.bytes.empty(); }
-    bool operator()(const List& value) const { return value.elements.empty(); }
-    bool operator()(const Object& /*value*/) const { return false; }
-};
-
+/// Whether there is nothing to be seen. An object is there even if it holds nothing.
 bool saysNothing(const Field& field) {
-    return field.reading.empty() && std::visit(IsEmpty{}, field.value);
+    const auto* const text = std::get_if<Text>(&field.value);
+    const auto* const bytes = std::get_if<Bytes>(&field.value);
+    const auto* const list = std::get_if<List>(&field.value);
+    const bool isEmpty = std::holds_alternative<Absent>(field.value) || (text != nullptr && text->decoded.empty()) ||
+                         (bytes != nullptr && bytes->bytes.empty()) || (list != nullptr && list->elements.empty());
+    return isEmpty && field.reading.empty();
 }
 
 /// Whether a number says only how much the next field holds.

@@ -6,13 +6,34 @@
 
 namespace inspect {
 
+/// What came of a table.
+struct Table {
+    TableKey key;
+    std::vector<const TakenSection*> taken;
+    std::vector<const RefusedSection*> refused;
+    std::vector<Position> silentChanges; ///< where each section first changed without a new version
+
+    /// What it says beside a list of entries: the fields of its first section, and the descriptors of all.
+    Fields beside(std::string_view list) const;
+
+    /// The elements of a list that goes on from section to section.
+    std::vector<const Fields*> entries(std::string_view list) const;
+
+    /// Whether it is known whole, so that what it does not say is not there.
+    bool complete() const;
+
+    /// The numbers of sections of which nothing is known.
+    std::vector<unsigned> missingSections() const;
+};
+
 /// All that is known when the outline is put together. It refers to the sections.
 class Tables {
 public:
     /// @param expected tables that a multiplex has, and that are shown: where they are missing, that is said
     /// @param scrambled PIDs on which nothing came that can be read
-    explicit Tables(const CurrentSections& sections, std::set<std::uint8_t> expected = {},
-                    std::set<Pid> scrambled = {});
+    /// @param carried   PIDs on which anything came; nothing when that is not known of all
+    explicit Tables(const CurrentSections& sections, std::set<std::uint8_t> expected = {}, std::set<Pid> scrambled = {},
+                    std::optional<PidSet> carried = std::nullopt);
 
     std::vector<const Table*> of(std::uint8_t tableId) const;
     std::vector<const Table*> of(std::uint8_t tableId, std::uint16_t extension) const;
@@ -25,6 +46,9 @@ public:
 
     bool isScrambled(Pid pid) const { return m_scrambled.count(pid) != 0; }
 
+    /// Whether nothing came on a PID.
+    bool isSilent(Pid pid) const { return m_carried && !(*m_carried)[pid]; }
+
     /// Those of tables of which nothing is valid now.
     const std::vector<std::pair<TableKey, Position>>& silentChangesElsewhere() const {
         return m_silentChangesElsewhere;
@@ -35,6 +59,7 @@ private:
     std::vector<std::pair<TableKey, Position>> m_silentChangesElsewhere;
     std::set<std::uint8_t> m_expected;
     std::set<Pid> m_scrambled;
+    std::optional<PidSet> m_carried;
 };
 
 } // namespace inspect

@@ -11,15 +11,16 @@ namespace inspect {
 
 /// How bad it is for a receiver.
 enum class Severity {
-    Error,  ///< something is not found, or does not start
-    Warning ///< tables contradict each other, or one of them is not what it should be
+    Error,   ///< something is not found, or does not start
+    Warning, ///< tables contradict each other, or one of them is not what it should be
+    Remark   ///< nothing is wrong: no fault is so
 };
 
 /// What does not fit together in a multiplex.
 struct FaultKind {
     std::string_view name;
     Severity severity;
-    enum class ShownBy { Fault, Section, Summary } shownBy = ShownBy::Fault; ///< where people see it without a list
+    enum class ShownBy { Fault, Section, Alarm, Summary } shownBy = ShownBy::Fault; ///< where it is seen without a list
 };
 
 namespace faults {
@@ -37,6 +38,8 @@ inline constexpr FaultKind NOT_IN_NIT{"not_in_nit", Severity::Warning};
 inline constexpr FaultKind NOT_IN_PAT{"not_in_pat", Severity::Error};
 inline constexpr FaultKind NOT_IN_SDT{"not_in_sdt", Severity::Warning};
 inline constexpr FaultKind NOT_IN_TS_INFORMATION{"not_in_ts_information", Severity::Warning};
+inline constexpr FaultKind NOT_IN_SERVICE_LIST{"not_in_service_list", Severity::Warning};
+inline constexpr FaultKind ONLY_IN_SERVICE_LIST{"only_in_service_list", Severity::Warning};
 inline constexpr FaultKind NETWORKS_DIFFER{"networks_differ", Severity::Warning};
 inline constexpr FaultKind TAG_TWICE{"component_tag_twice", Severity::Error};
 inline constexpr FaultKind PID_TWICE{"pid_twice", Severity::Warning};

@@ -2,6 +2,7 @@
 
 #include "describing/Field.h"
 #include "describing/OnWire.h"
+#include "reports/Alarm.h"
 #include "sections/Place.h"
 #include "transmission/Transmission.h"
 
@@ -113,6 +114,8 @@ struct Summary {
     std::optional<Transmission> transmission = {}; ///< how it is to be sent; nothing when it does not say
     std::uint64_t unknown = 0; ///< sections that did not come in packets, of tables that the library does not know
     std::set<std::uint8_t> unknownTables; ///< their table_ids
+    std::vector<Alarm> alarms = {};       ///< that began, those of a check and place as one
+    std::vector<CheckResult> checks = {}; ///< of the limits that are asked for
 };
 
 } // namespace inspect

@@ -1,6 +1,7 @@
 #include "text/DiffRenderer.h"
 
 #include "tables/TableKinds.h"
+#include "text/AlarmText.h"
 #include "text/ChangeText.h"
 #include "text/FaultText.h"
 #include "text/SectionText.h"
@@ -27,56 +28,58 @@ std::string passedTime(const SectionReport& report, const std::vector<Change>& c
     return fmt::format("  {} ({:+} s)", change.after->reading, passed);
 }
 
-} // namespace
-
-void DiffRenderer::writeLine(const Line& line) const {
-    Page page{m_style, {}};
-    appendLine(page, line, 2 * INDENT);
-    m_output.write(page.lines);
+void appendChanged(Page& page, const Event& event) {
+    const SectionReport& former = *event.former;
+    Line title = Line("~", Ink::Remark) + " " + changeTitle(event.report, versionOf(former));
+    if (former.pid != event.report.pid && former.pid) {
+        title += fmt::format("  was on PID 0x{:04X}", *former.pid);
+    }
+    const std::string passed = passedTime(event.report, event.changes);
+    appendLine(page, title + passed, 2 * INDENT);
+    if (passed.empty() && event.changes.empty()) {
+        appendLine(page, blanks(2 * INDENT) + "no field differs");
+    } else if (passed.empty()) {
+        appendChanges(page, event.changes, 2 * INDENT);
+    }
 }
+
+/// What is to be said of an event in one line.
+Line titleOf(const Event& event) {
+    switch (event.kind) {
+    case Event::New:
+        return Line("+", Ink::Good) + " " + changeTitle(event.report) + "  " + Line("new", Ink::Good);
+    case Event::Returned:
+        return "  " + changeTitle(event.report) + "  as it was";
+    case Event::Rejected:
+        return Line("!", Ink::Fault) + " " + changeTitle(event.report);
+    case Event::Ended:
+        return blanks(2 * INDENT) + Line("-", Ink::Fault) + fmt::format(" section {} is no more", event.ended);
+    default:
+        return Line("-", Ink::Fault) + " " + sectionName(event.report) + "  not in this input";
+    }
+}
+
+} // namespace
 
 void DiffRenderer::tellInput(const std::string& name) {
     m_output.begin(inputHeading(name, m_style));
 }
 
-void DiffRenderer::tellNew(const SectionReport& report) {
-    writeLine(Line("+", Ink::Good) + " " + changeTitle(report) + "  " + Line("new", Ink::Good));
-}
-
-void DiffRenderer::tellReturn(const SectionReport& report) {
-    writeLine("  " + changeTitle(report) + "  as it was");
-}
-
-void DiffRenderer::tellChange(const SectionReport& former, const SectionReport& report,
-                              const std::vector<Change>& changes) {
+void DiffRenderer::tell(const Event& event) {
     Page page{m_style, {}};
-    Line title = Line("~", Ink::Remark) + " " + changeTitle(report, versionOf(former));
-    if (former.pid != report.pid && former.pid) {
-        title += fmt::format("  was on PID 0x{:04X}", *former.pid);
+    if (event.kind == Event::Changed) {
+        appendChanged(page, event);
+    } else {
+        appendLine(page, titleOf(event), 2 * INDENT);
     }
-    const std::string passed = passedTime(report, changes);
-    appendLine(page, title + passed, 2 * INDENT);
-    if (passed.empty() && changes.empty()) {
-        appendLine(page, blanks(2 * INDENT) + "no field differs");
-    } else if (passed.empty()) {
-        appendChanges(page, changes, 2 * INDENT);
+    if (event.kind == Event::Rejected) {
+        appendRejection(page, *event.report.rejection, 2 * INDENT);
     }
     m_output.write(page.lines);
 }
 
-void DiffRenderer::tellRejection(const SectionReport& report) {
-    Page page{m_style, {}};
-    appendLine(page, Line("!", Ink::Fault) + " " + changeTitle(report), 2 * INDENT);
-    appendRejection(page, *report.rejection, 2 * INDENT);
-    m_output.write(page.lines);
-}
-
-void DiffRenderer::tellEnd(const SectionReport& /*last*/, unsigned number) {
-    writeLine(blanks(2 * INDENT) + Line("-", Ink::Fault) + fmt::format(" section {} is no more", number));
-}
-
-void DiffRenderer::tellMissing(const SectionReport& report) {
-    writeLine(Line("-", Ink::Fault) + " " + sectionName(report) + "  not in this input");
+void DiffRenderer::tellAlarm(const Alarm& alarm) {
+    writeAlarm(m_output, m_style, alarm);
 }
 
 void DiffRenderer::tellOutcome(const Summary& summary, const Faults& faults) {

@@ -13,16 +13,9 @@ public:
 
 private:
     void tellInput(const std::string& name) override;
-    void tellNew(const SectionReport& report) override;
-    void tellReturn(const SectionReport& report) override;
-    void tellChange(const SectionReport& former, const SectionReport& report,
-                    const std::vector<Change>& changes) override;
-    void tellRejection(const SectionReport& report) override;
-    void tellEnd(const SectionReport& last, unsigned number) override;
-    void tellMissing(const SectionReport& report) override;
+    void tell(const Event& event) override;
+    void tellAlarm(const Alarm& alarm) override;
     void tellOutcome(const Summary& summary, const Faults& faults) override;
-
-    void writeLine(const Line& line) const;
 
     Output& m_output;
     Style m_style;

@@ -10,7 +10,7 @@ namespace {
 
 bool isListed(const FaultKind& kind, Listed listed) {
     return kind.shownBy == FaultKind::ShownBy::Fault ||
-           (kind.shownBy == FaultKind::ShownBy::Section && listed == Listed::All);
+           (kind.shownBy != FaultKind::ShownBy::Summary && listed == Listed::All);
 }
 
 /// A text, and all that it is said of.
@@ -21,7 +21,7 @@ struct Group {
 
 } // namespace
 
-void appendFaults(Page& page, const Faults& faults, Listed listed) {
+void appendFaults(Page& page, const Faults& faults, Listed listed, std::size_t most) {
     std::vector<Group> groups;
     std::size_t count = 0;
     for (const Fault& fault : faults.all()) {
@@ -37,7 +37,12 @@ void appendFaults(Page& page, const Faults& faults, Listed listed) {
         appendLine(page, fmt::format("{} {}:", count, count == 1 ? "fault" : "faults"));
     }
     for (const Group& group : groups) {
-        const std::string abouts = fmt::format("{}", fmt::join(group.abouts, ", "));
+        const std::size_t named = std::min(group.abouts.size(), most);
+        std::string abouts = fmt::format(
+            "{}", fmt::join(group.abouts.begin(), group.abouts.begin() + static_cast<std::ptrdiff_t>(named), ", "));
+        if (named != group.abouts.size()) {
+            abouts += fmt::format(" and {} more", group.abouts.size() - named);
+        }
         appendLine(page, {fmt::format("! {}{}{}", abouts, abouts.empty() ? "" : ": ", group.text), Ink::Fault},
                    2 * INDENT);
     }

@@ -1,7 +1,6 @@
 #include "text/FieldText.h"
 
-#include "describing/StandardReadings.h"
-#include "text/TableText.h"
+#include "text/Columns.h"
 #include "text/ValueText.h"
 
 #include <algorithm>
@@ -18,10 +17,6 @@ constexpr const char* OFFSET = "{:04X}  ";
 /// An object of so few fields stands in one line.
 constexpr std::size_t FEW = 2;
 
-/// What stands in parentheses behind the name of a descriptor rather than among its fields.
-constexpr std::string_view TAG = "descriptor_tag";
-constexpr std::string_view INHERITED = "inherited";
-
 /// How many bytes stand in a line behind so many columns: 16, or half of that as often as they do not fit.
 std::size_t bytesPerLine(const Style& style, std::size_t used) {
     constexpr std::size_t DIGITS_AND_BLANK = 3;
@@ -30,27 +25,6 @@ std::size_t bytesPerLine(const Style& style, std::size_t used) {
         count /= 2;
     }
     return count;
-}
-
-bool isInHeading(const Field& field) {
-    return field.name == TAG || field.name == INHERITED;
-}
-
-/// "transport_protocol_descriptor (0x02, inherited)"
-Line headingOf(const Field& field) {
-    std::vector<std::string> remarks;
-    for (const Field& each : std::get<Object>(field.value).fields) {
-        if (each.name == TAG) {
-            remarks.insert(remarks.begin(), fmt::format("0x{:02X}", std::get<Number>(each.value).value));
-            if (!each.codeName.empty()) {
-                remarks.push_back(each.codeName);
-            }
-        } else if (each.name == INHERITED) {
-            remarks.emplace_back(INHERITED);
-        }
-    }
-    const Line name(field.name, Ink::Name);
-    return remarks.empty() ? name : name + fmt::format(" ({})", fmt::join(remarks, ", "));
 }
 
 Line named(const Field& field) {
@@ -80,6 +54,47 @@ bool appendIfFits(Page& page, const Line& line) {
         appendLine(page, line);
     }
     return fits;
+}
+
+/// Whether the elements are objects of the same simple fields.
+bool isTable(const List& list) {
+    const auto* const first = list.elements.empty() ? nullptr : std::get_if<Object>(&list.elements.front().value);
+    return first != nullptr && std::all_of(list.elements.begin(), list.elements.end(), [first](const Field& element) {
+               const auto* const other = std::get_if<Object>(&element.value);
+               return other != nullptr && std::equal(first->fields.begin(), first->fields.end(), other->fields.begin(),
+                                                     other->fields.end(), [](const Field& one, const Field& another) {
+                                                         return one.name == another.name && !isNested(another);
+                                                     });
+           });
+}
+
+std::vector<Row> tableRows(const List& list) {
+    std::vector<Row> rows(1);
+    for (const Field& field : std::get<Object>(list.elements.front().value).fields) {
+        rows.front().emplace_back(field.name, Ink::Name);
+    }
+    for (const Field& element : list.elements) {
+        const Fields& fields = std::get<Object>(element.value).fields;
+        std::transform(fields.begin(), fields.end(), std::back_inserter(rows.emplace_back()), valueText);
+    }
+    return rows;
+}
+
+/// Appends a list as a table, a line for each element below a line with the names of their fields.
+/// @return whether it did: the elements must be objects of the same fields, none of them nested, and the lines must not
+///         become too long
+bool appendTable(Page& page, const List& list, std::size_t indent) {
+    if (!isTable(list)) {
+        return false;
+    }
+    std::vector<Row> rows = tableRows(list);
+    std::vector<Column::Kind> kinds(rows.front().size(), Column::Kind::Name);
+    const Grid grid(std::move(kinds), std::move(rows));
+    if (indent + grid.width(GAP.size()) > page.style.width) {
+        return false;
+    }
+    grid.append(page, GAP.size(), indent);
+    return true;
 }
 
 /// An element of a list. Its number stands in the margin of its first line.
@@ -122,9 +137,7 @@ void appendList(Page& page, const Field& field, std::size_t indent) {
 }
 
 void appendObject(Page& page, const Field& field, std::size_t indent) {
-    Fields fields;
-    const Fields ordered = standardFirst(std::get<Object>(field.value).fields);
-    std::remove_copy_if(ordered.begin(), ordered.end(), std::back_inserter(fields), isInHeading);
+    const Fields fields = besideHeading(std::get<Object>(field.value).fields);
     const Line heading = blanks(indent) + headingOf(field);
     if (fields.size() <= FEW && !anyNested(fields) && appendIfFits(page, heading + behindHeading(fields))) {
         return;

@@ -1,7 +1,6 @@
 #include "text/OutlineText.h"
 
-#include "describing/StandardReadings.h"
-#include "text/BriefText.h"
+#include "text/ValueText.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -23,8 +22,6 @@ constexpr Branch LAST{"└─ ", "   "};
 constexpr std::size_t FURTHER = 4;
 constexpr const char* MARK = "! ";
 
-constexpr std::string_view TAG = "descriptor_tag";
-
 Line nameText(const Field& name) {
     Field plain = name;
     plain.unit.clear();
@@ -32,26 +29,28 @@ Line nameText(const Field& name) {
     return name.unit.empty() ? text : text + fmt::format(" [{}]", name.unit);
 }
 
-Line factText(const Fact& fact) {
+Line factText(const Fact& fact, Extent extent) {
     if (std::holds_alternative<Absent>(fact.value.value)) {
         return fact.label;
     }
-    return fact.label + (fact.label.empty() ? "" : " ") + briefText(fact.value);
+    const bool named = extent == Extent::Brief && !fact.value.codeName.empty();
+    return fact.label + (fact.label.empty() ? "" : " ") +
+           (named ? Line(fact.value.codeName, Ink::Remark) : briefText(fact.value));
 }
 
 /// "Service 0xE6A0 (59040) "Maré-Açu HD"  digital television (0x01), running, PMT PID 0x0101 version 0"
-std::vector<Line> piecesOf(const Node& node, const Style& style) {
+std::vector<Line> piecesOf(const Node& node, Extent extent) {
     Line heading{node.title, Ink::Heading};
     for (const Field& name : node.names) {
         heading += " " + nameText(name);
     }
     std::vector<Line> pieces;
     for (const Fact& fact : node.facts) {
-        if (style.full || fact.extent == Extent::Overview) {
+        if (fact.extent <= extent) {
             if (!pieces.empty()) {
                 pieces.back() += ",";
             }
-            pieces.push_back(factText(fact));
+            pieces.push_back(factText(fact, extent));
         }
     }
     pieces.insert(pieces.begin(), std::move(heading));
@@ -67,42 +66,39 @@ std::vector<Line> piecesOf(const Detail& detail) {
         pieces.front() = table + pieces.front();
         return pieces;
     }
-    Line heading = table + Line(detail.field.name, Ink::Name);
-    Fields fields = object->fields;
-    const auto tag = std::find_if(fields.begin(), fields.end(), [](const Field& each) { return each.name == TAG; });
-    if (tag != fields.end()) {
-        heading += fmt::format(" (0x{:02X}{}{})", std::get<Number>(tag->value).value, tag->codeName.empty() ? "" : ", ",
-                               tag->codeName);
-        fields.erase(tag);
-    }
-    std::vector<Line> pieces = briefPieces(standardFirst(fields));
-    pieces.insert(pieces.begin(), std::move(heading));
+    std::vector<Line> pieces = briefPieces(besideHeading(object->fields));
+    pieces.insert(pieces.begin(), table + headingOf(detail.field));
     return pieces;
 }
 
-void appendNode(Page& page, const Node& node, const Line& first, const Line& rest) {
+void appendNode(Page& page, const Node& node, Extent extent, const Line& first, const Line& rest) {
     const Line below = rest + (node.children.empty() ? LAST.rest : INNER.rest);
     const Line further = below + blanks(FURTHER);
-    appendPieces(page, first, further, piecesOf(node, page.style));
+    std::vector<Line> pieces = piecesOf(node, extent);
+    std::vector<Line> faults;
     for (const std::string& fault : node.faults) {
-        appendPieces(page, below, further, {{MARK + fault, Ink::Fault}});
+        (extent == Extent::Brief ? pieces : faults).emplace_back(MARK + fault, Ink::Fault);
     }
-    if (page.style.full) {
+    appendPieces(page, first, further, pieces);
+    for (const Line& fault : faults) {
+        appendPieces(page, below, further, {fault});
+    }
+    if (extent == Extent::Full) {
         for (const Detail& detail : node.details) {
             appendPieces(page, below, further, piecesOf(detail));
         }
     }
     for (const Node& child : node.children) {
         const Branch& branch = &child == &node.children.back() ? LAST : INNER;
-        appendNode(page, child, rest + branch.first, rest + branch.rest);
+        appendNode(page, child, extent, rest + branch.first, rest + branch.rest);
     }
 }
 
 } // namespace
 
-void appendOutline(Page& page, const std::vector<Node>& nodes) {
+void appendOutline(Page& page, const std::vector<Node>& nodes, Extent extent) {
     for (const Node& node : nodes) {
-        appendNode(page, node, "", "");
+        appendNode(page, node, extent, "", "");
         page.lines.emplace_back();
     }
 }

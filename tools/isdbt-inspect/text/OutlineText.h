@@ -6,6 +6,6 @@
 namespace inspect {
 
 /// Appends the parts of a multiplex as a tree.
-void appendOutline(Page& page, const std::vector<Node>& nodes);
+void appendOutline(Page& page, const std::vector<Node>& nodes, Extent extent);
 
 } // namespace inspect

@@ -24,6 +24,7 @@ void StatisticsRenderer::section(const SectionReport& report) {
 void StatisticsRenderer::end(const Summary& summary, const Multiplex& /*multiplex*/, const Faults& faults) {
     Page page{m_style, {}};
     appendStatistics(page, summary);
+    appendChecks(page, summary);
     appendFaults(page, faults);
     appendLine(page, summaryText(summary), INDENT);
     m_output.write(page.lines);

@@ -1,6 +1,5 @@
 #include "text/TablesRenderer.h"
 
-#include "text/DescriptorLines.h"
 #include "text/FaultText.h"
 #include "text/FieldText.h"
 #include "text/SectionText.h"

@@ -2,7 +2,7 @@
 
 #include "reports/Renderer.h"
 #include "terminal/Output.h"
-#include "text/Page.h"
+#include "text/AlarmText.h"
 
 namespace inspect {
 
@@ -14,6 +14,7 @@ public:
     void begin(const std::string& name) override;
     void section(const SectionReport& report) override;
     void descriptor(const DescriptorReport& report) override;
+    void alarm(const Alarm& alarm) override { writeAlarm(m_output, m_style, alarm); }
     void end(const Summary& summary, const Multiplex& multiplex, const Faults& faults) override;
 
 private:

@@ -13,10 +13,10 @@ constexpr const char* UNKNOWN = "-";
 const std::vector<Column> COLUMNS{{"", "layer", Column::Kind::Name},
                                   {"", "modulation", Column::Kind::Name},
                                   {"code", "rate", Column::Kind::Name},
-                                  {"time", "interleaving"},
+                                  {"time", "interleaving", Column::Kind::Number, 2},
                                   {"", "segments"},
-                                  {"", "kbit/s"},
-                                  {"", "packets", Column::Kind::Number, 1}};
+                                  {"", "kbit/s", Column::Kind::Number, 1},
+                                  {"", "packets", Column::Kind::Number, 3}};
 
 std::string counted(std::uint64_t count, std::string_view singular, std::string_view plural) {
     return fmt::format("{} {}", count, count == 1 ? singular : plural);

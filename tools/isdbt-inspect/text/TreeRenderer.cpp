@@ -7,6 +7,7 @@
 #include "text/SummaryText.h"
 #include "text/TransmissionText.h"
 
+#include <algorithm>
 #include <fmt/format.h>
 
 namespace inspect {
@@ -23,21 +24,36 @@ void TreeRenderer::section(const SectionReport& report) {
 }
 
 void TreeRenderer::end(const Summary& summary, const Multiplex& multiplex, const Faults& faults) {
-    Page page{m_style, {}};
-    appendOutline(page, arrange(multiplex, faults));
-    appendTransmission(page, summary);
-    appendRejections(page);
-    appendFaults(page, faults);
-    appendRemarks(page, summary.forgotten);
-    appendLine(page, summaryText(summary), INDENT);
+    constexpr std::size_t SCREEN = 50; // lines
+    const std::vector<Node> nodes = arrange(multiplex, faults);
+    Page page = draw(nodes, summary, faults, m_style.full ? Extent::Full : Extent::Overview);
+    for (const Joining joining : {Joining::ByKind, Joining::ByCount}) {
+        if (!m_style.full && page.lines.size() > SCREEN) {
+            std::vector<Node> joined = nodes;
+            std::for_each(joined.begin(), joined.end(), [joining](Node& node) { node.join(joining); });
+            page = draw(joined, summary, faults, Extent::Brief);
+        }
+    }
     m_output.write(page.lines);
 }
 
-void TreeRenderer::appendRejections(Page& page) const {
-    const auto append = m_style.full ? appendRejection : appendRejectionInBrief;
-    m_rejections.forEach([&page, append](const TableKey& /*table*/, const SectionReport& report) {
+Page TreeRenderer::draw(const std::vector<Node>& nodes, const Summary& summary, const Faults& faults,
+                        Extent extent) const {
+    constexpr std::size_t FEW = 4;
+    Page page{m_style, {}};
+    appendOutline(page, nodes, extent);
+    appendTransmission(page, summary);
+    appendRejections(page, extent);
+    appendFaults(page, faults, Listed::All, extent == Extent::Brief ? FEW : SIZE_MAX);
+    appendRemarks(page, summary.forgotten);
+    appendLine(page, summaryText(summary), INDENT);
+    return page;
+}
+
+void TreeRenderer::appendRejections(Page& page, Extent extent) const {
+    m_rejections.forEach([&page, extent](const TableKey& /*table*/, const SectionReport& report) {
         appendLine(page, sectionTitle(report), 2 * INDENT);
-        append(page, *report.rejection, INDENT);
+        appendRejection(page, *report.rejection, INDENT, extent);
         page.lines.emplace_back();
     });
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "arranging/Outline.h"
 #include "multiplex/LatestSections.h"
 #include "reports/Renderer.h"
 #include "terminal/Output.h"
@@ -7,7 +8,7 @@
 
 namespace inspect {
 
-/// The multiplex in one outline, when the input ends.
+/// The multiplex in one outline, when the input ends. An overview that does not fit on a screen becomes a brief one.
 class TreeRenderer : public Renderer {
 public:
     TreeRenderer(Output& output, const Style& style) : m_output(output), m_style(style) {
@@ -19,7 +20,8 @@ public:
     void end(const Summary& summary, const Multiplex& multiplex, const Faults& faults) override;
 
 private:
-    void appendRejections(Page& page) const;
+    Page draw(const std::vector<Node>& nodes, const Summary& summary, const Faults& faults, Extent extent) const;
+    void appendRejections(Page& page, Extent extent) const;
     void appendRemarks(Page& page, std::uint64_t forgotten) const;
 
     Output& m_output;

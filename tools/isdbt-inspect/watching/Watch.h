@@ -1,11 +1,15 @@
 #pragma once
 
 #include "packets/Event.h"
-#include "reports/Alarm.h"
-#include "reports/Report.h"
-#include "sections/Section.h"
+#include "sections/SectionGatherer.h"
 #include "traffic/TrafficCounter.h"
+#include "watching/Announcements.h"
+#include "watching/Check.h"
+#include "watching/SectionWatch.h"
+#include "watching/Silences.h"
 
+#include <set>
+#include <string>
 #include <vector>
 
 namespace inspect {
@@ -13,28 +17,64 @@ namespace inspect {
 /// Watches a stream for what breaks its limits. What happens is told to it as it happens; time passes by tick().
 class Watch {
 public:
-    explicit Watch(const TrafficCounter& traffic) : m_traffic(traffic) {}
+    Watch(const TrafficCounter& traffic, const Profile& profile);
+    Watch(const Watch&) = delete;
+    Watch& operator=(const Watch&) = delete;
 
-    void take(const Event& event);
+    /// What happened with a packet.
+    void take(const Events& events);
+
+    /// A packet of a PID whose sections nobody else gathers.
+    /// @param packet 188 bytes
+    void take(const std::uint8_t* packet, const Position& position);
 
     /// A section came whole, sound or not, whether or not it says something new.
     void take(const Section& section);
 
-    /// A sound section said something new, and the library took it or did not.
-    void learn(const SectionReport& report);
+    /// The same section says something new, and is sound.
+    void learn(const Section& section);
 
     /// Time has passed: what should have come by now and did not?
     void tick(const Position& now);
 
-    /// Alarms that began or ended since the last call.
-    std::vector<Alarm> news();
+    /// Alarms that began, became worse or ended since the last call.
+    std::vector<Alarm> news() { return m_alarms.news(); }
 
-    /// All alarms, those that are over, too.
-    const std::vector<Alarm>& alarms() const { return m_alarms; }
+    /// All alarms, those of one check and place as one.
+    std::vector<Alarm> alarms() const { return m_alarms.all(); }
+
+    /// What became of each check of the profile.
+    std::vector<CheckResult> results() const;
 
 private:
+    void take(const Event& event);
+    void begin(const Position& at);
+    void restart(const Position& at);
+    void takeScrambled(const Event& event);
+    void takeTables(const Section& section);
+    void takeTable(const Section& section, const Check& check, const Check::TableOf& table);
+    void expectAll(const Position& at);
+    std::set<Spot> expected() const;
+    std::string_view intervalOfMap(const Announcements::Program& program) const;
+    bool isKnown(bool said) const;
+    void checkPackets(std::string_view check);
+    void checkUnreferenced(std::string_view check);
+    std::string whyUnmeasured(const Check& check) const;
+
     const TrafficCounter& m_traffic;
-    std::vector<Alarm> m_alarms;
+    const Profile& m_profile;
+    Alarms m_alarms;
+    Silences m_silences;
+    SectionWatch m_sections;
+    Announcements m_announcements;
+    SectionGatherer m_gatherer;
+    std::optional<Position> m_start; ///< of what is watched now, once there is a clock
+    Position m_now;
+    double m_nextLook = 0; ///< at the PIDs that nobody names, in seconds
+    bool m_waited = false; ///< long enough for what tables say
+    bool m_hasPcr = false;
+    bool m_hasCycles = false;   ///< that a BIT declares
+    bool m_isScrambled = false; ///< any packet
 };
 
 } // namespace inspect

@@ -1,0 +1,70 @@
+#include "text/AlarmText.h"
+
+#include "text/Columns.h"
+#include "text/SectionText.h"
+
+#include <fmt/format.h>
+
+namespace inspect {
+
+namespace {
+
+Line markOf(const Alarm& alarm) {
+    if (alarm.stage == Alarm::Stage::Ended) {
+        return {"=", Ink::Good};
+    }
+    switch (alarm.kind.severity) {
+    case Severity::Error:
+        return {"!", Ink::Fault};
+    case Severity::Warning:
+        return {"?", Ink::Remark};
+    case Severity::Remark:
+        break;
+    }
+    return {"*"};
+}
+
+Line resultOf(const CheckResult& check) {
+    if (check.alarms != 0) {
+        return {fmt::format("{} {}", check.alarms, check.alarms == 1 ? "alarm" : "alarms"), Ink::Fault};
+    }
+    return check.whyUnmeasured.empty() ? Line("ok", Ink::Good) : Line("not measured: " + check.whyUnmeasured);
+}
+
+const std::vector<Column> CHECK_COLUMNS{{"", "check", Column::Kind::Name},
+                                        {"", "TR 101 290", Column::Kind::Name, 1},
+                                        {"", "limit (s)", Column::Kind::Name, 2},
+                                        {"", "result", Column::Kind::Rest}};
+
+} // namespace
+
+Line alarmText(const Alarm& alarm) {
+    return markOf(alarm) + " " + alarm.text + positionText(alarm.at);
+}
+
+void writeAlarm(Output& output, const Style& style, const Alarm& alarm) {
+    Page page{style, {}};
+    appendLine(page, alarmText(alarm), 2 * INDENT);
+    output.write(page.lines);
+}
+
+void appendChecks(Page& page, const Summary& summary) {
+    if (summary.checks.empty()) {
+        return;
+    }
+    std::vector<Row> rows;
+    bool hasProposals = false;
+    for (const CheckResult& check : summary.checks) {
+        rows.push_back({std::string(check.check), std::string(check.indicator), check.limits, resultOf(check)});
+        hasProposals = hasProposals || check.limits.find('*') != std::string::npos;
+    }
+    page.lines.emplace_back();
+    appendRows(page, CHECK_COLUMNS, std::move(rows));
+    page.lines.emplace_back();
+    if (hasProposals) {
+        appendLine(page, "* a proposal: no standard at hand sets this limit", INDENT);
+        page.lines.emplace_back();
+    }
+}
+
+} // namespace inspect
