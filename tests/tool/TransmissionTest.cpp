@@ -81,11 +81,11 @@ TEST(InspectTransmission, StandsBelowTheStatistics) {
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.errors, "");
     EXPECT_THAT(finished.output, HasSubstr("PID      packets     share   kbit/s   discontinuities   layer   content\n"
-                                           "0x0000         1    0.03 %        -                 0   B       PAT\n"));
-    EXPECT_THAT(finished.output, HasSubstr("0x0211        48    1.52 %        -                 0   A\n"));
+                                           "0x0000         1    0.03 %     9.46                 0   B       PAT\n"));
+    EXPECT_THAT(finished.output, HasSubstr("0x0211        48    1.52 %   453.91                 0   A\n"));
     EXPECT_THAT(finished.output,
-                HasSubstr("0x1FF0         3    0.09 %        -                 0   IIP     ISDB-T information (IIP)\n"
-                          "0x1FFF      1173   37.03 %        -                 -   none    "
+                HasSubstr("0x1FF0         3    0.09 %    28.37                 0   IIP     ISDB-T information (IIP)\n"
+                          "0x1FFF      1173   37.03 %    11092                 -   none    "
                           "null packets\n"));
     EXPECT_THAT(finished.output,
                 HasSubstr("\n\nTransmission: mode 1, guard interval 1/32, partial reception\n"
@@ -142,7 +142,7 @@ TEST(InspectTransmission, IsAnObjectInJson) {
                     HasSubstr(R"({"type":"fault","input":"standard input","fault":"packets_lost","severity":"error",)"
                               R"("about":"Transmission","text":"3 packets lost in 1 place by TSP_counter","pid":null,)"
                               R"("table":null,"table_id":null,"table_id_extension":null,"packet":1201,"offset":244800,)"
-                              R"("seconds":null})"))
+                              R"("seconds":0.060244})"))
             << view;
     }
 }
@@ -303,12 +303,12 @@ TEST_F(InspectRecordedTransmission, TwoHundredPackets) {
     const Finished finished = inspect({"--view", "stats", TEST_DATA "/bts/tsduck-171.1.bts"});
     EXPECT_THAT(finished.output,
                 StartsWith("PID      packets     share   kbit/s   discontinuities   layer      content\n"
-                           "0x0111        94   47.00 %        -                 0   B\n"
-                           "0x0114         1    0.50 %        -                 0   B\n"
-                           "0x0115         2    1.00 %        -                 0   B\n"
-                           "0x0211         2    1.00 %        -                 0   A\n"
-                           "0x0384         4    2.00 %        -                 0   B\n"
-                           "0x1FFF        97   48.50 %        -                 -   none+A+B   null packets\n"));
+                           "0x0111        94   47.00 %    14080                 0   B\n"
+                           "0x0114         1    0.50 %   149.79                 0   B\n"
+                           "0x0115         2    1.00 %   299.58                 0   B\n"
+                           "0x0211         2    1.00 %   299.58                 0   A\n"
+                           "0x0384         4    2.00 %   599.17                 0   B\n"
+                           "0x1FFF        97   48.50 %    14530                 -   none+A+B   null packets\n"));
     EXPECT_THAT(finished.output,
                 HasSubstr("\nTransmission: no IIP came, so that its parameters are not known\n"
                           "0 whole frames, 0 IIPs, 0 packets lost by TSP_counter\n"

@@ -153,6 +153,9 @@ std::unique_ptr<Input> Inspection::open(const std::string& path, std::size_t que
 bool Inspection::inspectInput(Input& input, const std::string& path, Renderer& renderer) {
     const Conventions conventions = conventionsOf(m_options);
     Inspector inspector(renderer, m_options.interest, conventions, m_exporter.get());
+    if (m_options.bitRate) {
+        inspector.setBitRate(*m_options.bitRate);
+    }
     if (m_options.sections || isNameOfSections(path)) {
         inspector.runSections(input, Repetitions::Hidden);
     } else {

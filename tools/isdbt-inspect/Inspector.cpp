@@ -178,6 +178,7 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     if (packets.packets() == 0) {
         input.complain();
     }
+    position.seconds = m_clock.seconds(position.packet);
     m_watch.tick(position); // what did not come until the end
     tellAlarms();
     finish(summary(packets), input, std::move(expected));
