@@ -146,3 +146,44 @@ TEST(InspectClocks, DoNotMakeAnotherTableKnown) {
                 HasSubstr("\nTime  2025-06-15 15:00:00 (UTC-3 assumed)\n"
                           "   ! the clock of the TOT is three hours ahead of that of the EIT\n"));
 }
+
+namespace {
+
+/// Seconds of a PCR each 50 ms and a PAT, a TOT and video beside it, 1000 packets each; those of one part are not sent.
+ByteVector withGap(unsigned milliseconds, unsigned gapBegin, unsigned gapEnd) {
+    StreamBuilder part;
+    for (unsigned at = 0; at < milliseconds; at += 10) {
+        if (at % 50 == 0) {
+            part.clock(CLOCK_PID, std::uint64_t{27000} * at);
+        } else {
+            part.null(1);
+        }
+        part.section(PAT_PID, pat("")).section(TOT_PID, tot("150000")).proceed(0x0111, {});
+        if (at + 10 == gapBegin) {
+            part.lose(PAT_PID, (gapEnd - gapBegin) / 10).lose(TOT_PID, (gapEnd - gapBegin) / 10);
+            part.lose(0x0111, (gapEnd - gapBegin) / 10);
+            at = gapEnd - 10;
+        }
+    }
+    return part.bytes();
+}
+
+} // namespace
+
+/// Three seconds are cut out of a stream whose PCRs go on.
+TEST(InspectClocks, CountTheTimeOfLostPackets) {
+    Start start;
+    start.input = withGap(8000, 2000, 5000);
+    const std::string output = inspect({"--view", "stats", "--width", "200", "-"}, start).output;
+    EXPECT_THAT(output, HasSubstr("\n8.0"));
+    EXPECT_THAT(output, HasSubstr(" by the stream's clock"));
+}
+
+TEST(InspectClocks, AreGivenByTheBitRate) {
+    Start start;
+    start.input = StreamBuilder().null(999).section(TOT_PID, tot("150000")).bytes();
+    EXPECT_THAT(inspect({"--bit-rate", "1504k", "--table", "tot", "--view", "tables", "-"}, start).output,
+                HasSubstr("TOT  PID 0x0014  packet 1000  0.999 s\n"));
+    EXPECT_EQ(inspect({"--bit-rate", "0", "-"}, start).status, 2);
+    EXPECT_EQ(inspect({"--bit-rate", "1504k", "--sections", "-"}, start).status, 2);
+}

@@ -145,7 +145,7 @@ TEST(InspectTransmission, IsAnObjectInJson) {
                               R"("fault":"packets_lost","severity":"error",)"
                               R"("about":"Transmission","text":"3 packets lost in 1 place by TSP_counter","pid":null,)"
                               R"("table":null,"table_id":null,"table_id_extension":null,"packet":1201,"offset":244800,)"
-                              R"("seconds":null,"time":null,"time_source":null})"))
+                              R"("seconds":0.060244,"time":null,"time_source":null})"))
             << view;
     }
 }

@@ -182,6 +182,9 @@ void Inspection::tellSilence(const std::string& path, const Output& output, cons
 bool Inspection::inspectInput(Input& input, const std::string& path, Renderer& renderer) {
     const Conventions conventions = conventionsOf(m_options);
     Inspector inspector(renderer, m_options.interest, conventions, m_exporter.get(), m_options.times);
+    if (m_options.bitRate) {
+        inspector.setBitRate(*m_options.bitRate);
+    }
     if (m_options.sections || isNameOfSections(path)) {
         inspector.runSections(input, Repetitions::Hidden);
     } else {

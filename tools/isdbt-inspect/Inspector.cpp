@@ -124,6 +124,9 @@ void Inspector::gather(const PidSet& pids) {
 /// Tells what has happened, and that time has passed.
 void Inspector::watch(const Position& now) {
     constexpr double TICK = 0.1;
+    for (Event& event : m_events) {
+        event.at.seconds = event.at.seconds ? event.at.seconds : now.seconds;
+    }
     m_watch.take(m_events);
     m_events.clear();
     if (now.seconds && *now.seconds >= m_nextTick) {
@@ -153,17 +156,22 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     m_isLive = readable.isLive();
     const PacketReader* reader = nullptr;
     AttendedInput input(readable, [&] { return attend(*reader, readable); });
-    PacketReader packets(input);
+    PacketReader packets(input, m_events);
     reader = &packets;
+    Position position;
     while (const std::uint8_t* const packet = packets.next()) {
-        Position position{packets.packets(), packets.offset(), packets.seconds()};
-        position.time = m_isLive ? arrivalTime() : m_wallClock.at(position.seconds);
-        if (!m_begin) {
-            m_begin = position.time;
+        position = {packets.packets(), packets.offset(), {}, {}};
+        const std::optional<Arrival> arrival = packets.arrival();
+        if (arrival) {
+            m_clock.takeArrival(position.packet, arrival->seconds);
         }
+        m_clock.take(packet, position);
+        position.time =
+            arrival ? WallTime{arrival->milliseconds, WallTime::Source::Arrival} : m_wallClock.at(position.seconds);
+        m_begin = m_begin ? m_begin : position.time;
         if (position.seconds && !m_isDated) {
             m_isDated = true;
-            m_statistics.date([&packets](std::uint64_t number) { return packets.secondsOf(number); });
+            m_statistics.date([this](std::uint64_t number) { return m_clock.seconds(number); });
         }
         if (!m_isLive && position.seconds && !keepTime(packets, readable, *position.seconds)) {
             break;
@@ -171,6 +179,9 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
         m_traffic.take(packet, position);
         watch(position);
         m_transmission.take(packet, packets.trailer(), position);
+        if (m_transmission.isBroadcast()) {
+            m_clock.takeBroadcast(m_transmission.lostPackets());
+        }
         m_presentEvents.take(packet, position);
         if (!m_gatherer.pids()[ts_get_pid(packet)]) {
             m_watch.take(packet, position);
@@ -180,10 +191,13 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
             take(section);
         }
     }
+    m_traffic.finish();
+    watch(position);
     if (packets.packets() == 0) {
         readable.complain();
     }
-    m_watch.tick({packets.packets(), packets.offset(), packets.seconds()}); // what did not come until the end
+    position.seconds = m_clock.seconds(position.packet);
+    m_watch.tick(position); // what did not come until the end
     tellAlarms();
     finish(summary(packets), input, std::move(expected));
     readable.complain();
@@ -191,10 +205,10 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
         throw InputError(input.name(), fmt::format("cut off in its last packet ({} of {} bytes)", packets.cutOffBytes(),
                                                    packets.spacing()));
     }
-    if (m_interest.isTimed() && !packets.seconds()) {
+    if (m_interest.isTimed() && !m_clock.seconds(packets.packets())) {
         throw InputError(input.name(), NO_CLOCK);
     }
-    if (m_times.areOfStream() && !m_isLive && !packets.seconds()) {
+    if (m_times.areOfStream() && !m_isLive && !m_clock.seconds(packets.packets())) {
         throw InputError(input.name(), NO_CLOCK_FOR_TIMES);
     }
 }
@@ -416,8 +430,8 @@ Summary Inspector::summary(const PacketReader& packets) {
     for (const auto& [pid, counts] : m_gatherer.counts()) {
         sections += counts.sections;
     }
-    const Traffic traffic{&m_traffic, packets.packets(), packets.duration(), packets.seconds(),
-                          m_transmission.layersOfPids()};
+    const Traffic traffic{&m_traffic, packets.packets(), m_clock.duration(packets.packets()),
+                          m_clock.seconds(packets.packets()), m_transmission.layersOfPids()};
     const Position last{packets.packets(), packets.offset(), traffic.end,
                         m_isLive ? arrivalTime() : m_wallClock.at(traffic.end)};
     Summary summary{};

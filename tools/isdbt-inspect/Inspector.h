@@ -35,6 +35,9 @@ public:
     Inspector(Renderer& renderer, const Interest& interest, const Conventions& conventions,
               Exporter* exporter = nullptr, const Times& times = {});
 
+    /// For streams without PCR: bits a second, of packets of 188 bytes.
+    void setBitRate(double bitRate) { m_clock.setBitRate(bitRate); }
+
     /// Shows what a transport stream carries, and a summary at its end, though it may end early.
     /// @throws InputError when it cannot be read to its end
     void run(Input& source);
@@ -89,7 +92,8 @@ private:
     std::optional<WallTime> m_begin; ///< the first time that was known
     SectionGatherer m_gatherer;
     Events m_events; ///< that nobody has looked at
-    TrafficCounter m_traffic{m_events};
+    StreamClock m_clock{m_events};
+    TrafficCounter m_traffic{m_events, m_clock};
     Watch m_watch{m_traffic, m_interest.limits};
     double m_nextTick = 0; ///< in seconds of the stream
     TransmissionReader m_transmission;

@@ -15,6 +15,19 @@ std::optional<unsigned> readNumber(std::string_view text, unsigned most) {
     return read ? std::optional(number) : std::nullopt;
 }
 
+std::optional<double> readBitRate(std::string_view text) {
+    constexpr double KILO = 1e3;
+    constexpr double MEGA = 1e6;
+    constexpr double MOST = 1e12;
+    const char unit = text.empty() ? '\0' : text.back();
+    const double factor = unit == 'k' ? KILO : unit == 'M' ? MEGA : 1;
+    text.remove_suffix(factor == 1 ? 0 : 1);
+    double value = 0;
+    const auto [behind, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    const bool read = error == std::errc() && behind == text.data() + text.size() && value * factor >= 1;
+    return read && value * factor <= MOST ? std::optional(value * factor) : std::nullopt;
+}
+
 std::optional<double> readTime(std::string_view text) {
     constexpr int PARTS = 3;     // hours, minutes, seconds
     constexpr double SIXTY = 60; // of one in the other before it

@@ -9,6 +9,9 @@ namespace inspect {
 /// none, or greater than @p most.
 std::optional<unsigned> readNumber(std::string_view text, unsigned most);
 
+/// A number of bits a second: "29958294", "29958k", "29.958M". Nothing when it is none, or not more than zero.
+std::optional<double> readBitRate(std::string_view text);
+
 /// A time in seconds: "90", "90s", "90.5", "1:30", "00:01:30". Nothing when it is none.
 std::optional<double> readTime(std::string_view text);
 

@@ -52,6 +52,10 @@ std::string checkTime(const std::string& text) {
     return readTime(text) ? "" : text + " is no time (90, 90s, 1:30 or 00:01:30)";
 }
 
+std::string checkBitRate(const std::string& text) {
+    return readBitRate(text) ? "" : text + " is no bit rate (29958294, 29958k or 29.958M)";
+}
+
 std::string checkInput(const std::string& text) {
     try {
         if (StreamAddress::isOne(text)) {
@@ -129,6 +133,12 @@ void addInputs(CLI::App& app, Options& options) {
         ->check(checkInput);
     app.add_flag("--sections", options.sections,
                  "the files hold sections, one behind the other, and no packets, as those named *.sec do");
+    app.add_option_function<std::string>(
+           "--bit-rate", [&options](const std::string& text) { options.bitRate = readBitRate(text); },
+           "the rate of a stream without PCR, by which its time is told: bits a second of packets of 188 bytes; 29.958M "
+           "and 440k are understood")
+        ->type_name("RATE")
+        ->check(checkBitRate);
     app.add_option_function<std::string>(
            "--hex", [&options](const std::string& text) { options.hex = readHexOf(text); },
            "sections or packets in hexadecimal, as logs and dumps hold them, in place of a file; - is standard input")
@@ -280,8 +290,9 @@ void addOutput(CLI::App& app, Options& options) {
         ->check(checkZone);
     app.add_option_function<std::string>(
            "--limits", [&options](const std::string& name) { options.interest.limits = Profile::named(name); },
-           "alarms where the stream breaks the limits of a profile: always (without --limits, too), dvb, isdbt, or a "
-           "file that is like them")
+           "alarms where the stream breaks the limits of a profile: " +
+               joined(Profile::bundled(), ", ", [](const std::string& name) { return name; }) +
+               ", or a file that is like them")
         ->type_name("PROFILE")
         ->check(checkLimits);
     app.add_flag("--lenient", options.lenient, "exit with 0, not 3, when something is wrong with the stream");
@@ -298,6 +309,9 @@ void checkTogether(const CLI::App& app, const Options& options) {
     const Interest& interest = options.interest;
     if ((options.sections || options.hex) && app.count("--limits") != 0) {
         throw UsageError("--limits: sections outside of packets have no time");
+    }
+    if ((options.sections || options.hex) && options.bitRate) {
+        throw UsageError("--bit-rate: sections outside of packets have no time");
     }
     if ((options.sections || options.hex) && interest.isTimed()) {
         throw UsageError("--since, --until: sections outside of packets have no time");

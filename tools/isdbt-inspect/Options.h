@@ -19,6 +19,7 @@ struct Options {
     std::vector<std::string> inputs;              ///< files, "-", or addresses: "udp://239.1.1.1:5000"
     bool sections = false;                        ///< the files hold sections, no packets
     std::optional<std::vector<std::uint8_t>> hex; ///< sections, packets or descriptors, in place of the inputs
+    std::optional<double> bitRate;                ///< of streams without PCR
     std::optional<std::uint8_t> descriptorOf;     ///< the bytes are descriptors of this table_id
     Interest interest;
     std::optional<std::string> exportTo; ///< FILE.sec, FILE.hex or a folder

@@ -23,29 +23,42 @@ std::array<std::uint8_t, 188> reference(std::uint64_t thirtieths) {
     return packet;
 }
 
+/// A clock of its own events.
+struct Clock {
+    inspect::Events events;
+    inspect::StreamClock clock{events};
+
+    void take(const std::array<std::uint8_t, 188>& packet, std::uint64_t number) {
+        inspect::Position position{number, number * 188, {}, {}};
+        clock.take(packet.data(), position);
+    }
+
+    std::optional<double> duration(std::uint64_t packets) const { return clock.duration(packets); }
+};
+
 } // namespace
 
 TEST(StreamClock, KnowsNoDurationBeforeTwoReferences) {
-    inspect::StreamClock clock;
+    Clock clock;
     EXPECT_EQ(clock.duration(100), std::nullopt);
-    clock.take(reference(0).data(), 10);
+    clock.take(reference(0), 10);
     EXPECT_EQ(clock.duration(100), std::nullopt);
 }
 
 /// Ten packets in each thirtieth of a second, the first reference in the tenth packet.
 TEST(StreamClock, PacketsBeforeTheFirstReferenceTakeTimeToo) {
-    inspect::StreamClock clock;
+    Clock clock;
     for (std::uint64_t number = 10; number <= 300; number += 10) {
-        clock.take(reference(7 + number / 10).data(), number);
+        clock.take(reference(7 + number / 10), number);
     }
     EXPECT_DOUBLE_EQ(*clock.duration(300), 1.0);
 }
 
 /// The rate is not known before the references jump; time begins where it is.
 TEST(StreamClock, TimeBeginsWithTheFirstTwoReferencesThatBelongTogether) {
-    inspect::StreamClock clock;
-    clock.take(reference(900).data(), 10);
-    clock.take(reference(0).data(), 150);
-    clock.take(reference(15).data(), 300);
+    Clock clock;
+    clock.take(reference(900), 10);
+    clock.take(reference(0), 150);
+    clock.take(reference(15), 300);
     EXPECT_DOUBLE_EQ(*clock.duration(300), 1.0);
 }

@@ -32,7 +32,8 @@ Packet withPcr(std::uint16_t pid, std::uint64_t base, unsigned extension = 0, st
 class Clock {
 public:
     Clock& take(const Packet& packet, std::uint64_t number) {
-        m_clock.take(packet.data(), number);
+        inspect::Position position{number, number * 188, {}, {}};
+        m_clock.take(packet.data(), position);
         return *this;
     }
     Clock& take(std::uint64_t base, std::uint64_t number) { return take(withPcr(VIDEO_PID, base), number); }
@@ -41,7 +42,8 @@ public:
     double at(std::uint64_t number) const { return m_clock.seconds(number).value_or(-1); }
 
 private:
-    inspect::StreamClock m_clock;
+    inspect::Events m_events;
+    inspect::StreamClock m_clock{m_events};
 };
 
 TEST(StreamClock, TellsNothingBeforeTwoReferences) {

@@ -42,7 +42,8 @@ public:
 
 private:
     inspect::Events m_events;
-    inspect::TrafficCounter m_counter{m_events};
+    inspect::StreamClock m_clock{m_events};
+    inspect::TrafficCounter m_counter{m_events, m_clock};
     std::uint64_t m_packets = 0;
 };
 

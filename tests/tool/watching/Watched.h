@@ -1,5 +1,6 @@
 #pragma once
 
+#include "packets/StreamClock.h"
 #include "support/Bytes.h"
 #include "watching/Watch.h"
 
@@ -41,7 +42,8 @@ private:
 
     inspect::Profile m_profile;
     inspect::Events m_events;
-    inspect::TrafficCounter m_traffic{m_events};
+    inspect::StreamClock m_clock{m_events};
+    inspect::TrafficCounter m_traffic{m_events, m_clock};
     inspect::Watch m_watch{m_traffic, m_profile};
     int m_tenths = 0;
     std::uint64_t m_packet = 1;

@@ -16,6 +16,7 @@ public:
     const std::string& name() const override { return m_input.name(); }
     bool interrupted() const override { return m_hasEnded || m_input.interrupted(); }
     bool isLive() const override { return m_input.isLive(); }
+    std::optional<Arrival> arrival() const override { return m_input.arrival(); }
     std::vector<Loss> losses() const override { return m_input.losses(); }
 
     std::size_t read(std::uint8_t* target, std::size_t room) override {

@@ -98,7 +98,7 @@ void DatagramInput::take(const Datagram& datagram) {
         data = rtp->payload;
         size = rtp->size;
     }
-    if (size != 0 && !m_queue.put(data, size)) {
+    if (size != 0 && !m_queue.put(data, size, datagram.arrival)) {
         ++m_dropped;
     }
 }

@@ -29,6 +29,7 @@ public:
     bool wait(std::chrono::milliseconds patience) override { return m_queue.wait(patience); }
     bool interrupted() const override { return m_interruption.happened(); }
     bool isLive() const override { return true; }
+    std::optional<Arrival> arrival() const override { return m_queue.arrival(); }
     std::vector<Loss> losses() const override;
 
 private:

@@ -3,6 +3,7 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <ctime>
 #include <ifaddrs.h>
 #include <memory>
 #include <net/if.h>
@@ -64,6 +65,25 @@ unsigned interfaceFor(const StreamAddress& address) {
     return group.ss_family == AF_INET6 ? reinterpret_cast<const sockaddr_in6&>(group).sin6_scope_id : 0;
 }
 
+double secondsOf(const timespec& time) {
+    constexpr double NANOSECOND = 1e-9;
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * NANOSECOND;
+}
+
+double now(clockid_t clock) {
+    timespec time{};
+    clock_gettime(clock, &time);
+    return secondsOf(time);
+}
+
+/// @param stamp of the clock that shows the time of the world, which may be set at any time
+Arrival arrivalAt(const timespec& stamp) {
+    constexpr int MILLISECONDS = 1000;
+    constexpr int NANOSECONDS = 1000000;
+    const double age = now(CLOCK_REALTIME) - secondsOf(stamp);
+    return {now(CLOCK_MONOTONIC) - age, std::int64_t{stamp.tv_sec} * MILLISECONDS + stamp.tv_nsec / NANOSECONDS};
+}
+
 } // namespace
 
 DatagramSocket::DatagramSocket(const StreamAddress& address)
@@ -87,6 +107,7 @@ DatagramSocket::~DatagramSocket() {
 void DatagramSocket::listen(const StreamAddress& address) const {
     setOption(m_descriptor, SOL_SOCKET, SO_RCVBUF, SOCKET_BUFFER_SIZE);
     setOption(m_descriptor, SOL_SOCKET, SO_RXQ_OVFL, 1);
+    setOption(m_descriptor, SOL_SOCKET, SO_TIMESTAMPNS, 1);
     if (address.isMulticast()) {
         joinGroup(address);
     } else {
@@ -122,7 +143,7 @@ void DatagramSocket::joinGroup(const StreamAddress& address) const {
 
 std::optional<Datagram> DatagramSocket::receive() {
     iovec part{m_buffer.data(), m_buffer.size()};
-    alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof m_dropped)> control{};
+    alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof m_dropped) + CMSG_SPACE(sizeof(timespec))> control{};
     msghdr message{};
     message.msg_iov = &part;
     message.msg_iovlen = 1;
@@ -136,14 +157,18 @@ std::optional<Datagram> DatagramSocket::receive() {
         fail("receive");
     }
     std::uint32_t dropped = m_dropped;
+    timespec stamp{};
+    clock_gettime(CLOCK_REALTIME, &stamp); // unless the system knows better
     for (cmsghdr* each = CMSG_FIRSTHDR(&message); each != nullptr; each = CMSG_NXTHDR(&message, each)) {
         if (each->cmsg_level == SOL_SOCKET && each->cmsg_type == SO_RXQ_OVFL) {
             std::memcpy(&dropped, CMSG_DATA(each), sizeof dropped);
+        } else if (each->cmsg_level == SOL_SOCKET && each->cmsg_type == SCM_TIMESTAMPNS) {
+            std::memcpy(&stamp, CMSG_DATA(each), sizeof stamp);
         }
     }
     const std::uint32_t since = dropped - m_dropped;
     m_dropped = dropped;
-    return Datagram{m_buffer.data(), static_cast<std::size_t>(size), since};
+    return Datagram{m_buffer.data(), static_cast<std::size_t>(size), since, arrivalAt(stamp)};
 }
 
 } // namespace inspect

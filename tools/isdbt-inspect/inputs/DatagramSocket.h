@@ -1,6 +1,7 @@
 #pragma once
 
 #include "inputs/StreamAddress.h"
+#include "packets/Input.h"
 
 #include <vector>
 
@@ -11,6 +12,7 @@ struct Datagram {
     const std::uint8_t* data; ///< until the next one is received
     std::size_t size;
     std::uint32_t dropped; ///< datagrams before it for which the socket had no room
+    Arrival arrival;
 };
 
 /// A UDP socket that receives what is sent to an address.

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -25,6 +26,12 @@ struct Loss {
         Datagrams,
         Silence ///< nothing came for long
     } kind = Kind::Datagrams;
+};
+
+/// When bytes were received.
+struct Arrival {
+    double seconds;            ///< by a clock that does not jump
+    std::int64_t milliseconds; ///< since 1970-01-01T00:00:00Z
 };
 
 /// Where bytes come from.
@@ -50,6 +57,9 @@ public:
 
     /// Whether it is read while it is sent, so that its time can be compared with that of this machine.
     virtual bool isLive() const { return false; }
+
+    /// When those bytes were received that were read last, as far as it is known.
+    virtual std::optional<Arrival> arrival() const { return std::nullopt; }
 
     /// What was lost before it could be read.
     virtual std::vector<Loss> losses() const { return {}; }

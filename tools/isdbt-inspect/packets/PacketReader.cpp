@@ -30,21 +30,22 @@ constexpr const char* NO_PACKETS = "not a transport stream: no packets of 188, 1
 
 } // namespace
 
-PacketReader::PacketReader(Input& input) : m_input(input), m_buffer(BUFFER_SIZE), m_complete(TS_SIZE) {}
+PacketReader::PacketReader(Input& input, Events& events)
+    : m_input(input), m_events(events), m_buffer(BUFFER_SIZE), m_complete(TS_SIZE) {}
 
 const std::uint8_t* PacketReader::next() {
     for (;;) {
         while (m_synchronised && available() >= m_complete) {
             const std::uint8_t* const packet = m_buffer.data() + m_at;
             if (!ts_validate(packet)) {
-                m_synchronised = false;
-                break;
+                if (available() <= m_spacing && !m_inputEnded) {
+                    break; // what follows must tell
+                }
+                isAlone() ? drop() : loseSync();
+                continue;
             }
             m_at += m_spacing;
             ++m_packets;
-            if (ts_has_adaptation(packet)) {
-                m_clock.take(packet, m_packets);
-            }
             m_offset = m_dropped + static_cast<std::uint64_t>(packet - m_buffer.data());
             m_trailer = m_spacing == TRAILED && m_at <= m_end ? packet + TS_SIZE : nullptr;
             return packet;
@@ -57,6 +58,37 @@ const std::uint8_t* PacketReader::next() {
             return nullptr;
         }
     }
+}
+
+/// Whether the packet that should be next is the only one without a sync byte.
+bool PacketReader::isAlone() const {
+    return available() > m_spacing && ts_validate(&m_buffer[m_at + m_spacing]);
+}
+
+/// Two wrong ones in a row would be a loss of sync.
+void PacketReader::drop() {
+    tell(EventKind::SyncByteError, m_dropped + m_at, 0);
+    m_at += m_spacing;
+    m_skipped += m_spacing;
+    m_toldSkipped = m_skipped;
+}
+
+void PacketReader::loseSync() {
+    m_synchronised = false;
+    tell(EventKind::SyncLost, m_dropped + m_at, 0);
+}
+
+/// Of those bytes that nobody knows of.
+void PacketReader::tellSkipped() {
+    if (const std::uint64_t count = m_skipped - m_toldSkipped; count != 0) {
+        tell(EventKind::BytesSkipped, m_dropped + m_at - count, count);
+        m_toldSkipped = m_skipped;
+    }
+}
+
+/// The next packet is the first one that it matters for.
+void PacketReader::tell(EventKind kind, std::uint64_t offset, std::uint64_t amount) {
+    m_events.push_back({kind, std::nullopt, {m_packets + 1, offset, {}, {}}, static_cast<double>(amount)});
 }
 
 /// Moves what is left to the front and reads on. @return false at the end of the input.
@@ -72,6 +104,7 @@ bool PacketReader::refill() {
     const std::size_t count = m_input.read(m_buffer.data() + m_end, m_buffer.size() - m_end);
     m_end += count;
     m_inputEnded = count == 0;
+    m_arrival = m_input.arrival();
     if (m_inputEnded) {
         m_complete = TS_SIZE; // the last packet may come without its trailer
     }
@@ -141,6 +174,7 @@ void PacketReader::synchroniseAt(std::size_t at, std::size_t spacing) {
         m_at = STAMP_SIZE;
     }
     skipTo(at);
+    tellSkipped();
     m_spacing = spacing;
     m_complete = spacing == TRAILED && !m_inputEnded ? TRAILED : TS_SIZE;
     m_synchronised = true;
@@ -174,6 +208,7 @@ void PacketReader::finish() {
         m_at = m_end;
     }
     skipTo(m_end);
+    tellSkipped();
 }
 
 } // namespace inspect

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "packets/Event.h"
 #include "packets/Input.h"
-#include "packets/StreamClock.h"
 
 #include <optional>
 #include <vector>
@@ -9,10 +9,12 @@
 namespace inspect {
 
 /// Cuts a byte stream into transport packets. Their spacing of 188, 192 (with time stamps) or 204 bytes (with a
-/// trailer) is found from the stream itself, and found again behind bytes that are no packets.
+/// trailer) is found from the stream itself, and found again behind bytes that are no packets. A single packet without
+/// a sync byte is left out.
 class PacketReader {
 public:
-    explicit PacketReader(Input& input);
+    /// @param events where it tells what is wrong
+    PacketReader(Input& input, Events& events);
 
     /// The next packet: 188 bytes, valid until the next call. Null at the end.
     /// @throws InputError when the input cannot be read, is empty, or holds no packets.
@@ -30,15 +32,8 @@ public:
     /// Where the packet that next() returned begins in the input, in bytes.
     std::uint64_t offset() const { return m_offset; }
 
-    /// When the packet that next() returned was sent, in seconds since the stream's first time stamps.
-    std::optional<double> seconds() const { return m_clock.seconds(m_packets); }
-
-    /// The same of an earlier packet, close to this one.
-    /// @param number from 1
-    std::optional<double> secondsOf(std::uint64_t number) const { return m_clock.seconds(number); }
-
-    /// How long the packets so far took, in seconds.
-    std::optional<double> duration() const { return m_clock.duration(m_packets); }
+    /// When the end of the packet that next() returned was received, as far as it is known.
+    const std::optional<Arrival>& arrival() const { return m_arrival; }
 
     /// Bytes so far that were no packets.
     std::uint64_t skippedBytes() const { return m_skipped; }
@@ -49,6 +44,11 @@ public:
 private:
     std::size_t available() const { return m_at < m_end ? m_end - m_at : 0; }
     bool refill();
+    bool isAlone() const;
+    void drop();
+    void loseSync();
+    void tellSkipped();
+    void tell(EventKind kind, std::uint64_t offset, std::uint64_t amount);
     bool synchronise();
     std::size_t findSpacing(std::size_t at) const;
     std::size_t runLength(std::size_t at, std::size_t spacing) const;
@@ -58,6 +58,7 @@ private:
     void finish();
 
     Input& m_input;
+    Events& m_events;
     std::vector<std::uint8_t> m_buffer;
     std::size_t m_at = 0;  ///< where the next packet should begin; beyond m_end when not all before it is read
     std::size_t m_end = 0; ///< end of the bytes in the buffer
@@ -67,10 +68,11 @@ private:
     std::size_t m_complete; ///< so many bytes make a packet with what belongs to it
     const std::uint8_t* m_trailer = nullptr;
     std::uint64_t m_packets = 0;
-    StreamClock m_clock;
+    std::optional<Arrival> m_arrival;
     std::uint64_t m_dropped = 0; ///< bytes of the input before those in the buffer
     std::uint64_t m_offset = 0;
     std::uint64_t m_skipped = 0;
+    std::uint64_t m_toldSkipped = 0;
     std::size_t m_cutOff = 0;
 };
 

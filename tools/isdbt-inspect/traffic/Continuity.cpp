@@ -38,7 +38,10 @@ Continuity::Step Continuity::take(const std::uint8_t* packet) {
 Continuity::Step Continuity::judge(const std::uint8_t* packet, bool hasPayload) {
     const unsigned counter = ts_get_cc(packet);
     const unsigned expected = (m_counter + (hasPayload ? 1U : 0U)) % ROUND;
-    if (!m_isKnown || counter == expected) {
+    if (!m_isKnown) {
+        return Step::First;
+    }
+    if (counter == expected) {
         return Step::Next;
     }
     if (hasPayload && repeats(packet)) {

@@ -10,7 +10,8 @@ namespace inspect {
 class Continuity {
 public:
     enum class Step {
-        Next,      ///< it follows the packet before, or nothing is known of that
+        First,     ///< nothing is known of what came before
+        Next,      ///< it follows the packet before
         Duplicate, ///< the packet before once more, as it may come
         Broken,    ///< it does not follow
         Announced  ///< the same, but discontinuity_indicator says so

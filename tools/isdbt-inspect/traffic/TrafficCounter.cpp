@@ -33,9 +33,8 @@ bool hasPts(const std::uint8_t* packet) {
 } // namespace
 
 void TrafficCounter::take(const std::uint8_t* packet, const Position& position) {
-    for (std::size_t at = 0; at < m_events.size(); ++at) {
-        heed(m_events[at]);
-    }
+    heedFrom(0);
+    const std::size_t heeded = m_events.size();
     if (position.seconds && (!m_endOfSecond || *position.seconds >= *m_endOfSecond)) {
         passSeconds(*position.seconds);
     }
@@ -53,6 +52,15 @@ void TrafficCounter::take(const std::uint8_t* packet, const Position& position) 
         lookForScrambling(stream, packet, position);
         lookForPts(stream, packet, position);
     }
+    settle();
+    heedFrom(heeded);
+}
+
+void TrafficCounter::finish() {
+    const std::size_t heeded = m_events.size();
+    m_clock.finish();
+    settle();
+    heedFrom(heeded);
 }
 
 TrafficCounter::Stream& TrafficCounter::streamOf(Pid pid, const Position& position) {
@@ -66,20 +74,48 @@ TrafficCounter::Stream& TrafficCounter::streamOf(Pid pid, const Position& positi
 }
 
 /// What the reader and the clock say of this packet.
+void TrafficCounter::heedFrom(std::size_t first) {
+    for (std::size_t at = first; at < m_events.size(); ++at) {
+        heed(Event(m_events[at])); // more may happen by it
+    }
+}
+
 void TrafficCounter::heed(const Event& event) {
     if (event.kind == EventKind::SyncLost) {
-        for (const Pid pid : m_pids) {
-            m_ofPids.at(pid)->continuity.forget();
-        }
-        return;
-    }
-    if (event.kind == EventKind::PcrInterval || event.kind == EventKind::PcrJump) {
+        forget();
+        m_clock.takeLossOfSync(event.at);
+    } else if (event.kind == EventKind::PcrInterval || event.kind == EventKind::PcrJump) {
         PidTraffic& traffic = streamOf(*event.pid, event.at).traffic;
         if (event.kind == EventKind::PcrJump) {
             ++traffic.pcrJumps;
         } else {
             traffic.pcrIntervals.take(event.amount, event.at);
         }
+    }
+}
+
+/// Once the clock has judged, discontinuities are what they seem to be, or the signs of another stream.
+void TrafficCounter::settle() {
+    if (m_streams != m_clock.newStreams()) {
+        m_streams = m_clock.newStreams();
+        m_open.clear();
+        forget();
+    }
+    if (m_open.empty() || m_clock.isJudging()) {
+        return;
+    }
+    for (const Event& event : m_open) {
+        PidTraffic& traffic = m_ofPids.at(*event.pid)->traffic;
+        ++traffic.discontinuities;
+        traffic.lost += static_cast<std::uint64_t>(event.amount);
+        m_events.push_back(event);
+    }
+    m_open.clear();
+}
+
+void TrafficCounter::forget() {
+    for (const Pid pid : m_pids) {
+        m_ofPids.at(pid)->continuity.forget();
     }
 }
 
@@ -109,7 +145,12 @@ void TrafficCounter::endSecond() {
 void TrafficCounter::follow(Stream& stream, const std::uint8_t* packet, const Position& position) {
     PidTraffic& traffic = stream.traffic;
     switch (stream.continuity.take(packet)) {
+    case Continuity::Step::First:
+        break;
     case Continuity::Step::Next:
+        if (m_clock.isJudging() && ts_has_payload(packet)) {
+            m_clock.takeStep(ts_get_pid(packet), false, position);
+        }
         break;
     case Continuity::Step::Duplicate:
         ++traffic.duplicates;
@@ -119,9 +160,9 @@ void TrafficCounter::follow(Stream& stream, const std::uint8_t* packet, const Po
         tell(EventKind::DiscontinuityKnown, packet, position, stream.continuity.lost());
         break;
     case Continuity::Step::Broken:
-        ++traffic.discontinuities;
-        traffic.lost += stream.continuity.lost();
-        tell(EventKind::Discontinuity, packet, position, stream.continuity.lost());
+        m_open.push_back(
+            {EventKind::Discontinuity, ts_get_pid(packet), position, static_cast<double>(stream.continuity.lost())});
+        m_clock.takeStep(ts_get_pid(packet), true, position);
     }
     if (hasPcr(packet)) {
         ++traffic.pcrs;

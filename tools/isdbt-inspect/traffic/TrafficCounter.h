@@ -2,6 +2,7 @@
 
 #include "packets/Event.h"
 #include "packets/Pid.h"
+#include "packets/StreamClock.h"
 #include "traffic/Continuity.h"
 #include "traffic/PidTraffic.h"
 
@@ -14,10 +15,14 @@ namespace inspect {
 class TrafficCounter {
 public:
     /// @param events where it finds what the packet's reader and clock say of each packet, and tells what it finds
-    explicit TrafficCounter(Events& events) : m_events(events) {}
+    /// @param clock of the stream, which wants to know what is missing
+    TrafficCounter(Events& events, StreamClock& clock) : m_events(events), m_clock(clock) {}
 
     /// @param packet 188 bytes
     void take(const std::uint8_t* packet, const Position& position);
+
+    /// No packet follows.
+    void finish();
 
     /// Null when no packet came on it.
     const PidTraffic* of(Pid pid) const { return m_ofPids.at(pid) ? &m_ofPids.at(pid)->traffic : nullptr; }
@@ -35,7 +40,10 @@ private:
     };
 
     Stream& streamOf(Pid pid, const Position& position);
+    void heedFrom(std::size_t first);
     void heed(const Event& event);
+    void settle();
+    void forget();
     void passSeconds(double now);
     void endSecond();
     void follow(Stream& stream, const std::uint8_t* packet, const Position& position);
@@ -44,6 +52,9 @@ private:
     void tell(EventKind kind, const std::uint8_t* packet, const Position& position, double amount = 0);
 
     Events& m_events;
+    StreamClock& m_clock;
+    Events m_open; ///< discontinuities that the clock may take for those of another stream
+    unsigned m_streams = 0;
     std::array<std::unique_ptr<Stream>, PID_COUNT> m_ofPids;
     std::vector<Pid> m_pids;
     std::optional<double> m_endOfSecond;

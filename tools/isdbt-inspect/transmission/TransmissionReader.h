@@ -22,6 +22,12 @@ public:
     /// What was found, when no packet follows. Nothing when the stream says nothing of it.
     std::optional<Transmission> finish();
 
+    /// Whether it is certain that the stream is a BTS.
+    bool isBroadcast() const { return m_isBroadcast; }
+
+    /// So far, by TSP_counter.
+    std::uint64_t lostPackets() const { return m_counter.lost().packets; }
+
     /// The layers of the packets of each PID; null when the stream is no BTS.
     const LayersOfPids* layersOfPids() const { return m_isBroadcast ? &m_layersOfPids : nullptr; }
 

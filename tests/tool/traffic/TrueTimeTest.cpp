@@ -1,0 +1,445 @@
+#include "Packets.h"
+
+#include "traffic/TrafficCounter.h"
+
+#include <gtest/gtest.h>
+#include <map>
+
+namespace {
+
+using inspect::Event;
+using inspect::EventKind;
+using inspect::Pid;
+
+constexpr std::uint64_t SECOND = 27000000;
+constexpr std::uint64_t ROUND = (std::uint64_t{1} << 33U) * 300;
+constexpr Pid PCR_PID = 0x0100;
+constexpr Pid OTHER_PCR_PID = 0x0200;
+
+/// A packet with a PCR and no payload.
+Packet reference(Pid pid, std::uint64_t ticks, std::uint8_t flags) {
+    Packet packet = withoutPayload(0, static_cast<std::uint8_t>(WITH_PCR | flags));
+    packet[1] = static_cast<std::uint8_t>(pid >> 8U);
+    packet[2] = static_cast<std::uint8_t>(pid);
+    const std::uint64_t coded = (ticks % ROUND / 300) << 15U | std::uint64_t{0x3F} << 9U | ticks % 300;
+    for (std::size_t at = 0; at < 6; ++at) {
+        packet[6 + at] = static_cast<std::uint8_t>(coded >> (40 - 8 * at));
+    }
+    return packet;
+}
+
+/// A multiplex of 1000 packets a second: each millisecond one of five PIDs with payload, and each 25 ms a PCR. It can
+/// be disturbed.
+class Multiplex {
+public:
+    /// Sends what it has to for a while, in milliseconds.
+    Multiplex& run(unsigned milliseconds) {
+        for (unsigned count = 0; count < milliseconds; ++count) {
+            tick(true);
+        }
+        return *this;
+    }
+
+    /// The same, but nobody receives it.
+    Multiplex& lose(unsigned milliseconds) {
+        for (unsigned count = 0; count < milliseconds; ++count) {
+            tick(false);
+        }
+        return *this;
+    }
+
+    /// The encoder of the PCRs is another one from now on.
+    Multiplex& jump(double seconds) {
+        m_ticks += static_cast<std::uint64_t>(seconds * SECOND);
+        return *this;
+    }
+
+    /// All counters are others, as in another source.
+    Multiplex& recount() {
+        for (auto& [pid, counter] : m_counters) {
+            counter += 5;
+        }
+        return *this;
+    }
+
+    /// Begins again with its first packet.
+    Multiplex& rewind() {
+        m_counters.clear();
+        m_ticks = START;
+        m_sent = 0;
+        return *this;
+    }
+
+    Multiplex& received(double seconds) {
+        m_arrival = seconds;
+        m_isLive = true;
+        return *this;
+    }
+
+    double now() const { return m_clock.seconds(m_packets).value_or(-1); }
+    double duration() const { return m_clock.duration(m_packets).value_or(-1); }
+    inspect::StreamClock& clock() { return m_clock; }
+    std::uint64_t packets() const { return m_packets; }
+    const inspect::TrafficCounter& traffic() const { return m_traffic; }
+
+    std::uint64_t discontinuities() {
+        m_traffic.finish();
+        std::uint64_t sum = 0;
+        for (const Pid pid : m_traffic.pids()) {
+            sum += m_traffic.of(pid)->discontinuities;
+        }
+        return sum;
+    }
+
+    /// What was told, but for what is measured all the time.
+    std::vector<Event> told() {
+        m_traffic.finish();
+        drain();
+        std::vector<Event> events;
+        for (const Event& event : m_told) {
+            if (event.kind != EventKind::PcrInterval && event.kind != EventKind::Discontinuity) {
+                events.push_back(event);
+            }
+        }
+        return events;
+    }
+
+    bool hasPcr = true;
+    bool hasOtherPcr = false;
+    bool isFrozen = false;
+    bool announces = false;
+    unsigned pcrInterval = 25;
+
+    static constexpr std::uint64_t START = 1000 * SECOND;
+
+private:
+    void tick(bool isReceived) {
+        m_arrival += 0.001;
+        m_ticks += isFrozen ? 0 : SECOND / 1000;
+        ++m_sent;
+        if (hasPcr && m_sent % pcrInterval == 1) {
+            send(reference(PCR_PID, m_ticks, announces ? DISCONTINUITY : 0), isReceived);
+        } else if (hasOtherPcr && m_sent % 25 == 2) {
+            send(reference(OTHER_PCR_PID, m_ticks + 500 * SECOND, 0), isReceived);
+        } else {
+            const Pid pid = static_cast<Pid>(0x300 + m_sent % 5);
+            send(packetOf(m_counters[pid]++, static_cast<std::uint8_t>(m_sent), pid), isReceived);
+        }
+    }
+
+    void send(const Packet& packet, bool isReceived) {
+        if (!isReceived) {
+            return;
+        }
+        inspect::Position position{++m_packets, m_packets * 188, {}, {}};
+        if (m_isLive) {
+            m_clock.takeArrival(position.packet, m_arrival);
+        }
+        m_clock.take(packet.data(), position);
+        m_traffic.take(packet.data(), position);
+        drain();
+    }
+
+    void drain() {
+        m_told.insert(m_told.end(), m_events.begin(), m_events.end());
+        m_events.clear();
+    }
+
+    inspect::Events m_events;
+    inspect::StreamClock m_clock{m_events};
+    inspect::TrafficCounter m_traffic{m_events, m_clock};
+    std::map<Pid, unsigned> m_counters;
+    std::uint64_t m_ticks = START;
+    std::uint64_t m_sent = 0;
+    std::uint64_t m_packets = 0;
+    double m_arrival = 0;
+    bool m_isLive = false;
+    std::vector<Event> m_told;
+};
+
+std::vector<EventKind> kindsOf(const std::vector<Event>& events) {
+    std::vector<EventKind> kinds;
+    for (const Event& event : events) {
+        kinds.push_back(event.kind);
+    }
+    return kinds;
+}
+
+using Kinds = std::vector<EventKind>;
+
+constexpr double MILLISECOND = 0.0011;
+
+} // namespace
+
+TEST(TrueTime, AStreamThatIsWellTellsNothing) {
+    Multiplex multiplex;
+    multiplex.hasOtherPcr = true;
+    multiplex.run(10000);
+    EXPECT_EQ(kindsOf(multiplex.told()), Kinds{});
+    EXPECT_NEAR(multiplex.duration(), 10, MILLISECOND);
+    EXPECT_EQ(multiplex.traffic().of(PCR_PID)->pcrIntervals.count(), 399U);
+    EXPECT_NEAR(*multiplex.traffic().of(OTHER_PCR_PID)->pcrIntervals.maximum(), 0.025, 1e-9);
+}
+
+/// Three seconds of 36 are missing. Wherever that begins, the first PCR comes behind counters, or before them.
+TEST(TrueTime, PassesWhilePacketsAreLost) {
+    for (const unsigned begin : {10000U, 10003U, 10024U}) {
+        Multiplex multiplex;
+        multiplex.hasOtherPcr = begin % 2 != 0;
+        multiplex.run(begin).lose(3001).run(36000 - 3001 - begin);
+        const std::vector<Event> told = multiplex.told();
+        ASSERT_EQ(kindsOf(told), Kinds{EventKind::Loss});
+        EXPECT_NEAR(told[0].amount, 3, 0.002);
+        EXPECT_NEAR(*told[0].at.seconds, 13, 0.2);
+        EXPECT_NEAR(multiplex.duration(), 36, 0.005);
+        EXPECT_GE(multiplex.discontinuities(), 3U); // of some, a multiple of sixteen is lost
+        EXPECT_NEAR(*multiplex.traffic().of(PCR_PID)->pcrIntervals.maximum(), 3.025, 0.026);
+    }
+}
+
+TEST(TrueTime, PassesWhileFewPacketsAreLost) {
+    Multiplex multiplex;
+    multiplex.run(10003).lose(107).run(1000);
+    const std::vector<Event> told = multiplex.told();
+    ASSERT_EQ(kindsOf(told), Kinds{EventKind::Loss});
+    EXPECT_NEAR(told[0].amount, 0.107, 0.002);
+    EXPECT_NEAR(multiplex.now(), 11.11, 0.005);
+}
+
+/// With or without others that come rarely.
+TEST(TrueTime, PassesWhereThePcrsComeRarely) {
+    Multiplex multiplex;
+    multiplex.pcrInterval = 230;
+    multiplex.run(10003).lose(3001).run(2000);
+    EXPECT_EQ(kindsOf(multiplex.told()), Kinds{EventKind::Loss});
+    EXPECT_NEAR(multiplex.now(), 15, 0.01);
+}
+
+TEST(TrueTime, GoesOnEvenlyAcrossAJumpAndTellsOfIt) {
+    for (const double seconds : {100.0, -100.0, 5.0, -0.5}) {
+        Multiplex multiplex;
+        multiplex.run(5000).jump(seconds).run(5000);
+        const std::vector<Event> told = multiplex.told();
+        ASSERT_EQ(kindsOf(told), Kinds{EventKind::PcrJump}) << seconds;
+        EXPECT_EQ(told[0].pid, PCR_PID);
+        EXPECT_EQ(told[0].at.packet, 5001U);
+        EXPECT_NEAR(told[0].to - told[0].from, seconds + 0.025, 1e-6);
+        EXPECT_NEAR(multiplex.now(), 10, 0.005);
+        EXPECT_EQ(multiplex.traffic().of(PCR_PID)->pcrJumps, 1U);
+    }
+}
+
+TEST(TrueTime, KnowsAnAnnouncedSplice) {
+    Multiplex multiplex;
+    multiplex.run(5000).jump(100);
+    multiplex.announces = true;
+    multiplex.run(1);
+    multiplex.announces = false;
+    multiplex.run(4999);
+    const std::vector<Event> told = multiplex.told();
+    ASSERT_EQ(kindsOf(told), Kinds{EventKind::PcrSplice});
+    EXPECT_NEAR(told[0].to - told[0].from, 100.025, 1e-6);
+    EXPECT_NEAR(multiplex.now(), 10, 0.005);
+}
+
+/// The flag may stand in packets before the one where the clock changes.
+TEST(TrueTime, TheFlagAloneIsNoSplice) {
+    Multiplex multiplex;
+    multiplex.run(1000);
+    multiplex.announces = true;
+    multiplex.run(5000);
+    EXPECT_EQ(kindsOf(multiplex.told()), Kinds{});
+}
+
+TEST(TrueTime, APcrThatStandsStillDoesNotStopIt) {
+    Multiplex multiplex;
+    multiplex.run(5000);
+    multiplex.isFrozen = true;
+    multiplex.run(3000);
+    multiplex.isFrozen = false;
+    multiplex.run(2000);
+    const std::vector<Event> told = multiplex.told();
+    ASSERT_EQ(kindsOf(told), Kinds{EventKind::PcrFrozen});
+    EXPECT_EQ(told[0].pid, PCR_PID);
+    EXPECT_NEAR(told[0].from, 1005, 0.03);
+    EXPECT_NEAR(multiplex.now(), 10, 0.2); // as the last interval says
+}
+
+TEST(TrueTime, APcrThatCatchesUpHasNotJumped) {
+    Multiplex multiplex;
+    multiplex.run(5000);
+    multiplex.isFrozen = true;
+    multiplex.run(3000);
+    multiplex.isFrozen = false;
+    multiplex.jump(3).run(2000);
+    EXPECT_EQ(kindsOf(multiplex.told()), Kinds{EventKind::PcrFrozen});
+    EXPECT_NEAR(multiplex.now(), 10, 0.005);
+}
+
+TEST(TrueTime, APidWhosePcrCeasesDoesNotStopIt) {
+    Multiplex multiplex;
+    multiplex.run(5000);
+    multiplex.hasPcr = false;
+    multiplex.run(5000);
+    const std::vector<Event> told = multiplex.told();
+    ASSERT_EQ(kindsOf(told), Kinds{EventKind::PcrCeased});
+    EXPECT_EQ(told[0].pid, PCR_PID);
+    EXPECT_NEAR(told[0].amount, 1, 0.03);
+    EXPECT_NEAR(multiplex.now(), 10, 0.01);
+    multiplex.hasPcr = true;
+    multiplex.run(1000);
+    EXPECT_NEAR(multiplex.now(), 11, 0.01);
+    EXPECT_EQ(multiplex.told().size(), 1U);
+}
+
+TEST(TrueTime, FollowsAnotherPidWhenItsOwnCeases) {
+    Multiplex multiplex;
+    multiplex.hasOtherPcr = true;
+    multiplex.run(5000);
+    multiplex.hasPcr = false;
+    multiplex.run(5000);
+    EXPECT_EQ(kindsOf(multiplex.told()), Kinds{EventKind::PcrCeased});
+    multiplex.lose(3001).run(1000); // only the other one tells
+    EXPECT_EQ(kindsOf(multiplex.told()), (Kinds{EventKind::PcrCeased, EventKind::Loss}));
+    EXPECT_NEAR(multiplex.now(), 14, 0.01);
+}
+
+TEST(TrueTime, FollowsThePidWithTheMostPcrs) {
+    Multiplex multiplex;
+    multiplex.pcrInterval = 200;
+    multiplex.hasOtherPcr = true;
+    multiplex.run(5000);
+    multiplex.hasPcr = false; // nobody misses it
+    multiplex.run(5000);
+    EXPECT_EQ(kindsOf(multiplex.told()), Kinds{});
+    EXPECT_NEAR(multiplex.now(), 10, 0.01);
+}
+
+TEST(TrueTime, KnowsAFileThatBeginsAgain) {
+    Multiplex multiplex;
+    multiplex.run(5000).rewind().run(5000).rewind().run(5000);
+    const std::vector<Event> told = multiplex.told();
+    ASSERT_EQ(kindsOf(told), (Kinds{EventKind::Looped, EventKind::Looped}));
+    EXPECT_NEAR(told[0].amount, 5, 0.001);
+    EXPECT_NEAR(told[1].amount, 5, 0.001);
+    EXPECT_NEAR(multiplex.now(), 15, 0.01);
+    EXPECT_EQ(multiplex.discontinuities(), 0U); // no fault of each PID
+}
+
+TEST(TrueTime, KnowsAnotherSource) {
+    for (const double seconds : {40000.0, -300.0}) {
+        Multiplex multiplex;
+        multiplex.run(5010).recount().jump(seconds).run(4990);
+        ASSERT_EQ(kindsOf(multiplex.told()), Kinds{EventKind::NewStream});
+        EXPECT_NEAR(multiplex.now(), 10, 0.005);
+        EXPECT_EQ(multiplex.discontinuities(), 0U);
+    }
+}
+
+TEST(TrueTime, TakesNoNoteOfANewRound) {
+    Multiplex multiplex;
+    multiplex.jump(static_cast<double>(ROUND) / SECOND - 1005).run(10000);
+    EXPECT_EQ(kindsOf(multiplex.told()), Kinds{});
+    EXPECT_NEAR(multiplex.now(), 10, 0.005);
+}
+
+TEST(TrueTime, CountersOfOnePidAreNoLossOfAll) {
+    Multiplex multiplex;
+    multiplex.run(5003).lose(1).run(5000);
+    EXPECT_EQ(kindsOf(multiplex.told()), Kinds{});
+    EXPECT_EQ(multiplex.discontinuities(), 1U);
+}
+
+TEST(TrueTime, ComesFromTheBitRateWhereThereIsNoPcr) {
+    Multiplex multiplex;
+    multiplex.clock().setBitRate(1504 * 1000);
+    multiplex.hasPcr = false;
+    multiplex.run(10001);
+    EXPECT_NEAR(multiplex.now(), 10, 1e-9);
+    EXPECT_NEAR(multiplex.duration(), 10.001, 1e-9);
+}
+
+TEST(TrueTime, APcrIsBetterThanTheBitRate) {
+    Multiplex multiplex;
+    multiplex.clock().setBitRate(1504 * 500);
+    multiplex.run(10000);
+    EXPECT_NEAR(multiplex.now(), 10, 0.03);
+}
+
+TEST(TrueTime, OfABroadcastStreamIsThePosition) {
+    inspect::Events events;
+    inspect::StreamClock clock(events);
+    clock.takeBroadcast(0);
+    EXPECT_DOUBLE_EQ(*clock.seconds(64001), 3.213);
+    clock.takeBroadcast(64000);
+    EXPECT_DOUBLE_EQ(*clock.seconds(64001), 6.426);
+}
+
+TEST(TrueTime, OfABroadcastStreamIsNotThatOfItsPcrs) {
+    Multiplex multiplex; // ten times slower than its packets
+    multiplex.clock().takeBroadcast(0);
+    multiplex.run(100);
+    EXPECT_NEAR(multiplex.now(), 99 * 3213.0 / 64e6, 1e-9);
+}
+
+TEST(TrueTime, IsThatOfArrivalWhereThereIsNoPcr) {
+    Multiplex multiplex;
+    multiplex.hasPcr = false;
+    multiplex.received(50).run(5000);
+    EXPECT_NEAR(multiplex.now(), 5, 0.002);
+    multiplex.received(60).run(1000);
+    EXPECT_NEAR(multiplex.now(), 11, 0.002);
+}
+
+TEST(TrueTime, PassesInAPauseOfTheSender) {
+    Multiplex multiplex;
+    multiplex.received(50).run(5000).received(60).run(5000);
+    const std::vector<Event> told = multiplex.told();
+    ASSERT_EQ(kindsOf(told), Kinds{EventKind::Pause});
+    EXPECT_NEAR(told[0].amount, 5, 0.01);
+    EXPECT_NEAR(multiplex.now(), 15, 0.03);
+}
+
+TEST(TrueTime, PassesInALossAsItArrives) {
+    Multiplex multiplex;
+    multiplex.received(50).run(5003).lose(3001).run(5000);
+    const std::vector<Event> told = multiplex.told();
+    ASSERT_EQ(kindsOf(told), Kinds{EventKind::Loss});
+    EXPECT_NEAR(told[0].amount, 3, 0.01);
+    EXPECT_NEAR(multiplex.now(), 13, 0.03);
+}
+
+/// Here a file is cut, and played as fast as it goes.
+TEST(TrueTime, OfAFilePlayedFastIsThatOfItsPcrs) {
+    Multiplex multiplex;
+    for (unsigned count = 0; count < 10000; ++count) {
+        multiplex.received(50 + count * 1e-5).run(1);
+    }
+    multiplex.lose(3001);
+    for (unsigned count = 0; count < 5000; ++count) {
+        multiplex.received(51 + count * 1e-5).run(1);
+    }
+    EXPECT_EQ(kindsOf(multiplex.told()), Kinds{EventKind::Loss});
+    EXPECT_NEAR(multiplex.now(), 18, 0.03);
+}
+
+/// As far as this machine knows, no time was lost.
+TEST(TrueTime, TellsAnotherSourceFromALossByItsArrival) {
+    Multiplex multiplex;
+    multiplex.received(50).run(5010).recount().jump(30).run(5000);
+    EXPECT_EQ(kindsOf(multiplex.told()), Kinds{EventKind::NewStream});
+    EXPECT_NEAR(multiplex.now(), 10, 0.03);
+}
+
+/// References that mean nothing must neither fill the memory nor stop it.
+TEST(TrueTime, EndsNoWaitingNever) {
+    Multiplex multiplex;
+    multiplex.run(100);
+    multiplex.pcrInterval = 2;
+    for (unsigned count = 0; count < 1000; ++count) {
+        multiplex.jump(count % 3 * 7000.0 + 3).run(2);
+    }
+    EXPECT_FALSE(multiplex.told().empty());
+    multiplex.run(1000);
+    EXPECT_FALSE(multiplex.clock().isJudging());
+}
