@@ -179,7 +179,7 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
         input.complain();
     }
     position.seconds = m_clock.seconds(position.packet);
-    m_watch.tick(position); // what did not come until the end
+    m_watch.finish(position);
     tellAlarms();
     finish(summary(packets), input, std::move(expected));
     input.complain();
