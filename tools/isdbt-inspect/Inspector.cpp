@@ -123,7 +123,7 @@ void Inspector::watch(const Position& now) {
     for (Event& event : m_events) {
         event.at.seconds = event.at.seconds ? event.at.seconds : now.seconds;
     }
-    m_watch.take(m_events);
+    m_watch.take(m_events, now);
     m_events.clear();
     if (now.seconds && *now.seconds >= m_nextTick) {
         m_watch.tick(now);

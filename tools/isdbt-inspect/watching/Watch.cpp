@@ -16,7 +16,7 @@ constexpr double PATIENCE = 10;
 constexpr double PERIOD = 0.5;
 
 /// So long after a loss counters may be broken by it, on PIDs whose packets are rare.
-constexpr double SAME_BREAK = 1;
+constexpr double SAME_BREAK = 30;
 
 /// So long it may take until it is known that one happened.
 constexpr double UNDECIDED = 0.6;
@@ -95,17 +95,17 @@ Watch::Watch(const TrafficCounter& traffic, const Profile& profile)
 }
 
 /// What breaks off comes first: what a packet says else is measured from there on.
-void Watch::take(const Events& events) {
+void Watch::take(const Events& events, const Position& now) {
     for (const bool breaks : {true, false}) {
         for (const Event& event : events) {
             if (isBreak(event) == breaks) {
-                take(event);
+                take(event, now);
             }
         }
     }
 }
 
-void Watch::take(const Event& event) {
+void Watch::take(const Event& event, const Position& now) {
     const FaultPlace place{event.pid, std::nullopt, std::nullopt};
     switch (event.kind) {
     case EventKind::PcrInterval:
@@ -122,8 +122,8 @@ void Watch::take(const Event& event) {
         takeScrambled(event);
         return;
     case EventKind::Discontinuity:
-        if (m_break && event.at.seconds && *event.at.seconds - *m_break < SAME_BREAK) {
-            return; // it shows on each PID
+        if (isOfBreak(event)) {
+            return;
         }
         if (event.at.seconds && m_undecided.size() < MOST_UNDECIDED) {
             m_undecided.push_back(event);
@@ -135,10 +135,25 @@ void Watch::take(const Event& event) {
     }
     happened(event);
     if (isBreak(event)) {
+        m_break = now.seconds;
+        m_broken.reset();
+        for (const Event& undecided : m_undecided) {
+            m_broken.set(undecided.pid.value_or(NULL_PID));
+        }
         m_undecided.clear();
-        m_break = event.at.seconds;
-        restart(event.at);
+        restart(now);
     }
+}
+
+/// A loss breaks the counter of each PID once, of those whose packets are rare later than of others.
+bool Watch::isOfBreak(const Event& event) {
+    if (!m_break || !event.at.seconds || *event.at.seconds - *m_break > SAME_BREAK) {
+        return false;
+    }
+    const Pid pid = event.pid.value_or(NULL_PID);
+    const bool isFirst = !m_broken[pid];
+    m_broken.set(pid);
+    return isFirst;
 }
 
 void Watch::happened(const Event& event) {

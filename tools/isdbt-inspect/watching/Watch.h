@@ -22,7 +22,8 @@ public:
     Watch& operator=(const Watch&) = delete;
 
     /// What happened with a packet.
-    void take(const Events& events);
+    /// @param now may be later: some of it is understood only then
+    void take(const Events& events, const Position& now);
 
     /// A packet of a PID whose sections nobody else gathers.
     /// @param packet 188 bytes
@@ -50,7 +51,8 @@ public:
     std::vector<CheckResult> results() const;
 
 private:
-    void take(const Event& event);
+    void take(const Event& event, const Position& now);
+    bool isOfBreak(const Event& event);
     void happened(const Event& event);
     void decide(double until);
     void begin(const Position& at);
@@ -77,6 +79,7 @@ private:
     Position m_now;
     std::vector<Event> m_undecided;  ///< broken counters, which a loss may explain
     std::optional<double> m_break{}; ///< when the stream was cut last, in seconds
+    PidSet m_broken;                 ///< PIDs on which that has shown since
     double m_nextLook = 0;           ///< at the PIDs that nobody names, in seconds
     bool m_waited = false;           ///< long enough for what tables say
     bool m_hasPcr = false;
