@@ -127,7 +127,7 @@ void Inspector::watch(const Position& now) {
     for (Event& event : m_events) {
         event.at.seconds = event.at.seconds ? event.at.seconds : now.seconds;
     }
-    m_watch.take(m_events);
+    m_watch.take(m_events, now);
     m_events.clear();
     if (now.seconds && *now.seconds >= m_nextTick) {
         m_watch.tick(now);
@@ -197,7 +197,7 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
         readable.complain();
     }
     position.seconds = m_clock.seconds(position.packet);
-    m_watch.tick(position); // what did not come until the end
+    m_watch.finish(position);
     tellAlarms();
     finish(summary(packets), input, std::move(expected));
     readable.complain();

@@ -42,7 +42,7 @@ void Watched::packet(inspect::Pid pid) {
 }
 
 void Watched::happens(inspect::EventKind kind, std::optional<inspect::Pid> pid, double amount, double from, double to) {
-    m_watch.take(inspect::Events{{kind, pid, position(), amount, from, to}});
+    m_watch.take(inspect::Events{{kind, pid, position(), amount, from, to}}, position());
 }
 
 std::vector<std::string> Watched::said(const std::string& check) const {
