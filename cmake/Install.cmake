@@ -1,5 +1,6 @@
 # Parts that can be installed apart (cmake --install --component): library, development, logger, logger-development,
-# tool. A receiver that has the platform's own logger leaves both parts of the stand-in out.
+# carousel, carousel-development, tool. A receiver that has the platform's own logger leaves both parts of the stand-in
+# out.
 include(CMakePackageConfigHelpers)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/QuorISDBT)
@@ -45,4 +46,31 @@ if(QUOR_ISDBT_LOGGER STREQUAL "stand-in")
           ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT logger-development)
   install(EXPORT QuorLoggerTargets NAMESPACE QuorISDBT:: DESTINATION ${package_dir} COMPONENT logger-development)
   install(FILES logger/QuorLogger.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quor-isdbt COMPONENT logger-development)
+endif()
+
+if(TARGET QuorCarousel)
+  set(carousel_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/QuorCarousel)
+  set(carousels QuorCarousel)
+  if(BUILD_SHARED_LIBS)
+    list(APPEND carousels QuorCarousel-static)
+    set(carousel_libs_private "Libs.private: -lz")
+  else()
+    set(carousel_libs " -lz")
+  endif()
+  install(TARGETS ${carousels} EXPORT QuorCarouselTargets
+          LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT carousel NAMELINK_COMPONENT carousel-development
+          ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT carousel-development)
+  install(EXPORT QuorCarouselTargets NAMESPACE QuorCarousel:: DESTINATION ${carousel_package_dir}
+          COMPONENT carousel-development)
+  install(DIRECTORY carousel/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quor-carousel
+          COMPONENT carousel-development)
+  configure_package_config_file(cmake/QuorCarouselConfig.cmake.in QuorCarouselConfig.cmake
+                                INSTALL_DESTINATION ${carousel_package_dir})
+  write_basic_package_version_file(QuorCarouselConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+  install(FILES ${CMAKE_CURRENT_BINARY_DIR}/QuorCarouselConfig.cmake
+                ${CMAKE_CURRENT_BINARY_DIR}/QuorCarouselConfigVersion.cmake
+          DESTINATION ${carousel_package_dir} COMPONENT carousel-development)
+  configure_file(cmake/quor-carousel.pc.in quor-carousel.pc @ONLY)
+  install(FILES ${CMAKE_CURRENT_BINARY_DIR}/quor-carousel.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
+          COMPONENT carousel-development)
 endif()

@@ -9,6 +9,9 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
                                                 WORLD_READ WORLD_EXECUTE)
 set(CPACK_COMPONENTS_ALL library development logger logger-development tool)
+if(TARGET QuorCarousel)
+  list(APPEND CPACK_COMPONENTS_ALL carousel carousel-development)
+endif()
 set(CPACK_COMPONENTS_GROUPING IGNORE)
 set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/stage.cmake)
 
@@ -23,7 +26,8 @@ set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER "QuorISDBT developers <developers@quor-isdbt.example>")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/src ${PROJECT_BINARY_DIR}/logger)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/src ${PROJECT_BINARY_DIR}/carousel
+    ${PROJECT_BINARY_DIR}/logger)
 
 set(soname_version ${PROJECT_VERSION_MAJOR})
 set(package_version ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
@@ -60,6 +64,17 @@ quor_package(logger-development libquorlogger-2.0-dev libdevel
   "error."
   "."
   "This package has the header and the static library.")
+quor_package(carousel libquorcarousel${soname_version} libs
+  "files of broadcast carousels for ISDB-T receivers (shared library)"
+  "QuorCarousel turns the DSM-CC sections of data and object carousels into"
+  "modules, directories and files, and says what is missing.")
+quor_package(carousel-development libquorcarousel-dev libdevel
+  "files of broadcast carousels for ISDB-T receivers (development files)"
+  "QuorCarousel turns the DSM-CC sections of data and object carousels into"
+  "modules, directories and files, and says what is missing."
+  "."
+  "This package has the headers, the static library, and the files for CMake and"
+  "pkg-config.")
 quor_package(tool isdbt-inspect utils
   "show the tables of an ISDB-T transport stream"
   "Reads a recorded transport stream and shows the PSI/SI and AIT sections that it"
@@ -68,15 +83,20 @@ quor_package(tool isdbt-inspect utils
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
     "libquorisdbt${soname_version} (= ${package_version}), libquorlogger-2.0-dev")
 set(CPACK_DEBIAN_LOGGER-DEVELOPMENT_PACKAGE_DEPENDS "libquorlogger-2.0")
+set(CPACK_DEBIAN_CAROUSEL-DEVELOPMENT_PACKAGE_DEPENDS
+    "libquorcarousel${soname_version} (= ${package_version}), zlib1g-dev")
 # What other packages depend on when they link the libraries. The logger's soname has no version of its own: any
 # package that provides the name will do, the platform's as well.
 set(library_shlibs "libQuorISDBT ${soname_version} libquorisdbt${soname_version} \
 (>= ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})\n")
+set(carousel_shlibs "libQuorCarousel ${soname_version} libquorcarousel${soname_version} \
+(>= ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})\n")
 set(logger_shlibs "libQuorLogger 2.0 libquorlogger-2.0\n")
 file(WRITE ${CPACK_QUOR_ISDBT_CONTROL}/library/shlibs "${library_shlibs}")
 file(WRITE ${CPACK_QUOR_ISDBT_CONTROL}/logger/shlibs "${logger_shlibs}")
-file(WRITE ${CPACK_QUOR_ISDBT_CONTROL}/shlibs.local "${library_shlibs}${logger_shlibs}")
-foreach(part IN ITEMS library logger)
+file(WRITE ${CPACK_QUOR_ISDBT_CONTROL}/carousel/shlibs "${carousel_shlibs}")
+file(WRITE ${CPACK_QUOR_ISDBT_CONTROL}/shlibs.local "${library_shlibs}${carousel_shlibs}${logger_shlibs}")
+foreach(part IN ITEMS library carousel logger)
   string(TOUPPER ${part} PART)
   file(WRITE ${CPACK_QUOR_ISDBT_CONTROL}/${part}/triggers "activate-noawait ldconfig\n")
   set(CPACK_DEBIAN_${PART}_PACKAGE_CONTROL_EXTRA ${CPACK_QUOR_ISDBT_CONTROL}/${part}/shlibs ${CPACK_QUOR_ISDBT_CONTROL}/${part}/triggers)

@@ -3,6 +3,7 @@
 
 #include "Tables.h"
 #include "Target.h"
+#include "carousel/Wire.h"
 #include "support/FullSections.h"
 #include "walking/DescriptorLoops.h"
 
@@ -88,6 +89,43 @@ void writeStream(Folder folder) {
     folder.add(stream);
 }
 
+/// A message as fuzz-carousel takes it.
+ByteVector carouselMessage(QUOR_U8 kind, unsigned id, const ByteVector& section) {
+    constexpr std::ptrdiff_t HEADERS = 20; // of the section and the message
+    const ByteVector body(section.begin() + HEADERS, section.end() - 4);
+    return join({{kind}, wire::u32(id), wire::counted16(body)});
+}
+
+/// A directory with a file and a stream event.
+ByteVector carouselModule() {
+    return join({wire::directory("srg", hex("01"), {{"a", "fil", 1, hex("02")}, {"b", "ste", 1, hex("03")}}),
+                 wire::file(hex("02"), text("Um")),
+                 wire::object("ste", hex("03"), hex("00 00000000 00000000 00 00 00 0001 03 696D00"),
+                              join({hex("01"), wire::objectTap(0x0C), hex("01 0007")}))});
+}
+
+void writeCarousels(Folder folder) {
+    const ByteVector module = carouselModule();
+    folder.add(join({hex("01"), module}));
+    const ByteVector deflated = hex("789C 03 00 00000001");
+    const ByteVector dsi = carouselMessage(1, 0x80000000, wire::gatewaySection(2, 1, hex("01")));
+    const ByteVector dii = carouselMessage(
+        2, 0x80000002,
+        wire::objectDii({2, 4066}, {{1, module.size()}, {2, deflated.size(), 1, hex("09 05 78 00000000")}}));
+    const ByteVector block = carouselMessage(3, 2, wire::block({}, module));
+    const ByteVector compressed = carouselMessage(3, 2, wire::block({2}, deflated));
+    folder.add(join({hex("00"), dsi, dii, block, compressed}));
+    folder.add(join({hex("00"), block, compressed, dii, dsi}));
+    const ByteVector groups = hex("0001 80000002 00000002 0000 0000 0000");
+    folder.add(
+        join({hex("00"),
+              carouselMessage(1, 0x80000000,
+                              wire::messageSection(0x1006, 0x80000000,
+                                                   join({fill(20, 0xFF), hex("0000"), wire::counted16(groups)}))),
+              carouselMessage(2, 0x80000002, wire::dataDii({}, {{1, 2, 1, hex("01 03 612F62 02 01 61")}})),
+              carouselMessage(3, 2, wire::block({}, text("Um")))}));
+}
+
 /// An entry for the start of each descriptor.
 void writeDictionary(const std::filesystem::path& path, const std::vector<ByteVector>& descriptors) {
     std::set<std::string> entries;
@@ -120,6 +158,7 @@ int main(int argc, char** argv) {
         walking.add(whole);
     }
     writeStream(Folder(root / "stream"));
+    writeCarousels(Folder(root / "carousel"));
     writeDictionary(root / "tags.dict", descriptors);
     return 0;
 }

@@ -18,8 +18,8 @@ struct GroupsOfDsi {
 
 } // namespace
 
-struct Carousels::State {
-    explicit State(const Limits& given) : limits(given) {}
+struct CollectedCarousels {
+    explicit CollectedCarousels(const Limits& given) : limits(given) {}
 
     /// Null when there are too many.
     Download* downloadOf(std::uint32_t id, double seconds);
@@ -38,7 +38,7 @@ struct Carousels::State {
 };
 
 /// A new one takes the place of one that fell silent.
-Download* Carousels::State::downloadOf(std::uint32_t id, double seconds) {
+Download* CollectedCarousels::downloadOf(std::uint32_t id, double seconds) {
     auto found = downloads.find(id);
     if (found == downloads.end()) {
         if (downloads.size() >= limits.carousels && !downloads.empty()) {
@@ -58,11 +58,11 @@ Download* Carousels::State::downloadOf(std::uint32_t id, double seconds) {
     return &found->second;
 }
 
-Refusal Carousels::State::tooMany() const {
+Refusal CollectedCarousels::tooMany() const {
     return {RefusalKind::CarouselLimit, 0, "more than " + std::to_string(limits.carousels) + " carousels on the PID"};
 }
 
-std::optional<Refusal> Carousels::State::take(DownloadServerInitiate& dsi, double seconds) {
+std::optional<Refusal> CollectedCarousels::take(DownloadServerInitiate& dsi, double seconds) {
     if (!dsi.gateway) {
         if (!groups) {
             groups.emplace();
@@ -79,17 +79,17 @@ std::optional<Refusal> Carousels::State::take(DownloadServerInitiate& dsi, doubl
     return std::nullopt;
 }
 
-std::optional<Refusal> Carousels::State::take(DownloadInfoIndication& dii, double seconds) {
+std::optional<Refusal> CollectedCarousels::take(DownloadInfoIndication& dii, double seconds) {
     Download* const download = downloadOf(dii.downloadId, seconds);
     return download == nullptr ? tooMany() : download->take(std::move(dii), seconds);
 }
 
-std::optional<Refusal> Carousels::State::take(const DownloadDataBlock& ddb, double seconds) {
+std::optional<Refusal> CollectedCarousels::take(const DownloadDataBlock& ddb, double seconds) {
     Download* const download = downloadOf(ddb.downloadId, seconds);
     return download == nullptr ? tooMany() : download->take(ddb, seconds);
 }
 
-const Download* Carousels::State::downloadOf(const GroupInfo& group) const {
+const Download* CollectedCarousels::downloadOf(const GroupInfo& group) const {
     for (const auto& [id, download] : downloads) {
         const auto found = download.groups().find(identificationOf(group.id));
         if (found != download.groups().end() && !found->second.dii.object && !download.hasGateway()) {
@@ -99,7 +99,7 @@ const Download* Carousels::State::downloadOf(const GroupInfo& group) const {
     return nullptr;
 }
 
-Carousels::Carousels(const Limits& limits) : m_state(std::make_unique<State>(limits)) {}
+Carousels::Carousels(const Limits& limits) : m_state(std::make_unique<CollectedCarousels>(limits)) {}
 Carousels::~Carousels() = default;
 Carousels::Carousels(Carousels&& other) noexcept = default;
 Carousels& Carousels::operator=(Carousels&& other) noexcept = default;

@@ -48,7 +48,7 @@ public:
     void destroy() { m_owner.reset(); }
 
 private:
-    Parsed<Owner> m_parsed = parseAny<Owner>(std::get<Row>(classRows()).wire);
+    Parsed<Owner> m_parsed = parseAny<Owner>(static_cast<const Row&>(classRows()).wire);
     std::unique_ptr<Owner> m_owner;
 };
 

@@ -48,7 +48,7 @@ public:
 
     /// A new item like the first one, or the second one, that the row's bytes hold.
     static Item* newItem(std::size_t index) {
-        const Row row = std::get<Row>(classRows());
+        const Row row = classRows();
         const QUOR_U32 size = row.items.minimum;
         const auto begin = row.wire.begin() + static_cast<std::ptrdiff_t>(row.items.begin + index * size);
         const ByteVector wire(begin, begin + static_cast<std::ptrdiff_t>(size));
@@ -86,7 +86,7 @@ public:
 
 private:
     static inline int m_ignored = 0;
-    Parsed<Owner> m_parsed = parseAny<Owner>(std::get<Row>(classRows()).wire);
+    Parsed<Owner> m_parsed = parseAny<Owner>(static_cast<const Row&>(classRows()).wire);
     std::unique_ptr<Owner> m_owner;
 };
 

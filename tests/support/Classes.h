@@ -13,9 +13,9 @@
 
 /// The classes that bytes are parsed into, each in a line, with the class of the items that it owns. The tests of what
 /// all of them promise go through this list, and one test misses a descriptor or an item that does not stand here.
-inline auto classRows() {
+inline auto makeClassRows() {
     using namespace Quor;
-    return std::tuple{
+    return Rows{
         // tag, smallest descriptor_length, body of a good descriptor, who hands it out, the items that it owns
         descriptorRow<TLocalTimeOffsetDescriptor>(0x58, 11,
                                                   "425241 0C 0300 0000000000 0000  415247 04 0300 0000000000 0000"
@@ -241,3 +241,8 @@ inline auto classRows() {
                                   &TSDTTTable::addDownloadContent, &TSDTTTable::removeDownloadContent>(8)),
     };
 }
+
+using ClassRows = decltype(makeClassRows());
+
+/// Made once, in a source of its own.
+const ClassRows& classRows();

@@ -15,12 +15,12 @@ template <class T> std::string nameOf() {
     return name.substr(name.rfind(':') + 1);
 }
 
-template <class Rows, Holds HOLDS> struct RowsWith;
-template <class... Row, Holds HOLDS> struct RowsWith<std::tuple<Row...>, HOLDS> {
-    template <class... T> static testing::Types<T...> types(std::tuple<T...>);
-    using Types = decltype(types(std::tuple_cat(
-        std::declval<std::conditional_t<Row::Items::HOLDS == HOLDS, std::tuple<Row>, std::tuple<>>>()...)));
-};
+template <class... T> struct Listed { using Types = testing::Types<T...>; };
+template <class... T, class... U> Listed<T..., U...> operator+(Listed<T...>, Listed<U...>);
+
+template <Holds HOLDS, class... Row>
+auto rowsThatHold(const Rows<Row...>&)
+    -> decltype((... + std::conditional_t<Row::Items::HOLDS == HOLDS, Listed<Row>, Listed<>>()));
 
 /// Of a typed suite over rows.
 struct OwnerName {
@@ -28,4 +28,4 @@ struct OwnerName {
 };
 
 /// The rows of the classes that own items so, for a typed suite.
-template <Holds HOLDS> using RowsOf = typename RowsWith<decltype(classRows()), HOLDS>::Types;
+template <Holds HOLDS> using RowsOf = typename decltype(rowsThatHold<HOLDS>(classRows()))::Types;

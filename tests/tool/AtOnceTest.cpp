@@ -77,8 +77,10 @@ TEST(InspectAtOnce, LinesOfJsonHaveTheirInput) {
     program.signal(SIGINT);
     const Finished finished = program.finish();
     EXPECT_EQ(finished.status, 0);
-    EXPECT_THAT(finished.output, HasSubstr("{\"type\":\"section\",\"input\":\"" + one.address() + "\""));
-    EXPECT_THAT(finished.output, HasSubstr("{\"type\":\"section\",\"input\":\"" + other.address() + "\""));
+    EXPECT_THAT(finished.output,
+                HasSubstr("{\"type\":\"section\",\"schema_version\":1,\"source\":\"" + one.address() + "\""));
+    EXPECT_THAT(finished.output,
+                HasSubstr("{\"type\":\"section\",\"schema_version\":1,\"source\":\"" + other.address() + "\""));
 }
 
 TEST(InspectAtOnce, OneThatCannotBeReceivedKeepsNoOther) {
@@ -157,10 +159,10 @@ TEST(InspectAtOnce, LosesNothingOfAHundred) {
     for (std::string line; std::getline(lines, line);) {
         const nlohmann::json object = nlohmann::json::parse(line);
         if (object["type"] == "pid_statistics") {
-            counts[object["input"]] +=
+            counts[object["source"]] +=
                 object["packets"].dump() + " packets, " + object["discontinuities"].dump() + " lost, ";
         } else if (object["type"] == "table_statistics") {
-            counts[object["input"]] += object["sections"].dump() + " sections";
+            counts[object["source"]] += object["sections"].dump() + " sections";
         }
     }
     EXPECT_EQ(counts.size(), multiplexes);

@@ -57,8 +57,8 @@ ByteVector tenSeconds() {
 }
 
 constexpr const char* SAMPLE_SINCE =
-    "+ AIT 0x0009  PID 0x0130  version 0  section 0/0  packet 387  1.608 s  new\n"
-    "+ AIT 0x0001  PID 0x0130  version 0  section 0/0  packet 395  1.642 s  new\n"
+    "+ AIT 0x0009  PID 0x0130  version 0  section 0/0  packet 387  1.608 s  new  2025-06-15T21:30:01.600Z\n"
+    "+ AIT 0x0001  PID 0x0130  version 0  section 0/0  packet 395  1.642 s  new  2025-06-15T21:30:01.633Z\n"
     "480 packets of 188 bytes, 73 sections on 9 PIDs: 2 shown, 0 rejected, 2 not chosen, 0 CRC errors, "
     "0 discontinuities\n";
 

@@ -136,10 +136,11 @@ TEST(InspectClocks, DoNotMakeAnotherTableKnown) {
               "! Time: the clock of the TOT is three hours ahead of that of the EIT\n"
               "2 packets of 188 bytes, 1 section on 1 PID: 1 shown, 0 rejected, 0 CRC errors, 0 discontinuities\n");
     EXPECT_THAT(inspect({"--json", "--table", "tot", "-"}, start).output,
-                EndsWith(R"({"type":"fault","input":"standard input","fault":"clocks_differ","severity":"warning",)"
+                EndsWith(R"({"type":"fault","schema_version":1,"source":"standard input","id":"9298ac34db58a787",)"
+                         R"("fault":"clocks_differ","severity":"warning",)"
                          R"("about":"Time","text":"the clock of the TOT is three hours ahead of that of the EIT",)"
                          R"("pid":20,"table":"TOT","table_id":115,"table_id_extension":0,"packet":2,"offset":188,)"
-                         R"("seconds":null})"
+                         R"("seconds":null,"time":null,"time_source":null})"
                          "\n"));
     EXPECT_THAT(inspect({"-"}, start).output,
                 HasSubstr("\nTime  2025-06-15 15:00:00 (UTC-3 assumed)\n"

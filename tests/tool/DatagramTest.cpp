@@ -240,6 +240,25 @@ TEST(InspectDatagrams, TellTheZoneByTheTimeOfThisMachine) {
     }
 }
 
+/// That of their arrival, whatever the TOT says.
+TEST(InspectDatagrams, HaveTheTimeOfThisMachine) {
+    const Sender sender;
+    Running program({"--json", "--view", "diff", "--table", "tot", "udp://127.0.0.1:" + sender.port()});
+    sender.waitForListener();
+    const std::time_t before = std::time(nullptr);
+    sender.send(StreamBuilder().section(TOT_PID, tot("124500")).null(6).bytes());
+    EXPECT_TRUE(program.waitFor(R"("time_source":"arrival")"));
+    const std::string output = program.output();
+    const std::string time = output.substr(output.find(R"("time":")") + 8, 24);
+    std::tm shown{};
+    EXPECT_NE(strptime(time.c_str(), "%Y-%m-%dT%H:%M:%S", &shown), nullptr) << time;
+    EXPECT_GE(timegm(&shown), before);
+    EXPECT_LE(timegm(&shown), std::time(nullptr));
+    EXPECT_EQ(time.back(), 'Z');
+    program.signal(SIGINT);
+    program.finish();
+}
+
 TEST(InspectDatagrams, WrongAddresses) {
     for (const char* const address : {"udp://127.0.0.1", "rtp://localhost:5000", "udp://127.0.0.1@127.0.0.1:5000"}) {
         const Finished finished = inspect({address});

@@ -95,5 +95,5 @@ TEST(InspectDescriptor, WrongUsage) {
     EXPECT_THAT(inspectDescriptor("pat", "52 01 07").errors,
                 StartsWith("isdbt-inspect: --descriptor: a PAT carries no descriptors\n"));
     EXPECT_THAT(inspect({"--descriptor", "pmt", "--hex", "52 01 07", "--view", "tables"}).errors,
-                StartsWith("isdbt-inspect: --descriptor: --table and --view are for sections\n"));
+                StartsWith("isdbt-inspect: --descriptor: --table, --without and --view are for sections\n"));
 }

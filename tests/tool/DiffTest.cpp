@@ -122,6 +122,16 @@ TEST(InspectDiff, BreaksChangesThatTheLineHasNoRoomFor) {
                                                            "        0x30 (48) -> 0x31 (49)\n"));
 }
 
+/// The clock of Brasília is three hours behind.
+TEST(InspectDiff, SaysWhatTimeItWasWhereThereIsRoom) {
+    StreamBuilder stream;
+    stream.clock(0x0100, 0).clock(0x0100, 2700000).section(TOT_PID, tot("C079 124530"));
+    stream.section(PMT_PID, pmt(3, video("30")));
+    EXPECT_THAT(diffOf("pmt", stream, {"--pid", "0x101", "--width", "100"}),
+                HasSubstr("packet 4  0.300 s  new  1993-10-13T15:45:30.100Z\n"));
+    EXPECT_THAT(diffOf("pmt", stream, {"--pid", "0x101", "--width", "80"}), HasSubstr("packet 4  0.300 s  new\n"));
+}
+
 /// Of single values, their order does not matter and each says what it is.
 TEST(InspectDiff, ShowsWhichOfSeveralValuesComeAndGo) {
     const auto nit = [](unsigned version, const std::string& services) {

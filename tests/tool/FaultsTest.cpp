@@ -87,17 +87,23 @@ TEST(InspectFaults, AreTheLastObjectsInJson) {
         const std::size_t first = finished.output.find(R"({"type":"fault")");
         ASSERT_NE(first, std::string::npos) << view;
         EXPECT_EQ(finished.output.substr(first),
-                  R"~({"type":"fault","input":"standard input","fault":"table_missing","severity":"error",)~"
+                  R"~({"type":"fault","schema_version":1,"source":"standard input","id":"45f6765bf281197e",)~"
+                  R"~("fault":"table_missing","severity":"error",)~"
                   R"~("about":"Service 0xE6A0 (59040)","text":"no PMT came","pid":257,"table":"PMT","table_id":2,)~"
-                  R"~("table_id_extension":59040,"packet":null,"offset":null,"seconds":null})~"
+                  R"~("table_id_extension":59040,"packet":null,"offset":null,"seconds":null,"time":null,)~"
+                  R"~("time_source":null})~"
                   "\n"
-                  R"~({"type":"fault","input":"standard input","fault":"table_missing","severity":"error",)~"
+                  R"~({"type":"fault","schema_version":1,"source":"standard input","id":"20ad6b1785841b74",)~"
+                  R"~("fault":"table_missing","severity":"error",)~"
                   R"~("about":"Service 0xE6A1 (59041)","text":"no PMT came","pid":258,"table":"PMT","table_id":2,)~"
-                  R"~("table_id_extension":59041,"packet":null,"offset":null,"seconds":null})~"
+                  R"~("table_id_extension":59041,"packet":null,"offset":null,"seconds":null,"time":null,)~"
+                  R"~("time_source":null})~"
                   "\n"
-                  R"~({"type":"fault","input":"standard input","fault":"table_missing","severity":"error",)~"
+                  R"~({"type":"fault","schema_version":1,"source":"standard input","id":"170adbb7a97142c6",)~"
+                  R"~("fault":"table_missing","severity":"error",)~"
                   R"~("about":"Service 0xE6B8 (59064)","text":"no PMT came","pid":259,"table":"PMT","table_id":2,)~"
-                  R"~("table_id_extension":59064,"packet":null,"offset":null,"seconds":null})~"
+                  R"~("table_id_extension":59064,"packet":null,"offset":null,"seconds":null,"time":null,)~"
+                  R"~("time_source":null})~"
                   "\n")
             << view;
     }

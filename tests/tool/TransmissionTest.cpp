@@ -80,12 +80,13 @@ TEST(InspectTransmission, StandsBelowTheStatistics) {
     const Finished finished = inspectStream(withTables().bytes(), {"--view", "stats"});
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.errors, "");
-    EXPECT_THAT(finished.output, HasSubstr("PID      packets     share   kbit/s   discontinuities   layer   content\n"
-                                           "0x0000         1    0.03 %     9.46                 0   B       PAT\n"));
-    EXPECT_THAT(finished.output, HasSubstr("0x0211        48    1.52 %   453.91                 0   A\n"));
+    EXPECT_THAT(finished.output, HasSubstr("PID      packets     share   kbit/s   lowest   highest   layer   content\n"
+                                           "0x0000         1    0.03 %     9.46        -         -   B       PAT\n"));
     EXPECT_THAT(finished.output,
-                HasSubstr("0x1FF0         3    0.09 %    28.37                 0   IIP     ISDB-T information (IIP)\n"
-                          "0x1FFF      1173   37.03 %    11092                 -   none    "
+                HasSubstr("0x0211        48    1.52 %   453.91        -         -   A       not announced\n"));
+    EXPECT_THAT(finished.output,
+                HasSubstr("0x1FF0         3    0.09 %    28.37        -         -   IIP     ISDB-T information (IIP)\n"
+                          "0x1FFF      1173   37.03 %    11092        -         -   none    "
                           "null packets\n"));
     EXPECT_THAT(finished.output,
                 HasSubstr("\n\nTransmission: mode 1, guard interval 1/32, partial reception\n"
@@ -111,7 +112,7 @@ TEST(InspectTransmission, FitsIntoNarrowLines) {
 TEST(InspectTransmission, CopyWithoutTrailersHasTheParameters) {
     const Finished finished = inspectStream(withTables().withoutTrailers(), {"--view", "stats"});
     EXPECT_EQ(finished.status, 0);
-    EXPECT_THAT(finished.output, HasSubstr("PID      packets     share   kbit/s   discontinuities   content\n"));
+    EXPECT_THAT(finished.output, HasSubstr("PID      packets     share   kbit/s   lowest   highest   content\n"));
     EXPECT_THAT(finished.output,
                 HasSubstr("\nTransmission: mode 1, guard interval 1/32, partial reception\n"
                           "3 IIPs, no ISDB-T information behind the packets\n"
@@ -127,7 +128,7 @@ TEST(InspectTransmission, IsAnObjectInJson) {
         EXPECT_THAT(
             finished.output,
             HasSubstr(
-                R"({"type":"transmission","input":"standard input","mode":1,"guard_interval":"1/32",)"
+                R"({"type":"transmission","schema_version":1,"source":"standard input","mode":1,"guard_interval":"1/32",)"
                 R"("partial_reception":true,"packets_per_frame":1056,"parameter_changes":0,"layers":[)"
                 R"({"layer":"A","modulation_scheme":1,"modulation_scheme_name":"QPSK","code_rate":1,)"
                 R"("code_rate_name":"2/3","time_interleaving":16,"segments":1,"bit_rate":453914,"packets_per_frame":16},)"
@@ -135,25 +136,28 @@ TEST(InspectTransmission, IsAnObjectInJson) {
                 R"("code_rate_name":"3/4","time_interleaving":8,"segments":12,"bit_rate":18383499,)"
                 R"("packets_per_frame":648}],"iips":3,"damaged_iips":0,"emergency_iips":0,)"
                 R"("trailers":{"packets":3165,"damaged":0,"whole_frames":2,"packets_of_layers":[48,1941,0],)"
-                R"("packets_lost":3,"gaps":1,"unmeasured_gaps":0,"emergency_packets":3165,"emergency_changes":0}})"
+                R"("packets_lost":3,"gaps":1,"unmeasured_gaps":0,"emergency_packets":3165,"emergency_changes":0},)"
+                R"("seconds":0.060244,"time":null,"time_source":null})"
                 "\n"))
             << view;
         EXPECT_THAT(finished.output,
-                    HasSubstr(R"({"type":"fault","input":"standard input","fault":"packets_lost","severity":"error",)"
+                    HasSubstr(R"({"type":"fault","schema_version":1,"source":"standard input","id":"952769ca021815a4",)"
+                              R"("fault":"packets_lost","severity":"error",)"
                               R"("about":"Transmission","text":"3 packets lost in 1 place by TSP_counter","pid":null,)"
                               R"("table":null,"table_id":null,"table_id_extension":null,"packet":1201,"offset":244800,)"
-                              R"("seconds":0.060244})"))
+                              R"("seconds":0.060244,"time":null,"time_source":null})"))
             << view;
     }
 }
 
 TEST(InspectTransmission, LayersOfPidsInJson) {
     const std::string output = inspectStream(withTables().bytes(), {"--json", "--view", "stats"}).output;
-    EXPECT_THAT(output, HasSubstr(R"("pid":529,"content":null,"layers":["A"],"packets":48,)"));
-    EXPECT_THAT(output, HasSubstr(R"("pid":8191,"content":"null packets","layers":["none"],"packets":1173,)"));
+    EXPECT_THAT(output, HasSubstr(R"("pid":529,"content":null,"announced":false,"layers":["A"],"packets":48,)"));
+    EXPECT_THAT(output, HasSubstr(R"("pid":8191,"content":"null packets","announced":true,"layers":["none"],)"
+                                  R"("packets":1173,)"));
     EXPECT_THAT(inspectStream(withTables().withoutTrailers(), {"--json", "--view", "stats"}).output,
-                AllOf(HasSubstr(R"("pid":529,"content":null,"layers":null,)"),
-                      HasSubstr(R"("damaged_iips":0,"emergency_iips":0,"trailers":null})")));
+                AllOf(HasSubstr(R"("pid":529,"content":null,"announced":false,"layers":null,)"),
+                      HasSubstr(R"("damaged_iips":0,"emergency_iips":0,"trailers":null,)")));
 }
 
 /// Parity that is no ISDB-T information.
@@ -302,13 +306,13 @@ TEST(InspectTransmission, LastPacketWithoutItsTrailer) {
 TEST_F(InspectRecordedTransmission, TwoHundredPackets) {
     const Finished finished = inspect({"--view", "stats", TEST_DATA "/bts/tsduck-171.1.bts"});
     EXPECT_THAT(finished.output,
-                StartsWith("PID      packets     share   kbit/s   discontinuities   layer      content\n"
-                           "0x0111        94   47.00 %    14080                 0   B\n"
-                           "0x0114         1    0.50 %   149.79                 0   B\n"
-                           "0x0115         2    1.00 %   299.58                 0   B\n"
-                           "0x0211         2    1.00 %   299.58                 0   A\n"
-                           "0x0384         4    2.00 %   599.17                 0   B\n"
-                           "0x1FFF        97   48.50 %    14530                 -   none+A+B   null packets\n"));
+                StartsWith("PID      packets     share   kbit/s   lowest   highest   layer      content\n"
+                           "0x0111        94   47.00 %    14080        -         -   B\n"
+                           "0x0114         1    0.50 %   149.79        -         -   B\n"
+                           "0x0115         2    1.00 %   299.58        -         -   B\n"
+                           "0x0211         2    1.00 %   299.58        -         -   A\n"
+                           "0x0384         4    2.00 %   599.17        -         -   B\n"
+                           "0x1FFF        97   48.50 %    14530        -         -   none+A+B   null packets\n"));
     EXPECT_THAT(finished.output,
                 HasSubstr("\nTransmission: no IIP came, so that its parameters are not known\n"
                           "0 whole frames, 0 IIPs, 0 packets lost by TSP_counter\n"

@@ -6,6 +6,10 @@
 #include "inputs/FileInput.h"
 #include "inputs/MeasuredInput.h"
 #include "inputs/MemoryInput.h"
+#include "inputs/WatchedInput.h"
+#include "metrics/MeteredRenderer.h"
+#include "text/SilenceText.h"
+#include "json/SilenceJson.h"
 
 #include <algorithm>
 #include <bitstream/mpeg/ts.h>
@@ -60,12 +64,16 @@ Conventions conventionsOf(const Options& options) {
 Inspection::Inspection(const Options& options, const Interruption& interruption, std::shared_ptr<Sink> sink,
                        ProgressLine& progress)
     : m_options(options), m_interruption(interruption), m_sink(std::move(sink)), m_progress(progress),
-      m_form(makeForm()), m_exporter(options.exportTo ? exporterTo(*options.exportTo) : nullptr) {}
+      m_metrics(options.metrics ? std::make_unique<Metrics>(*options.metrics) : nullptr), m_form(makeForm()),
+      m_exporter(options.exportTo ? exporterTo(*options.exportTo) : nullptr) {}
 
 std::unique_ptr<Inspection::Form> Inspection::makeForm() const {
     auto form = std::make_unique<Form>(Form{Output(m_sink, m_options.colour), nullptr});
     form->renderer = m_options.json ? m_options.view->json(form->output)
                                     : m_options.view->text(form->output, styleOf(m_options, m_sink->descriptor()));
+    if (m_metrics) {
+        form->renderer = std::make_unique<MeteredRenderer>(std::move(form->renderer), *m_metrics);
+    }
     return form;
 }
 
@@ -87,7 +95,8 @@ Status Inspection::run() {
             inspectAtOnce({at, behind});
             at = behind;
         } else {
-            attempt([this, at] { return inspectInput(*open(*at, LARGEST_QUEUE), *at, *m_form->renderer); });
+            attempt(
+                [this, at] { return inspectInput(*open(*at, LARGEST_QUEUE, m_form->output), *at, *m_form->renderer); });
             ++at;
         }
     }
@@ -122,7 +131,8 @@ void Inspection::inspectAtOnce(const std::vector<std::string>& addresses) {
         threads.emplace_back([this, &address, queueSize] {
             try {
                 attempt([this, &address, queueSize] {
-                    return inspectInput(*open(address, queueSize), address, *makeForm()->renderer);
+                    const std::unique_ptr<Form> form = makeForm();
+                    return inspectInput(*open(address, queueSize, form->output), address, *form->renderer);
                 });
             } catch (...) {
                 const std::lock_guard lock(m_mutex);
@@ -139,20 +149,32 @@ void Inspection::inspectAtOnce(const std::vector<std::string>& addresses) {
     }
 }
 
-std::unique_ptr<Input> Inspection::open(const std::string& path, std::size_t queueSize) {
+/// @param output is told when nothing comes
+std::unique_ptr<Input> Inspection::open(const std::string& path, std::size_t queueSize, const Output& output) {
     const auto measured = [this](std::unique_ptr<Input> input) {
         return std::make_unique<MeasuredInput>(std::move(input),
                                                [this](std::size_t count) { m_progress.advance(count); });
     };
     if (StreamAddress::isOne(path)) {
-        return measured(std::make_unique<DatagramInput>(path, m_interruption, queueSize));
+        auto input = measured(std::make_unique<DatagramInput>(path, m_interruption, queueSize));
+        if (!m_options.times.noData) {
+            return input;
+        }
+        return std::make_unique<WatchedInput>(std::move(input), *m_options.times.noData,
+                                              [this, path, &output](const Silence& silence) {
+                                                  if (m_options.json) {
+                                                      output.write(silenceLine(path, silence));
+                                                  } else {
+                                                      output.write({silenceText(silence)});
+                                                  }
+                                              });
     }
     return std::make_unique<DecompressedInput>(measured(std::make_unique<FileInput>(path, m_interruption)));
 }
 
 bool Inspection::inspectInput(Input& input, const std::string& path, Renderer& renderer) {
     const Conventions conventions = conventionsOf(m_options);
-    Inspector inspector(renderer, m_options.interest, conventions, m_exporter.get());
+    Inspector inspector(renderer, m_options.interest, conventions, m_exporter.get(), m_options.times);
     if (m_options.bitRate) {
         inspector.setBitRate(*m_options.bitRate);
     }

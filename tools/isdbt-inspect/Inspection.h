@@ -2,6 +2,7 @@
 
 #include "Options.h"
 #include "inputs/Interruption.h"
+#include "metrics/Metrics.h"
 #include "reports/Renderer.h"
 #include "terminal/ProgressLine.h"
 
@@ -35,7 +36,7 @@ private:
     std::unique_ptr<Form> makeForm() const;
     template <class Work> void attempt(Work work);
     void inspectAtOnce(const std::vector<std::string>& addresses);
-    std::unique_ptr<Input> open(const std::string& path, std::size_t queueSize);
+    std::unique_ptr<Input> open(const std::string& path, std::size_t queueSize, const Output& output);
     bool inspectInput(Input& input, const std::string& path, Renderer& renderer);
     bool inspectHex();
     bool inspectDescriptors();
@@ -44,6 +45,7 @@ private:
     const Interruption& m_interruption;
     std::shared_ptr<Sink> m_sink;
     ProgressLine& m_progress;
+    std::unique_ptr<Metrics> m_metrics;   ///< null when they are not served
     std::unique_ptr<Form> m_form;         ///< of inputs in turn
     std::unique_ptr<Exporter> m_exporter; ///< null when nothing is exported
     std::mutex m_mutex;                   ///< of what follows

@@ -3,6 +3,7 @@
 #include "checking/Checking.h"
 #include "describing/Describing.h"
 #include "describing/FieldLookup.h"
+#include "inputs/AttendedInput.h"
 #include "inputs/ReadablePart.h"
 #include "sections/SectionReader.h"
 #include "tables/TableKinds.h"
@@ -25,14 +26,8 @@ Rejection rejectionOf(const Section& section, ParsedSection& parsed) {
             describeDescriptors(section.data(), section.size()), bytesOf(section)};
 }
 
-/// Only the TOT says what time it is.
-std::string otherZoneOf(const SectionReport& report, const TimeZone& zone) {
-    const std::optional<std::int64_t> time =
-        report.tableId == TOT ? numberIn(report.fields, "unix_time") : std::nullopt;
-    return time ? zone.otherBy(static_cast<std::int32_t>(*time), std::time(nullptr)) : "";
-}
-
 constexpr const char* NO_CLOCK = "has no clock (PCR) by which --since and --until could be counted";
+constexpr const char* NO_CLOCK_FOR_TIMES = "has no clock (PCR) by which --every and --seconds could be counted";
 
 /// A count of sections or of packets.
 struct DamageKind {
@@ -100,21 +95,30 @@ std::optional<PidSet> carriedPids(const Summary& summary, const Interest& intere
     }
     PidSet carried;
     for (const PidStatistics& each : summary.statistics) {
-        carried.set(each.pid.value_or(NULL_PID), each.packets != 0);
+        carried.set(each.pid.value_or(NULL_PID), each.traffic.packets != 0);
     }
     return carried;
 }
 
+void addLosses(Summary& summary, const Input& input) {
+    for (const Loss& loss : input.losses()) {
+        const Damage damage = loss.kind == Loss::Kind::Silence ? Damage::NoData : Damage::InputLoss;
+        summary.damages.push_back({loss.singular, loss.plural, loss.count, {}, damage});
+    }
+}
+
 } // namespace
 
-Inspector::Inspector(Renderer& renderer, const Interest& interest, const Conventions& conventions, Exporter* exporter)
+Inspector::Inspector(Renderer& renderer, const Interest& interest, const Conventions& conventions, Exporter* exporter,
+                     const Times& times)
     : m_renderer(renderer), m_interest(interest), m_conventions(conventions), m_exporter(exporter),
-      m_following(interest.pids) {
+      m_following(interest.pids), m_times(times), m_timetable(times) {
     gather(m_following.pids());
 }
 
 void Inspector::gather(const PidSet& pids) {
-    m_gatherer.setPids(pids);
+    constexpr Pid CONDITIONAL_ACCESS = 0x0001; // its table names PIDs, too
+    m_gatherer.setPids(PidSet(pids).set(CONDITIONAL_ACCESS));
 }
 
 /// Tells what has happened, and that time has passed.
@@ -122,6 +126,7 @@ void Inspector::watch(const Position& now) {
     constexpr double TICK = 0.1;
     for (Event& event : m_events) {
         event.at.seconds = event.at.seconds ? event.at.seconds : now.seconds;
+        event.at.time = event.at.time ? event.at.time : now.time;
     }
     m_watch.take(m_events);
     m_events.clear();
@@ -148,9 +153,12 @@ void Inspector::runPackets(Input& source) {
 
 void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     m_renderer.begin(source.name());
-    ReadablePart input(source);
-    m_isLive = input.isLive();
+    ReadablePart readable(source);
+    m_isLive = readable.isLive();
+    const PacketReader* reader = nullptr;
+    AttendedInput input(readable, [&] { return attend(*reader, readable); });
     PacketReader packets(input, m_events);
+    reader = &packets;
     Position position;
     while (const std::uint8_t* const packet = packets.next()) {
         position = {packets.packets(), packets.offset(), {}, {}};
@@ -158,6 +166,17 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
             m_clock.takeArrival(position.packet, packets.arrival()->seconds);
         }
         m_clock.take(packet, position);
+        position.time = m_isLive ? arrivalTime() : m_wallClock.at(position.seconds);
+        if (!m_begin) {
+            m_begin = position.time;
+        }
+        if (position.seconds && !m_isDated) {
+            m_isDated = true;
+            m_statistics.date([this](std::uint64_t number) { return m_clock.seconds(number); });
+        }
+        if (!m_isLive && position.seconds && !keepTime(packets, readable, *position.seconds)) {
+            break;
+        }
         m_traffic.take(packet, position);
         watch(position);
         m_transmission.take(packet, packets.trailer(), position);
@@ -176,13 +195,13 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     m_traffic.finish();
     watch(position);
     if (packets.packets() == 0) {
-        input.complain();
+        readable.complain();
     }
     position.seconds = m_clock.seconds(position.packet);
     m_watch.tick(position); // what did not come until the end
     tellAlarms();
     finish(summary(packets), input, std::move(expected));
-    input.complain();
+    readable.complain();
     if (packets.cutOffBytes() != 0) {
         throw InputError(input.name(), fmt::format("cut off in its last packet ({} of {} bytes)", packets.cutOffBytes(),
                                                    packets.spacing()));
@@ -190,11 +209,33 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     if (m_interest.isTimed() && !m_clock.seconds(packets.packets())) {
         throw InputError(input.name(), NO_CLOCK);
     }
+    if (m_times.areOfStream() && !m_isLive && !m_clock.seconds(packets.packets())) {
+        throw InputError(input.name(), NO_CLOCK_FOR_TIMES);
+    }
+}
+
+/// Does what is due by this machine's clock. @return whether the input goes on.
+bool Inspector::attend(const PacketReader& packets, const Input& input) {
+    constexpr double INTERVAL = 1;
+    const double now = m_arrival.seconds();
+    if (m_renderer.wantsUpdates() && now >= m_nextUpdate) {
+        m_renderer.update(summary(packets, input));
+        m_nextUpdate = now + INTERVAL;
+    }
+    return !m_isLive || keepTime(packets, input, now);
+}
+
+/// Does what is due by the clock of the input. @return whether it goes on.
+bool Inspector::keepTime(const PacketReader& packets, const Input& input, double now) {
+    if (m_timetable.isInterimDue(now)) {
+        m_renderer.interim(summary(packets, input), now);
+    }
+    return !m_timetable.isOver(now);
 }
 
 void Inspector::runSections(Input& source, Repetitions repetitions) {
-    if (m_interest.isTimed()) {
-        throw InputError(source.name(), NO_CLOCK);
+    if (m_interest.isTimed() || m_times.areOfStream()) {
+        throw InputError(source.name(), m_interest.isTimed() ? NO_CLOCK : NO_CLOCK_FOR_TIMES);
     }
     m_renderer.begin(source.name());
     ReadablePart input(source);
@@ -250,9 +291,7 @@ std::set<std::uint8_t> Inspector::expected() const {
 }
 
 void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> expected) {
-    for (const Loss& loss : input.losses()) {
-        last.damages.push_back({loss.singular, loss.plural, loss.count, {}, Damage::InputLoss});
-    }
+    addLosses(last, input);
     last.notChosen = m_notChosen;
     last.alarms = m_watch.alarms();
     if (m_interest.limits.name() != Profile::always().name()) {
@@ -282,14 +321,17 @@ void Inspector::take(const Section& section) {
         }
         return;
     }
-    const SeenSections::Sight sight = (understood ? m_seen : m_seenOfOthers).look(section);
-    m_statistics.take(section, sight);
-    const bool isNew = sight.news != SeenSections::News::Repetition;
+    const SeenSections::News news = (understood ? m_seen : m_seenOfOthers).look(section);
+    m_statistics.take(section, news);
+    const bool isNew = news != SeenSections::News::Repetition;
+    if (isNew) {
+        m_statistics.learnKeys(section);
+    }
     const bool isFirst = understood && isFirstSince(section);
     if (!understood || (!isNew && !isFirst)) {
         return;
     }
-    const Reading reading = read(section, sight.news);
+    const Reading reading = read(section, news);
     if (isNew) {
         learn(reading);
     }
@@ -299,7 +341,7 @@ void Inspector::take(const Section& section) {
 /// Whether only those before it, which are not shown, were like it.
 bool Inspector::isFirstSince(const Section& section) {
     return m_interest.since && m_interest.hasBegun(section.position()) &&
-           m_seenSince.look(section).news != SeenSections::News::Repetition;
+           m_seenSince.look(section) != SeenSections::News::Repetition;
 }
 
 Inspector::Reading Inspector::read(const Section& section, SeenSections::News news) {
@@ -318,14 +360,25 @@ Inspector::Reading Inspector::read(const Section& section, SeenSections::News ne
         report.rejection = rejectionOf(section, parsed);
     } else {
         report.fields = describe(*parsed.table, m_conventions, m_coding);
-        if (m_isLive) {
-            report.otherZone = otherZoneOf(report, m_conventions.zone);
+        if (report.tableId == TOT && !report.damaged) {
+            tellTime(report);
         }
         if (m_interest.bytes) {
             report.bytes = bytesOf(section);
         }
     }
     return {section, std::move(parsed), std::move(report)};
+}
+
+/// Only the TOT says what time it is: by the station's clock.
+void Inspector::tellTime(SectionReport& report) {
+    const auto time = static_cast<std::int32_t>(numberIn(report.fields, "unix_time").value_or(0));
+    if (m_isLive) {
+        report.otherZone = m_conventions.zone.otherBy(time, std::time(nullptr));
+    } else if (report.position.seconds) {
+        m_wallClock.set(*report.position.seconds, zoneOf(m_conventions, m_coding).utc(time));
+        report.position.time = m_wallClock.at(report.position.seconds);
+    }
 }
 
 /// Takes a section for what the multiplex is now.
@@ -335,9 +388,7 @@ void Inspector::learn(const Reading& reading) {
     if (report.rejection) {
         m_statistics.reject(section);
     } else {
-        if (report.tableId == PMT) {
-            m_statistics.learn(report.fields);
-        }
+        m_statistics.learn(report.tableId, report.fields);
         if (m_following.follow(section, *parsed.table)) {
             gather(m_following.pids());
         }
@@ -381,7 +432,9 @@ Summary Inspector::summary(const PacketReader& packets) {
         sections += counts.sections;
     }
     const Traffic traffic{&m_traffic, packets.packets(), m_clock.duration(packets.packets()),
-                          m_transmission.layersOfPids()};
+                          m_clock.seconds(packets.packets()), m_transmission.layersOfPids()};
+    const Position last{packets.packets(), packets.offset(), traffic.end,
+                        m_isLive ? arrivalTime() : m_wallClock.at(traffic.end)};
     return {packets.packets(),
             packets.spacing(),
             m_gatherer.counts().size(),
@@ -394,9 +447,23 @@ Summary Inspector::summary(const PacketReader& packets) {
             statisticsOf(traffic),
             0,
             0,
-            m_transmission.finish(),
+            TransmissionReader(m_transmission).finish(), // more may follow
             0,
-            {}};
+            {},
+            {},
+            {},
+            Statistics::totalOf(m_traffic),
+            m_isLive ? m_begin : m_wallClock.at(0),
+            last,
+            bitRate(packets.packets(), traffic.seconds)};
+}
+
+/// What came so far.
+Summary Inspector::summary(const PacketReader& packets, const Input& input) {
+    Summary soFar = summary(packets);
+    addLosses(soFar, input);
+    soFar.notChosen = m_notChosen;
+    return soFar;
 }
 
 } // namespace inspect

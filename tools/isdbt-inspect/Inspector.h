@@ -6,9 +6,11 @@
 #include "describing/Conventions.h"
 #include "exporting/Exporter.h"
 #include "following/Following.h"
+#include "inputs/Timetable.h"
 #include "multiplex/CurrentSections.h"
 #include "multiplex/PresentEvents.h"
 #include "packets/PacketReader.h"
+#include "packets/WallClock.h"
 #include "parsing/SectionParser.h"
 #include "reports/Renderer.h"
 #include "sections/SectionGatherer.h"
@@ -29,8 +31,9 @@ public:
     /// @param interest what of the input is shown
     /// @param conventions how the station writes texts and times
     /// @param exporter is given each section that is shown, too; may be null
+    /// @param times what is to be done while packets come
     Inspector(Renderer& renderer, const Interest& interest, const Conventions& conventions,
-              Exporter* exporter = nullptr);
+              Exporter* exporter = nullptr, const Times& times = {});
 
     /// For streams without PCR: bits a second, of packets of 188 bytes.
     void setBitRate(double bitRate) { m_clock.setBitRate(bitRate); }
@@ -69,9 +72,13 @@ private:
     void takeAsItIs(const Section& section, Repetitions repetitions);
     std::vector<PidStatistics> statisticsOf(const Traffic& traffic) const;
     Summary summary(const PacketReader& packets);
+    Summary summary(const PacketReader& packets, const Input& input);
+    bool attend(const PacketReader& packets, const Input& input);
+    bool keepTime(const PacketReader& packets, const Input& input, double now);
     void gather(const PidSet& pids);
     void watch(const Position& now);
     void tellAlarms();
+    void tellTime(SectionReport& report);
     void inspect(Input& source, std::set<std::uint8_t> expected);
     std::set<std::uint8_t> expected() const;
     void finish(Summary last, const Input& input, std::set<std::uint8_t> expected);
@@ -81,6 +88,8 @@ private:
     const Conventions& m_conventions;
     Exporter* m_exporter;
     CodingGuess m_coding;
+    WallClock m_wallClock;
+    std::optional<WallTime> m_begin; ///< the first time that was known
     SectionGatherer m_gatherer;
     Events m_events; ///< that nobody has looked at
     StreamClock m_clock{m_events};
@@ -95,10 +104,15 @@ private:
     Statistics m_statistics;
     Following m_following;
     CurrentSections m_current;
+    Times m_times;
+    Timetable m_timetable;
+    Stopwatch m_arrival;
+    double m_nextUpdate = 0; ///< in seconds of arrival
     std::uint64_t m_shown = 0;
     std::uint64_t m_rejected = 0;
     std::uint64_t m_notChosen = 0;
-    bool m_isLive = false; ///< this machine's clock shows the time of the input
+    bool m_isDated = false; ///< the stream's clock is known
+    bool m_isLive = false;  ///< this machine's clock shows the time of the input
     bool m_foundFault = false;
     bool m_foundKnownTable = false;
 };

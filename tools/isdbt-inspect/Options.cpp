@@ -4,6 +4,7 @@
 #include "exporting/Exporter.h"
 #include "inputs/HexText.h"
 #include "inputs/StreamAddress.h"
+#include "metrics/Metrics.h"
 #include "tables/TableKinds.h"
 
 #include <CLI/CLI.hpp>
@@ -191,6 +192,19 @@ void addTables(CLI::App& app, const std::string& option, std::set<std::uint8_t>&
         ->check(checkName(TABLES));
 }
 
+std::string checkDuration(const std::string& text) {
+    const std::string wrong = checkTime(text);
+    return wrong.empty() && *readTime(text) <= 0 ? text + " is no time that passes" : wrong;
+}
+
+void addDuration(CLI::App& app, const std::string& option, std::optional<double>& target,
+                 const std::string& description) {
+    app.add_option_function<std::string>(
+           option, [&target](const std::string& text) { target = readTime(text); }, description)
+        ->type_name("TIME")
+        ->check(checkDuration);
+}
+
 void addInterest(CLI::App& app, Options& options) {
     addNumbers(
         app, "--pid", HIGHEST_PID, [&options](unsigned pid) { options.interest.pids.set(pid); },
@@ -224,6 +238,22 @@ void addChoosing(CLI::App& app, Interest& interest) {
             "show what is carried from then on by the stream's clock, which begins with its first PCR: 90, 90s, 1:30, "
             "00:01:30");
     addTime(app, "--until", interest.until, "show what is carried until then");
+}
+
+/// How it runs for long.
+void addOperation(CLI::App& app, Options& options) {
+    addDuration(app, "--every", options.times.every, "in view stats, show what came so far again and again");
+    addDuration(app, "--seconds", options.times.length,
+                "end an input after this time: of a live one here, of another one by the stream's clock");
+    addDuration(app, "--no-data", options.times.noData,
+                "say when nothing comes on a live input for so long, and when something comes again");
+    app.add_option("--metrics", options.metrics,
+                   "serve figures over HTTP for Prometheus, on the loopback when there is no ADDRESS")
+        ->type_name("[ADDRESS:]PORT")
+        ->check(Metrics::objectionTo);
+    app.add_option("--log", options.log,
+                   "append to this file what else goes to standard output; SIGUSR1 opens it anew, for log rotation")
+        ->type_name("FILE");
 }
 
 void addOutput(CLI::App& app, Options& options) {
@@ -264,9 +294,6 @@ void addOutput(CLI::App& app, Options& options) {
            "file that is like them")
         ->type_name("PROFILE")
         ->check(checkLimits);
-    app.add_option("--log", options.log,
-                   "append to this file what else goes to standard output; SIGUSR1 opens it anew, for log rotation")
-        ->type_name("FILE");
     app.add_flag("--lenient", options.lenient, "exit with 0, not 3, when something is wrong with the stream");
 }
 
@@ -287,6 +314,15 @@ void checkTogether(const CLI::App& app, const Options& options) {
     }
     if ((options.sections || options.hex) && interest.isTimed()) {
         throw UsageError("--since, --until: sections outside of packets have no time");
+    }
+    if ((options.sections || options.hex) && options.times.areOfStream()) {
+        throw UsageError("--every, --seconds: sections outside of packets have no time");
+    }
+    if (options.times.every && options.view->name != "stats") {
+        throw UsageError("--every: it is for --view stats");
+    }
+    if (options.times.noData && std::none_of(options.inputs.begin(), options.inputs.end(), StreamAddress::isOne)) {
+        throw UsageError("--no-data: it is for live inputs");
     }
     if (interest.since && interest.until && *interest.until < *interest.since) {
         throw UsageError("--until is before --since");
@@ -331,6 +367,7 @@ std::optional<Options> readOptions(int argc, char** argv) {
     addInterest(app, options);
     addChoosing(app, options.interest);
     addOutput(app, options);
+    addOperation(app, options);
     app.set_version_flag(PROGRAM_VERSION, std::string("isdbt-inspect ") + ISDBT_INSPECT_VERSION,
                          "print the program's version and exit");
     app.footer("Exit status: 0 all well, 1 the input could not be read to its end, 2 wrong usage, "

@@ -3,6 +3,7 @@
 #include "Inspector.h"
 #include "Views.h"
 #include "describing/Conventions.h"
+#include "inputs/Timetable.h"
 #include "terminal/Output.h"
 
 #include <cstdint>
@@ -29,8 +30,10 @@ struct Options {
     bool json = false;
     Colour colour = Colour::Auto;
     std::optional<std::size_t> width; ///< of the lines; that of the terminal if not given
-    std::optional<std::string> log;   ///< file to which all is written
-    bool lenient = false;             ///< faults are no failure
+    Times times;
+    std::optional<std::string> log;     ///< file to which all is written
+    std::optional<std::string> metrics; ///< where they are served: "9464", "[::]:9464"
+    bool lenient = false;               ///< faults are no failure
 };
 
 /// The command line cannot be understood. The text says why.

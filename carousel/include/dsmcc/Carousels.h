@@ -8,6 +8,8 @@
 
 namespace dsmcc {
 
+struct CollectedCarousels;
+
 /// The carousels on a PID: takes their sections one after the other, in any order, and shows what they have brought.
 class DSMCC_API Carousels {
 public:
@@ -35,8 +37,7 @@ public:
     Tree tree(const Carousel& carousel) const;
 
 private:
-    struct State;
-    std::unique_ptr<State> m_state;
+    std::unique_ptr<CollectedCarousels> m_state;
 };
 
 } // namespace dsmcc

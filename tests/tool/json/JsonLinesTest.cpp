@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <map>
 #include <nlohmann/json.hpp>
+#include <set>
 #include <sstream>
 #include <unistd.h>
 
@@ -45,7 +46,7 @@ TEST(JsonLines, SayWhereASectionWasFound) {
     EXPECT_EQ(finished.errors, "");
     const Json object = Json::parse(finished.output);
     EXPECT_EQ(object["type"], "section");
-    EXPECT_EQ(object["input"], SAMPLE_FILE);
+    EXPECT_EQ(object["source"], SAMPLE_FILE);
     EXPECT_EQ(object["pid"], 0x10);
     EXPECT_EQ(object["table_id"], 0x40);
     EXPECT_EQ(object["table_id_extension"], 0x735);
@@ -138,13 +139,13 @@ TEST(JsonLines, ADescriptorThatDoesNotFitIsAtFault) {
 TEST(JsonLines, HaveADescriptorThatCameByItself) {
     EXPECT_EQ(
         inspect({"--json", "--descriptor", "pmt", "--hex", "52 01 07 FF 01 AA"}).output,
-        R"({"type":"descriptor","input":"--hex","table":"PMT","table_id":2,"damaged":false,)"
+        R"({"type":"descriptor","schema_version":1,"source":"--hex","table":"PMT","table_id":2,"damaged":false,)"
         R"("on_wire":{"offset":0,"descriptor_tag":82,"descriptor_tag_name":"stream_identifier_descriptor",)"
         R"("known":true,"length":1,"fits":true,"error_code":null,"error_code_name":null,"error_code_reading":null,)"
         R"("refused_though_right":null,"bytes":"07",)"
         R"("at_fault":false},"fields":{"stream_identifier_descriptor":{"descriptor_tag":82,"component_tag":7}}})"
         "\n"
-        R"({"type":"descriptor","input":"--hex","table":"PMT","table_id":2,"damaged":false,)"
+        R"({"type":"descriptor","schema_version":1,"source":"--hex","table":"PMT","table_id":2,"damaged":false,)"
         R"("on_wire":{"offset":3,"descriptor_tag":255,"descriptor_tag_name":null,"known":false,"length":1,)"
         R"("fits":true,"error_code":null,"error_code_name":null,"error_code_reading":null,)"
         R"("refused_though_right":null,"bytes":"AA","at_fault":false},"fields":null})"
@@ -158,18 +159,20 @@ TEST(JsonLines, FileNamesMayHoldAnything) {
     const Finished finished = inspect({"--json", "--table", "nit", path});
     std::filesystem::remove(path);
     EXPECT_EQ(finished.status, 0);
-    EXPECT_EQ(Json::parse(finished.output)["input"], temporary.path() + "-\uFFFD\n\"\x1B.ts");
+    EXPECT_EQ(Json::parse(finished.output)["source"], temporary.path() + "-\uFFFD\n\"\x1B.ts");
 }
 
 TEST(JsonLines, SayWhatIsMissing) {
     const TemporaryFile file(StreamBuilder().null(20).bytes());
     const Finished finished = inspect({"--json", "--table", "nit", file.path()});
     EXPECT_EQ(finished.status, 3);
-    EXPECT_EQ(finished.output, R"({"type":"fault","input":")" + file.path() +
-                                   R"(","fault":"table_missing","severity":"error","about":"Transport stream",)"
-                                   R"("text":"no NIT came","pid":16,"table":"NIT","table_id":64,)"
-                                   R"("table_id_extension":null,"packet":null,"offset":null,"seconds":null})"
-                                   "\n");
+    EXPECT_EQ(finished.output,
+              R"({"type":"fault","schema_version":1,"source":")" + file.path() +
+                  R"(","id":"0416d4aea142ead8","fault":"table_missing","severity":"error","about":"Transport stream",)"
+                  R"("text":"no NIT came","pid":16,"table":"NIT","table_id":64,)"
+                  R"("table_id_extension":null,"packet":null,"offset":null,"seconds":null,)"
+                  R"("time":null,"time_source":null})"
+                  "\n");
     EXPECT_EQ(finished.errors, "");
 }
 
@@ -289,7 +292,9 @@ TEST(JsonLines, SayWhichSectionShowsAFault) {
     const TemporaryFile file(longSection(0x02, header, hex("E100 F000")));
     const std::string lines = inspect({"--json", "--sections", file.path()}).output;
     EXPECT_EQ(Json::parse(lines.substr(lines.find('\n'))), Json({{"type", "fault"},
-                                                                 {"input", file.path()},
+                                                                 {"schema_version", 1},
+                                                                 {"source", file.path()},
+                                                                 {"id", "0400117bd8bb2256"},
                                                                  {"fault", "table_empty"},
                                                                  {"severity", "warning"},
                                                                  {"about", "Service 0xE6A0 (59040)"},
@@ -300,7 +305,9 @@ TEST(JsonLines, SayWhichSectionShowsAFault) {
                                                                  {"table_id_extension", 0xE6A0},
                                                                  {"packet", nullptr},
                                                                  {"offset", 0},
-                                                                 {"seconds", nullptr}}));
+                                                                 {"seconds", nullptr},
+                                                                 {"time", nullptr},
+                                                                 {"time_source", nullptr}}));
 }
 
 TEST(JsonLines, NothingIsWrittenOfAnInputWithoutSectionsOfWhatIsOfInterest) {
@@ -324,7 +331,7 @@ std::vector<Json> statisticsOfSample(const std::string& type) {
     std::vector<Json> objects;
     for (std::string line; std::getline(lines, line);) {
         Json object = Json::parse(line);
-        EXPECT_EQ(object["input"], SAMPLE_FILE);
+        EXPECT_EQ(object["source"], SAMPLE_FILE);
         if (object["type"] == type) {
             objects.push_back(std::move(object));
         }
@@ -332,43 +339,216 @@ std::vector<Json> statisticsOfSample(const std::string& type) {
     return objects;
 }
 
-/// The sample has 480 packets in two seconds.
+/// Nothing was measured.
+const Json NO_SPREAD{{"count", 0},         {"sum", 0.0},         {"minimum", nullptr},
+                     {"maximum", nullptr}, {"longest", nullptr}, {"buckets", std::vector<int>(17)}};
+
+/// The sample has 480 packets in two seconds. The time of the TOT is known before it ends.
 TEST(JsonLines, HaveTheStatisticsOfEachPid) {
     const std::vector<Json> pids = statisticsOfSample("pid_statistics");
-    EXPECT_EQ(pids.size(), 16U);
+    EXPECT_EQ(pids.size(), 19U); // three of them announced, without packets
     EXPECT_EQ(pids.front(), Json({{"type", "pid_statistics"},
-                                  {"input", SAMPLE_FILE},
+                                  {"schema_version", 1},
+                                  {"source", SAMPLE_FILE},
                                   {"pid", 0},
                                   {"content", nullptr},
+                                  {"announced", true},
                                   {"layers", nullptr},
                                   {"packets", 20},
                                   {"share", 0.041667},
+                                  {"bit_rate", 15040},
+                                  {"lowest_bit_rate", nullptr},
+                                  {"highest_bit_rate", nullptr},
                                   {"discontinuities", 0},
-                                  {"bit_rate", 15040}}));
+                                  {"announced_discontinuities", 0},
+                                  {"packets_lost", 0},
+                                  {"duplicates", 0},
+                                  {"transport_errors", 0},
+                                  {"scrambled", 0},
+                                  {"pcrs", 0},
+                                  {"pcr_intervals", NO_SPREAD},
+                                  {"pcr_jumps", 0},
+                                  {"pts_intervals", NO_SPREAD},
+                                  {"seconds", 1.995833},
+                                  {"time", "2025-06-15T21:30:01.988Z"},
+                                  {"time_source", "TOT"}}));
     EXPECT_EQ(pids.back()["content"], "null packets");
-    EXPECT_EQ(pids.back()["discontinuities"], nullptr);
+    EXPECT_EQ(pids.back()["announced"], true);
 }
 
 TEST(JsonLines, HaveTheStatisticsOfEachTable) {
     const std::vector<Json> tables = statisticsOfSample("table_statistics");
     ASSERT_EQ(tables.size(), 9U);
-    EXPECT_EQ(tables.front(), Json({{"type", "table_statistics"},
-                                    {"input", SAMPLE_FILE},
-                                    {"pid", 0},
-                                    {"table", "PAT"},
-                                    {"table_id", 0},
-                                    {"table_id_name", "PAT (program association)"},
-                                    {"sections", 20},
-                                    {"distinct", 1},
-                                    {"version_changes", 0},
-                                    {"crc_errors", 0},
-                                    {"rejected", 0},
-                                    {"mean_interval", 0.1},
-                                    {"largest_interval", 0.1},
-                                    {"bit_rate", 1920}})); // ten sections of 24 bytes a second
+    const Json& pat = tables.front();
+    EXPECT_EQ(pat["pid"], 0);
+    EXPECT_EQ(pat["table"], "PAT");
+    EXPECT_EQ(pat["table_id_name"], "PAT (program association)");
+    EXPECT_EQ(pat["sections"], 20);
+    EXPECT_EQ(pat["distinct"], 1);
+    EXPECT_EQ(pat["versions"], Json::parse(R"([{"version":0,"sections":20}])"));
+    EXPECT_EQ(pat["rejected"], 0);
+    EXPECT_EQ(pat["rejected_distinct"], 0);
+    EXPECT_EQ(pat["bit_rate"], 1920); // ten sections of 24 bytes a second
     EXPECT_EQ(tables[3]["table"], "TOT");
     EXPECT_EQ(tables[3]["distinct"], 2);
-    EXPECT_EQ(tables[3]["mean_interval"], nullptr);
+    EXPECT_EQ(tables[3]["versions"], Json::array());
+    EXPECT_EQ(tables[4]["table"], "SDTT");
+    EXPECT_EQ(tables[4]["intervals"], NO_SPREAD);
+    EXPECT_EQ(tables[4]["open_at_end"], 1.8125);
+}
+
+/// A second with the clock and a PAT in each tenth, and a TOT in the middle.
+ByteVector secondWithTot() {
+    StreamBuilder stream;
+    for (std::uint64_t tenth = 0; tenth < 10; ++tenth) {
+        LongHeader header;
+        header.version = tenth < 8 ? 0 : 1;
+        stream.clock(0x0100, tenth * 2700000).section(PAT_PID, longSection(0x00, header, hex("0007 E101")));
+        if (tenth == 5) {
+            stream.section(TOT_PID, shortSection(0x73, hex("C079 124530 F000")));
+        }
+    }
+    return stream.bytes();
+}
+
+std::vector<Json> linesOf(const ByteVector& stream, std::vector<std::string> options) {
+    const TemporaryFile file(stream);
+    options.insert(options.end(), {"--json", file.path()});
+    std::istringstream lines(inspect(options).output);
+    std::vector<Json> objects;
+    for (std::string line; std::getline(lines, line);) {
+        objects.push_back(Json::parse(line));
+    }
+    return objects;
+}
+
+/// The PAT changes a quarter of a second behind the TOT, which says 12:45:30 by the clock of Brasília.
+TEST(JsonLines, HaveTheTimeOfTheWorldOnceItIsKnown) {
+    const std::vector<Json> changes = linesOf(secondWithTot(), {"--view", "diff", "--table", "pat,tot"});
+    ASSERT_EQ(changes.size(), 3U);
+    EXPECT_EQ(changes[0]["table"], "PAT");
+    EXPECT_EQ(changes[0]["time"], nullptr);
+    EXPECT_EQ(changes[0]["time_source"], nullptr);
+    EXPECT_EQ(changes[1]["table"], "TOT");
+    EXPECT_EQ(changes[1]["time"], "1993-10-13T15:45:30.000Z");
+    EXPECT_EQ(changes[1]["time_source"], "TOT");
+    EXPECT_EQ(changes[2]["table"], "PAT");
+    EXPECT_EQ(changes[2]["event"], "changed");
+    EXPECT_EQ(changes[2]["time"], "1993-10-13T15:45:30.250Z");
+    EXPECT_EQ(changes[2]["time_source"], "TOT");
+}
+
+TEST(JsonLines, HaveAnIdentityForEachEvent) {
+    std::set<Json> identities;
+    std::size_t events = 0;
+    for (const char* const view : {"tables", "diff"}) {
+        const std::vector<Json> lines = linesOf(secondWithTot(), {"--view", view});
+        const std::vector<Json> again = linesOf(secondWithTot(), {"--view", view});
+        ASSERT_EQ(lines.size(), again.size());
+        for (std::size_t at = 0; at < lines.size(); ++at) {
+            EXPECT_EQ(lines[at].contains("id"), lines[at]["type"] != "section");
+            if (lines[at].contains("id")) {
+                EXPECT_EQ(lines[at]["id"], again[at]["id"]);
+                identities.insert(lines[at]["id"]);
+                ++events;
+            }
+        }
+    }
+    EXPECT_EQ(events, 9U); // three faults in each view, the same ones, and three changes
+    EXPECT_EQ(identities.size(), 6U);
+}
+
+/// Both tags of two components stand twice, in the same section.
+TEST(JsonLines, TellFaultsOfOnePlaceApart) {
+    LongHeader header;
+    header.extension = 0xE6A0;
+    const ByteVector twice =
+        hex("E131 F000  1B E131 F003 520101  1B E132 F003 520101  1B E133 F003 520102  1B E134 F003 520102");
+    std::set<Json> identities;
+    for (const Json& line : linesOf(streamOf(0x0321, {longSection(0x02, header, twice)}), {"--pid", "0x321"})) {
+        if (line["fault"] == "component_tag_twice") {
+            identities.insert(line["id"]);
+        }
+    }
+    EXPECT_EQ(identities.size(), 2U);
+}
+
+TEST(JsonLines, HaveIntervalsThatMerge) {
+    for (const Json& line : linesOf(secondWithTot(), {"--view", "stats", "--table", "pat"})) {
+        if (line["type"] == "table_statistics") {
+            EXPECT_EQ(line["intervals"], Json::parse(R"({"count":9,"sum":0.9,"minimum":0.083333,"maximum":0.116667,)"
+                                                     R"("longest":{"packet":17,"offset":3008,"seconds":0.75,)"
+                                                     R"("time":"1993-10-13T15:45:30.150Z","time_source":"TOT"},)"
+                                                     R"("buckets":[0,0,0,8,1,0,0,0,0,0,0,0,0,0,0,0,0]})"));
+            EXPECT_EQ(line["open_at_begin"], 0.05);
+            EXPECT_EQ(line["open_at_end"], 0);
+        }
+    }
+}
+
+/// Two recordings, one behind the other: what is counted adds up.
+TEST(JsonLines, CountsOfTwoHalvesAreThoseOfTheWhole) {
+    const ByteVector whole = sampleStream();
+    const std::size_t middle = whole.size() / 2;
+    std::map<std::string, std::uint64_t> counts[2];
+    const auto add = [](std::map<std::string, std::uint64_t>& sums, const ByteVector& part) {
+        for (const Json& line : linesOf(part, {"--view", "stats"})) {
+            for (const char* const name : {"packets", "sections", "crc_errors", "rejected", "discontinuities",
+                                           "packets_lost", "duplicates", "transport_errors", "scrambled"}) {
+                if (line.contains(name)) {
+                    sums[line["type"].get<std::string>() + line.value("pid", Json()).dump() + name] +=
+                        line[name].get<std::uint64_t>();
+                }
+            }
+        }
+    };
+    add(counts[0], whole);
+    add(counts[1], slice(whole, 0, middle));
+    add(counts[1], slice(whole, middle, whole.size()));
+    EXPECT_EQ(counts[0].size(), 149U);
+    EXPECT_EQ(counts[0], counts[1]);
+}
+
+/// Those of the PAT: twenty of them, a tenth of a second apart.
+Json intervalsOf(const ByteVector& stream) {
+    for (Json& line : linesOf(stream, {"--view", "stats", "--table", "pat"})) {
+        if (line["type"] == "table_statistics") {
+            return line;
+        }
+    }
+    return {};
+}
+
+/// But for the one that is open at the end of the one half, and at the begin of the other.
+TEST(JsonLines, IntervalsOfTwoHalvesAreThoseOfTheWhole) {
+    const ByteVector stream = sampleStream();
+    const Json whole = intervalsOf(stream)["intervals"];
+    const Json first = intervalsOf(slice(stream, 0, stream.size() / 2));
+    const Json second = intervalsOf(slice(stream, stream.size() / 2, stream.size()));
+    EXPECT_EQ(whole["count"], 19);
+    EXPECT_EQ(first["intervals"]["count"], 9);
+    EXPECT_EQ(second["intervals"]["count"], 9);
+    EXPECT_NEAR(whole["sum"].get<double>(), 1.9, 1e-5);
+    EXPECT_NEAR(first["intervals"]["sum"].get<double>() + second["intervals"]["sum"].get<double>(), 1.8, 1e-5);
+    EXPECT_NEAR(first["open_at_end"].get<double>() + second["open_at_begin"].get<double>(), 0.1, 0.01);
+    for (std::size_t bucket = 0; bucket < 17; ++bucket) {
+        const std::uint64_t both = first["intervals"]["buckets"][bucket].get<std::uint64_t>() +
+                                   second["intervals"]["buckets"][bucket].get<std::uint64_t>();
+        EXPECT_EQ(both, bucket == 3 ? 18U : 0U); // up to 0.1 s
+    }
+}
+
+TEST(JsonLines, HaveTheWholeStreamInOne) {
+    const std::vector<Json> streams = statisticsOfSample("stream");
+    ASSERT_EQ(streams.size(), 1U);
+    EXPECT_EQ(streams[0]["packets"], 480);
+    EXPECT_EQ(streams[0]["packet_spacing"], 188);
+    EXPECT_EQ(streams[0]["duration"], 2.0);
+    EXPECT_EQ(streams[0]["bit_rate"], 360960);
+    EXPECT_EQ(streams[0]["sections"], 73);
+    EXPECT_EQ(streams[0]["discontinuities"], 0);
+    EXPECT_EQ(streams[0]["first_time"], "2025-06-15T21:29:59.992Z");
+    EXPECT_EQ(streams[0]["time"], "2025-06-15T21:30:01.988Z");
 }
 
 /// Those of the sections, without the faults behind them.
@@ -416,7 +596,8 @@ TEST(JsonLines, CanBeReadWhileTheInputGoesOn) {
     Running tool({"--json", "-"});
     const ByteVector stream = sampleStream();
     tool.write(slice(stream, 0, 20 * PACKET_SIZE));
-    EXPECT_TRUE(tool.waitFor("\n{\"type\":\"section\",\"input\":\"standard input\",\"pid\":257,"));
+    EXPECT_TRUE(
+        tool.waitFor("\n{\"type\":\"section\",\"schema_version\":1,\"source\":\"standard input\",\"pid\":257,"));
     EXPECT_EQ(Json::parse(tool.output().substr(0, tool.output().find('\n')))["table"], "PAT");
     tool.write(slice(stream, 20 * PACKET_SIZE, 40 * PACKET_SIZE));
     EXPECT_TRUE(tool.waitFor("\"pid\":8136,"));

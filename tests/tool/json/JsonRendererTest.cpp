@@ -42,11 +42,12 @@ SectionReport report() {
 }
 
 TEST(JsonRenderer, WritesASectionAsOneLine) {
-    EXPECT_EQ(lineOf(report()),
-              R"({"type":"section","input":"a.ts","pid":8136,"table":"PMT","table_id":2,"table_id_extension":59064,)"
-              R"("version":31,"current":true,"section_number":1,"last_section_number":2,"packet":12,"offset":2068,)"
-              R"("seconds":0.058333,"same_version":false,"damaged":false,"fields":{"n":1}})"
-              "\n");
+    EXPECT_EQ(
+        lineOf(report()),
+        R"({"type":"section","schema_version":1,"source":"a.ts","pid":8136,"table":"PMT",)"
+        R"("table_id":2,"table_id_extension":59064,"version":31,"current":true,"section_number":1,"last_section_number":2,"packet":12,"offset":2068,)"
+        R"("seconds":0.058333,"time":null,"time_source":null,"same_version":false,"damaged":false,"fields":{"n":1}})"
+        "\n");
 }
 
 TEST(JsonRenderer, WhatASectionDoesNotHaveIsNull) {
@@ -56,11 +57,12 @@ TEST(JsonRenderer, WhatASectionDoesNotHaveIsNull) {
     bare.position = {0, 77, std::nullopt};
     bare.sameVersion = true;
     bare.damaged = true;
-    EXPECT_EQ(lineOf(bare),
-              R"({"type":"section","input":"a.ts","pid":null,"table":"PMT","table_id":2,"table_id_extension":null,)"
-              R"("version":null,"current":null,"section_number":null,"last_section_number":null,"packet":null,)"
-              R"("offset":77,"seconds":null,"same_version":true,"damaged":true,"fields":{"n":1}})"
-              "\n");
+    EXPECT_EQ(
+        lineOf(bare),
+        R"({"type":"section","schema_version":1,"source":"a.ts","pid":null,"table":"PMT",)"
+        R"("table_id":2,"table_id_extension":null,"version":null,"current":null,"section_number":null,"last_section_number":null,"packet":null,)"
+        R"("offset":77,"seconds":null,"time":null,"time_source":null,"same_version":true,"damaged":true,"fields":{"n":1}})"
+        "\n");
 }
 
 TEST(JsonRenderer, SaysWhyASectionIsRejected) {
@@ -82,10 +84,10 @@ TEST(JsonRenderer, NoNameAndNoLogLineBreaksTheLine) {
     EXPECT_EQ(line.find('\n'), line.size() - 1);
     EXPECT_EQ(line.find('\x1B'), std::string::npos);
     const Json object = Json::parse(line);
-    EXPECT_EQ(object["input"], "caf\uFFFD \uFFFD\n\x1B[2J.ts");
+    EXPECT_EQ(object["source"], "caf\uFFFD \uFFFD\n\x1B[2J.ts");
     EXPECT_EQ(object["log"][0], "\uFFFDt\uFFFD\n\x01\"\\");
     EXPECT_EQ(object["log"][1], std::string("\uFFFD\0", 4));
-    EXPECT_EQ(Json::parse(lineOf(report(), "Maré.ts"))["input"], "Maré.ts");
+    EXPECT_EQ(Json::parse(lineOf(report(), "Maré.ts"))["source"], "Maré.ts");
 }
 
 } // namespace

@@ -28,13 +28,13 @@ inspect::Section ofExtension(std::size_t extension, unsigned version = 0, const 
 
 TEST(SeenSections, TellsRepetitionsFromNews) {
     inspect::SeenSections seen;
-    EXPECT_EQ(seen.look(ofExtension(1)).news, News::New);
-    EXPECT_EQ(seen.look(ofExtension(1)).news, News::Repetition);
-    EXPECT_EQ(seen.look(ofExtension(2)).news, News::New);
-    EXPECT_EQ(seen.look(ofExtension(1, 1)).news, News::New);
-    EXPECT_EQ(seen.look(ofExtension(1, 1, "17 00")).news, News::SameVersion);
-    EXPECT_EQ(seen.look(ofExtension(1, 1, "17 00")).news, News::Repetition);
-    EXPECT_EQ(seen.look(ofExtension(1)).news, News::New);
+    EXPECT_EQ(seen.look(ofExtension(1)), News::New);
+    EXPECT_EQ(seen.look(ofExtension(1)), News::Repetition);
+    EXPECT_EQ(seen.look(ofExtension(2)), News::New);
+    EXPECT_EQ(seen.look(ofExtension(1, 1)), News::New);
+    EXPECT_EQ(seen.look(ofExtension(1, 1, "17 00")), News::SameVersion);
+    EXPECT_EQ(seen.look(ofExtension(1, 1, "17 00")), News::Repetition);
+    EXPECT_EQ(seen.look(ofExtension(1)), News::New);
     EXPECT_EQ(seen.size(), 2U);
 }
 
@@ -42,7 +42,7 @@ TEST(SeenSections, RemembersAsManyPlacesAsItHasRoomFor) {
     inspect::SeenSections seen;
     for (int round = 0; round < 2; ++round) {
         for (std::size_t extension = 0; extension < inspect::SeenSections::CAPACITY; ++extension) {
-            ASSERT_EQ(seen.look(ofExtension(extension)).news, round == 0 ? News::New : News::Repetition) << extension;
+            ASSERT_EQ(seen.look(ofExtension(extension)), round == 0 ? News::New : News::Repetition) << extension;
         }
     }
 }
@@ -55,12 +55,12 @@ TEST(SeenSections, ForgetsThePlaceThatItHasNotSeenForLongest) {
     for (std::size_t extension = 2; extension < inspect::SeenSections::CAPACITY; ++extension) {
         seen.look(ofExtension(extension));
     }
-    EXPECT_EQ(seen.look(ofExtension(0)).news, News::Repetition);
-    EXPECT_EQ(seen.look(ofExtension(0xF000)).news, News::New);
+    EXPECT_EQ(seen.look(ofExtension(0)), News::Repetition);
+    EXPECT_EQ(seen.look(ofExtension(0xF000)), News::New);
     EXPECT_EQ(seen.size(), 16384U);
-    EXPECT_EQ(seen.look(ofExtension(0)).news, News::Repetition);
-    EXPECT_EQ(seen.look(ofExtension(2)).news, News::Repetition);
-    EXPECT_EQ(seen.look(ofExtension(1)).news, News::New);
+    EXPECT_EQ(seen.look(ofExtension(0)), News::Repetition);
+    EXPECT_EQ(seen.look(ofExtension(2)), News::Repetition);
+    EXPECT_EQ(seen.look(ofExtension(1)), News::New);
 }
 
 TEST(SeenSections, StaysOfItsSizeOverHours) {
@@ -70,5 +70,5 @@ TEST(SeenSections, StaysOfItsSizeOverHours) {
         seen.look(ofExtension(0x10));
     }
     EXPECT_EQ(seen.size(), 16384U);
-    EXPECT_EQ(seen.look(ofExtension(0x10)).news, News::Repetition);
+    EXPECT_EQ(seen.look(ofExtension(0x10)), News::Repetition);
 }

@@ -8,8 +8,13 @@ namespace inspect {
 namespace {
 
 /// By Damage.
-constexpr FaultKind KINDS[] = {faults::CRC_ERRORS,        faults::DISCONTINUITIES,  faults::SECTIONS_CUT_SHORT,
-                               faults::MALFORMED_PACKETS, faults::TRANSPORT_ERRORS, faults::INPUT_LOSSES};
+constexpr FaultKind KINDS[] = {faults::CRC_ERRORS,
+                               faults::DISCONTINUITIES,
+                               faults::SECTIONS_CUT_SHORT,
+                               faults::MALFORMED_PACKETS,
+                               faults::TRANSPORT_ERRORS,
+                               faults::INPUT_LOSSES,
+                               faults::NO_DATA};
 
 std::string textOf(const Finding& finding) {
     std::string text = fmt::format("{} {}", finding.count, finding.count == 1 ? finding.singular : finding.plural);

@@ -19,7 +19,7 @@ void ChangesRenderer::begin(const std::string& name) {
 
 void ChangesRenderer::section(const SectionReport& report) {
     if (report.rejection) {
-        tell({Event::Rejected, report});
+        tell({Fate::Rejected, report});
         m_known.keep(report);
     } else {
         take(report);
@@ -31,24 +31,24 @@ void ChangesRenderer::take(const SectionReport& report) {
     const KnownSections::Known* const former = m_known.formerOf(report);
     if (same != nullptr && same->report.fingerprint == report.fingerprint) {
         if (m_known.isOfThisInput(*same)) {
-            tell({Event::Returned, report});
+            tell({Fate::Returned, report});
         }
     } else if (former == nullptr) {
-        tell({Event::New, report});
+        tell({Fate::New, report});
     } else if (former->report.fingerprint != report.fingerprint || former->report.pid != report.pid) {
         SectionReport changed = report;
         changed.sameVersion = keepsVersion(former->report, report);
-        tell({Event::Changed, changed, &former->report, compare(former->report.fields, changed.fields)});
+        tell({Fate::Changed, changed, &former->report, compare(former->report.fields, changed.fields)});
     }
     m_known.put(report);
     for (const unsigned number : m_known.forgetBeyond(report)) {
-        tell({Event::Ended, report, nullptr, {}, number});
+        tell({Fate::Ended, report, nullptr, {}, number});
     }
 }
 
 void ChangesRenderer::end(const Summary& summary, const Multiplex& /*multiplex*/, const Faults& faults) {
     for (const SectionReport* const report : m_known.missing()) {
-        tell({Event::Missing, *report});
+        tell({Fate::Missing, *report});
     }
     tellOutcome(summary, faults);
 }

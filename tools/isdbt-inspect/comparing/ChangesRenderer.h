@@ -9,7 +9,7 @@
 namespace inspect {
 
 /// What becomes of a section.
-struct Event {
+struct Fate {
     enum Kind {
         New,
         Returned, ///< it is what it was, after another one at its place
@@ -37,7 +37,7 @@ public:
 
 private:
     virtual void tellInput(const std::string& name) = 0;
-    virtual void tell(const Event& event) = 0;
+    virtual void tell(const Fate& fate) = 0;
     virtual void tellAlarm(const Alarm& alarm) = 0;
     virtual void tellOutcome(const Summary& summary, const Faults& faults) = 0;
 

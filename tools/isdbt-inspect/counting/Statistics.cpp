@@ -9,41 +9,83 @@ namespace inspect {
 
 namespace {
 
-constexpr double PACKET_SIZE = 188;
-constexpr double BITS_PER_BYTE = 8;
+constexpr std::uint64_t PACKET_SIZE = 188;
 
-std::optional<double> bitRate(double bytes, std::optional<double> seconds) {
-    return seconds ? std::optional(bytes * BITS_PER_BYTE / *seconds) : std::nullopt;
+std::optional<double> bitRateOfBytes(std::uint64_t bytes, std::optional<double> seconds) {
+    constexpr double BITS_PER_BYTE = 8;
+    return seconds ? std::optional(static_cast<double>(bytes) * BITS_PER_BYTE / *seconds) : std::nullopt;
 }
 
 } // namespace
 
-void Statistics::take(const Section& section, const std::optional<SeenSections::Sight>& sight) {
+std::optional<double> bitRate(std::uint64_t packets, std::optional<double> seconds) {
+    return bitRateOfBytes(packets * PACKET_SIZE, seconds);
+}
+
+void Statistics::take(const Section& section, const std::optional<SeenSections::News>& news) {
     Count* const count = countOf(section);
     if (count == nullptr) {
         return;
     }
     ++count->sections;
     count->bytes += section.size();
-    if (!sight) {
+    if (!news) {
         ++count->crcErrors;
         return;
     }
-    count->distinct += sight->news == SeenSections::News::Repetition ? 0U : 1U;
+    const bool isNew = *news != SeenSections::News::Repetition;
+    count->distinct += isNew ? 1U : 0U;
     count->versionChanges += changesVersion(section) ? 1U : 0U;
-    if (sight->before && section.position().seconds) {
-        // Where the clock's estimate was ahead of the next reference, time seems to go back a little.
-        const double interval = std::max(0.0, *section.position().seconds - *sight->before);
-        ++count->intervals;
-        count->time += interval;
-        count->largest = std::max(count->largest, interval);
+    if (const std::optional<LongHeader> header = section.longHeader()) {
+        ++count->versions[header->version];
+    }
+    measure(*count, section, isNew);
+}
+
+/// Takes down when the first section came.
+void Statistics::begin(Count& count, std::optional<double> seconds) {
+    std::optional<double>& before = count.intervals.before;
+    if (seconds && (!before || *seconds < *before)) {
+        before = std::max(0.0, *seconds);
     }
 }
 
-void Statistics::reject(const Section& section) {
-    if (Count* const count = countOf(section)) {
-        ++count->rejected;
+/// Measures the interval that ends with the section.
+void Statistics::measure(Count& count, const Section& section, bool isNew) {
+    const std::optional<LongHeader> header = section.longHeader();
+    const Place place = Place::of(section.pid(), section.tableId(), header).inTheOnlyPat();
+    if (header) {
+        for (const Place& ended : m_places.keysBehind({place.table, header->lastSectionNumber, header->current})) {
+            m_places.erase(ended);
+        }
     }
+    const std::optional<double> now = section.position().seconds;
+    const Last* const last = m_places.find(place);
+    const bool isRejected = !isNew && last != nullptr && last->rejected;
+    count.rejected += isRejected ? 1U : 0U;
+    if (now && last != nullptr && last->seconds) {
+        // Where the clock's estimate was ahead of the next reference, time seems to go back a little.
+        count.intervals.between.take(std::max(0.0, *now - *last->seconds), section.position());
+    }
+    begin(count, now);
+    m_places.put(place, {section.position().packet, now, isRejected});
+}
+
+void Statistics::reject(const Section& section) {
+    Count* const count = countOf(section);
+    if (count == nullptr) {
+        return;
+    }
+    if (section.sound()) {
+        const Place place = Place::of(section.pid(), section.tableId(), section.longHeader()).inTheOnlyPat();
+        Last* const last = m_places.find(place);
+        if (last == nullptr || last->rejected) {
+            return;
+        }
+        last->rejected = true;
+        ++count->rejectedDistinct;
+    }
+    ++count->rejected;
 }
 
 /// Null when there is no room for another. The table_id of a damaged section may be wrong: it must be known.
@@ -68,37 +110,64 @@ bool Statistics::changesVersion(const Section& section) {
     return changes;
 }
 
-TableStatistics Statistics::statisticsOf(std::uint8_t tableId, const Count& count, std::optional<double> seconds) {
-    TableStatistics table{tableId,
-                          std::string(tableName(tableId)),
-                          count.sections,
-                          count.distinct,
-                          count.versionChanges,
-                          count.crcErrors,
-                          count.rejected,
-                          std::nullopt,
-                          std::nullopt,
-                          bitRate(static_cast<double>(count.bytes), seconds)};
-    if (count.intervals != 0) {
-        table.meanInterval = count.time / static_cast<double>(count.intervals);
-        table.largestInterval = count.largest;
+/// How long the stream went on behind what came last of each table. What is announced need not come any more.
+std::map<Statistics::TableOfPid, double> Statistics::openAt(std::optional<double> end) const {
+    std::map<TableOfPid, double> open;
+    for (const auto& [place, last] : m_places.entries()) {
+        if (end && place.current) {
+            double& longest = open[{place.table.pid, place.table.tableId}];
+            longest = std::max(longest, *end - last.seconds.value_or(0));
+        }
     }
-    return table;
+    return open;
+}
+
+TableStatistics Statistics::statisticsOf(std::uint8_t tableId, const Count& count, std::optional<double> seconds) {
+    return {tableId,
+            std::string(tableName(tableId)),
+            count.sections,
+            count.distinct,
+            count.versionChanges,
+            count.versions,
+            count.crcErrors,
+            count.rejected,
+            count.rejectedDistinct,
+            count.intervals,
+            bitRateOfBytes(count.bytes, seconds)};
+}
+
+PidTraffic Statistics::totalOf(const TrafficCounter& traffic) {
+    PidTraffic total;
+    for (const Pid pid : traffic.pids()) {
+        const PidTraffic& each = *traffic.of(pid);
+        total.packets += each.packets;
+        total.discontinuities += each.discontinuities;
+        total.announcedJumps += each.announcedJumps;
+        total.lost += each.lost;
+        total.duplicates += each.duplicates;
+        total.transportErrors += each.transportErrors;
+        total.scrambled += each.scrambled;
+        total.pcrs += each.pcrs;
+        total.pcrIntervals.merge(each.pcrIntervals);
+        total.pcrJumps += each.pcrJumps;
+        total.ptsIntervals.merge(each.ptsIntervals);
+    }
+    return total;
 }
 
 PidStatistics Statistics::statisticsOf(std::optional<Pid> pid, const Traffic& traffic) const {
-    PidStatistics statistics{pid, {}, 0, 0, std::nullopt, std::nullopt, {}};
-    const PidTraffic* const ofPid = pid && traffic.ofPids != nullptr ? traffic.ofPids->of(*pid) : nullptr;
-    if (ofPid == nullptr) {
+    PidStatistics statistics{pid, {}, std::nullopt, {}, 0, std::nullopt, {}};
+    if (!pid || traffic.ofPids == nullptr) {
         return statistics;
     }
-    statistics.content = m_names.of(*pid);
-    statistics.packets = ofPid->packets;
-    statistics.share = static_cast<double>(statistics.packets) / static_cast<double>(traffic.allPackets);
-    statistics.bitRate = bitRate(static_cast<double>(statistics.packets) * PACKET_SIZE, traffic.seconds);
-    if (*pid != NULL_PID) {
-        statistics.discontinuities = ofPid->discontinuities;
+    if (const PidTraffic* const ofPid = traffic.ofPids->of(*pid)) {
+        statistics.traffic = *ofPid;
     }
+    const std::uint64_t packets = statistics.traffic.packets;
+    statistics.content = m_names.of(*pid);
+    statistics.announced = names::PID.of(*pid).empty() ? m_names.announces(*pid) : true;
+    statistics.share = static_cast<double>(packets) / static_cast<double>(traffic.allPackets);
+    statistics.bitRate = bitRate(packets, traffic.seconds);
     if (traffic.layers != nullptr) {
         statistics.layers = traffic.layers->at(*pid);
     }
@@ -107,23 +176,29 @@ PidStatistics Statistics::statisticsOf(std::optional<Pid> pid, const Traffic& tr
 
 std::vector<PidStatistics> Statistics::of(const Traffic& traffic, const std::set<std::uint8_t>& tables) const {
     std::map<std::optional<Pid>, PidStatistics> byPid;
-    if (traffic.ofPids != nullptr && tables.empty()) {
-        for (const Pid pid : traffic.ofPids->pids()) {
+    for (std::size_t number = 0; number < PID_COUNT && tables.empty() && traffic.ofPids != nullptr; ++number) {
+        const auto pid = static_cast<Pid>(number);
+        if (traffic.ofPids->of(pid) != nullptr || m_names.isExpected(pid)) {
             byPid.emplace(pid, statisticsOf(pid, traffic));
         }
     }
+    const std::map<TableOfPid, double> open = openAt(traffic.end);
     for (const auto& [table, count] : m_counts) {
         const auto& [pid, tableId] = table;
         if (tables.empty() || tables.count(tableId) != 0) {
             PidStatistics& ofPid = byPid.emplace(pid, statisticsOf(pid, traffic)).first->second;
-            ofPid.tables.push_back(statisticsOf(tableId, count, traffic.seconds));
+            TableStatistics& ofTable = ofPid.tables.emplace_back(statisticsOf(tableId, count, traffic.seconds));
+            if (const auto last = open.find(table); last != open.end()) {
+                ofTable.intervals.after = std::max(0.0, last->second);
+            }
         }
     }
     std::vector<PidStatistics> all;
     all.reserve(byPid.size());
     for (auto& [pid, statistics] : byPid) {
         if (pid && statistics.content.empty() && statistics.tables.empty()) {
-            statistics.content = names::PID.of(*pid);
+            const std::string_view known = names::PID.of(*pid);
+            statistics.content = known.empty() && m_names.isProgramMap(*pid) ? "PMT" : known;
         }
         all.push_back(std::move(statistics));
     }

@@ -6,12 +6,15 @@ namespace inspect {
 
 namespace {
 
+TimeZone zoneBy(const Conventions& conventions, Coding told) {
+    return conventions.zone.isAssumed() && told == Coding::Japan ? TimeZone::ofJapan() : conventions.zone;
+}
+
 /// Adds what texts and times say to people.
 class Interpreter {
 public:
     Interpreter(const Conventions& conventions, Coding told)
-        : m_conventions(conventions), m_told(told),
-          m_zone(conventions.zone.isAssumed() && told == Coding::Japan ? TimeZone::ofJapan() : conventions.zone) {}
+        : m_conventions(conventions), m_told(told), m_zone(zoneBy(conventions, told)) {}
 
     void interpret(Fields& fields) const {
         for (Field& field : fields) {
@@ -52,6 +55,10 @@ Fields interpreted(Fields fields, const Conventions& conventions, CodingGuess& g
 }
 
 } // namespace
+
+TimeZone zoneOf(const Conventions& conventions, const CodingGuess& guess) {
+    return zoneBy(conventions, guess.coding());
+}
 
 Fields describe(const Quor::TISDBTTable& table, const Conventions& conventions, CodingGuess& guess) {
     return interpreted(Catalogue::instance().describe(table), conventions, guess);

@@ -18,4 +18,7 @@ Fields describe(const Quor::TISDBTTable& table, const Conventions& conventions =
 /// The same for a single descriptor: an object under its name.
 Field describe(const Quor::TISDBTDescriptor& descriptor, const Conventions& conventions = Conventions());
 
+/// The clock by which its times are read: where nobody set one and the texts are of Japan, that of Japan.
+TimeZone zoneOf(const Conventions& conventions, const CodingGuess& guess);
+
 } // namespace inspect

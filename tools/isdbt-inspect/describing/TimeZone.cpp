@@ -60,6 +60,11 @@ std::string TimeZone::iso(std::int32_t unixTime) const {
                        minutes % 60);
 }
 
+std::int64_t TimeZone::utc(std::int32_t unixTime) const {
+    constexpr std::int64_t SECONDS = 60;
+    return std::int64_t{static_cast<std::uint32_t>(unixTime)} - m_minutes * SECONDS;
+}
+
 std::string TimeZone::otherBy(std::int32_t unixTime, std::int64_t now) const {
     constexpr int CANDIDATES[] = {0, -180, 540}; // UTC, Brasília and Japan
     constexpr std::int64_t TOLERANCE = 120;      // of the station's clock, this machine's, and the way between

@@ -39,6 +39,9 @@ public:
     /// The same in ISO 8601: "2025-06-15T18:04:05-03:00".
     std::string iso(std::int32_t unixTime) const;
 
+    /// The time in truth: seconds since 1970-01-01T00:00:00Z.
+    std::int64_t utc(std::int32_t unixTime) const;
+
     /// The zone by which a station's clock rather goes, if that is another one: "UTC". Empty when it is this one, or
     /// none where ISDB-T is sent.
     /// @param unixTime what the clock shows, as the library counts it

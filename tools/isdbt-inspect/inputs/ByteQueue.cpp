@@ -40,6 +40,11 @@ void ByteQueue::close() {
     m_changed.notify_one();
 }
 
+bool ByteQueue::wait(std::chrono::milliseconds patience) {
+    std::unique_lock lock(m_mutex);
+    return m_changed.wait_for(lock, patience, [this] { return m_size != 0 || m_closed; });
+}
+
 std::size_t ByteQueue::take(std::uint8_t* target, std::size_t room) {
     std::unique_lock lock(m_mutex);
     m_changed.wait(lock, [this] { return m_size != 0 || m_closed; });

@@ -2,6 +2,7 @@
 
 #include "packets/Input.h"
 
+#include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
@@ -22,6 +23,9 @@ public:
 
     /// No more comes.
     void close();
+
+    /// Waits until take() need not, but no longer than that. @return whether it need not.
+    bool wait(std::chrono::milliseconds patience);
 
     /// Waits for bytes. @return their number, of bytes that arrived together; 0 when the queue is closed and empty.
     std::size_t take(std::uint8_t* target, std::size_t room);

@@ -26,6 +26,7 @@ public:
 
     const std::string& name() const override { return m_name; }
     std::size_t read(std::uint8_t* target, std::size_t room) override;
+    bool wait(std::chrono::milliseconds patience) override { return m_queue.wait(patience); }
     bool interrupted() const override { return m_interruption.happened(); }
     bool isLive() const override { return true; }
     std::optional<Arrival> arrival() const override { return m_queue.arrival(); }

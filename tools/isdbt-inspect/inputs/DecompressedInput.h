@@ -14,6 +14,7 @@ public:
     explicit DecompressedInput(std::unique_ptr<Input> input);
 
     const std::string& name() const override { return m_input->name(); }
+    bool wait(std::chrono::milliseconds patience) override { return available() != 0 || m_input->wait(patience); }
     bool interrupted() const override { return m_input->interrupted(); }
     std::vector<Loss> losses() const override { return m_input->losses(); }
     std::size_t read(std::uint8_t* target, std::size_t room) override;

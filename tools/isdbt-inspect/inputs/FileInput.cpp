@@ -41,15 +41,24 @@ std::size_t FileInput::read(std::uint8_t* target, std::size_t room) {
     return 0;
 }
 
-/// @return false when the input was interrupted.
-bool FileInput::waitForBytes() const {
+/// @param patience in milliseconds; for ever when it is negative
+/// @return whether there are bytes, or an interruption
+bool FileInput::poll(int patience) const {
     std::array<pollfd, 2> either{{{m_descriptor, POLLIN, 0}, {m_interruption.descriptor(), POLLIN, 0}}};
-    while (poll(either.data(), either.size(), -1) < 0) {
+    int count = ::poll(either.data(), either.size(), patience);
+    while (count < 0) {
         if (errno != EINTR) {
             throw InputError(m_name, std::strerror(errno));
         }
+        count = ::poll(either.data(), either.size(), patience);
     }
-    return either[1].revents == 0;
+    return count != 0;
+}
+
+/// @return false when the input was interrupted.
+bool FileInput::waitForBytes() const {
+    constexpr int FOR_EVER = -1;
+    return poll(FOR_EVER) && !m_interruption.happened();
 }
 
 std::optional<std::uint64_t> totalSize(const std::vector<std::string>& paths) {

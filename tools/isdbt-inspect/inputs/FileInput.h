@@ -18,9 +18,11 @@ public:
 
     const std::string& name() const override { return m_name; }
     std::size_t read(std::uint8_t* target, std::size_t room) override;
+    bool wait(std::chrono::milliseconds patience) override { return poll(static_cast<int>(patience.count())); }
     bool interrupted() const override { return m_interruption.happened(); }
 
 private:
+    bool poll(int patience) const;
     bool waitForBytes() const;
 
     std::string m_name;

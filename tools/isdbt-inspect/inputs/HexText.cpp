@@ -175,10 +175,17 @@ bool isAsOfOd(const DumpLine& line) {
     return line.digits == DIGITS_OF_OD && !line.marked;
 }
 
-/// Whether what stands behind an offset does not begin with a byte.
+/// Whether what stands behind such an offset does not begin with a byte.
 bool hasWords(const DumpLine& line) {
     const std::size_t begin = std::min(line.rest.find_first_not_of(BLANKS), line.rest.size());
-    return digitsAt(line.rest, begin).size() != 2;
+    return isAsOfOd(line) && digitsAt(line.rest, begin).size() != 2;
+}
+
+[[noreturn]] void failAt(const DumpLine& line, std::size_t read) {
+    throw HexError(isAsOfOd(line)
+                       ? OF_WORDS
+                       : fmt::format("the line at offset {:04X} has {} bytes, which does not lead to the next one",
+                                     line.offset, read));
 }
 
 /// Bytes with an offset before each line that says how many came before; several dumps one behind the other. Nothing
@@ -188,7 +195,7 @@ std::optional<Bytes> readDump(std::string_view text) {
     if (!lines || lines->empty() || isBlank(lines->front().rest)) {
         return std::nullopt;
     }
-    if (isAsOfOd(lines->front()) && hasWords(lines->front())) {
+    if (hasWords(lines->front())) {
         throw HexError(OF_WORDS);
     }
     Bytes all;
@@ -211,11 +218,7 @@ std::optional<Bytes> readDump(std::string_view text) {
         if (lines->front().offset != 0 && !lines->front().marked) {
             return std::nullopt;
         }
-        if (isAsOfOd(*line)) {
-            throw HexError(OF_WORDS);
-        }
-        throw HexError(fmt::format("the line at offset {:04X} has {} bytes, which does not lead to the next one",
-                                   line->offset, read));
+        failAt(*line, read);
     }
     return all;
 }
@@ -230,12 +233,12 @@ std::string withLineFeeds(std::string text) {
 
 } // namespace
 
-std::vector<std::uint8_t> readHex(std::string_view original) {
-    const std::string text = withLineFeeds(std::string(original));
-    if (std::optional<Bytes> dump = readDump(text)) {
+std::vector<std::uint8_t> readHex(std::string_view text) {
+    const std::string lines = withLineFeeds(std::string(text));
+    if (std::optional<Bytes> dump = readDump(lines)) {
         return std::move(*dump);
     }
-    Bytes bytes = Plain(text).read();
+    Bytes bytes = Plain(lines).read();
     if (bytes.empty()) {
         throw HexError("bytes in hexadecimal expected");
     }

@@ -19,6 +19,12 @@ public:
     bool isLive() const override { return m_input->isLive(); }
     std::vector<Loss> losses() const override { return m_input->losses(); }
 
+    bool wait(std::chrono::milliseconds patience) override {
+        const bool isThere = m_input->wait(patience);
+        m_onRead(0); // time passes, too
+        return isThere;
+    }
+
     std::size_t read(std::uint8_t* target, std::size_t room) override {
         const std::size_t count = m_input->read(target, room);
         m_onRead(count);

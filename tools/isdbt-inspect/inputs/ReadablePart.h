@@ -17,6 +17,8 @@ public:
     std::optional<Arrival> arrival() const override { return m_input.arrival(); }
     std::vector<Loss> losses() const override { return m_input.losses(); }
 
+    bool wait(std::chrono::milliseconds patience) override { return m_failure || m_input.wait(patience); }
+
     std::size_t read(std::uint8_t* target, std::size_t room) override {
         if (m_failure) {
             return 0;

@@ -32,9 +32,10 @@ std::optional<double> durationOf(const Alarm& alarm) {
 
 } // namespace
 
-std::string alarmLine(const std::string& input, const Alarm& alarm) {
-    Json object{{"type", "alarm"}, {"input", input}};
+std::string alarmLine(const std::string& source, const Alarm& alarm) {
+    Json object = lineObject("alarm", source);
     object["event"] = eventOf(alarm.stage);
+    object["id"] = eventId(alarm.kind.name, alarm.place, alarm.since);
     object["check"] = alarm.kind.name;
     object["indicator"] = orNull(std::string(alarm.indicator));
     object["severity"] = severityName(alarm.kind.severity);
@@ -50,10 +51,10 @@ std::string alarmLine(const std::string& input, const Alarm& alarm) {
     return jsonLine(object);
 }
 
-std::string checkLines(const std::string& input, const Summary& summary) {
+std::string checkLines(const std::string& source, const Summary& summary) {
     std::string lines;
     for (const CheckResult& check : summary.checks) {
-        Json object{{"type", "check"}, {"input", input}};
+        Json object = lineObject("check", source);
         object["check"] = check.check;
         object["indicator"] = orNull(std::string(check.indicator));
         object["what"] = check.what;

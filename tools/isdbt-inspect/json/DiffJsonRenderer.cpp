@@ -36,29 +36,36 @@ Json changesJson(const std::vector<Change>& changes) {
 /// By their kinds.
 constexpr const char* EVENTS[] = {"new", "returned", "changed", "rejected", "ended", "missing"};
 
+FaultPlace placeIn(const SectionReport& report) {
+    return {report.pid, report.tableId, report.header ? std::optional(report.header->extension) : std::nullopt};
+}
+
 } // namespace
 
-void DiffJsonRenderer::tell(const Event& event) {
-    Json object = sectionJson("change", m_input, event.report);
-    object["event"] = EVENTS[event.kind];
-    if (event.kind == Event::Changed) {
-        object["former_pid"] = orNull(event.former->pid);
-        object["former_version"] = event.former->header ? Json(event.former->header->version) : Json();
-        object["changes"] = changesJson(event.changes);
-    } else if (event.kind == Event::Rejected) {
-        addRejection(object, *event.report.rejection);
-    } else if (event.kind == Event::Ended) {
-        object["section_number"] = event.ended;
+void DiffJsonRenderer::tell(const Fate& fate) {
+    const SectionReport& report = fate.report;
+    Json object = sectionJson("change", m_source, report);
+    object["event"] = EVENTS[fate.kind];
+    object["id"] =
+        eventId(EVENTS[fate.kind], placeIn(report), report.position, report.header ? report.header->sectionNumber : 0U);
+    if (fate.kind == Fate::Changed) {
+        object["former_pid"] = orNull(fate.former->pid);
+        object["former_version"] = fate.former->header ? Json(fate.former->header->version) : Json();
+        object["changes"] = changesJson(fate.changes);
+    } else if (fate.kind == Fate::Rejected) {
+        addRejection(object, *report.rejection);
+    } else if (fate.kind == Fate::Ended) {
+        object["section_number"] = fate.ended;
     }
     m_output.write(jsonLine(object));
 }
 
 void DiffJsonRenderer::tellAlarm(const Alarm& alarm) {
-    m_output.write(alarmLine(m_input, alarm));
+    m_output.write(alarmLine(m_source, alarm));
 }
 
 void DiffJsonRenderer::tellOutcome(const Summary& summary, const Faults& faults) {
-    m_output.write(transmissionLine(m_input, summary) + faultLines(m_input, faults));
+    m_output.write(transmissionLine(m_source, summary) + faultLines(m_source, faults));
 }
 
 } // namespace inspect

@@ -14,13 +14,13 @@ public:
     explicit DiffJsonRenderer(Output& output) : m_output(output) {}
 
 private:
-    void tellInput(const std::string& name) override { m_input = name; }
-    void tell(const Event& event) override;
+    void tellInput(const std::string& name) override { m_source = name; }
+    void tell(const Fate& fate) override;
     void tellAlarm(const Alarm& alarm) override;
     void tellOutcome(const Summary& summary, const Faults& faults) override;
 
     Output& m_output;
-    std::string m_input;
+    std::string m_source;
 };
 
 } // namespace inspect

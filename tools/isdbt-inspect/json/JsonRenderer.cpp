@@ -11,7 +11,7 @@
 namespace inspect {
 
 void JsonRenderer::section(const SectionReport& report) {
-    nlohmann::ordered_json object = sectionJson("section", m_input, report);
+    nlohmann::ordered_json object = sectionJson("section", m_source, report);
     if (report.rejection) {
         addRejection(object, *report.rejection);
     } else {
@@ -24,7 +24,7 @@ void JsonRenderer::section(const SectionReport& report) {
 }
 
 void JsonRenderer::descriptor(const DescriptorReport& report) {
-    nlohmann::ordered_json object{{"type", "descriptor"}, {"input", m_input}};
+    nlohmann::ordered_json object = lineObject("descriptor", m_source);
     object["table"] = report.tableName;
     object["table_id"] = report.tableId;
     object["damaged"] = !report.onWire.raw.fits();
@@ -38,11 +38,11 @@ void JsonRenderer::descriptor(const DescriptorReport& report) {
 }
 
 void JsonRenderer::alarm(const Alarm& alarm) {
-    m_output.write(alarmLine(m_input, alarm));
+    m_output.write(alarmLine(m_source, alarm));
 }
 
 void JsonRenderer::end(const Summary& summary, const Multiplex& /*multiplex*/, const Faults& faults) {
-    m_output.write(transmissionLine(m_input, summary) + faultLines(m_input, faults));
+    m_output.write(transmissionLine(m_source, summary) + faultLines(m_source, faults));
 }
 
 } // namespace inspect

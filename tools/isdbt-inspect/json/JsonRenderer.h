@@ -14,7 +14,7 @@ class JsonRenderer : public Renderer {
 public:
     explicit JsonRenderer(Output& output) : m_output(output) {}
 
-    void begin(const std::string& name) override { m_input = name; }
+    void begin(const std::string& name) override { m_source = name; }
     void section(const SectionReport& report) override;
     void descriptor(const DescriptorReport& report) override;
     void alarm(const Alarm& alarm) override;
@@ -22,7 +22,7 @@ public:
 
 private:
     Output& m_output;
-    std::string m_input;
+    std::string m_source;
 };
 
 } // namespace inspect

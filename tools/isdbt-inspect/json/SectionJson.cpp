@@ -43,12 +43,6 @@ void addPlace(Json& object, const FaultPlace& place) {
     object["table_id_extension"] = orNull(place.extension);
 }
 
-void addPosition(Json& object, const Position& position) {
-    object["packet"] = position.packet != 0 ? Json(position.packet) : Json();
-    object["offset"] = position.offset;
-    object["seconds"] = measured(position.seconds);
-}
-
 const char* severityName(Severity severity) {
     switch (severity) {
     case Severity::Error:
@@ -61,8 +55,8 @@ const char* severityName(Severity severity) {
     return "remark";
 }
 
-Json sectionJson(const char* type, const std::string& input, const SectionReport& report) {
-    Json object{{"type", type}, {"input", input}};
+Json sectionJson(const char* type, const std::string& source, const SectionReport& report) {
+    Json object = lineObject(type, source);
     object["pid"] = orNull(report.pid);
     object["table"] = report.tableName;
     object["table_id"] = report.tableId;
@@ -104,20 +98,19 @@ void addRejection(Json& object, const Rejection& rejection) {
     object["bytes"] = hexJson(rejection.section);
 }
 
-std::string faultLines(const std::string& input, const Faults& faults) {
+std::string faultLines(const std::string& source, const Faults& faults) {
     std::string lines;
+    std::map<std::string, std::uint64_t> known;
     for (const Fault& fault : faults.all()) {
-        Json object{{"type", "fault"}, {"input", input}};
+        Json object = lineObject("fault", source);
+        const std::uint64_t before = known[eventId(fault.kind.name, fault.place, fault.since)]++;
+        object["id"] = eventId(fault.kind.name, fault.place, fault.since, before);
         object["fault"] = fault.kind.name;
         object["severity"] = severityName(fault.kind.severity);
         object["about"] = fault.about;
         object["text"] = fault.text;
         addPlace(object, fault.place);
-        if (fault.since) {
-            addPosition(object, *fault.since);
-        } else {
-            object.update({{"packet", nullptr}, {"offset", nullptr}, {"seconds", nullptr}});
-        }
+        addPosition(object, fault.since);
         lines += jsonLine(object);
     }
     return lines;

@@ -9,11 +9,10 @@
 namespace inspect {
 
 /// What is said of a section but for its content: what its header says, and where in the input it was found.
-nlohmann::ordered_json sectionJson(const char* type, const std::string& input, const SectionReport& report);
+nlohmann::ordered_json sectionJson(const char* type, const std::string& source, const SectionReport& report);
 
 /// Adds where in the stream something is.
 void addPlace(nlohmann::ordered_json& object, const FaultPlace& place);
-void addPosition(nlohmann::ordered_json& object, const Position& position);
 
 const char* severityName(Severity severity);
 
@@ -26,7 +25,7 @@ void addError(nlohmann::ordered_json& object, const Rejection& rejection);
 /// Adds why the library does not take a section: the error, the descriptors with those at fault marked, all bytes.
 void addRejection(nlohmann::ordered_json& object, const Rejection& rejection);
 
-/// A line for each fault of an input.
-std::string faultLines(const std::string& input, const Faults& faults);
+/// A line for each fault of a source.
+std::string faultLines(const std::string& source, const Faults& faults);
 
 } // namespace inspect

@@ -72,17 +72,18 @@ Json layersJson(const std::optional<LayerSet>& layers) {
     return array;
 }
 
-std::string transmissionLine(const std::string& input, const Summary& summary) {
+std::string transmissionLine(const std::string& source, const Summary& summary) {
     if (!summary.transmission) {
         return {};
     }
     const Transmission& transmission = *summary.transmission;
-    Json object{{"type", "transmission"}, {"input", input}};
+    Json object = lineObject("transmission", source);
     addParameters(object, transmission);
     object["iips"] = transmission.informationPackets;
     object["damaged_iips"] = transmission.damagedInformation.count;
     object["emergency_iips"] = transmission.emergencies;
     object["trailers"] = trailersJson(transmission.trailers);
+    addTime(object, summary.last);
     return jsonLine(object);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -20,6 +21,11 @@ struct Loss {
     const char* singular;
     const char* plural;
     std::uint64_t count;
+
+    enum class Kind {
+        Datagrams,
+        Silence ///< nothing came for long
+    } kind = Kind::Datagrams;
 };
 
 /// When bytes were received.
@@ -42,6 +48,9 @@ public:
     /// Reads at most @p room bytes, as soon as there are any. @return their number; 0 at the end.
     /// @throws InputError
     virtual std::size_t read(std::uint8_t* target, std::size_t room) = 0;
+
+    /// Waits until read() need not, but no longer than that. @return whether it need not; a file never need.
+    virtual bool wait(std::chrono::milliseconds /*patience*/) { return true; }
 
     /// Whether the user ended it: what is incomplete then is nobody's fault.
     virtual bool interrupted() const { return false; }

@@ -1,10 +1,14 @@
 #include "packets/Spread.h"
 
 #include <algorithm>
+#include <cmath>
+#include <functional>
 
 namespace inspect {
 
-void Spread::take(double seconds, const Position& at) {
+void Spread::take(double exact, const Position& at) {
+    constexpr double STEPS = 1e6; // what is less than a microsecond comes of the arithmetic
+    const double seconds = std::round(exact * STEPS) / STEPS;
     Spread one;
     one.m_count = 1;
     one.m_sum = one.m_minimum = one.m_maximum = seconds;

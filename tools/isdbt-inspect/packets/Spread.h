@@ -16,7 +16,7 @@ public:
                                                    0.7,  1,     2,    3,   5,   10,   30,  60};
     using Buckets = std::array<std::uint64_t, BOUNDS.size() + 1>;
 
-    void take(double seconds, const Position& at);
+    void take(double exact, const Position& at);
     void merge(const Spread& other);
 
     std::uint64_t count() const { return m_count; }

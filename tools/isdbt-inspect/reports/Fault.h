@@ -66,6 +66,7 @@ inline constexpr FaultKind MALFORMED_PACKETS{"malformed_packets", Severity::Erro
 inline constexpr FaultKind TRANSPORT_ERRORS{"transport_errors", Severity::Error, FaultKind::ShownBy::Summary};
 inline constexpr FaultKind BYTES_SKIPPED{"bytes_skipped", Severity::Error, FaultKind::ShownBy::Summary};
 inline constexpr FaultKind INPUT_LOSSES{"input_losses", Severity::Error, FaultKind::ShownBy::Summary};
+inline constexpr FaultKind NO_DATA{"no_data", Severity::Error, FaultKind::ShownBy::Summary};
 
 } // namespace faults
 

@@ -27,6 +27,14 @@ public:
     /// An alarm began, or ended.
     virtual void alarm(const Alarm& /*alarm*/) {}
 
+    /// What came so far, when the user wants to know it from time to time.
+    /// @param seconds since the input began
+    virtual void interim(const Summary& /*summary*/, double /*seconds*/) {}
+
+    /// What came so far, about each second, for who wantsUpdates().
+    virtual void update(const Summary& /*summary*/) {}
+    virtual bool wantsUpdates() const { return false; }
+
     /// The input ended, or was interrupted.
     /// @param multiplex what its sections say all together
     /// @param faults what does not fit together in it

@@ -4,9 +4,11 @@
 #include "describing/OnWire.h"
 #include "reports/Alarm.h"
 #include "sections/Place.h"
+#include "traffic/PidTraffic.h"
 #include "transmission/Transmission.h"
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -53,7 +55,7 @@ struct DescriptorReport {
 };
 
 /// What can happen to a stream on its way.
-enum class Damage { CrcError, Discontinuity, SectionCutShort, MalformedPacket, TransportError, InputLoss };
+enum class Damage { CrcError, Discontinuity, SectionCutShort, MalformedPacket, TransportError, InputLoss, NoData };
 
 /// How often something was found, and on which PIDs.
 struct Finding {
@@ -64,22 +66,43 @@ struct Finding {
     Damage damage = Damage::InputLoss;
 };
 
+/// How long it took from one to the next, in seconds by the stream's clock. What was before the first and behind the
+/// last is open: it may have lasted longer than the stream.
+struct Intervals {
+    Spread between;
+    std::optional<double> before; ///< from the stream's begin to the first
+    std::optional<double> after;  ///< from the last to the stream's end
+};
+
+/// The longest of them, open or not.
+struct LongestInterval {
+    double seconds;
+    std::optional<double> from; ///< nothing when it is open there
+    std::optional<double> to;
+};
+
+/// @param end of the stream, by its clock
+/// @return nothing when nothing was measured
+std::optional<LongestInterval> longestOf(const Intervals& intervals, std::optional<double> end);
+
 /// What came of one table on one PID. A place in a table is a table_id_extension, a section_number and a
-/// current_next_indicator; a table with the short header has one place.
+/// current_next_indicator; a table with the short header has one place. Counts are of all that came, repetitions
+/// included, unless they are called distinct.
 struct TableStatistics {
     std::uint8_t tableId;
     std::string tableName;        ///< empty for a table that the library does not understand
-    std::uint64_t sections;       ///< complete ones, sound or not, repetitions included
+    std::uint64_t sections;       ///< complete ones, sound or not
     std::uint64_t distinct;       ///< sound ones that differ from the one before at their place, or are its first
     std::uint64_t versionChanges; ///< current sections with another version_number than the current one before of their
                                   ///< table_id_extension
-    std::uint64_t crcErrors;      ///< of the sections, those that are not sound
-    std::uint64_t rejected;       ///< of the distinct ones, those that the library did not take
+    std::map<std::uint8_t, std::uint64_t> versions; ///< sound sections of each version_number
+    std::uint64_t crcErrors;                        ///< of the sections, those that are not sound
+    std::uint64_t rejected;                         ///< of the sections, those that the library did not take
+    std::uint64_t rejectedDistinct;                 ///< of the distinct ones, the same
 
-    /// In seconds, from a sound section to the next at the same place, whatever they say; nothing when there were no
-    /// two of them while the stream's clock was known. A section that is lost makes a long interval of two.
-    std::optional<double> meanInterval;
-    std::optional<double> largestInterval;
+    /// From a sound section to the next at the same place, whatever they say. A section that is lost makes a long
+    /// interval of two. The last of a place is only looked for as long as its table has this place.
+    Intervals intervals;
 
     std::optional<double> bitRate; ///< of the bytes of its sections; nothing without a clock
 };
@@ -89,12 +112,12 @@ struct PidStatistics {
     std::optional<Pid> pid; ///< nothing for sections that did not come in packets
     std::string
         content; ///< what the program maps call it: "H.264 video"; else what it is known for, unless tables came
-    std::uint64_t packets;
-    double share;                                 ///< of all packets, 0 to 1
-    std::optional<std::uint64_t> discontinuities; ///< nothing for null packets, which are not counted
-    std::optional<double> bitRate;                ///< of its packets of 188 bytes; nothing without a clock
-    std::vector<TableStatistics> tables;          ///< by table_id
-    std::optional<LayerSet> layers = {};          ///< of its packets; nothing when they do not tell
+    std::optional<bool> announced; ///< by a table, or by a standard; nothing where not all tables came that may do so
+    PidTraffic traffic;
+    double share;                        ///< of all packets, 0 to 1
+    std::optional<double> bitRate;       ///< of its packets of 188 bytes; nothing without a clock
+    std::vector<TableStatistics> tables; ///< by table_id
+    std::optional<LayerSet> layers = {}; ///< of its packets; nothing when they do not tell
 };
 
 /// What is said when the input ends.
@@ -116,6 +139,10 @@ struct Summary {
     std::set<std::uint8_t> unknownTables; ///< their table_ids
     std::vector<Alarm> alarms = {};       ///< that began, those of a check and place as one
     std::vector<CheckResult> checks = {}; ///< of the limits that are asked for
+    PidTraffic traffic{};                 ///< of all PIDs, whichever tables are shown; without rates
+    std::optional<WallTime> first = {};   ///< when the stream, or its clock, began
+    Position last{};                      ///< that of the last packet
+    std::optional<double> bitRate = {};   ///< of all packets of 188 bytes; nothing without a clock
 };
 
 } // namespace inspect

@@ -48,6 +48,14 @@ public:
         }
     }
 
+    /// Changes values, none of which is used thereby.
+    /// @param change void(const Key&, Value&)
+    template <class Change> void forEach(const Change& change) {
+        for (auto& [key, value] : m_entries) {
+            change(key, value);
+        }
+    }
+
     /// The keys behind one in its table, see behind().
     std::vector<Key> keysBehind(const Key& key) const {
         std::vector<Key> keys;

@@ -18,12 +18,7 @@ public:
         SameVersion ///< other bytes, though the version did not change: receivers may overlook them
     };
 
-    struct Sight {
-        News news;
-        std::optional<double> before; ///< when its place was last seen, in seconds, as far as that is known
-    };
-
-    Sight look(const Section& section);
+    News look(const Section& section);
 
     std::size_t size() const { return m_byPlace.entries().size(); }
 
@@ -31,7 +26,6 @@ private:
     struct Last {
         int version;
         std::uint32_t fingerprint;
-        std::optional<double> seconds;
     };
 
     BoundedMap<Place, Last> m_byPlace{CAPACITY};

@@ -1,5 +1,6 @@
 #include "text/DiffRenderer.h"
 
+#include "packets/WallClock.h"
 #include "tables/TableKinds.h"
 #include "text/AlarmText.h"
 #include "text/ChangeText.h"
@@ -28,34 +29,41 @@ std::string passedTime(const SectionReport& report, const std::vector<Change>& c
     return fmt::format("  {} ({:+} s)", change.after->reading, passed);
 }
 
-void appendChanged(Page& page, const Event& event) {
-    const SectionReport& former = *event.former;
-    Line title = Line("~", Ink::Remark) + " " + changeTitle(event.report, versionOf(former));
-    if (former.pid != event.report.pid && former.pid) {
+/// Adds what time it was, where that is known and there is room for it.
+Line timed(const Line& line, const Position& position, const Style& style) {
+    const Line time = position.time ? "  " + Line(rfc3339(*position.time)) : Line();
+    return line.cells() + time.cells() <= style.width ? line + time : line;
+}
+
+void appendChanged(Page& page, const Fate& fate) {
+    const SectionReport& former = *fate.former;
+    Line title = Line("~", Ink::Remark) + " " + changeTitle(fate.report, versionOf(former));
+    if (former.pid != fate.report.pid && former.pid) {
         title += fmt::format("  was on PID 0x{:04X}", *former.pid);
     }
-    const std::string passed = passedTime(event.report, event.changes);
-    appendLine(page, title + passed, 2 * INDENT);
-    if (passed.empty() && event.changes.empty()) {
+    const std::string passed = passedTime(fate.report, fate.changes);
+    appendLine(page, passed.empty() ? timed(title, fate.report.position, page.style) : title + passed, 2 * INDENT);
+    if (passed.empty() && fate.changes.empty()) {
         appendLine(page, blanks(2 * INDENT) + "no field differs");
     } else if (passed.empty()) {
-        appendChanges(page, event.changes, 2 * INDENT);
+        appendChanges(page, fate.changes, 2 * INDENT);
     }
 }
 
-/// What is to be said of an event in one line.
-Line titleOf(const Event& event) {
-    switch (event.kind) {
-    case Event::New:
-        return Line("+", Ink::Good) + " " + changeTitle(event.report) + "  " + Line("new", Ink::Good);
-    case Event::Returned:
-        return "  " + changeTitle(event.report) + "  as it was";
-    case Event::Rejected:
-        return Line("!", Ink::Fault) + " " + changeTitle(event.report);
-    case Event::Ended:
-        return blanks(2 * INDENT) + Line("-", Ink::Fault) + fmt::format(" section {} is no more", event.ended);
+/// What is to be said of a section in one line.
+Line titleOf(const Fate& fate, const Style& style) {
+    const auto timed = [&](const Line& line) { return inspect::timed(line, fate.report.position, style); };
+    switch (fate.kind) {
+    case Fate::New:
+        return timed(Line("+", Ink::Good) + " " + changeTitle(fate.report) + "  " + Line("new", Ink::Good));
+    case Fate::Returned:
+        return timed("  " + changeTitle(fate.report) + "  as it was");
+    case Fate::Rejected:
+        return timed(Line("!", Ink::Fault) + " " + changeTitle(fate.report));
+    case Fate::Ended:
+        return blanks(2 * INDENT) + Line("-", Ink::Fault) + fmt::format(" section {} is no more", fate.ended);
     default:
-        return Line("-", Ink::Fault) + " " + sectionName(event.report) + "  not in this input";
+        return Line("-", Ink::Fault) + " " + sectionName(fate.report) + "  not in this input";
     }
 }
 
@@ -65,15 +73,15 @@ void DiffRenderer::tellInput(const std::string& name) {
     m_output.begin(inputHeading(name, m_style));
 }
 
-void DiffRenderer::tell(const Event& event) {
+void DiffRenderer::tell(const Fate& fate) {
     Page page{m_style, {}};
-    if (event.kind == Event::Changed) {
-        appendChanged(page, event);
+    if (fate.kind == Fate::Changed) {
+        appendChanged(page, fate);
     } else {
-        appendLine(page, titleOf(event), 2 * INDENT);
+        appendLine(page, titleOf(fate, m_style), 2 * INDENT);
     }
-    if (event.kind == Event::Rejected) {
-        appendRejection(page, *event.report.rejection, 2 * INDENT);
+    if (fate.kind == Fate::Rejected) {
+        appendRejection(page, *fate.report.rejection, 2 * INDENT);
     }
     m_output.write(page.lines);
 }

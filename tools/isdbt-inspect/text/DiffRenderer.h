@@ -13,7 +13,7 @@ public:
 
 private:
     void tellInput(const std::string& name) override;
-    void tell(const Event& event) override;
+    void tell(const Fate& fate) override;
     void tellAlarm(const Alarm& alarm) override;
     void tellOutcome(const Summary& summary, const Faults& faults) override;
 

@@ -5,6 +5,8 @@
 #include "text/StatisticsText.h"
 #include "text/SummaryText.h"
 
+#include <fmt/format.h>
+
 namespace inspect {
 
 void StatisticsRenderer::begin(const std::string& name) {
@@ -19,6 +21,15 @@ void StatisticsRenderer::section(const SectionReport& report) {
         page.lines.emplace_back();
         m_output.write(page.lines);
     }
+}
+
+void StatisticsRenderer::interim(const Summary& summary, double seconds) {
+    Page page{m_style, {}};
+    appendLine(page, {fmt::format("-- {:.1f} s --", seconds), Ink::Heading});
+    appendStatistics(page, summary);
+    appendLine(page, summaryText(summary), INDENT);
+    page.lines.emplace_back();
+    m_output.write(page.lines);
 }
 
 void StatisticsRenderer::end(const Summary& summary, const Multiplex& /*multiplex*/, const Faults& faults) {

@@ -14,6 +14,7 @@ public:
     void begin(const std::string& name) override;
     void section(const SectionReport& report) override;
     void alarm(const Alarm& alarm) override { writeAlarm(m_output, m_style, alarm); }
+    void interim(const Summary& summary, double seconds) override;
     void end(const Summary& summary, const Multiplex& multiplex, const Faults& faults) override;
 
 private:

@@ -1,0 +1,98 @@
+#include "metrics/Metrics.h"
+
+#include "inputs/StreamAddress.h"
+#include "metrics/Figures.h"
+
+#include <fmt/format.h>
+#include <mutex>
+#include <prometheus/collectable.h>
+#include <prometheus/exposer.h>
+#include <prometheus/metric_family.h>
+#include <stdexcept>
+
+namespace inspect {
+
+namespace {
+
+std::string withAddress(const std::string& address) {
+    return address.find(':') == std::string::npos ? "127.0.0.1:" + address : address;
+}
+
+/// The figures of all inputs, which a thread of the server asks for.
+class AllFigures : public prometheus::Collectable {
+public:
+    void update(const std::string& source, const Summary& summary, bool ended) {
+        const std::lock_guard lock(m_mutex);
+        m_sources.try_emplace(source, source).first->second.update(summary, ended, std::chrono::system_clock::now());
+    }
+
+    std::vector<prometheus::MetricFamily> Collect() const override {
+        std::vector<Metric> all = metrics();
+        {
+            const std::lock_guard lock(m_mutex);
+            for (const auto& [name, figures] : m_sources) {
+                figures.addTo(all);
+            }
+        }
+        std::vector<prometheus::MetricFamily> families;
+        for (const Metric& metric : all) {
+            families.push_back(familyOf(metric));
+        }
+        return families;
+    }
+
+private:
+    static prometheus::MetricFamily familyOf(const Metric& metric) {
+        prometheus::MetricFamily family;
+        family.name = metric.name;
+        family.help = metric.help;
+        family.type = metric.isCounter ? prometheus::MetricType::Counter : prometheus::MetricType::Gauge;
+        for (const Figure& figure : metric.figures) {
+            prometheus::ClientMetric& value = family.metric.emplace_back();
+            for (const auto& [name, text] : figure.labels) {
+                value.label.push_back({name, text});
+            }
+            (metric.isCounter ? value.counter.value : value.gauge.value) = figure.value;
+        }
+        return family;
+    }
+
+    mutable std::mutex m_mutex;
+    std::map<std::string, Figures> m_sources;
+};
+
+} // namespace
+
+struct Metrics::Server {
+    explicit Server(const std::string& address) : exposer(address) { exposer.RegisterCollectable(figures); }
+
+    std::shared_ptr<AllFigures> figures = std::make_shared<AllFigures>();
+    prometheus::Exposer exposer;
+};
+
+std::string Metrics::objectionTo(const std::string& address) {
+    const std::string whole = withAddress(address);
+    try {
+        const StreamAddress checked("udp://" + whole);
+        const bool hasHost = whole.front() != ':' && whole.find('@') == std::string::npos && !checked.isMulticast();
+        return hasHost ? "" : address + " is no address to listen on";
+    } catch (const std::invalid_argument& error) {
+        return address + ": " + error.what();
+    }
+}
+
+Metrics::Metrics(const std::string& address) {
+    try {
+        m_server = std::make_unique<Server>(withAddress(address));
+    } catch (const std::exception&) {
+        throw std::runtime_error(fmt::format("--metrics: {} cannot be listened on", withAddress(address)));
+    }
+}
+
+Metrics::~Metrics() = default;
+
+void Metrics::update(const std::string& source, const Summary& summary, bool ended) {
+    m_server->figures->update(source, summary, ended);
+}
+
+} // namespace inspect

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "packets/Position.h"
+
+#include <optional>
+#include <string>
+
+namespace inspect {
+
+/// Tells the time of the world that belongs to a time of the stream, once the stream has said what time it is.
+class WallClock {
+public:
+    /// The stream says what time it is. It says so in whole seconds: where that is no news, the time goes on evenly.
+    /// @param seconds of the stream
+    /// @param unixTime in UTC
+    void set(double seconds, std::int64_t unixTime);
+
+    /// Nothing before it was set.
+    std::optional<WallTime> at(std::optional<double> seconds) const;
+
+private:
+    struct Anchor {
+        double seconds;
+        std::int64_t milliseconds;
+    };
+
+    std::optional<Anchor> m_anchor;
+};
+
+/// What this machine's clock shows.
+WallTime arrivalTime();
+
+/// "2025-06-15T21:30:00.000Z"
+std::string rfc3339(const WallTime& time);
+
+} // namespace inspect
