@@ -178,6 +178,7 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
         }
         m_traffic.take(packet, position);
         watch(position);
+        m_now = position;
         m_transmission.take(packet, packets.trailer(), position);
         if (m_transmission.isBroadcast()) {
             m_clock.takeBroadcast(m_transmission.lostPackets());
@@ -217,6 +218,11 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
 bool Inspector::attend(const PacketReader& packets, const Input& input) {
     constexpr double INTERVAL = 1;
     const double now = m_arrival.seconds();
+    if (packets.packets() != m_heard.packets) {
+        m_heard = {packets.packets(), now};
+    } else if (m_isLive && m_now.seconds) { // nothing comes, and nothing of the stream says how late it is
+        watch({m_now.packet, m_now.offset, *m_now.seconds + now - m_heard.seconds, arrivalTime()});
+    }
     if (m_renderer.wantsUpdates() && now >= m_nextUpdate) {
         m_renderer.update(summary(packets, input));
         m_nextUpdate = now + INTERVAL;
