@@ -77,8 +77,8 @@ TEST(Limits, AreFaultsInTheTree) {
 
 TEST(Limits, EndWithATableOfWhatWasMeasured) {
     const Finished finished = inspectHeld("stats", ONLY_THE_PAT, withoutPatForFourSeconds());
-    EXPECT_THAT(finished.output, HasSubstr("check          TR 101 290   limit (s)     result\n"
-                                           "pat_interval   1.3.a        0.25*, 0.95   1 alarm\n"));
+    EXPECT_THAT(finished.output, HasSubstr("check        TR 101 290 limit (s)   result\n"
+                                           "pat_interval 1.3.a      0.25*, 0.95 1 alarm\n"));
 }
 
 TEST(Limits, AreLinesInJson) {
