@@ -231,6 +231,7 @@ void Watch::take(const std::uint8_t* packet, const Position& position) {
 }
 
 void Watch::take(const Section& section) {
+    resume(section.position());
     m_sections.take(section);
     if (!section.sound()) {
         return;
