@@ -202,7 +202,8 @@ TEST(InspectDatagrams, NoneIsLostWhileTheOutputWaits) {
     constexpr std::size_t DATAGRAMS = 7125; // 30 Mbit/s for 2.5 s
     constexpr auto INTERVAL = std::chrono::nanoseconds(350877);
     const Sender sender;
-    Running program({"--view", "tables", "--table", "pat,tot", "udp://127.0.0.1:" + sender.port()});
+    // The time goes back and forth, which is no fault of the input.
+    Running program({"--view", "tables", "--table", "pat,tot", "--lenient", "udp://127.0.0.1:" + sender.port()});
     sender.waitForListener();
     ByteVector datagram =
         StreamBuilder().section(TOT_PID, tot("124500")).section(TOT_PID, tot("124501")).null(5).bytes();
@@ -217,7 +218,7 @@ TEST(InspectDatagrams, NoneIsLostWhileTheOutputWaits) {
     ASSERT_TRUE(program.waitFor("PAT  PID 0x0000"));
     program.signal(SIGINT);
     const Finished finished = program.finish();
-    EXPECT_EQ(finished.status, 3); // the sample begins again and again
+    EXPECT_EQ(finished.status, 0);
     EXPECT_THAT(finished.output, EndsWith("\n49882 packets of 188 bytes, 14251 sections on 2 PIDs: 14251 shown, "
                                           "0 rejected, 0 CRC errors, 0 discontinuities\n"));
 }

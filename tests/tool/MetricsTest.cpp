@@ -136,6 +136,18 @@ TEST(InspectMetrics, OfSeveralInputsStandBesideEachOther) {
     program.finish();
 }
 
+TEST(InspectMetrics, HaveTheSilenceOfALiveInput) {
+    const Sender sender;
+    const in_port_t port = Port::free();
+    Running program({"--view", "stats", "--no-data", "0.5", "--metrics", std::to_string(port), sender.address()});
+    const std::string alarm = "isdbt_alarm_active{source=\"" + sender.address() + "\",check=\"no_data\"} ";
+    EXPECT_THAT(waitFor(port, alarm + "1\n"), HasSubstr(alarm + "1\n"));
+    sender.send(StreamBuilder().null(7).bytes());
+    EXPECT_THAT(waitFor(port, alarm + "0\n"), HasSubstr(alarm + "0\n"));
+    program.signal(SIGINT);
+    EXPECT_EQ(program.finish().status, 3);
+}
+
 /// Names are the station's: whoever sends them must not fill a data base.
 TEST(InspectMetrics, HaveNoNamesFromTheAir) {
     const in_port_t port = Port::free();

@@ -86,7 +86,7 @@ TEST(InspectTransmission, StandsBelowTheStatistics) {
                 HasSubstr("0x0211        48    1.52 %   453.91        -         -   A       not announced\n"));
     EXPECT_THAT(finished.output,
                 HasSubstr("0x1FF0         3    0.09 %    28.37        -         -   IIP     ISDB-T information (IIP)\n"
-                          "0x1FFF      1173   37.03 %    11092        -         -   none    "
+                          "0x1FFF      1173   37.03 %    11093        -         -   none    "
                           "null packets\n"));
     EXPECT_THAT(finished.output,
                 HasSubstr("\n\nTransmission: mode 1, guard interval 1/32, partial reception\n"
@@ -137,7 +137,7 @@ TEST(InspectTransmission, IsAnObjectInJson) {
                 R"("packets_per_frame":648}],"iips":3,"damaged_iips":0,"emergency_iips":0,)"
                 R"("trailers":{"packets":3165,"damaged":0,"whole_frames":2,"packets_of_layers":[48,1941,0],)"
                 R"("packets_lost":3,"gaps":1,"unmeasured_gaps":0,"emergency_packets":3165,"emergency_changes":0},)"
-                R"("seconds":0.060244,"time":null,"time_source":null})"
+                R"("seconds":0.158993,"time":null,"time_source":null})"
                 "\n"))
             << view;
         EXPECT_THAT(finished.output,

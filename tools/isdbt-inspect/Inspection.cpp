@@ -127,6 +127,7 @@ template <class Work> void Inspection::attempt(Work work) {
 void Inspection::inspectAtOnce(const std::vector<std::string>& addresses) {
     const std::size_t queueSize = std::min(LARGEST_QUEUE, ALL_QUEUES / addresses.size());
     std::vector<std::thread> threads;
+    threads.reserve(addresses.size());
     for (const std::string& address : addresses) {
         threads.emplace_back([this, &address, queueSize] {
             try {
@@ -160,16 +161,22 @@ std::unique_ptr<Input> Inspection::open(const std::string& path, std::size_t que
         if (!m_options.times.noData) {
             return input;
         }
-        return std::make_unique<WatchedInput>(std::move(input), *m_options.times.noData,
-                                              [this, path, &output](const Silence& silence) {
-                                                  if (m_options.json) {
-                                                      output.write(silenceLine(path, silence));
-                                                  } else {
-                                                      output.write({silenceText(silence)});
-                                                  }
-                                              });
+        return std::make_unique<WatchedInput>(
+            std::move(input), *m_options.times.noData,
+            [this, path, &output](const Silence& silence) { tellSilence(path, output, silence); });
     }
     return std::make_unique<DecompressedInput>(measured(std::make_unique<FileInput>(path, m_interruption)));
+}
+
+void Inspection::tellSilence(const std::string& path, const Output& output, const Silence& silence) const {
+    if (m_options.json) {
+        output.write(silenceLine(path, silence));
+    } else {
+        output.write({silenceText(silence)});
+    }
+    if (m_metrics) {
+        m_metrics->alarm(path, faults::NO_DATA.name, {}, !silence.isOver);
+    }
 }
 
 bool Inspection::inspectInput(Input& input, const std::string& path, Renderer& renderer) {

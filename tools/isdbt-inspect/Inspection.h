@@ -37,6 +37,7 @@ private:
     template <class Work> void attempt(Work work);
     void inspectAtOnce(const std::vector<std::string>& addresses);
     std::unique_ptr<Input> open(const std::string& path, std::size_t queueSize, const Output& output);
+    void tellSilence(const std::string& path, const Output& output, const Silence& silence) const;
     bool inspectInput(Input& input, const std::string& path, Renderer& renderer);
     bool inspectHex();
     bool inspectDescriptors();

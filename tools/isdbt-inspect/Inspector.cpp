@@ -126,7 +126,6 @@ void Inspector::watch(const Position& now) {
     constexpr double TICK = 0.1;
     for (Event& event : m_events) {
         event.at.seconds = event.at.seconds ? event.at.seconds : now.seconds;
-        event.at.time = event.at.time ? event.at.time : now.time;
     }
     m_watch.take(m_events);
     m_events.clear();
@@ -162,14 +161,14 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     Position position;
     while (const std::uint8_t* const packet = packets.next()) {
         position = {packets.packets(), packets.offset(), {}, {}};
-        if (packets.arrival()) {
-            m_clock.takeArrival(position.packet, packets.arrival()->seconds);
+        const std::optional<Arrival> arrival = packets.arrival();
+        if (arrival) {
+            m_clock.takeArrival(position.packet, arrival->seconds);
         }
         m_clock.take(packet, position);
-        position.time = m_isLive ? arrivalTime() : m_wallClock.at(position.seconds);
-        if (!m_begin) {
-            m_begin = position.time;
-        }
+        position.time =
+            arrival ? WallTime{arrival->milliseconds, WallTime::Source::Arrival} : m_wallClock.at(position.seconds);
+        m_begin = m_begin ? m_begin : position.time;
         if (position.seconds && !m_isDated) {
             m_isDated = true;
             m_statistics.date([this](std::uint64_t number) { return m_clock.seconds(number); });
@@ -435,27 +434,23 @@ Summary Inspector::summary(const PacketReader& packets) {
                           m_clock.seconds(packets.packets()), m_transmission.layersOfPids()};
     const Position last{packets.packets(), packets.offset(), traffic.end,
                         m_isLive ? arrivalTime() : m_wallClock.at(traffic.end)};
-    return {packets.packets(),
-            packets.spacing(),
-            m_gatherer.counts().size(),
-            sections,
-            m_shown,
-            m_rejected,
-            damagesIn(m_gatherer.counts(), m_traffic),
-            packets.skippedBytes(),
-            traffic.seconds,
-            statisticsOf(traffic),
-            0,
-            0,
-            TransmissionReader(m_transmission).finish(), // more may follow
-            0,
-            {},
-            {},
-            {},
-            Statistics::totalOf(m_traffic),
-            m_isLive ? m_begin : m_wallClock.at(0),
-            last,
-            bitRate(packets.packets(), traffic.seconds)};
+    Summary summary{};
+    summary.packets = packets.packets();
+    summary.packetSpacing = packets.spacing();
+    summary.pids = m_gatherer.counts().size();
+    summary.sections = sections;
+    summary.shown = m_shown;
+    summary.rejected = m_rejected;
+    summary.damages = damagesIn(m_gatherer.counts(), m_traffic);
+    summary.skippedBytes = packets.skippedBytes();
+    summary.seconds = traffic.seconds;
+    summary.statistics = statisticsOf(traffic);
+    summary.transmission = TransmissionReader(m_transmission).finish(); // more may follow
+    summary.traffic = Statistics::totalOf(m_traffic);
+    summary.first = m_isLive ? m_begin : m_wallClock.at(0);
+    summary.last = last;
+    summary.bitRate = bitRate(packets.packets(), traffic.seconds);
+    return summary;
 }
 
 /// What came so far.

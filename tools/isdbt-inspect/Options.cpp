@@ -290,8 +290,9 @@ void addOutput(CLI::App& app, Options& options) {
         ->check(checkZone);
     app.add_option_function<std::string>(
            "--limits", [&options](const std::string& name) { options.interest.limits = Profile::named(name); },
-           "alarms where the stream breaks the limits of a profile: always (without --limits, too), dvb, isdbt, or a "
-           "file that is like them")
+           "alarms where the stream breaks the limits of a profile: " +
+               joined(Profile::bundled(), ", ", [](const std::string& name) { return name; }) +
+               ", or a file that is like them")
         ->type_name("PROFILE")
         ->check(checkLimits);
     app.add_flag("--lenient", options.lenient, "exit with 0, not 3, when something is wrong with the stream");

@@ -18,7 +18,7 @@ inspect::Status inspectAll(const inspect::Options& options) {
     inspect::ProgressLine progress(STDERR_FILENO);
     const auto sink = log ? std::make_shared<inspect::Sink>(log->descriptor(), *options.log, &progress)
                           : std::make_shared<inspect::Sink>(STDOUT_FILENO, "standard output", &progress);
-    sink->rescueOnce([&interruption] { return interruption.wasSignalled(); });
+    sink->rescueOnce(inspect::Interruption::wasSignalled);
     try {
         const inspect::Status status = inspect::Inspection(options, interruption, sink, progress).run();
         return sink->hasRescued() ? inspect::InputUnreadable : status;

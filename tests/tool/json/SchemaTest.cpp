@@ -52,6 +52,15 @@ TEST(Schema, AllowsTheStatisticsOfTheSample) {
     EXPECT_EQ(validated(finished.output), withoutFaults(finished.output));
 }
 
+TEST(Schema, AllowsAlarmsAndChecks) {
+    const TemporaryFile limits(
+        text(R"({"based_on": "dvb", "checks": {"pat_interval": {"alarm": {"seconds": 0.001, "source": "none"}}}})"));
+    const std::string lines = inspect({"--json", "--view", "stats", "--limits", limits.path(), SAMPLE_FILE}).output;
+    EXPECT_THAT(lines, HasSubstr(R"("type":"alarm")"));
+    EXPECT_THAT(lines, HasSubstr(R"("type":"check")"));
+    EXPECT_EQ(validated(lines), withoutFaults(lines));
+}
+
 TEST(Schema, AllowsBroadcastStreams) {
     const char* const reserved = "7F 00 3C 9677FFFFFE 9677FFFFFF FFFFFF 6FD55F85";
     std::string lines;

@@ -109,6 +109,33 @@ TEST(Figures, SayWhenATableLastCame) {
     EXPECT_EQ(seen->figures.front().labels, (Labels{{"source", "source"}, {"pid", "0x1FC8"}, {"table", "0xC8"}}));
 }
 
+TEST(Figures, HaveAnAlarmAsLongAsOneOfItsTablesIsAtFault) {
+    const FaultPlace one{0x0100, 0x02, 0xE6A0};
+    const FaultPlace other{0x0100, 0x02, 0xE6B8};
+    Figures figures("source");
+    EXPECT_EQ(valueOf(figures, "isdbt_alarm_active"), std::nullopt);
+    figures.alarm("pmt_interval", one, true);
+    figures.alarm("pmt_interval", other, true);
+    figures.alarm("pmt_interval", one, false);
+    EXPECT_EQ(valueOf(figures, "isdbt_alarm_active"), 1);
+    figures.alarm("pmt_interval", other, false);
+    EXPECT_EQ(valueOf(figures, "isdbt_alarm_active"), 0);
+    std::vector<Metric> all = metrics();
+    figures.addTo(all);
+    EXPECT_EQ(all.back().figures.front().labels,
+              (Labels{{"source", "source"}, {"pid", "0x0100"}, {"table", "PMT"}, {"check", "pmt_interval"}}));
+}
+
+TEST(Figures, ForgetNoAlarmsButTakeNoMoreThanAMultiplexHas) {
+    Figures figures("source");
+    for (unsigned pid = 0; pid < 8192; ++pid) {
+        figures.alarm("pid_error", {static_cast<Pid>(pid), std::nullopt, std::nullopt}, true);
+    }
+    std::vector<Metric> all = metrics();
+    figures.addTo(all);
+    EXPECT_EQ(all.back().figures.size(), 4096U);
+}
+
 TEST(MonitoringDocs, NameEachMetric) {
     EXPECT_EQ(namedIn(textOf(DOCS_FOLDER "/monitoring.md")), names());
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "packets/StreamClock.h"
 #include "support/Bytes.h"
 #include "watching/Watch.h"
 

@@ -32,16 +32,16 @@ std::int64_t now() {
     return std::int64_t{time.tv_sec} * SECOND + time.tv_nsec;
 }
 
-void writeToPipe() {
+void writeTo(int pipe) {
     const char byte = 0;
-    [[maybe_unused]] const ssize_t count = write(writeEnd, &byte, 1);
+    [[maybe_unused]] const ssize_t count = write(pipe, &byte, 1);
 }
 
 extern "C" void takeSignal(int signal) {
     const int errorBefore = errno;
     std::int64_t first = 0;
     if (firstSignal.compare_exchange_strong(first, now())) {
-        writeToPipe();
+        writeTo(writeEnd);
     } else if (now() - first >= SECOND) {
         std::signal(signal, SIG_DFL);
         raise(signal);
@@ -57,7 +57,7 @@ Interruption::Interruption() {
         throw std::system_error(errno, std::generic_category(), "pipe");
     }
     m_readEnd = ends[0];
-    writeEnd = ends[1];
+    m_writeEnd = writeEnd = ends[1];
     for (const int signal : SIGNALS) {
         struct sigaction action {};
         sigaction(signal, nullptr, &action);
@@ -79,11 +79,11 @@ Interruption::~Interruption() {
         }
     }
     close(m_readEnd);
-    close(writeEnd);
+    close(m_writeEnd);
 }
 
 void Interruption::interrupt() const {
-    writeToPipe();
+    writeTo(m_writeEnd);
 }
 
 bool Interruption::happened() const {
@@ -91,7 +91,7 @@ bool Interruption::happened() const {
     return poll(&readable, 1, 0) > 0;
 }
 
-bool Interruption::wasSignalled() const {
+bool Interruption::wasSignalled() {
     return firstSignal != 0;
 }
 

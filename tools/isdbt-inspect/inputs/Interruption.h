@@ -18,7 +18,7 @@ public:
     bool happened() const;
 
     /// Whether a signal did it.
-    bool wasSignalled() const;
+    static bool wasSignalled();
 
     /// A file descriptor that can be read from then on. Whoever waits for input waits for it, too, and so misses no
     /// signal, whenever it comes.
@@ -26,6 +26,7 @@ public:
 
 private:
     int m_readEnd;
+    int m_writeEnd;
 };
 
 } // namespace inspect

@@ -17,6 +17,7 @@ public:
     const std::string& name() const override { return m_input->name(); }
     bool interrupted() const override { return m_input->interrupted(); }
     bool isLive() const override { return m_input->isLive(); }
+    std::optional<Arrival> arrival() const override { return m_input->arrival(); }
     std::vector<Loss> losses() const override { return m_input->losses(); }
 
     bool wait(std::chrono::milliseconds patience) override {

@@ -1,5 +1,7 @@
 #include "metrics/Figures.h"
 
+#include "tables/TableKinds.h"
+
 #include <algorithm>
 #include <fmt/format.h>
 
@@ -26,14 +28,16 @@ enum Row {
     CrcErrors,
     Rejected,
     TableLastSeen,
+    AlarmActive,
 };
 
 std::string hex(Pid pid) {
     return fmt::format("0x{:04X}", pid);
 }
 
-std::string nameOf(const TableStatistics& table) {
-    return table.tableName.empty() ? fmt::format("0x{:02X}", table.tableId) : table.tableName;
+std::string nameOf(std::uint8_t tableId) {
+    const std::string_view name = tableName(tableId);
+    return name.empty() ? fmt::format("0x{:02X}", tableId) : std::string(name);
 }
 
 double secondsOf(Figures::Time time) {
@@ -70,6 +74,7 @@ std::vector<Metric> metrics() {
          "when sections of a table last came, by this machine's clock",
          false,
          {}},
+        {"isdbt_alarm_active", "1 while something is wrong, 0 when it no longer is", false, {}},
     };
 }
 
@@ -102,13 +107,27 @@ void Figures::updateRate(const Summary& summary) {
     }
 }
 
-Labels Figures::labels(std::optional<Pid> pid, const TableStatistics* table) const {
+/// No multiplex has so many. What is at fault in a broken stream must not fill the memory.
+void Figures::alarm(std::string_view check, const FaultPlace& place, bool isActive) {
+    constexpr std::size_t CAPACITY = 4096;
+    const Alarmed alarmed{std::string(check), place.pid, place.tableId};
+    if (m_alarms.size() >= CAPACITY && m_alarms.count(alarmed) == 0) {
+        return;
+    }
+    if (isActive) {
+        m_alarms[alarmed].insert(place.extension);
+    } else {
+        m_alarms[alarmed].erase(place.extension);
+    }
+}
+
+Labels Figures::labels(std::optional<Pid> pid, std::optional<std::uint8_t> tableId) const {
     Labels labels{{"source", m_source}};
     if (pid) {
         labels.emplace_back("pid", hex(*pid));
     }
-    if (table != nullptr) {
-        labels.emplace_back("table", nameOf(*table));
+    if (tableId) {
+        labels.emplace_back("table", nameOf(*tableId));
     }
     return labels;
 }
@@ -131,12 +150,10 @@ void Figures::addTo(std::vector<Metric>& metrics) const {
     add(InputLosses, ofAll, countOf(m_summary, Damage::InputLoss));
     for (const PidStatistics& pid : m_summary.statistics) {
         const Labels ofPid = labels(pid.pid);
-        add(PidPackets, ofPid, pid.packets);
-        if (pid.discontinuities) {
-            add(Discontinuities, ofPid, *pid.discontinuities);
-        }
+        add(PidPackets, ofPid, pid.traffic.packets);
+        add(Discontinuities, ofPid, pid.traffic.discontinuities);
         for (const TableStatistics& table : pid.tables) {
-            const Labels ofTable = labels(pid.pid, &table);
+            const Labels ofTable = labels(pid.pid, table.tableId);
             add(Sections, ofTable, table.sections);
             add(DistinctSections, ofTable, table.distinct);
             add(VersionChanges, ofTable, table.versionChanges);
@@ -146,6 +163,11 @@ void Figures::addTo(std::vector<Metric>& metrics) const {
                 add(TableLastSeen, ofTable, secondsOf(*seen->second.at));
             }
         }
+    }
+    for (const auto& [alarmed, extensions] : m_alarms) {
+        Labels ofAlarm = labels(alarmed.pid, alarmed.tableId);
+        ofAlarm.emplace_back("check", alarmed.check);
+        add(AlarmActive, ofAlarm, extensions.empty() ? 0 : 1);
     }
 }
 

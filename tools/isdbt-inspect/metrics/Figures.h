@@ -1,11 +1,15 @@
 #pragma once
 
+#include "checking/Fault.h"
 #include "reports/Report.h"
 
 #include <chrono>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
+#include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -36,6 +40,9 @@ public:
 
     void update(const Summary& summary, bool ended, Time now);
 
+    /// An alarm began, or ended.
+    void alarm(std::string_view check, const FaultPlace& place, bool isActive);
+
     /// Adds them to the metrics of all inputs.
     void addTo(std::vector<Metric>& metrics) const;
 
@@ -50,8 +57,19 @@ private:
         void update(std::uint64_t now, Time when);
     };
 
+    /// What tells alarms apart; those of the table_id_extensions of a table are one.
+    struct Alarmed {
+        std::string check;
+        std::optional<Pid> pid;
+        std::optional<std::uint8_t> tableId;
+
+        bool operator<(const Alarmed& other) const {
+            return std::tie(check, pid, tableId) < std::tie(other.check, other.pid, other.tableId);
+        }
+    };
+
     void updateRate(const Summary& summary);
-    Labels labels(std::optional<Pid> pid = std::nullopt, const TableStatistics* table = nullptr) const;
+    Labels labels(std::optional<Pid> pid = std::nullopt, std::optional<std::uint8_t> tableId = std::nullopt) const;
 
     std::string m_source;
     Summary m_summary{};
@@ -59,6 +77,7 @@ private:
     Seen m_packets;
     std::map<TableOfPid, Seen> m_tables;
     std::optional<double> m_bitRate;
+    std::map<Alarmed, std::set<std::optional<std::uint16_t>>> m_alarms; ///< the table_id_extensions that are at fault
 };
 
 /// The metrics that there are, without figures.

@@ -26,6 +26,11 @@ public:
         m_sources.try_emplace(source, source).first->second.update(summary, ended, std::chrono::system_clock::now());
     }
 
+    void alarm(const std::string& source, std::string_view check, const FaultPlace& place, bool isActive) {
+        const std::lock_guard lock(m_mutex);
+        m_sources.try_emplace(source, source).first->second.alarm(check, place, isActive);
+    }
+
     std::vector<prometheus::MetricFamily> Collect() const override {
         std::vector<Metric> all = metrics();
         {
@@ -35,6 +40,7 @@ public:
             }
         }
         std::vector<prometheus::MetricFamily> families;
+        families.reserve(all.size());
         for (const Metric& metric : all) {
             families.push_back(familyOf(metric));
         }
@@ -93,6 +99,10 @@ Metrics::~Metrics() = default;
 
 void Metrics::update(const std::string& source, const Summary& summary, bool ended) {
     m_server->figures->update(source, summary, ended);
+}
+
+void Metrics::alarm(const std::string& source, std::string_view check, const FaultPlace& place, bool isActive) {
+    m_server->figures->alarm(source, check, place, isActive);
 }
 
 } // namespace inspect

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "checking/Fault.h"
 #include "reports/Report.h"
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace inspect {
 
@@ -24,6 +26,9 @@ public:
     /// What came of an input so far. Threads may call it at the same time.
     /// @param ended whether no more comes
     void update(const std::string& source, const Summary& summary, bool ended);
+
+    /// An alarm of an input began, or ended.
+    void alarm(const std::string& source, std::string_view check, const FaultPlace& place, bool isActive);
 
 private:
     struct Server;

@@ -18,4 +18,7 @@ Metrics::~Metrics() = default;
 
 void Metrics::update(const std::string& /*source*/, const Summary& /*summary*/, bool /*ended*/) {}
 
+void Metrics::alarm(const std::string& /*source*/, std::string_view /*check*/, const FaultPlace& /*place*/,
+                    bool /*isActive*/) {}
+
 } // namespace inspect

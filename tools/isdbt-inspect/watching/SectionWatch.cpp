@@ -148,7 +148,8 @@ void SectionWatch::checkTime(const Section& section) {
     const std::int64_t passed =
         std::int64_t{static_cast<std::uint32_t>(*time)} - static_cast<std::uint32_t>(known->second);
     known->second = *time;
-    if (passed < 0) {
+    // Without a clock nobody sees whether the stream began again.
+    if (passed < 0 && section.position().seconds) {
         m_alarms.happened({"time_runs_back", placeOf(section)}, section.position(),
                           fmt::format("the time of the {} runs back by {} s", tableLabel(section.tableId()), -passed),
                           static_cast<double>(-passed));

@@ -35,6 +35,7 @@ constexpr Happening HAPPENINGS[] = {
     {EventKind::SyncLost, "sync_loss", [](const Event& /*event*/) { return std::string("sync was lost"); }},
     {EventKind::BytesSkipped, "sync_byte",
      [](const Event& event) { return fmt::format("{:.0f} bytes that are no packets", event.amount); }},
+    {EventKind::SyncByteError, "sync_byte", [](const Event& /*event*/) { return std::string("wrong sync byte"); }},
     {EventKind::Discontinuity, "continuity",
      [](const Event& event) { return "wrong continuity_counter" + onPid(event); }},
     {EventKind::TransportError, "transport_error",
@@ -48,13 +49,16 @@ constexpr Happening HAPPENINGS[] = {
     {EventKind::PcrCeased, "pcr_ceased", [](const Event& event) { return "no more PCR" + onPid(event); }},
     {EventKind::Loss, "loss",
      [](const Event& event) { return fmt::format("packets of many PIDs lost, {:.3g} s of the stream", event.amount); }},
+    {EventKind::Pause, "pause",
+     [](const Event& event) { return fmt::format("the sender paused for {:.3g} s", event.amount); }},
     {EventKind::NewStream, "new_stream", [](const Event& /*event*/) { return std::string("new stream from here"); }},
     {EventKind::Looped, "looped",
      [](const Event& event) { return fmt::format("the stream begins again after {:.3f} s", event.amount); }}};
 
 /// What follows has nothing to do with what was before.
 bool isBreak(const Event& event) {
-    return event.kind == EventKind::Loss || event.kind == EventKind::NewStream || event.kind == EventKind::Looped;
+    return event.kind == EventKind::Loss || event.kind == EventKind::Pause || event.kind == EventKind::NewStream ||
+           event.kind == EventKind::Looped;
 }
 
 /// PIDs that ISDB assigns, from one to another.
@@ -115,7 +119,8 @@ void Watch::take(const Event& event) {
     }
     for (const Happening& happening : HAPPENINGS) {
         if (happening.kind == event.kind) {
-            m_alarms.happened({happening.check, place}, event.at, happening.text(event), event.amount);
+            const std::optional<double> worst = event.amount != 0 ? std::optional(event.amount) : std::nullopt;
+            m_alarms.happened({happening.check, place}, event.at, happening.text(event), worst);
         }
     }
     if (isBreak(event)) {
@@ -312,11 +317,12 @@ void Watch::checkUnreferenced(std::string_view check) {
     if (limit == nullptr || m_announcements.programs().empty() || !isKnown(m_announcements.knowsKeys() && knowsMaps)) {
         return;
     }
-    for (Pid pid = FIRST; pid < NULL_PID; ++pid) {
-        const PidTraffic* const traffic = m_traffic.of(pid);
-        if (traffic == nullptr || m_announcements.names(pid) || (check == "unreferenced_pid_isdb" && isOfIsdb(pid))) {
+    for (const Pid pid : m_traffic.pids()) {
+        if (pid < FIRST || pid == NULL_PID || m_announcements.names(pid) ||
+            (check == "unreferenced_pid_isdb" && isOfIsdb(pid))) {
             continue;
         }
+        const PidTraffic* const traffic = m_traffic.of(pid);
         const double seconds = *m_now.seconds - traffic->first.seconds.value_or(0);
         const bool isPresent = *m_now.seconds - traffic->last.seconds.value_or(0) < PERIOD;
         const Spot spot{check, {pid, std::nullopt, std::nullopt}};
