@@ -431,13 +431,21 @@ std::vector<PidStatistics> Inspector::statisticsOf(const Traffic& traffic) const
     return statistics;
 }
 
+/// When the last packet was sent; where it was some time ago and nothing has come since, now.
+std::optional<double> Inspector::end(const PacketReader& packets) const {
+    constexpr double SHORT = 1; // seconds: packets come in bursts
+    std::optional<double> end = m_clock.seconds(packets.packets());
+    const double silence = m_isLive ? m_arrival.seconds() - m_heard.seconds : 0;
+    return end && silence > SHORT ? *end + silence : end;
+}
+
 Summary Inspector::summary(const PacketReader& packets) {
     std::uint64_t sections = 0;
     for (const auto& [pid, counts] : m_gatherer.counts()) {
         sections += counts.sections;
     }
-    const Traffic traffic{&m_traffic, packets.packets(), m_clock.duration(packets.packets()),
-                          m_clock.seconds(packets.packets()), m_transmission.layersOfPids()};
+    const Traffic traffic{&m_traffic, packets.packets(), m_clock.duration(packets.packets()), end(packets),
+                          m_transmission.layersOfPids()};
     const Position last{packets.packets(), packets.offset(), traffic.end,
                         m_isLive ? arrivalTime() : m_wallClock.at(traffic.end)};
     Summary summary{};

@@ -71,6 +71,7 @@ private:
     void show(const Reading& reading);
     void takeAsItIs(const Section& section, Repetitions repetitions);
     std::vector<PidStatistics> statisticsOf(const Traffic& traffic) const;
+    std::optional<double> end(const PacketReader& packets) const;
     Summary summary(const PacketReader& packets);
     Summary summary(const PacketReader& packets, const Input& input);
     bool attend(const PacketReader& packets, const Input& input);
