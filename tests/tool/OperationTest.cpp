@@ -160,8 +160,8 @@ TEST(InspectNoData, IsAFaultInJson) {
     program.signal(SIGINT);
     const Finished finished = program.finish();
     EXPECT_EQ(finished.status, 3);
-    EXPECT_THAT(finished.output, StartsWith("{\"type\":\"no_data\",\"input\":\"" + sender.address() +
-                                            "\",\"over\":false,\"duration\":0."));
+    EXPECT_THAT(finished.output, StartsWith("{\"type\":\"no_data\",\"schema_version\":1,\"source\":\"" +
+                                            sender.address() + "\",\"over\":false,\"duration\":0."));
     EXPECT_THAT(finished.output,
                 HasSubstr("\"fault\":\"no_data\",\"severity\":\"error\",\"about\":\"Transport stream\","
                           "\"text\":\"1 time without data\""));
