@@ -218,7 +218,7 @@ TEST(InspectDatagrams, NoneIsLostWhileTheOutputWaits) {
     ASSERT_TRUE(program.waitFor("PAT  PID 0x0000"));
     program.signal(SIGINT);
     const Finished finished = program.finish();
-    EXPECT_EQ(finished.status, 3); // the sample begins again and again
+    EXPECT_EQ(finished.status, 0);
     EXPECT_THAT(finished.output, EndsWith("\n49882 packets of 188 bytes, 14251 sections on 2 PIDs: 14251 shown, "
                                           "0 rejected, 0 CRC errors, 0 discontinuities\n"));
 }

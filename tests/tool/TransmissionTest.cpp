@@ -81,12 +81,12 @@ TEST(InspectTransmission, StandsBelowTheStatistics) {
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.errors, "");
     EXPECT_THAT(finished.output, HasSubstr("PID      packets     share   kbit/s   lowest   highest   layer   content\n"
-                                           "0x0000         1    0.03 %        -        -         -   B       PAT\n"));
+                                           "0x0000         1    0.03 %     9.46        -         -   B       PAT\n"));
     EXPECT_THAT(finished.output,
-                HasSubstr("0x0211        48    1.52 %        -        -         -   A       not announced\n"));
+                HasSubstr("0x0211        48    1.52 %   453.91        -         -   A       not announced\n"));
     EXPECT_THAT(finished.output,
-                HasSubstr("0x1FF0         3    0.09 %        -        -         -   IIP     ISDB-T information (IIP)\n"
-                          "0x1FFF      1173   37.03 %        -        -         -   none    "
+                HasSubstr("0x1FF0         3    0.09 %    28.37        -         -   IIP     ISDB-T information (IIP)\n"
+                          "0x1FFF      1173   37.03 %    11093        -         -   none    "
                           "null packets\n"));
     EXPECT_THAT(finished.output,
                 HasSubstr("\n\nTransmission: mode 1, guard interval 1/32, partial reception\n"
@@ -137,7 +137,7 @@ TEST(InspectTransmission, IsAnObjectInJson) {
                 R"("packets_per_frame":648}],"iips":3,"damaged_iips":0,"emergency_iips":0,)"
                 R"("trailers":{"packets":3165,"damaged":0,"whole_frames":2,"packets_of_layers":[48,1941,0],)"
                 R"("packets_lost":3,"gaps":1,"unmeasured_gaps":0,"emergency_packets":3165,"emergency_changes":0},)"
-                R"("seconds":null,"time":null,"time_source":null})"
+                R"("seconds":0.158993,"time":null,"time_source":null})"
                 "\n"))
             << view;
         EXPECT_THAT(finished.output,
@@ -307,12 +307,12 @@ TEST_F(InspectRecordedTransmission, TwoHundredPackets) {
     const Finished finished = inspect({"--view", "stats", TEST_DATA "/bts/tsduck-171.1.bts"});
     EXPECT_THAT(finished.output,
                 StartsWith("PID      packets     share   kbit/s   lowest   highest   layer      content\n"
-                           "0x0111        94   47.00 %        -        -         -   B\n"
-                           "0x0114         1    0.50 %        -        -         -   B\n"
-                           "0x0115         2    1.00 %        -        -         -   B\n"
-                           "0x0211         2    1.00 %        -        -         -   A\n"
-                           "0x0384         4    2.00 %        -        -         -   B\n"
-                           "0x1FFF        97   48.50 %        -        -         -   none+A+B   null packets\n"));
+                           "0x0111        94   47.00 %    14080        -         -   B\n"
+                           "0x0114         1    0.50 %   149.79        -         -   B\n"
+                           "0x0115         2    1.00 %   299.58        -         -   B\n"
+                           "0x0211         2    1.00 %   299.58        -         -   A\n"
+                           "0x0384         4    2.00 %   599.17        -         -   B\n"
+                           "0x1FFF        97   48.50 %    14530        -         -   none+A+B   null packets\n"));
     EXPECT_THAT(finished.output,
                 HasSubstr("\nTransmission: no IIP came, so that its parameters are not known\n"
                           "0 whole frames, 0 IIPs, 0 packets lost by TSP_counter\n"

@@ -248,6 +248,14 @@ TEST(Watch, TakesBrokenCountersForALoss) {
     EXPECT_THAT(stream.checks(), ElementsAre("loss"));
 }
 
+TEST(Watch, StartsAnewWhenTheLostTimeIsCounted) {
+    Watched stream("isdbt");
+    stream.until(10, [&](double now) { carryAll(stream, now); });
+    stream.lose(3);
+    stream.until(30, [&](double now) { carryAll(stream, now); });
+    EXPECT_THAT(stream.checks(), ElementsAre("loss"));
+}
+
 TEST(Watch, RemarksAStreamThatBeginsAgain) {
     Watched stream("always");
     stream.until(1);

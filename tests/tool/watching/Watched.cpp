@@ -45,6 +45,16 @@ void Watched::happens(inspect::EventKind kind, std::optional<inspect::Pid> pid, 
     m_watch.take(inspect::Events{{kind, pid, position(), amount, from, to}}, position());
 }
 
+void Watched::lose(double seconds) {
+    const inspect::Position now = position();
+    inspect::Position after = now;
+    after.seconds = *now.seconds + seconds - 0.5;
+    m_watch.take(inspect::Events{{inspect::EventKind::PcrInterval, 0x0100, after, seconds},
+                                 {inspect::EventKind::Loss, {}, after, seconds}},
+                 now);
+    m_tenths += static_cast<int>(std::lround(seconds * 10));
+}
+
 std::vector<std::string> Watched::said(const std::string& check) const {
     std::vector<std::string> lines;
     for (const Alarm& alarm : m_said) {

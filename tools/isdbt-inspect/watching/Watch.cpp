@@ -96,6 +96,7 @@ Watch::Watch(const TrafficCounter& traffic, const Profile& profile)
 
 /// What breaks off comes first: what a packet says else is measured from there on.
 void Watch::take(const Events& events, const Position& now) {
+    resume(now);
     for (const bool breaks : {true, false}) {
         for (const Event& event : events) {
             if (isBreak(event) == breaks) {
@@ -135,13 +136,15 @@ void Watch::take(const Event& event, const Position& now) {
     }
     happened(event);
     if (isBreak(event)) {
-        m_break = now.seconds;
+        const Position& at = event.at.seconds > now.seconds ? event.at : now;
+        m_break = at.seconds;
+        m_resumesAt = at.seconds;
         m_broken.reset();
         for (const Event& undecided : m_undecided) {
             m_broken.set(undecided.pid.value_or(NULL_PID));
         }
         m_undecided.clear();
-        restart(now);
+        restart(at);
     }
 }
 
@@ -201,6 +204,14 @@ void Watch::restart(const Position& at) {
     m_silences.restart(at);
 }
 
+/// The time that was lost may be counted only behind the packet that showed the loss.
+void Watch::resume(const Position& now) {
+    if (m_resumesAt && now.seconds >= m_resumesAt) {
+        m_resumesAt.reset();
+        restart(now);
+    }
+}
+
 void Watch::begin(const Position& at) {
     if (!m_start && at.seconds) {
         m_start = at;
@@ -220,6 +231,7 @@ void Watch::take(const std::uint8_t* packet, const Position& position) {
 }
 
 void Watch::take(const Section& section) {
+    resume(section.position());
     m_sections.take(section);
     if (!section.sound()) {
         return;
@@ -335,6 +347,7 @@ void Watch::tick(const Position& now) {
         return;
     }
     m_now = now;
+    resume(now);
     begin(now);
     decide(*now.seconds - UNDECIDED);
     if (!m_waited && *now.seconds - *m_start->seconds > PATIENCE) {

@@ -57,6 +57,7 @@ private:
     void decide(double until);
     void begin(const Position& at);
     void restart(const Position& at);
+    void resume(const Position& now);
     void takeScrambled(const Event& event);
     void takeTables(const Section& section);
     void takeTable(const Section& section, const Check& check, const Check::TableOf& table);
@@ -79,9 +80,10 @@ private:
     Position m_now;
     std::vector<Event> m_undecided;  ///< broken counters, which a loss may explain
     std::optional<double> m_break{}; ///< when the stream was cut last, in seconds
-    PidSet m_broken;                 ///< PIDs on which that has shown since
-    double m_nextLook = 0;           ///< at the PIDs that nobody names, in seconds
-    bool m_waited = false;           ///< long enough for what tables say
+    std::optional<double> m_resumesAt{};
+    PidSet m_broken;       ///< PIDs on which that has shown since
+    double m_nextLook = 0; ///< at the PIDs that nobody names, in seconds
+    bool m_waited = false; ///< long enough for what tables say
     bool m_hasPcr = false;
     bool m_hasCycles = false;   ///< that a BIT declares
     bool m_isScrambled = false; ///< any packet
