@@ -62,6 +62,7 @@ std::string checkLines(const std::string& source, const Summary& summary) {
         object["result"] = check.alarms != 0 ? "alarm" : check.whyUnmeasured.empty() ? "ok" : "not_measured";
         object["alarms"] = check.alarms;
         object["why_not_measured"] = orNull(check.whyUnmeasured);
+        addTime(object, summary.last);
         lines += jsonLine(object);
     }
     return lines;
