@@ -309,6 +309,36 @@ TEST(Watch, SeesAVersionThatGoesBackAndForth) {
         ElementsAre("3.0 begin alarm: NIT 0x0735 goes back and forth between version 3 and 4 (limit 60 s, proposal)"));
 }
 
+TEST(Watch, SeesThatTheNitAndTheSdtDisagreeAboutTheNetwork) {
+    LongHeader header;
+    header.extension = 0x0735;
+    Watched stream("isdbt");
+    stream.until(1, [&](double /*now*/) {
+        stream.section(0x0010, longSection(0x40, header, hex("F000 F00C 0736 0001 F000 0735 0735 F000")));
+        stream.section(0x0011, longSection(0x42, header, hex("0735 FF")));
+    });
+    EXPECT_THAT(stream.said("original_network"), IsEmpty());
+    stream.until(2, [&](double /*now*/) { stream.section(0x0011, longSection(0x42, header, hex("0734 FF"))); });
+    stream.until(10, [&](double /*now*/) { stream.section(0x0011, longSection(0x42, header, hex("0735 FF"))); });
+    EXPECT_THAT(
+        stream.said("original_network"),
+        ElementsAre(
+            "1.0 begin warning: the SDT says original network 0x0734, the NIT 0x0735 (proposal)",
+            "1.9 end warning: over: the SDT says original network 0x0734, the NIT 0x0735 (proposal), 10 times"));
+}
+
+TEST(Watch, HeedsNoNetworkBehindTheEndOfTheNit) {
+    LongHeader header;
+    header.extension = 0x0735;
+    Watched stream("isdbt");
+    stream.until(1, [&](double /*now*/) {
+        stream.section(0x0010, longSection(0x40, header, hex("F000 F006 0735 0001 FFFF")));
+        stream.section(0x0011, longSection(0x42, header, hex("0735 FF")));
+        stream.section(0x0011, longSection(0x42, header, hex("")));
+    });
+    EXPECT_THAT(stream.said("original_network"), IsEmpty());
+}
+
 TEST(Watch, SeesATimeThatRunsBack) {
     Watched stream("always");
     stream.until(2, [&](double now) { stream.section(0x0014, tot(now < 1 ? 100 : 95)); });

@@ -29,6 +29,15 @@ std::optional<double> between(const Position& one, const Position& other) {
     return one.seconds && other.seconds ? std::optional(*other.seconds - *one.seconds) : std::nullopt;
 }
 
+/// What stands between the long header and the CRC_32.
+Bits behindHeader(const Section& section) {
+    constexpr std::size_t HEADER_SIZE = 8;
+    constexpr std::size_t CRC_SIZE = 4;
+    Bits bits(section.data(), section.size() - CRC_SIZE);
+    bits.takeBytes(HEADER_SIZE);
+    return bits;
+}
+
 FaultPlace placeOf(const Section& section, std::optional<std::uint16_t> extension = std::nullopt) {
     return {section.pid(), section.tableId(), extension};
 }
@@ -57,6 +66,11 @@ void SectionWatch::take(const Section& section) {
     if (const std::optional<LongHeader> header = section.longHeader(); header) {
         checkGap(section, *header);
         checkVersion(section, *header);
+        if (section.tableId() == NIT && header->current) {
+            learnNetworks(section);
+        } else if (section.tableId() == SDT && header->current) {
+            checkNetwork(section, *header);
+        }
     } else if (section.tableId() == TOT || section.tableId() == TDT) {
         checkTime(section);
     }
@@ -65,6 +79,7 @@ void SectionWatch::take(const Section& section) {
 void SectionWatch::restart() {
     m_versions = BoundedMap<Place, Versions>(SeenSections::CAPACITY);
     m_ends = BoundedMap<TableKey, Position>(SeenSections::CAPACITY);
+    m_networks = BoundedMap<std::uint16_t, std::uint16_t>(SeenSections::CAPACITY);
     m_times.clear();
 }
 
@@ -129,6 +144,34 @@ void SectionWatch::checkVersion(const Section& section, const LongHeader& header
                                       tableLabel(section.tableId()), header.extension,
                                       std::min(versions->now, versions->before),
                                       std::max(versions->now, versions->before)));
+    }
+}
+
+/// Which network each transport stream comes from.
+void SectionWatch::learnNetworks(const Section& section) {
+    Bits bits = behindHeader(section);
+    bits.take(4);
+    bits.takeBytes(bits.take(12)); // descriptors of the network
+    bits.take(16);                 // length of all that follows
+    while (bits.left() != 0) {
+        const auto stream = static_cast<std::uint16_t>(bits.take(16));
+        const auto network = static_cast<std::uint16_t>(bits.take(16));
+        bits.take(4);
+        bits.takeBytes(bits.take(12));
+        if (bits.failed()) {
+            return;
+        }
+        m_networks.put(stream, network);
+    }
+}
+
+void SectionWatch::checkNetwork(const Section& section, const LongHeader& header) {
+    const std::uint16_t* const network = m_networks.find(header.extension);
+    Bits bits = behindHeader(section);
+    const auto said = static_cast<std::uint16_t>(bits.take(16));
+    if (network != nullptr && !bits.failed() && said != *network) {
+        m_alarms.happened({"original_network", placeOf(section, header.extension)}, section.position(),
+                          fmt::format("the SDT says original network 0x{:04X}, the NIT 0x{:04X}", said, *network));
     }
 }
 

@@ -32,11 +32,14 @@ private:
     void checkGap(const Section& section, const LongHeader& header);
     void checkVersion(const Section& section, const LongHeader& header);
     void checkTime(const Section& section);
+    void learnNetworks(const Section& section);
+    void checkNetwork(const Section& section, const LongHeader& header);
 
     Alarms& m_alarms;
     BoundedMap<Place, Versions> m_versions{SeenSections::CAPACITY};
-    BoundedMap<TableKey, Position> m_ends{SeenSections::CAPACITY}; ///< of the last section of each table
-    std::map<std::uint8_t, std::int32_t> m_times;                  ///< of day, by table_id
+    BoundedMap<TableKey, Position> m_ends{SeenSections::CAPACITY};               ///< of the last section of each table
+    BoundedMap<std::uint16_t, std::uint16_t> m_networks{SeenSections::CAPACITY}; ///< of transport streams, by the NIT
+    std::map<std::uint8_t, std::int32_t> m_times;                                ///< of day, by table_id
 };
 
 } // namespace inspect
