@@ -277,6 +277,12 @@ std::vector<Fault> packetFaults() {
     };
 }
 
+/// The section stays the current one.
+void setVersion(Bytes& section, unsigned version) {
+    psi_set_version(section.data(), static_cast<std::uint8_t>(version));
+    psi_set_current(section.data());
+}
+
 /// One capital letter of a name becomes a small one.
 void rename(Bytes& section) {
     constexpr std::string_view PART = "HD";
@@ -312,18 +318,17 @@ std::vector<Fault> contentFaults() {
         inSections({"tot-back", "", "the TOT runs back an hour", Reported::Yes, SOME_SECONDS},
                    sections(TOT_PID, [](const Moment& moment,
                                         Bytes& section) { section = tot(secondOfDay(moment.now) - HOUR); })),
-        inSections({"version-flaps", "", "every other PMT has another version", Reported::Yes, SOME_SECONDS},
-                   sections(HD_PMT_PID,
-                            [other = every(2)](const Moment&, Bytes& section) mutable {
-                                psi_set_version(section.data(), other() ? 1 : 0);
-                            })),
+        inSections(
+            {"version-flaps", "", "every other PMT has another version", Reported::Yes, SOME_SECONDS},
+            sections(HD_PMT_PID, [other = every(2)](const Moment&,
+                                                    Bytes& section) mutable { setVersion(section, other() ? 1 : 0); })),
         inSections({"content-changes", "", "the SDT has another name in the same version", Reported::Yes, SOME_SECONDS},
                    sections(SDT_PID, [](const Moment&, Bytes& section) { rename(section); })),
         inSections(
             {"network-differs", "", "the SDT names another original network than the NIT", Reported::Yes, SOME_SECONDS},
             sections(SDT_PID,
                      [](const Moment&, Bytes& section) {
-                         psi_set_version(section.data(), 1);
+                         setVersion(section, 1);
                          section[8] = OTHER_NETWORK_ID >> 8U;
                          section[9] = OTHER_NETWORK_ID & 0xFFU;
                      })),
@@ -335,7 +340,7 @@ Fault otherSource() {
     Fault fault{"other-source", "", "the same station from another source: other PCR, counters and versions"};
     fault.section = [](const Moment&, std::uint16_t /*pid*/, Bytes& section) {
         if (psi_get_syntax(section.data())) {
-            psi_set_version(section.data(), (psi_get_version(section.data()) + 1U) & 0x1FU);
+            setVersion(section, (psi_get_version(section.data()) + 1U) & 0x1FU);
             psi_set_crc(section.data());
         }
     };

@@ -323,8 +323,8 @@ TEST(Watch, SeesThatTheNitAndTheSdtDisagreeAboutTheNetwork) {
     EXPECT_THAT(
         stream.said("original_network"),
         ElementsAre(
-            "1.0 begin warning: the SDT says original network 0x0734, the NIT 0x0735 (proposal)",
-            "1.9 end warning: over: the SDT says original network 0x0734, the NIT 0x0735 (proposal), 10 times"));
+            "1.1 begin warning: the SDT says original network 0x0734, the NIT 0x0735 (proposal)",
+            "2.0 end warning: over: the SDT says original network 0x0734, the NIT 0x0735 (proposal), 10 times"));
 }
 
 TEST(Watch, HeedsNoNetworkBehindTheEndOfTheNit) {
