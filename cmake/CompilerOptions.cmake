@@ -6,7 +6,9 @@ endif()
 # Every target of the project links quor_build_options: language level and warnings.
 add_library(quor_build_options INTERFACE)
 target_compile_features(quor_build_options INTERFACE cxx_std_17)
-target_compile_options(quor_build_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+# A source may name what is its own as another does that it is compiled with.
+target_compile_options(quor_build_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion
+                       $<$<NOT:$<BOOL:$<TARGET_PROPERTY:UNITY_BUILD>>>:-Wshadow>
                        $<$<BOOL:${QUOR_ISDBT_WERROR}>:-Werror>)
 
 if(QUOR_ISDBT_SANITIZE)

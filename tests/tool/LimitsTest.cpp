@@ -9,6 +9,7 @@
 
 namespace {
 
+using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -77,19 +78,20 @@ TEST(Limits, AreFaultsInTheTree) {
 
 TEST(Limits, EndWithATableOfWhatWasMeasured) {
     const Finished finished = inspectHeld("stats", ONLY_THE_PAT, withoutPatForFourSeconds());
-    EXPECT_THAT(finished.output, HasSubstr("  check         TR 101 290  limit (s)   result\n"
-                                           "  pat_interval  1.3.a       0.25*, 0.95  1 alarm\n"));
+    EXPECT_THAT(finished.output, HasSubstr("check        TR 101 290 limit (s)   result\n"
+                                           "pat_interval 1.3.a      0.25*, 0.95 1 alarm\n"));
 }
 
 TEST(Limits, AreLinesInJson) {
     const std::string lines = inspectHeld("diff", ONLY_THE_PAT, withoutPatForFourSeconds(), {"--json"}).output;
-    EXPECT_THAT(lines, HasSubstr(R"("event":"begin","check":"pat_interval","indicator":"1.3.a","severity":"warning",)"
-                                 R"("text":"no PAT for 0.)"));
+    EXPECT_THAT(lines, ContainsRegex(R"("event":"begin",.*"check":"pat_interval","indicator":"1.3.a",)"
+                                     R"("severity":"warning","text":"no PAT for 0.283 s )"));
     EXPECT_THAT(lines, HasSubstr(R"("pid":0,"table":"PAT","table_id":0,"table_id_extension":null,"packet":)"));
     EXPECT_THAT(lines, HasSubstr(R"("limit":0.25,"limit_source":"proposal","proposal":true,"count":1,"worst":0.2)"));
-    EXPECT_THAT(lines, HasSubstr(R"("event":"worse","check":"pat_interval","indicator":"1.3.a","severity":"error")"));
-    EXPECT_THAT(lines, HasSubstr(R"("event":"end","check":"pat_interval","indicator":"1.3.a","severity":"error",)"
-                                 R"("text":"PAT came again after 4)"));
+    EXPECT_THAT(lines,
+                ContainsRegex(R"("event":"worse",.*"check":"pat_interval","indicator":"1.3.a","severity":"error")"));
+    EXPECT_THAT(lines, ContainsRegex(R"("event":"end",.*"check":"pat_interval","indicator":"1.3.a",)"
+                                     R"("severity":"error","text":"PAT came again after 4.1 s")"));
     EXPECT_THAT(lines, HasSubstr(R"("type":"fault")"));
     EXPECT_THAT(lines, HasSubstr(R"("fault":"pat_interval","severity":"error")"));
 }

@@ -62,7 +62,7 @@ TEST(Completion, OffersTheValuesOfAnOption) {
     EXPECT_EQ(completions("isdbt-inspect --view ''"), "tree tables stats diff\n");
     EXPECT_EQ(completions("isdbt-inspect --view t"), "tree tables\n");
     EXPECT_EQ(completions("isdbt-inspect --color a"), "auto always\n");
-    EXPECT_EQ(completions("isdbt-inspect --limits isd"), "isdbt\n");
+    EXPECT_EQ(completions("isdbt-inspect --limits dv"), "dvb\n");
     EXPECT_EQ(completions("isdbt-inspect --table p"), "pat pmt\n");
     EXPECT_EQ(completions("isdbt-inspect --table nit,sd"), "nit,sdt nit,sdtt\n");
     EXPECT_EQ(completions("isdbt-inspect --descriptor p"), "pmt\n");

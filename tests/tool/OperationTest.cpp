@@ -116,8 +116,7 @@ TEST(InspectEvery, GivesLinesOfJsonThatSaySo) {
     const TemporaryFile file(tenSeconds());
     const Finished finished = inspect({"--view", "stats", "--json", "--table", "pat", "--every", "4s", file.path()});
     EXPECT_EQ(finished.status, 0);
-    EXPECT_THAT(finished.output, MatchesRegex("[^\n]*\"interim\":4[^\n]*\n[^\n]*\"interim\":4[^\n]*\n"
-                                              "[^\n]*\"interim\":8[^\n]*\n[^\n]*\"interim\":8[^\n]*\n"
+    EXPECT_THAT(finished.output, MatchesRegex("([^\n]*\"interim\":4[^\n]*\n){3}([^\n]*\"interim\":8[^\n]*\n){3}"
                                               "[^\n]*\"pid_statistics\"[^\n]*\n([^\n]*\n)+"));
     const std::size_t last = finished.output.rfind("\"interim\"");
     EXPECT_THAT(finished.output.substr(last), HasSubstr("\"sections\":10,"));
@@ -160,8 +159,8 @@ TEST(InspectNoData, IsAFaultInJson) {
     program.signal(SIGINT);
     const Finished finished = program.finish();
     EXPECT_EQ(finished.status, 3);
-    EXPECT_THAT(finished.output, StartsWith("{\"type\":\"no_data\",\"input\":\"" + sender.address() +
-                                            "\",\"over\":false,\"duration\":0."));
+    EXPECT_THAT(finished.output, StartsWith("{\"type\":\"no_data\",\"schema_version\":1,\"source\":\"" +
+                                            sender.address() + "\",\"over\":false,\"duration\":0."));
     EXPECT_THAT(finished.output,
                 HasSubstr("\"fault\":\"no_data\",\"severity\":\"error\",\"about\":\"Transport stream\","
                           "\"text\":\"1 time without data\""));

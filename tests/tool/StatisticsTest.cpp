@@ -116,7 +116,7 @@ TEST(InspectStatistics, CountsIntervalsAndRates) {
               "0x0000 1 >= 1 0 0 0 0\n"
               "\n"
               "PID PCRs mean interval longest interval ended PCR jumps longest of PTSs ended\n"
-              "0x0100 10 - - - 0 - -\n"
+              "0x0100 10 0.100 s 0.100 s - 0 - -\n"
               "\n"
               "1.000 s by the stream's clock, 150.40 kbit/s\n"
               "3 faults:\n"

@@ -127,7 +127,7 @@ void Inspector::watch(const Position& now) {
     for (Event& event : m_events) {
         event.at.seconds = event.at.seconds ? event.at.seconds : now.seconds;
     }
-    m_watch.take(m_events);
+    m_watch.take(m_events, now);
     m_events.clear();
     if (now.seconds && *now.seconds >= m_nextTick) {
         m_watch.tick(now);
@@ -178,6 +178,7 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
         }
         m_traffic.take(packet, position);
         watch(position);
+        m_now = position;
         m_transmission.take(packet, packets.trailer(), position);
         if (m_transmission.isBroadcast()) {
             m_clock.takeBroadcast(m_transmission.lostPackets());
@@ -197,7 +198,7 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
         readable.complain();
     }
     position.seconds = m_clock.seconds(position.packet);
-    m_watch.tick(position); // what did not come until the end
+    m_watch.finish(position);
     tellAlarms();
     finish(summary(packets), input, std::move(expected));
     readable.complain();
@@ -217,6 +218,11 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
 bool Inspector::attend(const PacketReader& packets, const Input& input) {
     constexpr double INTERVAL = 1;
     const double now = m_arrival.seconds();
+    if (packets.packets() != m_heard.packets) {
+        m_heard = {packets.packets(), now};
+    } else if (m_isLive && m_now.seconds) { // nothing comes, and nothing of the stream says how late it is
+        watch({m_now.packet, m_now.offset, *m_now.seconds + now - m_heard.seconds, arrivalTime()});
+    }
     if (m_renderer.wantsUpdates() && now >= m_nextUpdate) {
         m_renderer.update(summary(packets, input));
         m_nextUpdate = now + INTERVAL;
@@ -425,13 +431,21 @@ std::vector<PidStatistics> Inspector::statisticsOf(const Traffic& traffic) const
     return statistics;
 }
 
+/// When the last packet was sent; where it was some time ago and nothing has come since, now.
+std::optional<double> Inspector::end(const PacketReader& packets) const {
+    constexpr double SHORT = 1; // seconds: packets come in bursts
+    std::optional<double> end = m_clock.seconds(packets.packets());
+    const double silence = m_isLive ? m_arrival.seconds() - m_heard.seconds : 0;
+    return end && silence > SHORT ? *end + silence : end;
+}
+
 Summary Inspector::summary(const PacketReader& packets) {
     std::uint64_t sections = 0;
     for (const auto& [pid, counts] : m_gatherer.counts()) {
         sections += counts.sections;
     }
-    const Traffic traffic{&m_traffic, packets.packets(), m_clock.duration(packets.packets()),
-                          m_clock.seconds(packets.packets()), m_transmission.layersOfPids()};
+    const Traffic traffic{&m_traffic, packets.packets(), m_clock.duration(packets.packets()), end(packets),
+                          m_transmission.layersOfPids()};
     const Position last{packets.packets(), packets.offset(), traffic.end,
                         m_isLive ? arrivalTime() : m_wallClock.at(traffic.end)};
     Summary summary{};

@@ -71,6 +71,7 @@ private:
     void show(const Reading& reading);
     void takeAsItIs(const Section& section, Repetitions repetitions);
     std::vector<PidStatistics> statisticsOf(const Traffic& traffic) const;
+    std::optional<double> end(const PacketReader& packets) const;
     Summary summary(const PacketReader& packets);
     Summary summary(const PacketReader& packets, const Input& input);
     bool attend(const PacketReader& packets, const Input& input);
@@ -96,6 +97,7 @@ private:
     TrafficCounter m_traffic{m_events, m_clock};
     Watch m_watch{m_traffic, m_interest.limits};
     double m_nextTick = 0; ///< in seconds of the stream
+    Position m_now;        ///< that of the last packet
     TransmissionReader m_transmission;
     PresentEvents m_presentEvents;
     SeenSections m_seen;
@@ -107,6 +109,13 @@ private:
     Times m_times;
     Timetable m_timetable;
     Stopwatch m_arrival;
+
+    /// When the last packets came.
+    struct {
+        std::uint64_t packets = 0;
+        double seconds = 0; ///< of arrival
+    } m_heard;
+
     double m_nextUpdate = 0; ///< in seconds of arrival
     std::uint64_t m_shown = 0;
     std::uint64_t m_rejected = 0;

@@ -25,12 +25,12 @@ void addNames(std::set<std::string>& names, const nlohmann::json& schema) {
 }
 
 /// What stands in lines beside the fields, and begins like the name of one.
-const std::set<std::string> WORDS{"area",  "begin",    "behind",    "byte",    "carousel", "component",    "end",
-                                  "ended", "errors",   "faults",    "from",    "highest",  "interleaving", "interval",
-                                  "jumps", "longest",  "lost",      "lowest",  "mean",     "modulation",   "new",
-                                  "no",    "none",     "nothing",   "place",   "places",   "profile",      "provider",
-                                  "rate",  "schedule", "section",   "service", "shortest", "tag",          "time",
-                                  "times", "to",       "transport", "visible", "yes"};
+const std::set<std::string> WORDS{
+    "alarm",  "area",    "begin",      "behind",    "byte",         "carousel", "component", "end",      "ended",
+    "errors", "faults",  "from",       "highest",   "interleaving", "interval", "jumps",     "longest",  "lost",
+    "lowest", "mean",    "modulation", "new",       "no",           "none",     "nothing",   "ok",       "place",
+    "places", "profile", "provider",   "rate",      "schedule",     "section",  "service",   "shortest", "tag",
+    "time",   "times",   "to",         "transport", "visible",      "yes"};
 
 } // namespace
 

@@ -223,8 +223,7 @@ TEST(Watch, MissesOneOfTwoSectionsOfAnEit) {
             stream.section(0x0012, eit(0));
         }
     });
-    EXPECT_THAT(stream.said("eit_pair"),
-                ElementsAre(HasSubstr("no EIT p/f beside the other section section 1 of 0xE6A0")));
+    EXPECT_THAT(stream.said("eit_interval"), ElementsAre(HasSubstr("no EIT p/f section 1 of 0xE6A0 for 2.1 s")));
 }
 
 TEST(Watch, StartsAnewBehindALoss) {
@@ -236,6 +235,25 @@ TEST(Watch, StartsAnewBehindALoss) {
     EXPECT_THAT(stream.checks(), ElementsAre("loss"));
     EXPECT_THAT(stream.said("loss").front(),
                 HasSubstr("packets of many PIDs lost, 3 s of the stream (ISO/IEC 13818-1"));
+}
+
+TEST(Watch, TakesBrokenCountersForALoss) {
+    Watched stream("isdbt");
+    stream.until(10, [&](double now) { carryAll(stream, now); });
+    stream.happens(EventKind::Discontinuity, 0x0111, 1);
+    stream.until(10.3, [&](double now) { carryAll(stream, now); });
+    stream.happens(EventKind::Loss, {}, 3);
+    stream.happens(EventKind::Discontinuity, 0x0010, 1);
+    stream.until(30, [&](double now) { carryAll(stream, now); });
+    EXPECT_THAT(stream.checks(), ElementsAre("loss"));
+}
+
+TEST(Watch, StartsAnewWhenTheLostTimeIsCounted) {
+    Watched stream("isdbt");
+    stream.until(10, [&](double now) { carryAll(stream, now); });
+    stream.lose(3);
+    stream.until(30, [&](double now) { carryAll(stream, now); });
+    EXPECT_THAT(stream.checks(), ElementsAre("loss"));
 }
 
 TEST(Watch, RemarksAStreamThatBeginsAgain) {
@@ -260,8 +278,8 @@ TEST(Watch, HasACheckForWhatHappens) {
     stream.happens(EventKind::PcrFrozen, 0x0100);
     stream.happens(EventKind::Scrambled, 0x0000);
     stream.until(2);
-    EXPECT_THAT(stream.checks(), ElementsAre("sync_loss", "sync_byte", "continuity", "transport_error", "pcr_jump",
-                                             "pcr_frozen", "scrambled_table", "pat_interval"));
+    EXPECT_THAT(stream.checks(), ElementsAre("sync_loss", "sync_byte", "transport_error", "pcr_jump", "pcr_frozen",
+                                             "scrambled_table", "pat_interval", "continuity"));
     EXPECT_THAT(stream.said("sync_byte").front(), HasSubstr("17 bytes that are no packets (TR 101 290 1.2)"));
     EXPECT_THAT(stream.said("continuity").front(),
                 HasSubstr("wrong continuity_counter on PID 0x0111 (TR 101 290 1.4)"));

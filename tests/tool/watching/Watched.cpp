@@ -42,7 +42,17 @@ void Watched::packet(inspect::Pid pid) {
 }
 
 void Watched::happens(inspect::EventKind kind, std::optional<inspect::Pid> pid, double amount, double from, double to) {
-    m_watch.take(inspect::Events{{kind, pid, position(), amount, from, to}});
+    m_watch.take(inspect::Events{{kind, pid, position(), amount, from, to}}, position());
+}
+
+void Watched::lose(double seconds) {
+    const inspect::Position now = position();
+    inspect::Position after = now;
+    after.seconds = *now.seconds + seconds - 0.5;
+    m_watch.take(inspect::Events{{inspect::EventKind::PcrInterval, 0x0100, after, seconds},
+                                 {inspect::EventKind::Loss, {}, after, seconds}},
+                 now);
+    m_tenths += static_cast<int>(std::lround(seconds * 10));
 }
 
 std::vector<std::string> Watched::said(const std::string& check) const {

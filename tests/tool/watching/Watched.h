@@ -26,6 +26,9 @@ public:
     void happens(inspect::EventKind kind, std::optional<inspect::Pid> pid = {}, double amount = 0, double from = 0,
                  double to = 0);
 
+    /// A loss is understood now; what follows is that much later.
+    void lose(double seconds);
+
     /// What was said of a check: "20.3 begin warning: no PAT for ...".
     std::vector<std::string> said(const std::string& check) const;
 

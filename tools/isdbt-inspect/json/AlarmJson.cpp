@@ -34,8 +34,8 @@ std::optional<double> durationOf(const Alarm& alarm) {
 
 std::string alarmLine(const std::string& source, const Alarm& alarm) {
     Json object = lineObject("alarm", source);
-    object["event"] = eventOf(alarm.stage);
     object["id"] = eventId(alarm.kind.name, alarm.place, alarm.since);
+    object["event"] = eventOf(alarm.stage);
     object["check"] = alarm.kind.name;
     object["indicator"] = orNull(std::string(alarm.indicator));
     object["severity"] = severityName(alarm.kind.severity);
@@ -62,6 +62,7 @@ std::string checkLines(const std::string& source, const Summary& summary) {
         object["result"] = check.alarms != 0 ? "alarm" : check.whyUnmeasured.empty() ? "ok" : "not_measured";
         object["alarms"] = check.alarms;
         object["why_not_measured"] = orNull(check.whyUnmeasured);
+        addTime(object, summary.last);
         lines += jsonLine(object);
     }
     return lines;

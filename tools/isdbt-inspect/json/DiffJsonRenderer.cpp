@@ -46,8 +46,9 @@ void DiffJsonRenderer::tell(const Fate& fate) {
     const SectionReport& report = fate.report;
     Json object = sectionJson("change", m_source, report);
     object["event"] = EVENTS[fate.kind];
+    const unsigned number = report.header ? report.header->sectionNumber : 0U;
     object["id"] =
-        eventId(EVENTS[fate.kind], placeIn(report), report.position, report.header ? report.header->sectionNumber : 0U);
+        eventId(EVENTS[fate.kind], placeIn(report), report.position, fate.kind == Fate::Ended ? fate.ended : number);
     if (fate.kind == Fate::Changed) {
         object["former_pid"] = orNull(fate.former->pid);
         object["former_version"] = fate.former->header ? Json(fate.former->header->version) : Json();

@@ -2,7 +2,6 @@
 
 #include "json/JsonValues.h"
 
-#include <fmt/chrono.h>
 #include <nlohmann/json.hpp>
 
 namespace inspect {
@@ -11,7 +10,8 @@ std::string silenceLine(const std::string& source, const Silence& silence) {
     nlohmann::ordered_json object = lineObject("no_data", source);
     object["over"] = silence.isOver;
     object["duration"] = measured(silence.seconds);
-    object["time"] = fmt::format("{:%Y-%m-%dT%H:%M:%SZ}", fmt::gmtime(silence.at));
+    constexpr std::int64_t SECOND = 1000;
+    addTime(object, {0, 0, std::nullopt, WallTime{std::int64_t{silence.at} * SECOND, WallTime::Source::Arrival}});
     return jsonLine(object);
 }
 

@@ -17,6 +17,12 @@ public:
 
     void section(const SectionReport& report) override { m_view->section(report); }
     void descriptor(const DescriptorReport& report) override { m_view->descriptor(report); }
+
+    void alarm(const Alarm& alarm) override {
+        m_metrics.alarm(m_source, alarm.kind.name, alarm.place, !alarm.until);
+        m_view->alarm(alarm);
+    }
+
     void interim(const Summary& summary, double seconds) override { m_view->interim(summary, seconds); }
     bool wantsUpdates() const override { return true; }
     void update(const Summary& summary) override { m_metrics.update(m_source, summary, false); }

@@ -54,7 +54,7 @@ void SectionWatch::take(const Section& section) {
             fmt::format("CRC_32 of {} on PID 0x{:04X} is wrong", tableLabel(section.tableId()), *section.pid()));
         return;
     }
-    if (const std::optional<LongHeader> header = section.longHeader(); header && header->current) {
+    if (const std::optional<LongHeader> header = section.longHeader(); header) {
         checkGap(section, *header);
         checkVersion(section, *header);
     } else if (section.tableId() == TOT || section.tableId() == TDT) {

@@ -34,7 +34,7 @@ void Silences::cameIfExpected(const Spot& spot, const Position& at, std::optiona
 }
 
 void Silences::take(const Spot& spot, Timer& timer, const Position& at, std::optional<double> measured) {
-    if (!at.seconds || *at.seconds < *timer.last.seconds) {
+    if (!at.seconds || *at.seconds <= *timer.last.seconds) {
         return;
     }
     const double silence = measured.value_or(*at.seconds - *timer.last.seconds);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bitstream/mpeg/ts.h>
 #include <fmt/format.h>
+#include <limits>
 
 namespace inspect {
 
@@ -14,10 +15,16 @@ constexpr double PATIENCE = 10;
 /// How often is looked for packets that nobody announces, in seconds.
 constexpr double PERIOD = 0.5;
 
+/// So long after a loss counters may be broken by it, on PIDs whose packets are rare.
+constexpr double SAME_BREAK = 30;
+
+/// So long it may take until it is known that one happened.
+constexpr double UNDECIDED = 0.6;
+constexpr std::size_t MOST_UNDECIDED = 4096;
+
 constexpr std::uint8_t CAT_ID = 0x01;
 constexpr std::uint8_t BIT_ID = 0xC4;
 constexpr std::uint8_t EIT_PRESENT_ID = 0x4E;
-constexpr Pid EIT_PID = 0x0012;
 constexpr std::uint8_t FOLLOWING = 1; ///< section_number of what follows the present event
 
 /// What happens, by the check that it is for.
@@ -88,17 +95,18 @@ Watch::Watch(const TrafficCounter& traffic, const Profile& profile)
 }
 
 /// What breaks off comes first: what a packet says else is measured from there on.
-void Watch::take(const Events& events) {
+void Watch::take(const Events& events, const Position& now) {
+    resume(now);
     for (const bool breaks : {true, false}) {
         for (const Event& event : events) {
             if (isBreak(event) == breaks) {
-                take(event);
+                take(event, now);
             }
         }
     }
 }
 
-void Watch::take(const Event& event) {
+void Watch::take(const Event& event, const Position& now) {
     const FaultPlace place{event.pid, std::nullopt, std::nullopt};
     switch (event.kind) {
     case EventKind::PcrInterval:
@@ -114,18 +122,66 @@ void Watch::take(const Event& event) {
     case EventKind::Scrambled:
         takeScrambled(event);
         return;
+    case EventKind::Discontinuity:
+        if (isOfBreak(event)) {
+            return;
+        }
+        if (event.at.seconds && m_undecided.size() < MOST_UNDECIDED) {
+            m_undecided.push_back(event);
+            return;
+        }
+        break;
     default:
         break;
     }
+    happened(event);
+    if (isBreak(event)) {
+        const Position& at = event.at.seconds > now.seconds ? event.at : now;
+        m_break = at.seconds;
+        m_resumesAt = at.seconds;
+        m_broken.reset();
+        for (const Event& undecided : m_undecided) {
+            m_broken.set(undecided.pid.value_or(NULL_PID));
+        }
+        m_undecided.clear();
+        restart(at);
+    }
+}
+
+/// A loss breaks the counter of each PID once, of those whose packets are rare later than of others.
+bool Watch::isOfBreak(const Event& event) {
+    if (!m_break || !event.at.seconds || *event.at.seconds - *m_break > SAME_BREAK) {
+        return false;
+    }
+    const Pid pid = event.pid.value_or(NULL_PID);
+    const bool isFirst = !m_broken[pid];
+    m_broken.set(pid);
+    return isFirst;
+}
+
+void Watch::happened(const Event& event) {
+    const FaultPlace place{event.pid, std::nullopt, std::nullopt};
     for (const Happening& happening : HAPPENINGS) {
         if (happening.kind == event.kind) {
             const std::optional<double> worst = event.amount != 0 ? std::optional(event.amount) : std::nullopt;
             m_alarms.happened({happening.check, place}, event.at, happening.text(event), worst);
         }
     }
-    if (isBreak(event)) {
-        restart(event.at);
+}
+
+/// Broken counters are told of once it is clear that no loss of many PIDs and no other stream broke them.
+void Watch::decide(double until) {
+    const auto end = std::find_if(m_undecided.begin(), m_undecided.end(),
+                                  [until](const Event& event) { return *event.at.seconds > until; });
+    for (auto event = m_undecided.begin(); event != end; ++event) {
+        happened(*event);
     }
+    m_undecided.erase(m_undecided.begin(), end);
+}
+
+void Watch::finish(const Position& end) {
+    tick(end);
+    decide(std::numeric_limits<double>::infinity());
 }
 
 void Watch::takeScrambled(const Event& event) {
@@ -133,6 +189,7 @@ void Watch::takeScrambled(const Event& event) {
         m_alarms.happened({"scrambled_table", {event.pid, std::nullopt, std::nullopt}}, event.at,
                           fmt::format("PID 0x{:04X} of the PAT or a PMT is scrambled", *event.pid));
     }
+    m_silences.forget({"pts_interval", {event.pid, std::nullopt, std::nullopt}}); // nobody can read them now
     if (m_profile.of("cat_interval") != nullptr) {
         m_isScrambled = true;
         m_silences.expectToo({"cat_interval", {Pid{0x0001}, CAT_ID, std::nullopt}}, event.at);
@@ -145,6 +202,14 @@ void Watch::restart(const Position& at) {
     m_start.reset();
     begin(at);
     m_silences.restart(at);
+}
+
+/// The time that was lost may be counted only behind the packet that showed the loss.
+void Watch::resume(const Position& now) {
+    if (m_resumesAt && now.seconds >= m_resumesAt) {
+        m_resumesAt.reset();
+        restart(now);
+    }
 }
 
 void Watch::begin(const Position& at) {
@@ -166,6 +231,7 @@ void Watch::take(const std::uint8_t* packet, const Position& position) {
 }
 
 void Watch::take(const Section& section) {
+    resume(section.position());
     m_sections.take(section);
     if (!section.sound()) {
         return;
@@ -215,10 +281,8 @@ void Watch::takeTable(const Section& section, const Check& check, const Check::T
         spot.section = header->sectionNumber;
     }
     m_silences.came(spot, section.position());
-    if (section.tableId() == EIT_PRESENT_ID && section.pid() == EIT_PID && header->sectionNumber <= FOLLOWING) {
-        spot.check = "eit_pair";
-        m_silences.came(spot, section.position());
-        spot.section = FOLLOWING - header->sectionNumber;
+    if (section.tableId() == EIT_PRESENT_ID && header->sectionNumber <= FOLLOWING && header->lastSectionNumber != 0) {
+        spot.section = static_cast<std::uint8_t>(FOLLOWING - header->sectionNumber);
         m_silences.expectToo(spot, section.position());
     }
 }
@@ -283,7 +347,9 @@ void Watch::tick(const Position& now) {
         return;
     }
     m_now = now;
+    resume(now);
     begin(now);
+    decide(*now.seconds - UNDECIDED);
     if (!m_waited && *now.seconds - *m_start->seconds > PATIENCE) {
         m_waited = true;
         if (!m_announcements.knowsServices()) {

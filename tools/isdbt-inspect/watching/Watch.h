@@ -22,7 +22,8 @@ public:
     Watch& operator=(const Watch&) = delete;
 
     /// What happened with a packet.
-    void take(const Events& events);
+    /// @param now may be later: some of it is understood only then
+    void take(const Events& events, const Position& now);
 
     /// A packet of a PID whose sections nobody else gathers.
     /// @param packet 188 bytes
@@ -37,6 +38,9 @@ public:
     /// Time has passed: what should have come by now and did not?
     void tick(const Position& now);
 
+    /// The stream ended: the same, and what was not decided yet.
+    void finish(const Position& end);
+
     /// Alarms that began, became worse or ended since the last call.
     std::vector<Alarm> news() { return m_alarms.news(); }
 
@@ -47,9 +51,13 @@ public:
     std::vector<CheckResult> results() const;
 
 private:
-    void take(const Event& event);
+    void take(const Event& event, const Position& now);
+    bool isOfBreak(const Event& event);
+    void happened(const Event& event);
+    void decide(double until);
     void begin(const Position& at);
     void restart(const Position& at);
+    void resume(const Position& now);
     void takeScrambled(const Event& event);
     void takeTables(const Section& section);
     void takeTable(const Section& section, const Check& check, const Check::TableOf& table);
@@ -70,6 +78,10 @@ private:
     SectionGatherer m_gatherer;
     std::optional<Position> m_start; ///< of what is watched now, once there is a clock
     Position m_now;
+    std::vector<Event> m_undecided;  ///< broken counters, which a loss may explain
+    std::optional<double> m_break{}; ///< when the stream was cut last, in seconds
+    std::optional<double> m_resumesAt{};
+    PidSet m_broken;       ///< PIDs on which that has shown since
     double m_nextLook = 0; ///< at the PIDs that nobody names, in seconds
     bool m_waited = false; ///< long enough for what tables say
     bool m_hasPcr = false;
