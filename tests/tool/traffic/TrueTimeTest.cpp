@@ -350,6 +350,21 @@ TEST(TrueTime, CountersOfOnePidAreNoLossOfAll) {
     EXPECT_EQ(multiplex.discontinuities(), 1U);
 }
 
+/// Where errors never cease, they are counted as they come.
+TEST(TrueTime, DoesNotWaitForTheEndOfErrors) {
+    Multiplex multiplex;
+    multiplex.run(1000);
+    for (unsigned count = 0; count < 1000; ++count) {
+        multiplex.lose(1).run(6);
+    }
+    std::uint64_t counted = 0;
+    for (const Pid pid : multiplex.traffic().pids()) {
+        counted += multiplex.traffic().of(pid)->discontinuities;
+    }
+    EXPECT_GT(counted, 850U);
+    EXPECT_GT(multiplex.discontinuities(), counted);
+}
+
 TEST(TrueTime, ComesFromTheBitRateWhereThereIsNoPcr) {
     Multiplex multiplex;
     multiplex.clock().setBitRate(1504 * 1000);

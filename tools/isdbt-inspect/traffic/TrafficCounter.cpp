@@ -33,6 +33,7 @@ bool hasPts(const std::uint8_t* packet) {
 } // namespace
 
 void TrafficCounter::take(const std::uint8_t* packet, const Position& position) {
+    settle(); // this packet may open what the clock has just closed
     heedFrom(0);
     const std::size_t heeded = m_events.size();
     if (position.seconds && (!m_endOfSecond || *position.seconds >= *m_endOfSecond)) {
