@@ -99,9 +99,9 @@ TEST(Limits, AreLinesInJson) {
 TEST(Limits, AreResultsInJson) {
     const std::string lines = inspectHeld("stats", ONLY_THE_PAT, withoutPatForFourSeconds(), {"--json"}).output;
     EXPECT_THAT(lines, HasSubstr(R"("check":"pat_interval","indicator":"1.3.a","what":"PAT","limits":"0.25*, 0.95",)"
-                                 R"("result":"alarm","alarms":1,"why_not_measured":null,)"));
+                                 R"("result":"alarm","alarms":1,"why_not_measured":null,"seconds":)"));
     EXPECT_THAT(lines, HasSubstr(R"("result":"not_measured","alarms":0,"why_not_measured":"packets come without )"));
-    EXPECT_THAT(lines, HasSubstr(R"("result":"not_measured","alarms":0,"why_not_measured":"none came",)"));
+    EXPECT_THAT(lines, HasSubstr(R"("result":"not_measured","alarms":0,"why_not_measured":"none came","seconds":)"));
 }
 
 TEST(Limits, AreNoneUnlessTheyAreAskedFor) {
