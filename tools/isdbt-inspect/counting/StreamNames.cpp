@@ -82,7 +82,7 @@ void StreamNames::learnKeys(const RawDescriptor& descriptor, const char* name) {
     constexpr std::size_t PID_AT = 2;
     const std::vector<std::uint8_t>& body = descriptor.body;
     if ((descriptor.tag == CONDITIONAL_ACCESS || descriptor.tag == ACCESS_CONTROL) && body.size() >= PID_AT + 2) {
-        const auto pid = static_cast<Pid>((body[PID_AT] << 8U | body[PID_AT + 1]) & 0x1FFFU);
+        const auto pid = static_cast<Pid>((unsigned{body[PID_AT]} << 8U | body[PID_AT + 1]) & 0x1FFFU);
         m_names.emplace(pid, name);
         announce(pid);
     }

@@ -7,6 +7,6 @@
 namespace inspect {
 
 /// A line that says that nothing comes on an input, or that something comes again.
-std::string silenceLine(const std::string& input, const Silence& silence);
+std::string silenceLine(const std::string& source, const Silence& silence);
 
 } // namespace inspect
