@@ -6,7 +6,6 @@
 
 namespace {
 
-using inspect::Event;
 using inspect::EventKind;
 
 constexpr std::size_t PACKETS = 20;
@@ -37,6 +36,18 @@ Reading read(std::vector<std::uint8_t> bytes) {
     return reading;
 }
 
+void expectOneLeftOut(std::size_t spacing) {
+    std::vector<std::uint8_t> bytes = stream(spacing);
+    bytes[7 * spacing] = 0x46;
+    const Reading reading = read(bytes);
+    EXPECT_EQ(reading.packets, PACKETS - 1);
+    EXPECT_EQ(reading.skipped, spacing);
+    ASSERT_EQ(reading.events.size(), 1U);
+    EXPECT_EQ(reading.events[0].kind, EventKind::SyncByteError);
+    EXPECT_EQ(reading.events[0].at.packet, 8U);
+    EXPECT_EQ(reading.events[0].at.offset, 7 * spacing);
+}
+
 } // namespace
 
 TEST(PacketReader, TellsNothingOfAStreamThatIsWhole) {
@@ -45,23 +56,14 @@ TEST(PacketReader, TellsNothingOfAStreamThatIsWhole) {
 }
 
 TEST(PacketReader, LeavesOutASinglePacketWithoutSyncByte) {
-    for (const std::size_t spacing : {188U, 204U}) {
-        std::vector<std::uint8_t> bytes = stream(spacing);
-        bytes[7 * spacing] = 0x46;
-        const Reading reading = read(bytes);
-        EXPECT_EQ(reading.packets, PACKETS - 1);
-        EXPECT_EQ(reading.skipped, spacing);
-        ASSERT_EQ(reading.events.size(), 1U);
-        EXPECT_EQ(reading.events[0].kind, EventKind::SyncByteError);
-        EXPECT_EQ(reading.events[0].at.packet, 8U);
-        EXPECT_EQ(reading.events[0].at.offset, 7 * spacing);
-    }
+    expectOneLeftOut(188);
+    expectOneLeftOut(204);
 }
 
 TEST(PacketReader, LosesSyncWithTwo) {
     std::vector<std::uint8_t> bytes = stream();
-    bytes[7 * 188] = 0x46;
-    bytes[8 * 188] = 0x46;
+    bytes[std::size_t{7} * 188] = 0x46;
+    bytes[std::size_t{8} * 188] = 0x46;
     const Reading reading = read(bytes);
     EXPECT_EQ(reading.packets, PACKETS - 2);
     EXPECT_EQ(reading.skipped, 2 * 188U);

@@ -159,6 +159,7 @@ private:
 
 std::vector<EventKind> kindsOf(const std::vector<Event>& events) {
     std::vector<EventKind> kinds;
+    kinds.reserve(events.size());
     for (const Event& event : events) {
         kinds.push_back(event.kind);
     }
@@ -168,6 +169,31 @@ std::vector<EventKind> kindsOf(const std::vector<Event>& events) {
 using Kinds = std::vector<EventKind>;
 
 constexpr double MILLISECOND = 0.0011;
+
+void expectLossFrom(unsigned begin) {
+    Multiplex multiplex;
+    multiplex.hasOtherPcr = begin % 2 != 0;
+    multiplex.run(begin).lose(3001).run(36000 - 3001 - begin);
+    const std::vector<Event> told = multiplex.told();
+    ASSERT_EQ(kindsOf(told), Kinds{EventKind::Loss});
+    EXPECT_NEAR(told[0].amount, 3, 0.002);
+    EXPECT_NEAR(*told[0].at.seconds, 13, 0.2);
+    EXPECT_NEAR(multiplex.duration(), 36, 0.005);
+    EXPECT_GE(multiplex.discontinuities(), 3U); // of some, a multiple of sixteen is lost
+    EXPECT_NEAR(*multiplex.traffic().of(PCR_PID)->pcrIntervals.maximum(), 3.025, 0.026);
+}
+
+void expectJumpOf(double seconds) {
+    Multiplex multiplex;
+    multiplex.run(5000).jump(seconds).run(5000);
+    const std::vector<Event> told = multiplex.told();
+    ASSERT_EQ(kindsOf(told), Kinds{EventKind::PcrJump}) << seconds;
+    EXPECT_EQ(told[0].pid, PCR_PID);
+    EXPECT_EQ(told[0].at.packet, 5001U);
+    EXPECT_NEAR(told[0].to - told[0].from, seconds + 0.025, 1e-6);
+    EXPECT_NEAR(multiplex.now(), 10, 0.005);
+    EXPECT_EQ(multiplex.traffic().of(PCR_PID)->pcrJumps, 1U);
+}
 
 } // namespace
 
@@ -183,18 +209,9 @@ TEST(TrueTime, AStreamThatIsWellTellsNothing) {
 
 /// Three seconds of 36 are missing. Wherever that begins, the first PCR comes behind counters, or before them.
 TEST(TrueTime, PassesWhilePacketsAreLost) {
-    for (const unsigned begin : {10000U, 10003U, 10024U}) {
-        Multiplex multiplex;
-        multiplex.hasOtherPcr = begin % 2 != 0;
-        multiplex.run(begin).lose(3001).run(36000 - 3001 - begin);
-        const std::vector<Event> told = multiplex.told();
-        ASSERT_EQ(kindsOf(told), Kinds{EventKind::Loss});
-        EXPECT_NEAR(told[0].amount, 3, 0.002);
-        EXPECT_NEAR(*told[0].at.seconds, 13, 0.2);
-        EXPECT_NEAR(multiplex.duration(), 36, 0.005);
-        EXPECT_GE(multiplex.discontinuities(), 3U); // of some, a multiple of sixteen is lost
-        EXPECT_NEAR(*multiplex.traffic().of(PCR_PID)->pcrIntervals.maximum(), 3.025, 0.026);
-    }
+    expectLossFrom(10000);
+    expectLossFrom(10003);
+    expectLossFrom(10024);
 }
 
 TEST(TrueTime, PassesWhileFewPacketsAreLost) {
@@ -216,17 +233,10 @@ TEST(TrueTime, PassesWhereThePcrsComeRarely) {
 }
 
 TEST(TrueTime, GoesOnEvenlyAcrossAJumpAndTellsOfIt) {
-    for (const double seconds : {100.0, -100.0, 5.0, -0.5}) {
-        Multiplex multiplex;
-        multiplex.run(5000).jump(seconds).run(5000);
-        const std::vector<Event> told = multiplex.told();
-        ASSERT_EQ(kindsOf(told), Kinds{EventKind::PcrJump}) << seconds;
-        EXPECT_EQ(told[0].pid, PCR_PID);
-        EXPECT_EQ(told[0].at.packet, 5001U);
-        EXPECT_NEAR(told[0].to - told[0].from, seconds + 0.025, 1e-6);
-        EXPECT_NEAR(multiplex.now(), 10, 0.005);
-        EXPECT_EQ(multiplex.traffic().of(PCR_PID)->pcrJumps, 1U);
-    }
+    expectJumpOf(100);
+    expectJumpOf(-100);
+    expectJumpOf(5);
+    expectJumpOf(-0.5);
 }
 
 TEST(TrueTime, KnowsAnAnnouncedSplice) {

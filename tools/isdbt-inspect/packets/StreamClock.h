@@ -114,7 +114,7 @@ private:
     void measureLoss(bool isLoss);
     void beginAnew(EventKind kind, const Jump& jump, double amount);
     void review(const Reference& reference);
-    bool isBestBut(Pid pid, Pid other) const;
+    bool isBestBut(Pid but, Pid pid) const;
     void cease(const Position& position);
     bool hasEnded(std::uint64_t number) const;
     void anchor(std::uint64_t number, double elapsed);
