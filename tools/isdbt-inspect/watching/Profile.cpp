@@ -96,7 +96,7 @@ Limit limitOf(const Part& part, const Check& check) {
         }
     }
     if (limit.bounds.empty()) {
-        expected(part, "\"alarm\", \"warn\" or \"remark\"");
+        expected(part, R"("alarm", "warn" or "remark")");
     }
     if (part.json.contains("required")) {
         if (!part.json["required"].is_boolean()) {
