@@ -298,26 +298,44 @@ void addOutput(CLI::App& app, Options& options) {
     app.add_flag("--lenient", options.lenient, "exit with 0, not 3, when something is wrong with the stream");
 }
 
+/// What sections that did not come in packets have not.
+void checkOfSections(const CLI::App& app, const Options& options) {
+    const std::pair<bool, const char*> NONE[] = {
+        {options.interest.pids.any(), "--pid: sections outside of packets have no PID"},
+        {app.count("--limits") != 0, "--limits: sections outside of packets have no time"},
+        {options.bitRate.has_value(), "--bit-rate: sections outside of packets have no time"},
+        {options.interest.isTimed(), "--since, --until: sections outside of packets have no time"},
+        {options.times.areOfStream(), "--every, --seconds: sections outside of packets have no time"}};
+    for (const auto& [asked, error] : NONE) {
+        if (asked) {
+            throw UsageError(error);
+        }
+    }
+}
+
+/// Descriptors are no sections.
+void checkOfDescriptors(const CLI::App& app, const Options& options) {
+    if (options.descriptorOf == PAT) {
+        throw UsageError("--descriptor: a PAT carries no descriptors");
+    }
+    if (app.count("--table") + app.count("--without") + app.count("--view") != 0) {
+        throw UsageError("--descriptor: --table, --without and --view are for sections");
+    }
+    if (options.interest.isChoosy() || options.interest.bytes || options.exportTo) {
+        throw UsageError("--descriptor: there are no sections to choose, to export or to show the bytes of");
+    }
+}
+
 /// Options that are well by themselves may make no sense beside each other.
 void checkTogether(const CLI::App& app, const Options& options) {
     if (options.inputs.empty() == !options.hex) {
         throw UsageError(options.hex ? "either FILE or --hex" : "FILE is required");
     }
-    if ((options.sections || options.hex) && options.interest.pids.any()) {
-        throw UsageError("--pid: sections outside of packets have no PID");
+    if (options.sections || options.hex) {
+        checkOfSections(app, options);
     }
-    const Interest& interest = options.interest;
-    if ((options.sections || options.hex) && app.count("--limits") != 0) {
-        throw UsageError("--limits: sections outside of packets have no time");
-    }
-    if ((options.sections || options.hex) && options.bitRate) {
-        throw UsageError("--bit-rate: sections outside of packets have no time");
-    }
-    if ((options.sections || options.hex) && interest.isTimed()) {
-        throw UsageError("--since, --until: sections outside of packets have no time");
-    }
-    if ((options.sections || options.hex) && options.times.areOfStream()) {
-        throw UsageError("--every, --seconds: sections outside of packets have no time");
+    if (options.descriptorOf) {
+        checkOfDescriptors(app, options);
     }
     if (options.times.every && options.view->name != "stats") {
         throw UsageError("--every: it is for --view stats");
@@ -325,23 +343,15 @@ void checkTogether(const CLI::App& app, const Options& options) {
     if (options.times.noData && std::none_of(options.inputs.begin(), options.inputs.end(), StreamAddress::isOne)) {
         throw UsageError("--no-data: it is for live inputs");
     }
+    const Interest& interest = options.interest;
     if (interest.since && interest.until && *interest.until < *interest.since) {
         throw UsageError("--until is before --since");
     }
     if (interest.damaged && options.view->name == "diff") {
         throw UsageError("--show-damaged: what is damaged is no change");
     }
-    if (options.descriptorOf == PAT) {
-        throw UsageError("--descriptor: a PAT carries no descriptors");
-    }
     if (options.full && (options.json || options.view != &views().front())) {
         throw UsageError("--full: it is for the tree in text; the others show all");
-    }
-    if (options.descriptorOf && app.count("--table") + app.count("--without") + app.count("--view") != 0) {
-        throw UsageError("--descriptor: --table, --without and --view are for sections");
-    }
-    if (options.descriptorOf && (interest.isChoosy() || interest.bytes || options.exportTo)) {
-        throw UsageError("--descriptor: there are no sections to choose, to export or to show the bytes of");
     }
 }
 
