@@ -461,7 +461,7 @@ Summary Inspector::summary(const PacketReader& packets) {
     summary.statistics = statisticsOf(traffic);
     summary.transmission = TransmissionReader(m_transmission).finish(); // more may follow
     summary.traffic = Statistics::totalOf(m_traffic);
-    summary.first = m_isLive ? m_begin : m_wallClock.at(0);
+    summary.first = m_isLive ? m_begin : m_wallClock.atBegin();
     summary.last = last;
     summary.bitRate = bitRate(packets.packets(), traffic.seconds);
     return summary;
