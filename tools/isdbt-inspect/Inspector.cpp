@@ -126,6 +126,9 @@ void Inspector::watch(const Position& now) {
     constexpr double TICK = 0.1;
     for (Event& event : m_events) {
         event.at.seconds = event.at.seconds ? event.at.seconds : now.seconds;
+        if (!event.at.time) {
+            event.at.time = m_isLive ? now.time : m_wallClock.at(event.at.seconds);
+        }
     }
     m_watch.take(m_events, now);
     m_events.clear();
