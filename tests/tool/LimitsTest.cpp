@@ -96,6 +96,19 @@ TEST(Limits, AreLinesInJson) {
     EXPECT_THAT(lines, HasSubstr(R"("fault":"pat_interval","severity":"error")"));
 }
 
+/// What the clock itself finds has a time, too.
+TEST(Limits, TellWhenAClockJumps) {
+    const TemporaryFile file(timed(60, [](StreamBuilder& stream, unsigned tenth) {
+        if (tenth == 10) {
+            stream.section(TOT_PID, shortSection(TOT, hex("EDA9150000F000")));
+        } else if (tenth == 40) {
+            stream.clock(CLOCK_PID, tenth * TENTH + 100 * TENTH);
+        }
+    }));
+    const std::string lines = inspect({"--view", "diff", "--json", "--limits", "always", file.path()}).output;
+    EXPECT_THAT(lines, ContainsRegex(R"("check":"pcr_jump",.*"time":"2025-06-15T18:00:0[34]\.[0-9]*Z","time_source")"));
+}
+
 TEST(Limits, AreResultsInJson) {
     const std::string lines = inspectHeld("stats", ONLY_THE_PAT, withoutPatForFourSeconds(), {"--json"}).output;
     EXPECT_THAT(lines, HasSubstr(R"("check":"pat_interval","indicator":"1.3.a","what":"PAT","limits":"0.25*, 0.95",)"

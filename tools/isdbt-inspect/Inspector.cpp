@@ -126,6 +126,9 @@ void Inspector::watch(const Position& now) {
     constexpr double TICK = 0.1;
     for (Event& event : m_events) {
         event.at.seconds = event.at.seconds ? event.at.seconds : now.seconds;
+        if (!event.at.time) {
+            event.at.time = m_isLive ? now.time : m_wallClock.at(event.at.seconds);
+        }
     }
     m_watch.take(m_events, now);
     m_events.clear();
@@ -461,7 +464,7 @@ Summary Inspector::summary(const PacketReader& packets) {
     summary.statistics = statisticsOf(traffic);
     summary.transmission = TransmissionReader(m_transmission).finish(); // more may follow
     summary.traffic = Statistics::totalOf(m_traffic);
-    summary.first = m_isLive ? m_begin : m_wallClock.at(0);
+    summary.first = m_isLive ? m_begin : m_wallClock.atBegin();
     summary.last = last;
     summary.bitRate = bitRate(packets.packets(), traffic.seconds);
     return summary;

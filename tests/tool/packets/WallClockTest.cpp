@@ -50,6 +50,15 @@ TEST(WallClock, FollowsAnotherTime) {
     EXPECT_EQ(shownAt(clock, 10.5), "2025-06-16T11:00:00.500Z");
 }
 
+/// When it began does not change with a TOT that is set anew, or with a stream that begins again.
+TEST(WallClock, KeepsWhenItBegan) {
+    inspect::WallClock clock;
+    EXPECT_FALSE(clock.atBegin());
+    clock.set(5, NOON);
+    clock.set(10, NOON - 3600);
+    EXPECT_EQ(inspect::rfc3339(clock.atBegin().value()), "2025-06-16T11:59:55.000Z");
+}
+
 TEST(WallClock, ShowsTimesBefore1970) {
     EXPECT_EQ(inspect::rfc3339({-1, inspect::WallTime::Source::TimeTable}), "1969-12-31T23:59:59.999Z");
 }

@@ -18,15 +18,21 @@ void WallClock::set(double seconds, std::int64_t unixTime) {
     const std::optional<WallTime> expected = at(seconds);
     if (!expected || std::abs(expected->milliseconds - said) > SECOND) {
         m_anchor = Anchor{seconds, said};
+        m_first = m_first ? m_first : m_anchor;
     }
 }
 
 std::optional<WallTime> WallClock::at(std::optional<double> seconds) const {
-    if (!m_anchor || !seconds) {
-        return std::nullopt;
-    }
-    const auto passed = std::llround((*seconds - m_anchor->seconds) * static_cast<double>(SECOND));
-    return WallTime{m_anchor->milliseconds + passed, WallTime::Source::TimeTable};
+    return m_anchor && seconds ? std::optional(from(*m_anchor, *seconds)) : std::nullopt;
+}
+
+std::optional<WallTime> WallClock::atBegin() const {
+    return m_first ? std::optional(from(*m_first, 0)) : std::nullopt;
+}
+
+WallTime WallClock::from(const Anchor& anchor, double seconds) {
+    const auto passed = std::llround((seconds - anchor.seconds) * static_cast<double>(SECOND));
+    return {anchor.milliseconds + passed, WallTime::Source::TimeTable};
 }
 
 WallTime arrivalTime() {

@@ -18,13 +18,19 @@ public:
     /// Nothing before it was set.
     std::optional<WallTime> at(std::optional<double> seconds) const;
 
+    /// When the stream began, by what it said first.
+    std::optional<WallTime> atBegin() const;
+
 private:
     struct Anchor {
         double seconds;
         std::int64_t milliseconds;
     };
 
+    static WallTime from(const Anchor& anchor, double seconds);
+
     std::optional<Anchor> m_anchor;
+    std::optional<Anchor> m_first;
 };
 
 /// What this machine's clock shows.
