@@ -109,6 +109,7 @@ public:
     bool isFrozen = false;
     bool announces = false;
     unsigned pcrInterval = 25;
+    unsigned pids = 5; ///< with payload
 
     static constexpr std::uint64_t START = 1000 * SECOND;
 
@@ -122,7 +123,7 @@ private:
         } else if (hasOtherPcr && m_sent % 25 == 2) {
             send(reference(OTHER_PCR_PID, m_ticks + 500 * SECOND, 0), isReceived);
         } else {
-            const Pid pid = static_cast<Pid>(0x300 + m_sent % 5);
+            const Pid pid = static_cast<Pid>(0x300 + m_sent % pids);
             send(packetOf(m_counters[pid]++, static_cast<std::uint8_t>(m_sent), pid), isReceived);
         }
     }
@@ -237,6 +238,16 @@ TEST(TrueTime, GoesOnEvenlyAcrossAJumpAndTellsOfIt) {
     expectJumpOf(-100);
     expectJumpOf(5);
     expectJumpOf(-0.5);
+}
+
+/// The PIDs that come when it is told of are no second one.
+TEST(TrueTime, OneLossIsToldOnce) {
+    Multiplex multiplex;
+    multiplex.pids = 20;
+    multiplex.run(5000).lose(3010).run(5000);
+    EXPECT_EQ(kindsOf(multiplex.told()), Kinds{EventKind::Loss});
+    multiplex.lose(3010).run(5000);
+    EXPECT_EQ(kindsOf(multiplex.told()), (Kinds{EventKind::Loss, EventKind::Loss}));
 }
 
 TEST(TrueTime, KnowsAnAnnouncedSplice) {

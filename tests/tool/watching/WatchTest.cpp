@@ -297,6 +297,35 @@ TEST(Watch, HasACheckForWhatHappens) {
                 HasSubstr("PCR on PID 0x0100 jumps from 10.000 s to 7210.500 s, which nothing announces"));
 }
 
+/// It is told of once, and lasts.
+TEST(Watch, APcrThatStandsStillIsOneAlarmUntilItGoesOn) {
+    for (const EventKind kind : {EventKind::PcrFrozen, EventKind::PcrCeased}) {
+        Watched stream("always");
+        stream.until(1);
+        stream.happens(kind, 0x0100);
+        stream.until(20);
+        stream.happens(EventKind::PcrInterval, 0x0100, 19);
+        stream.until(30);
+        const std::string check = kind == EventKind::PcrFrozen ? "pcr_frozen" : "pcr_ceased";
+        ASSERT_EQ(stream.said(check).size(), 2U);
+        EXPECT_THAT(stream.said(check)[0], HasSubstr("1.1 begin alarm: "));
+        EXPECT_THAT(stream.said(check)[1], HasSubstr("20.0 end alarm: over: "));
+    }
+}
+
+TEST(Watch, NobodyWaitsForThePcrThatIsAnnouncedNoMore) {
+    Watched stream("always");
+    stream.section(0x0000, PAT_BYTES);
+    stream.section(0x0101, PMT_BYTES);
+    stream.until(1);
+    stream.happens(EventKind::PcrCeased, 0x0100);
+    stream.until(10);
+    EXPECT_EQ(stream.said("pcr_ceased").size(), 1U);
+    stream.section(0x0101, pmt(0xE6A0, "E200", "1B E111 F000 06 E130 F000", 1));
+    stream.until(20);
+    EXPECT_EQ(stream.said("pcr_ceased").size(), 2U);
+}
+
 TEST(Watch, CountsWhatHappensAgain) {
     Watched stream("dvb");
     stream.until(20, [&](double now) {

@@ -35,6 +35,9 @@ constexpr double UNTIL_REFERENCE = 0.5;
 /// So many PIDs whose counters are broken together are no accident.
 constexpr unsigned MANY = 3;
 
+/// So long after a loss counters may be broken by it, on PIDs whose packets are rare.
+constexpr double SAME_LOSS = 30;
+
 /// So many references at least show that they come regularly.
 constexpr unsigned REGULAR = 8;
 
@@ -255,6 +258,9 @@ void StreamClock::takeStep(Pid pid, bool isBroken, const Position& position) {
     if (m_packetTime == 0 || (!m_burst && !isBroken)) {
         return;
     }
+    if (!m_burst && isOfLastLoss(pid, position)) {
+        return;
+    }
     if (!m_burst) {
         openBurst(position, UNTIL_REFERENCE);
     }
@@ -263,6 +269,15 @@ void StreamClock::takeStep(Pid pid, bool isBroken, const Position& position) {
         ++(isBroken ? m_burst->broken : m_burst->intact);
         decideIfClear();
     }
+}
+
+/// A loss breaks the counter of each PID once, and is told of before all of them have come.
+bool StreamClock::isOfLastLoss(Pid pid, const Position& position) {
+    if (!m_lastLoss || m_judgedSinceLoss[pid] || estimate(position.packet) - *m_lastLoss > SAME_LOSS) {
+        return false;
+    }
+    m_judgedSinceLoss.set(pid);
+    return true;
 }
 
 void StreamClock::takeLossOfSync(const Position& position) {
@@ -313,6 +328,8 @@ void StreamClock::lose(const Jump& jump) {
         m_tracks[each.pid].time += lost;
         tell(EventKind::PcrInterval, each.pid, each.position, each.gap, each.from, each.to);
     }
+    m_lastLoss = estimate(jump.position.packet);
+    m_judgedSinceLoss = m_burst->judged;
     tell(EventKind::Loss, jump.pid, m_burst->begin, lost);
 }
 

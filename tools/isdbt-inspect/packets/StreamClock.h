@@ -106,6 +106,7 @@ private:
     void splice(Track& track, const Reference& reference);
     void jump(Track& track, const Reference& reference, double gap, double expected);
     void rebase(Track& track, const Reference& reference);
+    bool isOfLastLoss(Pid pid, const Position& position);
     bool standsStill(const Reference& reference, const Track& track, double gap, double expected);
     void openBurst(const Position& position, double seconds);
     void decideIfClear();
@@ -137,6 +138,8 @@ private:
     std::uint64_t m_end = UINT64_MAX;          ///< number of the packet at which the references have ceased
     bool m_hasCeased = false;
     double m_nextReview = REVIEW_TIME;
+    std::optional<double> m_lastLoss; ///< when the packets came again, in seconds
+    PidSet m_judgedSinceLoss;
     unsigned m_newStreams = 0;
     std::optional<double> m_lastArrival;
     double m_arrivalAtStart = 0; ///< when what has the time 0 would have been received

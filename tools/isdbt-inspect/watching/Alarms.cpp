@@ -42,6 +42,13 @@ void Alarms::happened(const Spot& spot, const Position& at, const std::string& t
     }
 }
 
+void Alarms::goesOn(const Spot& spot, const Position& at) {
+    State* const state = m_states.find(spot);
+    if (state != nullptr && !state->current.until) {
+        state->last = at;
+    }
+}
+
 bool Alarms::breaksLimit(const Spot& spot, double value) const {
     const Limit* const limit = limitOf(spot.check);
     return limit != nullptr && limit->brokenBy(value) != nullptr;

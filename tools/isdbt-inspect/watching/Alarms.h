@@ -27,6 +27,9 @@ public:
     /// @param worst how bad it was, if that has a measure
     void happened(const Spot& spot, const Position& at, const std::string& text, std::optional<double> worst = {});
 
+    /// It still is as it should not be.
+    void goesOn(const Spot& spot, const Position& at);
+
     bool breaksLimit(const Spot& spot, double value) const;
 
     /// Something lasts, or lasted, longer than its limit.

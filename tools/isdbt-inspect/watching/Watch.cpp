@@ -97,6 +97,9 @@ Watch::Watch(const TrafficCounter& traffic, const Profile& profile)
 /// What breaks off comes first: what a packet says else is measured from there on.
 void Watch::take(const Events& events, const Position& now) {
     resume(now);
+    for (const Event& event : events) {
+        takeStopped(event);
+    }
     for (const bool breaks : {true, false}) {
         for (const Event& event : events) {
             if (isBreak(event) == breaks) {
@@ -145,6 +148,31 @@ void Watch::take(const Event& event, const Position& now) {
         }
         m_undecided.clear();
         restart(at);
+    }
+}
+
+/// A PCR that stops is told of once, and is a fault until it goes on, or nobody announces it any more.
+void Watch::takeStopped(const Event& event) {
+    switch (event.kind) {
+    case EventKind::PcrFrozen:
+    case EventKind::PcrCeased:
+        m_stopped[event.pid.value_or(NULL_PID)] = event.kind == EventKind::PcrFrozen ? "pcr_frozen" : "pcr_ceased";
+        break;
+    case EventKind::PcrInterval:
+    case EventKind::PcrJump:
+    case EventKind::PcrSplice:
+        m_stopped.erase(event.pid.value_or(NULL_PID));
+        break;
+    default:
+        break;
+    }
+}
+
+void Watch::forgetStopped() {
+    for (auto each = m_stopped.begin(); each != m_stopped.end();) {
+        const bool isClock = std::any_of(m_announcements.maps().begin(), m_announcements.maps().end(),
+                                         [&each](const auto& map) { return map.second.clock == each->first; });
+        each = isClock ? std::next(each) : m_stopped.erase(each);
     }
 }
 
@@ -199,6 +227,7 @@ void Watch::takeScrambled(const Event& event) {
 /// From now on nothing is missed that was before.
 void Watch::restart(const Position& at) {
     m_sections.restart();
+    m_stopped.clear();
     m_start.reset();
     begin(at);
     m_silences.restart(at);
@@ -291,6 +320,7 @@ void Watch::learn(const Section& section) {
     const Position& at = section.position();
     if (m_announcements.learn(section) && at.seconds) {
         expectAll(at);
+        forgetStopped();
         if (section.tableId() != SDT) {
             m_silences.keepQuiet(*at.seconds + m_profile.settle());
         }
@@ -363,6 +393,9 @@ void Watch::tick(const Position& now) {
         m_nextLook = *now.seconds + PERIOD;
         checkUnreferenced("unreferenced_pid");
         checkUnreferenced("unreferenced_pid_isdb");
+    }
+    for (const auto& [pid, check] : m_stopped) {
+        m_alarms.goesOn({check, {pid, std::nullopt, std::nullopt}}, now);
     }
     m_alarms.tick(now);
 }

@@ -54,6 +54,8 @@ private:
     void take(const Event& event, const Position& now);
     bool isOfBreak(const Event& event);
     void happened(const Event& event);
+    void takeStopped(const Event& event);
+    void forgetStopped();
     void decide(double until);
     void begin(const Position& at);
     void restart(const Position& at);
@@ -81,6 +83,7 @@ private:
     std::vector<Event> m_undecided;  ///< broken counters, which a loss may explain
     std::optional<double> m_break{}; ///< when the stream was cut last, in seconds
     std::optional<double> m_resumesAt{};
+    std::map<Pid, std::string_view> m_stopped; ///< PIDs whose PCR stands still or has ceased, and the check for that
     PidSet m_broken;       ///< PIDs on which that has shown since
     double m_nextLook = 0; ///< at the PIDs that nobody names, in seconds
     bool m_waited = false; ///< long enough for what tables say
