@@ -199,7 +199,10 @@ void StreamClock::proceed(Track& track, const Reference& reference, double gap, 
     if (reference.pid != m_pid || m_isBroadcast || standsStill(reference, track, gap, expected)) {
         rebase(track, reference);
     } else {
-        if (!m_burst && m_pause == 0) { // else packets may be missing between them
+        if (m_pause > 0) {
+            openBurst(reference.position, UNTIL_REFERENCE); // the counters tell whether anything is lost
+        }
+        if (!m_burst) { // else packets may be missing between them
             m_packetTime = gap / static_cast<double>(number - track.number);
         }
         anchor(number, track.time + gap);
