@@ -106,6 +106,8 @@ TEST(Limits, TellWhenAClockJumps) {
         }
     }));
     const std::string lines = inspect({"--view", "diff", "--json", "--limits", "always", file.path()}).output;
+    EXPECT_THAT(inspect({"--view", "diff", "--limits", "always", file.path()}).output,
+                ContainsRegex("! PCR on PID 0x0100 jumps [^\n]* s  2025-06-15 18:00:0[23] UTC\n"));
     EXPECT_THAT(lines, ContainsRegex(R"("check":"pcr_jump",.*"time":"2025-06-15T18:00:0[34]\.[0-9]*Z","time_source")"));
 }
 

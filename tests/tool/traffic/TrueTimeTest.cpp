@@ -250,6 +250,37 @@ TEST(TrueTime, OneLossIsToldOnce) {
     EXPECT_EQ(kindsOf(multiplex.told()), (Kinds{EventKind::Loss, EventKind::Loss}));
 }
 
+/// Whichever packet comes first behind it.
+TEST(TrueTime, AShortLossIsOneToo) {
+    for (const unsigned before : {5000U, 5003U}) {
+        for (const bool isLive : {false, true}) {
+            Multiplex multiplex;
+            multiplex.pids = 20;
+            if (isLive) {
+                multiplex.received(50);
+            }
+            multiplex.run(before).lose(501).run(4999);
+            const std::vector<Event> told = multiplex.told();
+            ASSERT_EQ(kindsOf(told), Kinds{EventKind::Loss});
+            EXPECT_NEAR(told[0].amount, 0.5, 0.01);
+            EXPECT_NEAR(told[0].at.seconds.value_or(0), before / 1000.0 + 0.5, 0.01);
+            EXPECT_NEAR(multiplex.now(), (before + 5500) / 1000.0, 0.01);
+        }
+    }
+}
+
+/// Where the counters go on, packets come at another rate.
+TEST(TrueTime, FewerPacketsAreNoLoss) {
+    Multiplex multiplex;
+    multiplex.pcrInterval = 200;
+    multiplex.run(5000);
+    for (unsigned count = 0; count < 5000; ++count) {
+        multiplex.jump(0.001).run(1);
+    }
+    EXPECT_EQ(kindsOf(multiplex.told()), Kinds{});
+    EXPECT_NEAR(multiplex.now(), 15, 0.4);
+}
+
 TEST(TrueTime, KnowsAnAnnouncedSplice) {
     Multiplex multiplex;
     multiplex.run(5000).jump(100);
@@ -437,12 +468,14 @@ TEST(TrueTime, PassesInAPauseOfTheSender) {
 }
 
 TEST(TrueTime, PassesInALossAsItArrives) {
-    Multiplex multiplex;
-    multiplex.received(50).run(5003).lose(3001).run(5000);
-    const std::vector<Event> told = multiplex.told();
-    ASSERT_EQ(kindsOf(told), Kinds{EventKind::Loss});
-    EXPECT_NEAR(told[0].amount, 3, 0.01);
-    EXPECT_NEAR(multiplex.now(), 13, 0.03);
+    for (const unsigned before : {5000U, 5003U}) { // a PCR comes first behind it, or other packets do
+        Multiplex multiplex;
+        multiplex.received(50).run(before).lose(3001).run(5000);
+        const std::vector<Event> told = multiplex.told();
+        ASSERT_EQ(kindsOf(told), Kinds{EventKind::Loss});
+        EXPECT_NEAR(told[0].amount, 3, 0.01);
+        EXPECT_NEAR(multiplex.now(), 13, 0.03);
+    }
 }
 
 /// Here a file is cut, and played as fast as it goes.

@@ -148,13 +148,18 @@ void StreamClock::takeReference(const Reference& reference) {
         const double expected = estimate(reference.position.packet) - track.time;
         if (reference.announced && (m_packetTime == 0 || !isSame(gap, expected))) {
             splice(track, reference);
-        } else if (gap <= LONGEST_GAP || (m_packetTime != 0 && agree(gap, expected))) {
+        } else if ((gap <= LONGEST_GAP || (m_packetTime != 0 && agree(gap, expected))) && !mayBeLoss(gap, expected)) {
             proceed(track, reference, gap, expected);
         } else {
             jump(track, reference, gap, expected);
         }
     }
     review(reference);
+}
+
+/// Whether fewer packets came than time has passed. The counters tell whether the others are lost or were never there.
+bool StreamClock::mayBeLoss(double gap, double expected) const {
+    return m_packetTime != 0 && !m_isBroadcast && gap > expected && !agree(gap, expected);
 }
 
 void StreamClock::begin(Track& track, const Reference& reference) {
@@ -194,7 +199,10 @@ void StreamClock::proceed(Track& track, const Reference& reference, double gap, 
     if (reference.pid != m_pid || m_isBroadcast || standsStill(reference, track, gap, expected)) {
         rebase(track, reference);
     } else {
-        if (!m_burst && m_pause == 0) { // else packets may be missing between them
+        if (m_pause > 0) {
+            openBurst(reference.position, UNTIL_REFERENCE); // the counters tell whether anything is lost
+        }
+        if (!m_burst) { // else packets may be missing between them
             m_packetTime = gap / static_cast<double>(number - track.number);
         }
         anchor(number, track.time + gap);
@@ -305,13 +313,18 @@ void StreamClock::endBurst() {
         const Jump main = own == m_burst->jumps.end() ? m_burst->jumps.front() : *own;
         // Where packets come in time, what was lost has passed by the clock of this machine, too.
         const bool isInTime = m_lastArrival && m_ahead < LONGEST_GAP + 2 * DRIFT * m_elapsed;
-        if (main.gap > main.expected && main.gap < LONGEST_LOSS && !isInTime) {
+        const bool isShort = main.gap <= LONGEST_GAP;
+        if (main.gap > main.expected && main.gap < LONGEST_LOSS && (isShort || !isInTime)) {
             lose(main);
         } else {
             beginAnew(EventKind::NewStream, main, 0);
         }
     } else {
         for (const Jump& each : m_burst->jumps) {
+            if (each.gap <= LONGEST_GAP) {
+                catchUp(each);
+                continue;
+            }
             ++m_tracks[each.pid].errors;
             tell(EventKind::PcrJump, each.pid, each.position, each.gap, each.from, each.to);
         }
@@ -333,7 +346,18 @@ void StreamClock::lose(const Jump& jump) {
     tell(EventKind::Loss, jump.pid, m_burst->begin, lost);
 }
 
-/// Less than a second is lost, or the arrival of packets has told.
+/// Nothing is lost: packets come at another rate.
+void StreamClock::catchUp(const Jump& jump) {
+    tell(EventKind::PcrInterval, jump.pid, jump.position, jump.gap, jump.from, jump.to);
+    if (jump.pid == m_pid) {
+        const double behind = jump.gap - jump.expected;
+        m_elapsed += behind;
+        m_tracks[jump.pid].time += behind;
+        m_packetTime *= jump.gap / jump.expected;
+    }
+}
+
+/// Less than a tenth of a second is lost, or the arrival of packets has told.
 void StreamClock::measureLoss(bool isLoss) {
     const auto now = m_tracks.find(m_pid);
     if (now == m_tracks.end() || m_pid != m_burst->pid || now->second.number == m_burst->before.number) {

@@ -106,12 +106,14 @@ private:
     void splice(Track& track, const Reference& reference);
     void jump(Track& track, const Reference& reference, double gap, double expected);
     void rebase(Track& track, const Reference& reference);
+    bool mayBeLoss(double gap, double expected) const;
     bool isOfLastLoss(Pid pid, const Position& position);
     bool standsStill(const Reference& reference, const Track& track, double gap, double expected);
     void openBurst(const Position& position, double seconds);
     void decideIfClear();
     void endBurst();
     void lose(const Jump& jump);
+    void catchUp(const Jump& jump);
     void measureLoss(bool isLoss);
     void beginAnew(EventKind kind, const Jump& jump, double amount);
     void review(const Reference& reference);

@@ -39,7 +39,9 @@ const std::vector<Column> CHECK_COLUMNS{{"", "check", Column::Kind::Name},
 } // namespace
 
 Line alarmText(const Alarm& alarm) {
-    return markOf(alarm) + " " + alarm.text + positionText(alarm.at);
+    constexpr std::int64_t SECOND = 1000;
+    return markOf(alarm) + " " + alarm.text + positionText(alarm.at) +
+           (alarm.at.time ? "  " + utcText(alarm.at.time->milliseconds / SECOND) : "");
 }
 
 void writeAlarm(Output& output, const Style& style, const Alarm& alarm) {

@@ -4,6 +4,7 @@
 #include "text/FieldText.h"
 
 #include <algorithm>
+#include <fmt/chrono.h>
 #include <fmt/format.h>
 
 namespace inspect {
@@ -102,6 +103,10 @@ std::string positionText(const Position& position) {
     return (position.packet != 0 ? fmt::format("  packet {}", position.packet)
                                  : fmt::format("  byte {}", position.offset)) +
            (position.seconds ? fmt::format("  {:.3f} s", *position.seconds) : "");
+}
+
+std::string utcText(std::int64_t unixTime) {
+    return fmt::format("{:%Y-%m-%d %H:%M:%S} UTC", fmt::gmtime(static_cast<std::time_t>(unixTime)));
 }
 
 Line sectionTitle(const SectionReport& report) {

@@ -9,6 +9,9 @@ namespace inspect {
 /// "  packet 3  0.250 s"
 std::string positionText(const Position& position);
 
+/// "2025-06-15 21:30:20 UTC"
+std::string utcText(std::int64_t unixTime);
+
 /// "PAT  PID 0x0000  version 3  section 0/0  current  packet 1204  12.040 s", and what is wrong with the section.
 Line sectionTitle(const SectionReport& report);
 
