@@ -52,7 +52,7 @@ std::size_t ByteQueue::take(std::uint8_t* target, std::size_t room) {
         m_batches.pop_front();
     }
     if (m_batches.size() > 1) {
-        room = std::min<std::uint64_t>(room, m_batches[1].begin - m_allTaken);
+        room = static_cast<std::size_t>(std::min<std::uint64_t>(room, m_batches[1].begin - m_allTaken));
     }
     m_arrival = m_batches.empty() ? m_arrival : m_batches.front().arrival;
     std::size_t count = 0;
