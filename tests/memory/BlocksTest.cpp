@@ -44,7 +44,10 @@ ByteVector service(unsigned id, const ByteVector& descriptors) {
 /// All that was there before is there after, and nothing else.
 class Blocks : public testing::Test {
 protected:
-    void SetUp() override { m_before = allocationsAlive(); }
+    void SetUp() override {
+        networkDescriptors(); // the list of classes is made when it is asked for, and kept
+        m_before = allocationsAlive();
+    }
     void TearDown() override { EXPECT_EQ(allocationsAlive(), m_before); }
 
 private:
