@@ -338,6 +338,26 @@ TEST(Watch, SeesAVersionThatGoesBackAndForth) {
         ElementsAre("3.0 begin alarm: NIT 0x0735 goes back and forth between version 3 and 4 (limit 60 s, proposal)"));
 }
 
+TEST(Watch, SeesAChangeWithoutANewVersionWhenItComes) {
+    LongHeader header;
+    header.extension = 0x0735;
+    Watched stream("isdbt");
+    stream.until(1, [&](double /*now*/) {
+        stream.section(0x0011, longSection(0x42, header, hex("0735 FF E6A0 FC 8000")));
+        stream.section(0x0140, longSection(0x3D, header, hex("01")));
+    });
+    stream.until(10, [&](double /*now*/) {
+        stream.section(0x0011, longSection(0x42, header, hex("0735 FF E6A0 FD 8000")));
+        stream.section(0x0140, longSection(0x3D, header, hex("02")));
+    });
+    EXPECT_THAT(stream.said("silent_change"),
+                ElementsAre("1.1 begin alarm: SDT 0x0735 changes without a new version (ISO/IEC 13818-1 2.4.4)",
+                            "1.1 end alarm: over: SDT 0x0735 changes without a new version (ISO/IEC 13818-1 2.4.4)"));
+    header.version = 1;
+    stream.until(11, [&](double /*now*/) { stream.section(0x0011, longSection(0x42, header, hex("0735 FF"))); });
+    EXPECT_EQ(stream.said("silent_change").size(), 2U);
+}
+
 TEST(Watch, SeesThatTheNitAndTheSdtDisagreeAboutTheNetwork) {
     LongHeader header;
     header.extension = 0x0735;
