@@ -316,6 +316,19 @@ TEST(Watch, NobodyWaitsForThePcrThatIsAnnouncedNoMore) {
     EXPECT_EQ(stream.said("pcr_ceased").size(), 2U);
 }
 
+/// The packets between two PCRs may come faster than those before.
+TEST(Watch, MissesNoPcrByAnEstimate) {
+    Watched stream("isdbt");
+    stream.until(1, [&](double now) { carryAll(stream, now); });
+    stream.until(1.2);
+    stream.happens(EventKind::PcrInterval, 0x0100, 0.09);
+    stream.until(1.3);
+    EXPECT_THAT(stream.said("pcr_interval"), IsEmpty());
+    stream.until(2);
+    EXPECT_THAT(stream.said("pcr_interval"),
+                ElementsAre("1.6 begin alarm: no PCR on PID 0x0100 for 0.3 s (limit 0.1 s, TR 101 290 2.3.a)"));
+}
+
 TEST(Watch, CountsWhatHappensAgain) {
     Watched stream("dvb");
     stream.until(20, [&](double now) {
