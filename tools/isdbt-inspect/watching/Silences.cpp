@@ -6,8 +6,8 @@ namespace inspect {
 
 namespace {
 
-/// Until the next PCR comes time is told by the packets before, which may come at another rate now. How long it was away
-/// is measured when it comes.
+/// Until the next PCR comes time is told by the packets before, which may come at another rate now. How long it was
+/// away is measured when it comes.
 bool isOnlyEstimated(const Spot& spot) {
     constexpr std::string_view OF_CLOCK = "pcr_";
     return spot.check.substr(0, OF_CLOCK.size()) == OF_CLOCK;
