@@ -269,6 +269,16 @@ TEST(TrueTime, AShortLossIsOneToo) {
     }
 }
 
+/// The PCR of another PID may tell of it before that of its own comes.
+TEST(TrueTime, ALossIsNoOtherPacketRate) {
+    for (const unsigned lost : {500U, 3000U}) {
+        Multiplex multiplex;
+        multiplex.hasOtherPcr = true;
+        multiplex.run(5001).lose(lost).run(46);
+        EXPECT_NEAR(multiplex.now(), (5046 + lost) / 1000.0, 0.01);
+    }
+}
+
 /// Where the counters go on, packets come at another rate.
 TEST(TrueTime, FewerPacketsAreNoLoss) {
     Multiplex multiplex;

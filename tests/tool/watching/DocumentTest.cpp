@@ -20,10 +20,14 @@ std::string cellOf(const Profile& profile, const Check& check) {
     if (!check.impossible.empty()) {
         return "not measured";
     }
-    const std::string proposal = limit->bounds.front().isProposal() ? "*" : "";
-    return check.limited != Check::Limited::Never               ? limit->text()
-           : limit->bounds.front().severity == Severity::Remark ? "remark" + proposal
-                                                                : "alarm" + proposal;
+    if (check.limited != Check::Limited::Never) {
+        return limit->text();
+    }
+    const Bound& bound = limit->bounds.front();
+    const char* const severity = bound.severity == Severity::Error     ? "alarm"
+                                 : bound.severity == Severity::Warning ? "warning"
+                                                                       : "remark";
+    return severity + std::string(bound.isProposal() ? "*" : "");
 }
 
 std::string tableOfChecks() {

@@ -326,6 +326,19 @@ TEST(Watch, NobodyWaitsForThePcrThatIsAnnouncedNoMore) {
     EXPECT_EQ(stream.said("pcr_ceased").size(), 2U);
 }
 
+/// The packets between two PCRs may come faster than those before.
+TEST(Watch, MissesNoPcrByAnEstimate) {
+    Watched stream("isdbt");
+    stream.until(1, [&](double now) { carryAll(stream, now); });
+    stream.until(1.2);
+    stream.happens(EventKind::PcrInterval, 0x0100, 0.09);
+    stream.until(1.3);
+    EXPECT_THAT(stream.said("pcr_interval"), IsEmpty());
+    stream.until(2);
+    EXPECT_THAT(stream.said("pcr_interval"),
+                ElementsAre("1.6 begin alarm: no PCR on PID 0x0100 for 0.3 s (limit 0.1 s, TR 101 290 2.3.a)"));
+}
+
 TEST(Watch, CountsWhatHappensAgain) {
     Watched stream("dvb");
     stream.until(20, [&](double now) {
@@ -346,6 +359,26 @@ TEST(Watch, SeesAVersionThatGoesBackAndForth) {
     EXPECT_THAT(
         stream.said("version_flaps"),
         ElementsAre("3.0 begin alarm: NIT 0x0735 goes back and forth between version 3 and 4 (limit 60 s, proposal)"));
+}
+
+TEST(Watch, SeesAChangeWithoutANewVersionWhenItComes) {
+    LongHeader header;
+    header.extension = 0x0735;
+    Watched stream("isdbt");
+    stream.until(1, [&](double /*now*/) {
+        stream.section(0x0011, longSection(0x42, header, hex("0735 FF E6A0 FC 8000")));
+        stream.section(0x0140, longSection(0x3D, header, hex("01")));
+    });
+    stream.until(10, [&](double /*now*/) {
+        stream.section(0x0011, longSection(0x42, header, hex("0735 FF E6A0 FD 8000")));
+        stream.section(0x0140, longSection(0x3D, header, hex("02")));
+    });
+    EXPECT_THAT(stream.said("silent_change"),
+                ElementsAre("1.1 begin alarm: SDT 0x0735 changes without a new version (ISO/IEC 13818-1 2.4.4)",
+                            "1.1 end alarm: over: SDT 0x0735 changes without a new version (ISO/IEC 13818-1 2.4.4)"));
+    header.version = 1;
+    stream.until(11, [&](double /*now*/) { stream.section(0x0011, longSection(0x42, header, hex("0735 FF"))); });
+    EXPECT_EQ(stream.said("silent_change").size(), 2U);
 }
 
 TEST(Watch, SeesThatTheNitAndTheSdtDisagreeAboutTheNetwork) {

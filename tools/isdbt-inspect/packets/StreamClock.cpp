@@ -202,8 +202,9 @@ void StreamClock::proceed(Track& track, const Reference& reference, double gap, 
         if (m_pause > 0) {
             openBurst(reference.position, UNTIL_REFERENCE); // the counters tell whether anything is lost
         }
-        if (!m_burst) { // else packets may be missing between them
-            m_packetTime = gap / static_cast<double>(number - track.number);
+        const auto packets = static_cast<double>(number - track.number);
+        if (!m_burst && !mayBeLoss(gap, packets * m_packetTime)) { // else packets may be missing between them
+            m_packetTime = gap / packets;
         }
         anchor(number, track.time + gap);
         track = {track.first, reference.value, number, m_elapsed, 0, track.intervals, track.sinceReview, track.errors};

@@ -83,6 +83,7 @@ const std::vector<Check>& checks() {
         impossible("data_delay", "3.10", "delay of data in the decoder", NO_MODEL),
         happening("time_runs_back", "", "time of day that runs back"),
         happening("version_flaps", "", "versions that go back and forth", Limited::Seconds),
+        happening("silent_change", "", "change without a new version"),
         happening("original_network", "", "network that the NIT and the SDT disagree about"),
         happening("pause", "", "pause of the sender"),
         happening("new_stream", "", "new stream"),

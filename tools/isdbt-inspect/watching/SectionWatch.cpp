@@ -29,6 +29,13 @@ std::optional<double> between(const Position& one, const Position& other) {
     return one.seconds && other.seconds ? std::optional(*other.seconds - *one.seconds) : std::nullopt;
 }
 
+/// Versions of DSM-CC sections are those of what they carry.
+bool isOfCarousel(std::uint8_t tableId) {
+    constexpr std::uint8_t FIRST = 0x3A;
+    constexpr std::uint8_t LAST = 0x3F;
+    return tableId >= FIRST && tableId <= LAST;
+}
+
 /// What stands between the long header and the CRC_32.
 Bits behindHeader(const Section& section) {
     constexpr std::size_t HEADER_SIZE = 8;
@@ -121,10 +128,16 @@ void SectionWatch::checkVersion(const Section& section, const LongHeader& header
     const Place place = Place::of(section.pid(), section.tableId(), header);
     Versions* const versions = m_versions.find(place);
     if (versions == nullptr) {
-        m_versions.put(place, {header.version, header.version});
+        m_versions.put(place, {header.version, header.version, section.fingerprint()});
         return;
     }
+    const std::uint32_t content = std::exchange(versions->content, section.fingerprint());
     if (header.version == versions->now) {
+        if (content != versions->content && !isOfCarousel(section.tableId())) {
+            m_alarms.happened({"silent_change", placeOf(section, header.extension)}, section.position(),
+                              fmt::format("{} 0x{:04X} changes without a new version", tableLabel(section.tableId()),
+                                          header.extension));
+        }
         return;
     }
     const bool isReturn = header.version == versions->before;
