@@ -339,6 +339,16 @@ TEST(Watch, MissesNoPcrByAnEstimate) {
                 ElementsAre("1.6 begin alarm: no PCR on PID 0x0100 for 0.3 s (limit 0.1 s, TR 101 290 2.3.a)"));
 }
 
+TEST(Watch, SaysHowManySecondsAnHourWas) {
+    Watched stream("dvb");
+    stream.until(4000, [&](double now) {
+        if (now <= 20 || now > 3620) {
+            stream.section(0x0000, PAT_BYTES);
+        }
+    });
+    EXPECT_THAT(stream.said("pat_interval").back(), HasSubstr("PAT came again after 3600 s"));
+}
+
 TEST(Watch, CountsWhatHappensAgain) {
     Watched stream("dvb");
     stream.until(20, [&](double now) {

@@ -128,9 +128,9 @@ void Alarms::recover(const Spot& spot, const Position& at, double silence) {
     const std::string what = textOf(spot);
     const std::uint64_t count = state->current.count;
     state->last = at;
-    state->ending = count == 1 ? fmt::format("{} came again after {:.3g} s", what, silence)
-                               : fmt::format("{} came too late {} times, by then after {:.3g} s", what, count,
-                                             state->current.worst.value_or(silence));
+    state->ending = count == 1 ? fmt::format("{} came again after {}", what, lengthText(silence))
+                               : fmt::format("{} came too late {} times, by then after {}", what, count,
+                                             lengthText(state->current.worst.value_or(silence)));
 }
 
 void Alarms::end(State& state) {

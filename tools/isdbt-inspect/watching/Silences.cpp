@@ -59,7 +59,8 @@ void Silences::take(const Spot& spot, Timer& timer, const Position& at, std::opt
 
 void Silences::judge(const Spot& spot, Timer& timer, const Position& at, double silence) {
     if (*at.seconds >= m_quietUntil && m_alarms.breaksLimit(spot, silence)) {
-        m_alarms.lasted(spot, at, fmt::format("no {} for {:.3g} s", textOf(spot), silence), silence, !timer.isAlarm);
+        m_alarms.lasted(spot, at, fmt::format("no {} for {}", textOf(spot), lengthText(silence)), silence,
+                        !timer.isAlarm);
         timer.isAlarm = true;
         m_measured.insert(spot.check);
     }

@@ -21,4 +21,9 @@ std::string textOf(const Spot& spot) {
     return text;
 }
 
+std::string lengthText(double seconds) {
+    constexpr double MANY = 100; // which three digits tell
+    return seconds < MANY ? fmt::format("{:.3g} s", seconds) : fmt::format("{:.0f} s", seconds);
+}
+
 } // namespace inspect

@@ -27,4 +27,7 @@ private:
 /// What is looked for there: "PMT of 0xE6A0 on PID 0x0101".
 std::string textOf(const Spot& spot);
 
+/// "0.551 s", "40.1 s", "3600 s"
+std::string lengthText(double seconds);
+
 } // namespace inspect

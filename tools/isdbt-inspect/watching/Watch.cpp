@@ -55,9 +55,10 @@ constexpr Happening HAPPENINGS[] = {
     {EventKind::PcrFrozen, "pcr_frozen", [](const Event& event) { return "PCR stands still" + onPid(event); }},
     {EventKind::PcrCeased, "pcr_ceased", [](const Event& event) { return "no more PCR" + onPid(event); }},
     {EventKind::Loss, "loss",
-     [](const Event& event) { return fmt::format("packets of many PIDs lost, {:.3g} s of the stream", event.amount); }},
-    {EventKind::Pause, "pause",
-     [](const Event& event) { return fmt::format("the sender paused for {:.3g} s", event.amount); }},
+     [](const Event& event) {
+         return fmt::format("packets of many PIDs lost, {} of the stream", lengthText(event.amount));
+     }},
+    {EventKind::Pause, "pause", [](const Event& event) { return "the sender paused for " + lengthText(event.amount); }},
     {EventKind::NewStream, "new_stream", [](const Event& /*event*/) { return std::string("new stream from here"); }},
     {EventKind::Looped, "looped",
      [](const Event& event) { return fmt::format("the stream begins again after {:.3f} s", event.amount); }}};
