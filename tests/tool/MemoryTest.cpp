@@ -17,7 +17,7 @@ constexpr int ROUNDS = 10;
 constexpr std::size_t BOUND = 800 * MEGABYTE; // it keeps what was freed
 #else
 constexpr int ROUNDS = 100;
-constexpr std::size_t BOUND = 32 * MEGABYTE;
+constexpr std::size_t BOUND = 48 * MEGABYTE; // where another machine is emulated, what it is emulated with counts, too
 #endif
 
 /// Sections that are never the same, on PIDs that they signal themselves.

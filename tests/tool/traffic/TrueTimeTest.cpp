@@ -50,7 +50,7 @@ public:
 
     /// The encoder of the PCRs is another one from now on.
     Multiplex& jump(double seconds) {
-        m_ticks += static_cast<std::uint64_t>(seconds * SECOND);
+        m_ticks += static_cast<std::uint64_t>(static_cast<std::int64_t>(seconds * SECOND));
         return *this;
     }
 
