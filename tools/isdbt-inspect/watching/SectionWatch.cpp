@@ -165,7 +165,7 @@ void SectionWatch::learnNetworks(const Section& section) {
     Bits bits = behindHeader(section);
     bits.take(4);
     bits.takeBytes(bits.take32(12)); // descriptors of the network
-    bits.take(16);                 // length of all that follows
+    bits.take(16);                   // length of all that follows
     while (bits.left() != 0) {
         const auto stream = static_cast<std::uint16_t>(bits.take(16));
         const auto network = static_cast<std::uint16_t>(bits.take(16));

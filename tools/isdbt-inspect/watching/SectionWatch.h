@@ -24,7 +24,7 @@ private:
     struct Versions {
         std::uint8_t now;
         std::uint8_t before;
-        std::uint32_t content; ///< of the one now
+        std::uint32_t content;     ///< of the one now
         std::uint64_t returns = 0; ///< of the one before, one after the other
         Position returned{};
     };

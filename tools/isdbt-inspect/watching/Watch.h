@@ -84,9 +84,9 @@ private:
     std::optional<double> m_break{}; ///< when the stream was cut last, in seconds
     std::optional<double> m_resumesAt{};
     std::map<Pid, std::string_view> m_stopped; ///< PIDs whose PCR stands still or has ceased, and the check for that
-    PidSet m_broken;       ///< PIDs on which that has shown since
-    double m_nextLook = 0; ///< at the PIDs that nobody names, in seconds
-    bool m_waited = false; ///< long enough for what tables say
+    PidSet m_broken;                           ///< PIDs on which that has shown since
+    double m_nextLook = 0;                     ///< at the PIDs that nobody names, in seconds
+    bool m_waited = false;                     ///< long enough for what tables say
     bool m_hasPcr = false;
     bool m_hasCycles = false;   ///< that a BIT declares
     bool m_isScrambled = false; ///< any packet
