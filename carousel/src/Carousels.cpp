@@ -169,4 +169,12 @@ Tree Carousels::tree(const Carousel& carousel) const {
     return treeOf(carousel, m_state->limits);
 }
 
+std::size_t Carousels::memory() const {
+    std::size_t memory = sizeof *m_state;
+    for (const auto& [id, download] : m_state->downloads) {
+        memory += download.memory();
+    }
+    return memory;
+}
+
 } // namespace dsmcc

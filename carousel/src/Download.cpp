@@ -9,6 +9,23 @@
 
 namespace dsmcc {
 
+namespace {
+
+/// Bytes that a DII takes, with the announcements that its modules keep.
+std::size_t costOf(const DownloadInfoIndication& dii) {
+    std::size_t cost = sizeof dii + dii.privateData.size() + dii.compatibility.size();
+    for (const ModuleInfo& info : dii.modules) {
+        cost += 2 * (sizeof info + info.taps.size() * sizeof(Tap) + info.descriptors.size() * 2 * sizeof(Descriptor));
+    }
+    return cost;
+}
+
+} // namespace
+
+std::size_t Download::memory() const {
+    return sizeof *this + m_memory + m_announcements + m_objects * sizeof(Object) + m_slots.size() * sizeof(Slot);
+}
+
 void Download::heard(double seconds) {
     if (!m_heard) {
         m_first = seconds;
@@ -29,6 +46,8 @@ std::optional<Refusal> Download::take(DownloadInfoIndication dii, double seconds
         return Refusal{RefusalKind::GroupLimit, 0, "more than " + std::to_string(m_limits.groups) + " DIIs"};
     }
     AnnouncedGroup& group = m_groups[identification];
+    m_announcements += costOf(dii);
+    m_announcements -= group.repetition.count == 0 ? 0 : costOf(group.dii);
     group.dii = std::move(dii);
     count(group.repetition, seconds);
     announce(identification, group);
@@ -63,7 +82,7 @@ std::optional<Refusal> Download::take(const DownloadDataBlock& ddb, double secon
     if (!collects(module)) {
         return std::nullopt;
     }
-    std::optional<Refusal> refusal = add(module, ddb);
+    std::optional<Refusal> refusal = add(module, ddb, seconds);
     if (refusal) {
         note(module.refusals, *refusal);
     } else if (current) {
@@ -177,6 +196,10 @@ void Download::adopt(Module& module, Slot& slot) {
         }
     }
     module.blocks = std::move(slot.unannounced->blocks);
+    module.arrivals = std::move(slot.unannounced->arrivals);
+    module.arrivals.erase(std::remove_if(module.arrivals.begin(), module.arrivals.end(),
+                                         [&](const Arrival& each) { return module.blocks.count(each.block) == 0; }),
+                          module.arrivals.end());
     slot.unannounced.reset();
 }
 
@@ -198,6 +221,7 @@ void Download::forgetWhatIsSilent(std::uint16_t identification, double seconds) 
     for (auto at = m_groups.begin(); at != m_groups.end();) {
         if (at->first != identification && silent(at->second.repetition)) {
             withdraw(at->first, {});
+            m_announcements -= costOf(at->second.dii);
             at = m_groups.erase(at);
         } else {
             ++at;
@@ -210,7 +234,7 @@ void Download::forgetWhatIsSilent(std::uint16_t identification, double seconds) 
     }
 }
 
-std::optional<Refusal> Download::add(Module& module, const DownloadDataBlock& ddb) {
+std::optional<Refusal> Download::add(Module& module, const DownloadDataBlock& ddb, double seconds) {
     if (module.state != ModuleState::Unannounced) {
         if (auto refusal = mismatch(module, ddb.blockNumber, ddb.data.size, ddb.at)) {
             return refusal;
@@ -228,7 +252,7 @@ std::optional<Refusal> Download::add(Module& module, const DownloadDataBlock& dd
         return Refusal{RefusalKind::MemoryLimit, ddb.at,
                        "the carousel takes more than " + std::to_string(m_limits.memory) + " bytes"};
     }
-    module.blocks.emplace(ddb.blockNumber, Bytes(ddb.data.begin(), ddb.data.end()));
+    dsmcc::add(module, ddb.blockNumber, ddb.data, seconds);
     m_memory += cost;
     return std::nullopt;
 }

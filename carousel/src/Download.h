@@ -30,6 +30,9 @@ public:
     bool hasGateway() const { return m_dsi.has_value(); }
     const std::map<std::uint16_t, AnnouncedGroup>& groups() const { return m_groups; }
 
+    /// About how many bytes it takes.
+    std::size_t memory() const;
+
     /// A group with its modules.
     Group group(std::uint16_t identification) const;
 
@@ -50,7 +53,7 @@ private:
     void adopt(Module& module, Slot& slot);
     void withdraw(std::uint16_t identification, const std::set<std::uint16_t>& kept);
     void forgetWhatIsSilent(std::uint16_t identification, double seconds);
-    std::optional<Refusal> add(Module& module, const DownloadDataBlock& ddb);
+    std::optional<Refusal> add(Module& module, const DownloadDataBlock& ddb, double seconds);
     void finishIfWhole(Module& module, double seconds);
     ModuleState inflate(Module& module, Bytes& content) const;
     void drop(std::optional<Module>& module);
@@ -63,7 +66,8 @@ private:
     std::map<std::uint16_t, AnnouncedGroup> m_groups;
     std::map<std::uint16_t, Slot> m_slots;
     std::size_t m_memory = 0;
-    std::size_t m_objects = 0; // with what is in them
+    std::size_t m_objects = 0;       // with what is in them
+    std::size_t m_announcements = 0; // bytes that the groups take
     bool m_heard = false;
     double m_first = 0;
     double m_last = 0;

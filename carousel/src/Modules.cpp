@@ -131,13 +131,22 @@ std::optional<ByteView> blockOf(const Module& module, std::uint16_t number) {
     return ByteView{found->second.data(), found->second.size()};
 }
 
+void add(Module& module, std::uint16_t number, ByteView data, double seconds) {
+    if (module.arrivals.size() == module.arrivals.capacity()) {
+        module.arrivals.reserve(2 * module.arrivals.size() + 1);
+    }
+    module.blocks.emplace(number, Bytes(data.begin(), data.end()));
+    module.arrivals.push_back({number, seconds}); // for which there is room
+}
+
 std::size_t costOfBlock(std::size_t size) {
-    constexpr std::size_t PLACE = 64; // in the map of blocks
+    constexpr std::size_t PLACE = 64; // in the map of blocks and among the arrivals
     return size + PLACE;
 }
 
 std::size_t costOf(const Module& module) {
-    std::size_t cost = module.bytes.size() + module.inflated.size();
+    const std::size_t joined = module.arrivals.size() - module.blocks.size();
+    std::size_t cost = module.bytes.size() + module.inflated.size() + joined * sizeof(Arrival);
     for (const auto& [number, bytes] : module.blocks) {
         cost += costOfBlock(bytes.size());
     }

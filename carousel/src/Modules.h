@@ -25,6 +25,9 @@ std::optional<Refusal> mismatch(const Module& module, std::uint16_t number, std:
 /// The bytes of a block that is there; none when it is not.
 std::optional<ByteView> blockOf(const Module& module, std::uint16_t number);
 
+/// It came as one more of the blocks.
+void add(Module& module, std::uint16_t number, ByteView data, double seconds);
+
 /// Memory that one more block takes, and all that a module holds.
 std::size_t costOfBlock(std::size_t size);
 std::size_t costOf(const Module& module);

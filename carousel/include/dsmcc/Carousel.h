@@ -29,6 +29,12 @@ enum class ModuleState {
     OriginalSize   ///< all there, and does not inflate to the announced size
 };
 
+/// When a block of a module came for the first time.
+struct Arrival {
+    std::uint16_t block = 0; ///< its number
+    double seconds = 0;      ///< as given to take()
+};
+
 /// A version of a module.
 struct Module {
     std::uint16_t id = 0;                         ///< of the module, among those of its downloadId
@@ -40,6 +46,7 @@ struct Module {
     ModuleState state = ModuleState::Unannounced; ///< how far it has come
     std::optional<std::uint32_t> originalSize;    ///< announced size when inflated; none when not compressed
     std::map<std::uint16_t, Bytes> blocks;        ///< those that came, by number, while some are missing
+    std::vector<Arrival> arrivals;                ///< of the blocks that are there, in the order in which they came
     Bytes bytes;                                  ///< as on air, when no block is missing
     Bytes inflated;                               ///< when it is compressed and complete
     std::vector<Object> objects;                  ///< when it is complete, in their order

@@ -36,6 +36,9 @@ public:
     /// The paths of one of them: of an object carousel from its service gateway on, of a data carousel its modules.
     Tree tree(const Carousel& carousel) const;
 
+    /// About how many bytes what they hold takes.
+    std::size_t memory() const;
+
 private:
     std::unique_ptr<CollectedCarousels> m_state;
 };
