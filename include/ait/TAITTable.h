@@ -33,13 +33,6 @@ public:
     TAITTable(QUOR_U8* data, QUOR_U32 length);
     ~TAITTable() override;
 
-    /// The common descriptor of a tag, or null. The table keeps ownership.
-    TISDBTDescriptor* getDescriptor(QUOR_U8 descriptorTag) const override { return m_descriptors.find(descriptorTag); }
-
-    /// The tags of the common descriptors, in the order of TApplication::getDescriptorTags(): a new list, which the
-    /// caller deletes.
-    std::list<QUOR_U8>* getDescriptorTags() const override;
-
     /// Parses one section.
     /// @param data             the section, from table_id to CRC_32; it must outlive the use of getData() of
     ///                         applications and descriptors.
@@ -87,6 +80,13 @@ public:
                                  TGingaApplicationLocationDescriptor>();
     }
     /// @}
+
+    /// The common descriptor of a tag, or null. The table keeps ownership.
+    TISDBTDescriptor* getDescriptor(QUOR_U8 descriptorTag) const override { return m_descriptors.find(descriptorTag); }
+
+    /// The tags of the common descriptors, in the order of TApplication::getDescriptorTags(): a new list, which the
+    /// caller deletes.
+    std::list<QUOR_U8>* getDescriptorTags() const override;
 
     /// The number of applications.
     QUOR_U32 getApplicationsCount() const { return m_pApplications.size(); }

@@ -34,6 +34,11 @@ public:
     /// component_type, 0 to 255; its meaning depends on getStreamContent().
     QUOR_U8 getComponentType() const { return m_iComponentType; }
 
+    /// stream_content in the upper eight bits, component_type in the lower.
+    QUOR_U16 getStreamContentComponentType() const {
+        return static_cast<QUOR_U16>(m_iStreamContent << 8 | m_iComponentType);
+    }
+
     /// component_tag, the same as in the stream identifier descriptor of the elementary stream.
     QUOR_U8 getComponentTag() const { return m_iComponentTag; }
 
@@ -42,11 +47,6 @@ public:
 
     /// The text as it is on the wire, in the character coding of the broadcast; may be empty.
     std::string getText() const { return m_sText; }
-
-    /// stream_content in the upper eight bits, component_type in the lower.
-    QUOR_U16 getStreamContentComponentType() const {
-        return static_cast<QUOR_U16>(m_iStreamContent << 8 | m_iComponentType);
-    }
 
 private:
     friend struct detail::Access;

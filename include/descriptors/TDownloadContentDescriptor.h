@@ -67,18 +67,6 @@ public:
     /// component_tag of the stream that carries the data carousel.
     QUOR_U8 getComponentTag() const { return m_iComponentTag; }
 
-    /// private_data_length: the bytes of getPrivateData().
-    QUOR_U8 getPrivateDataLength() const { return m_iPrivateDataLength; }
-
-    /// private_data, owned by the descriptor; null when its length is 0.
-    QUOR_U8* getPrivateData() const { return m_iPrivateData.get(); }
-
-    /// ISO_639_language_code of the text, three letters; empty without text_info_flag.
-    std::string getLanguageCode() const { return m_sLanguageCode; }
-
-    /// text as it is on the wire; empty without text_info_flag.
-    std::string getText() const { return m_sText; }
-
     /// The receivers that the component is made for, owned by the descriptor; null when there is no such restriction.
     TCompatibilityDescriptor* getCompatibilityDescriptor() const { return m_pCompatibilityDesc.get(); }
 
@@ -95,6 +83,18 @@ public:
 
     /// Removes and deletes the module at a position. @return whether there was one.
     QUOR_BOOL removeDownloadContentDescriptorItem(QUOR_U8 index);
+
+    /// private_data_length: the bytes of getPrivateData().
+    QUOR_U8 getPrivateDataLength() const { return m_iPrivateDataLength; }
+
+    /// private_data, owned by the descriptor; null when its length is 0.
+    QUOR_U8* getPrivateData() const { return m_iPrivateData.get(); }
+
+    /// ISO_639_language_code of the text, three letters; empty without text_info_flag.
+    std::string getLanguageCode() const { return m_sLanguageCode; }
+
+    /// text as it is on the wire; empty without text_info_flag.
+    std::string getText() const { return m_sText; }
 
 private:
     friend struct detail::Access;

@@ -57,17 +57,6 @@ public:
     /// schedule_time_shift_information, 0 to 15.
     QUOR_U16 getScheduleTimeShiftInfo() const { return m_iScheduleTimeShiftInfo; }
 
-    /// The download content descriptor, owned by this content; null when there is none.
-    TDownloadContentDescriptor* getDownloadContentDescriptor() const {
-        return m_descriptors.get<TDownloadContentDescriptor>();
-    }
-
-    /// The descriptor held for a tag, owned by this content, or null. Only 0xC9 is known.
-    TISDBTDescriptor* getDescriptor(QUOR_U8 descriptorTag) const { return m_descriptors.find(descriptorTag); }
-
-    /// The tags of the descriptors held: a new list, which the caller deletes.
-    std::list<QUOR_U8>* getDescriptorTags() const;
-
     /// The number of schedule slots.
     QUOR_U32 getScheduleInfoSize() const { return m_pItems.size(); }
 
@@ -79,6 +68,17 @@ public:
 
     /// Removes and deletes the schedule slot at a position. @return whether there was one.
     QUOR_BOOL removeScheduleInfo(QUOR_U8 index);
+
+    /// The download content descriptor, owned by this content; null when there is none.
+    TDownloadContentDescriptor* getDownloadContentDescriptor() const {
+        return m_descriptors.get<TDownloadContentDescriptor>();
+    }
+
+    /// The descriptor held for a tag, owned by this content, or null. Only 0xC9 is known.
+    TISDBTDescriptor* getDescriptor(QUOR_U8 descriptorTag) const { return m_descriptors.find(descriptorTag); }
+
+    /// The tags of the descriptors held: a new list, which the caller deletes.
+    std::list<QUOR_U8>* getDescriptorTags() const;
 
 private:
     friend struct detail::Access;

@@ -2,17 +2,18 @@
 #
 #   header  class  kind         type        name  text
 #           ...    class        its base          what its comment says
+#           ...    enum         its type          its names with their values
 #           ...    constant     its type          its value
 #           ...    constructor                    its parameters
 #           ...    static       its result        its parameters
 #           ...    method       its result        its parameters
 #           ...    const        its result        its parameters; a method that changes nothing
 #
-# A configured build has the lines in public-headers.tsv; without one, cmake -P cmake/PublicHeaders.cmake FILE writes
+# A configured build has the lines in public-headers.tsv; without one, cmake -P cmake/public-headers/PublicHeaders.cmake FILE writes
 # them. A declaration that is none of these is an error, so that none is missed.
 
 function(quor_list_public_headers result)
-  set(folder ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/../include)
+  set(folder ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/../../include)
   set(name "([A-Za-z0-9_]+)")
   set(lines "")
   file(GLOB_RECURSE headers RELATIVE ${folder} ${folder}/*.h)
@@ -34,14 +35,21 @@ function(quor_list_public_headers result)
         string(FIND "${members}" "${end}" at)
         string(SUBSTRING "${members}" 0 ${at} members)
       endforeach()
-      # What a function does and what an enumeration lists is no member of its own.
+      while(members MATCHES "enum ${name} : ${name} {([^{}]*)}")
+        set(line "${header}\t${class}\tenum\t${CMAKE_MATCH_2}\t${CMAKE_MATCH_1}")
+        string(REPLACE "${CMAKE_MATCH_0}" "" members "${members}")
+        string(REGEX REPLACE "[ \n]+" " " values "${CMAKE_MATCH_3}")
+        string(STRIP "${values}" values)
+        string(APPEND lines "${line}\t${values}\n")
+      endwhile()
+      # What a function does is no member of its own.
       while(members MATCHES "{")
         string(REGEX REPLACE " ?{[^{}]*}" ";" members "${members}")
       endwhile()
       string(REGEX REPLACE "[ \n]+" " " members "${members}")
       foreach(member IN LISTS members)
         string(STRIP "${member}" member)
-        if(member MATCHES "^(virtual |)~|^(enum|using) |[ *]operator | = delete$|^$")
+        if(member MATCHES "^(virtual |)~|^using |[ *]operator | = delete$|^$")
           continue()
         elseif(member MATCHES "^static constexpr (.+) ${name} = (.+)$")
           set(line "constant\t${CMAKE_MATCH_1}\t${CMAKE_MATCH_2}\t${CMAKE_MATCH_3}")
@@ -71,6 +79,6 @@ if(CMAKE_SCRIPT_MODE_FILE)
   file(WRITE ${CMAKE_ARGV3} "${lines}")
 else()
   file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/public-headers.tsv CONTENT "${lines}" @ONLY)
-  file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/../include/*.h)
+  file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/../../include/*.h)
   set_property(DIRECTORY ${PROJECT_SOURCE_DIR} APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${headers})
 endif()
