@@ -1,7 +1,8 @@
 // Fuzzes the carousel library: messages one after the other, or the objects of one module.
 
-#include "carousel/Wire.h"
+#include "CarouselMessages.h"
 #include "dsmcc/Carousels.h"
+#include "support/Bytes.h"
 
 #include <algorithm>
 
@@ -39,6 +40,7 @@ void take(dsmcc::Carousels& carousels, const ByteVector& section, double seconds
 /// Each message has a byte for its kind, its id, its size in 16 bits, and its bytes.
 void takeMessages(dsmcc::Carousels& carousels, const ByteVector& input) {
     constexpr std::size_t HEADER = 7;
+    constexpr std::size_t ROOM = 4066; // of a section, for a block; for a message it has a little more
     double seconds = 0;
     for (std::size_t at = 0; at + HEADER <= input.size();) {
         const unsigned kind = input[at];
@@ -49,18 +51,19 @@ void takeMessages(dsmcc::Carousels& carousels, const ByteVector& input) {
         const auto begin = input.begin() + static_cast<std::ptrdiff_t>(at);
         at = std::min(at + size, input.size());
         const ByteVector bytes(begin, input.begin() + static_cast<std::ptrdiff_t>(at));
+        const ByteVector body(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(std::min(bytes.size(), ROOM)));
         switch (kind % 4) {
         case 0:
             take(carousels, bytes, seconds);
             break;
         case 1:
-            take(carousels, wire::messageSection(0x1006, id, bytes), seconds);
+            take(carousels, wire::messageSection(0x1006, id, body), seconds);
             break;
         case 2:
-            take(carousels, wire::messageSection(0x1002, id, bytes), seconds);
+            take(carousels, wire::messageSection(0x1002, id, body), seconds);
             break;
         default:
-            take(carousels, wire::blockSection(id, bytes), seconds);
+            take(carousels, wire::blockSection(id, body), seconds);
             break;
         }
         seconds += kind / 4;

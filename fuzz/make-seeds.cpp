@@ -1,9 +1,9 @@
 // Writes what fuzzing begins with: the sections of the tests and of the sample, the descriptors in them, items, and the
 // start of the sample stream, each for the targets that take it; and a dictionary of the tags.
 
+#include "CarouselMessages.h"
 #include "Tables.h"
 #include "Target.h"
-#include "carousel/Wire.h"
 #include "support/FullSections.h"
 #include "walking/DescriptorLoops.h"
 

@@ -1,4 +1,3 @@
-#include "Station.h"
 #include "Tables.h"
 
 namespace sample {
@@ -46,15 +45,15 @@ Bytes application(std::uint16_t id, std::uint8_t controlCode, const Wire& descri
     return Wire().append(identifier(id)).bits(8, controlCode).loop(descriptors.bytes()).bytes();
 }
 
-Bytes ait(std::uint16_t applicationType, const Wire& common, const Bytes& applications) {
-    return longSection(AIT_TABLE_ID, applicationType, Wire().loop(common.bytes()).loop(applications));
+Bytes ait(std::uint16_t applicationType, unsigned version, const Wire& common, const Bytes& applications) {
+    return longSection(AIT_TABLE_ID, applicationType, Wire().loop(common.bytes()).loop(applications), {version});
 }
 
 Bytes profile(std::uint16_t number, unsigned major, unsigned minor, unsigned micro) {
     return Wire().bits(16, number).bits(8, major).bits(8, minor).bits(8, micro).bytes();
 }
 
-Bytes describedApplication(const Wire& profiles, bool serviceBound, std::uint8_t priority, std::uint8_t label) {
+Bytes describedApplication(const Wire& profiles, bool serviceBound, std::uint8_t priority, const Bytes& labels) {
     return descriptor(APPLICATION_DESCRIPTOR, Wire()
                                                   .bits(8, profiles.bytes().size())
                                                   .append(profiles.bytes())
@@ -62,20 +61,23 @@ Bytes describedApplication(const Wire& profiles, bool serviceBound, std::uint8_t
                                                   .bits(2, 3) // visibility: to users and applications
                                                   .reserved(5)
                                                   .bits(8, priority)
-                                                  .bits(8, label));
+                                                  .append(labels));
 }
 
 Bytes name(std::string_view portuguese) {
     return descriptor(APPLICATION_NAME_DESCRIPTOR, Wire().text("por").countedText(portuguese));
 }
 
-Bytes objectCarousel() {
-    return descriptor(TRANSPORT_PROTOCOL_DESCRIPTOR, Wire()
-                                                         .bits(16, 1) // protocol_id: object carousel
-                                                         .bits(8, FROM_CAROUSEL)
-                                                         .bits(1, 0) // remote_connection
-                                                         .reserved(7)
-                                                         .bits(8, CAROUSEL_TAG));
+Bytes objectCarousel(const Signalling& signalling) {
+    Wire body;
+    body.bits(16, 1) // protocol_id: object carousel
+        .bits(8, FROM_CAROUSEL)
+        .bits(1, signalling.service ? 1 : 0) // remote_connection
+        .reserved(7);
+    if (signalling.service) {
+        body.bits(16, NETWORK_ID).bits(16, TRANSPORT_STREAM_ID).bits(16, *signalling.service);
+    }
+    return descriptor(TRANSPORT_PROTOCOL_DESCRIPTOR, body.bits(8, signalling.componentTag));
 }
 
 Bytes internet(std::string_view url) {
@@ -114,15 +116,17 @@ constexpr std::uint64_t TICKS_PER_SECOND = 90000;
 
 } // namespace
 
-Bytes nclAit() {
+Bytes nclAit(const Signalling& signalling) {
     const Wire common = Wire()
-                            .append(objectCarousel())
+                            .append(objectCarousel(signalling))
                             .append(descriptor(EXTERNAL_APPLICATION_AUTHORIZATION_DESCRIPTOR,
                                                Wire().append(identifier(POLL)).bits(8, 20)));
     const Wire guide =
         Wire()
-            .append(describedApplication(Wire().append(profile(1, 1, 0, 0)).append(profile(2, 1, 2, 0)), true, 40,
-                                         FROM_CAROUSEL))
+            .append(describedApplication(Wire()
+                                             .append(profile(1, signalling.profileVersion, 0, 0))
+                                             .append(profile(2, signalling.profileVersion, 2, 0)),
+                                         true, 40, {signalling.label}))
             .append(name("Guia da Programa\xE7\xE3o"))
             .append(descriptor(APPLICATION_ICON_DESCRIPTOR,
                                Wire().countedText("/icones").bits(16, 0x0001 | 0x0008 | 0x0020)))
@@ -130,31 +134,35 @@ Bytes nclAit() {
                 PREFETCH_DESCRIPTOR,
                 Wire().bits(8, FROM_CAROUSEL).countedText("principal").bits(8, 100).countedText("imagens").bits(8, 30)))
             .append(descriptor(DII_LOCATION_DESCRIPTOR,
-                               Wire().bits(8, FROM_CAROUSEL).reserved(1).bits(15, 2).bits(16, CAROUSEL_TAG)))
+                               Wire().bits(8, FROM_CAROUSEL).reserved(1).bits(15, CAROUSEL_DII).bits(16, CAROUSEL_TAG)))
             .append(descriptor(NCL_APPLICATION_DESCRIPTOR, Wire().countedText("idioma=por").countedText("tema=claro")))
             .append(location(NCL_APPLICATION_LOCATION_DESCRIPTOR, "/guia", "", "principal.ncl"));
-    return ait(GINGA_NCL, common, application(GUIDE, AUTOSTART, guide));
+    return ait(GINGA_NCL, signalling.version, common,
+               application(GUIDE, signalling.controlCode.value_or(AUTOSTART), guide));
 }
 
-Bytes javaAit() {
+Bytes javaAit(const Signalling& signalling) {
     const Wire poll = Wire()
-                          .append(describedApplication(Wire().append(profile(1, 1, 0, 2)), false, 20, FROM_INTERNET))
+                          .append(describedApplication(Wire().append(profile(1, signalling.profileVersion, 0, 2)),
+                                                       false, 20, {signalling.label}))
                           .append(name("Enquete: voc\xEA decide"))
-                          .append(internet("http://enquete.mareacu.example/app"))
+                          .append(objectCarousel(signalling))
                           .append(descriptor(JAVA_APPLICATION_DESCRIPTOR, Wire().countedText("rodada=7")))
                           .append(location(JAVA_APPLICATION_LOCATION_DESCRIPTOR, "/enquete", "lib/grafico.jar",
                                            "example.mareacu.enquete.EnqueteXlet"));
     const Wire common =
-        Wire().append(descriptor(APPLICATION_ICON_DESCRIPTOR, Wire().countedText("/icones").bits(16, 0x0001)));
-    return ait(GINGA_J, common, application(POLL, PRESENT, poll));
+        Wire()
+            .append(internet("http://enquete.mareacu.example/app"))
+            .append(descriptor(APPLICATION_ICON_DESCRIPTOR, Wire().countedText("/icones").bits(16, 0x0001)));
+    return ait(GINGA_J, signalling.version, common, application(POLL, signalling.controlCode.value_or(PRESENT), poll));
 }
 
-Bytes streamEvents() {
+Bytes streamEvents(std::uint16_t eventId) {
     return longSection(STREAM_DESCRIPTORS_TABLE_ID, 0x1001, // data_event_id 1, event_msg_group_id 1
                        Wire()
                            .append(timeLine(10 * TICKS_PER_SECOND, 754 * TICKS_PER_SECOND))
                            .append(descriptor(STREAM_MODE_DESCRIPTOR, Wire().bits(8, 2).reserved(8)))
-                           .append(event(7, 780 * TICKS_PER_SECOND, "gol")));
+                           .append(event(eventId, 780 * TICKS_PER_SECOND, "gol")));
 }
 
 } // namespace sample

@@ -1,6 +1,6 @@
 #include "Broadcast.h"
 
-#include "Station.h"
+#include "ApplicationFiles.h"
 #include "Tables.h"
 
 #include <limits>
@@ -18,6 +18,10 @@ bool isActive(const FaultAt& fault, Ticks now) {
 
 } // namespace
 
+FaultAt faultAt(const std::string& name) {
+    return faultAt(name, faultNamed(name).begins * SECOND);
+}
+
 FaultAt faultAt(const std::string& name, Ticks begin) {
     const unsigned seconds = faultNamed(name).seconds;
     return faultAt(name, begin, seconds == 0 ? NEVER : begin + seconds * SECOND);
@@ -27,12 +31,17 @@ FaultAt faultAt(const std::string& name, Ticks begin, Ticks end) {
     return {faultNamed(name), begin, end};
 }
 
-Broadcast::Broadcast(unsigned bitRate, std::vector<FaultAt> faults)
+CarouselOnAir applicationsOnAir() {
+    return {{applicationPlan(), applicationFiles()}, 2 * SECOND};
+}
+
+Broadcast::Broadcast(unsigned bitRate, std::vector<FaultAt> faults, const CarouselOnAir& carousel)
     : m_multiplexer(bitRate), m_faults(std::move(faults)) {
     m_multiplexer.repeatClock(HD_PCR_PID, 40 * MILLISECOND, 0);
     m_multiplexer.repeatClock(ONE_SEG_PCR_PID, 200 * MILLISECOND, 13 * MILLISECOND);
     addTables();
     addStreams(bitRate);
+    m_multiplexer.repeatCarousel(CAROUSEL_PID, carousel.carousel, SECOND / 2, carousel.turn, 347 * MILLISECOND);
     disturb();
 }
 

@@ -1,11 +1,9 @@
-#include "Faults.h"
-
+#include "Effects.h"
 #include "Station.h"
 #include "Tables.h"
 
 #include <algorithm>
 #include <bitstream/mpeg/pes.h>
-#include <bitstream/mpeg/psi.h>
 #include <optional>
 #include <stdexcept>
 
@@ -27,32 +25,6 @@ constexpr std::uint16_t NULL_PID = 0x1FFF;
 constexpr std::uint16_t UNANNOUNCED_PID = 0x0300;
 constexpr std::uint8_t FOREIGN_TABLE_ID = 0x80;
 constexpr std::uint16_t OTHER_NETWORK_ID = 0x0736;
-constexpr std::uint8_t EVEN_KEY = 2;
-
-auto every(unsigned number) {
-    return [number, count = 0U]() mutable { return count++ % number == 0; };
-}
-
-/// An effect on the sections of a PID.
-template <class Change> auto sections(std::uint16_t pid, Change change) {
-    return [pid, change](const Moment& moment, std::uint16_t ofPid, Bytes& section) mutable {
-        if (ofPid == pid) {
-            change(moment, section);
-            if (!section.empty()) {
-                psi_set_crc(section.data());
-            }
-        }
-    };
-}
-
-/// An effect on the packets of a PID, in the multiplexer.
-template <class Change> auto packets(std::uint16_t pid, Change change) {
-    return [pid, change](const Moment& moment, Packet& packet) mutable {
-        if (ts_get_pid(packet.data()) == pid) {
-            change(moment, packet);
-        }
-    };
-}
 
 /// An effect on one of so many packets of a PID, on the way.
 template <class Change> auto onTheWay(std::uint16_t pid, unsigned number, Change change) {
@@ -65,33 +37,14 @@ template <class Change> auto onTheWay(std::uint16_t pid, unsigned number, Change
 
 Fault tableStops(const std::string& table, const std::string& name, const std::string& indicator, std::uint16_t pid) {
     Fault fault{name + "-stops", indicator, "no " + table + " comes", Reported::Yes, LONGEST_SECONDS};
-    fault.section = sections(pid, [](const Moment&, Bytes& section) { section.clear(); });
+    fault.section = stop(pid);
     return fault;
 }
 
 Fault tableDamaged(const std::string& table, const std::string& name, std::uint16_t pid) {
     Fault fault{name + "-crc", "2.2 CRC_error", "the CRC_32 of every third " + table + " is wrong", Reported::Yes,
                 SOME_SECONDS};
-    fault.section = [pid, due = every(3)](const Moment&, std::uint16_t ofPid, Bytes& section) mutable {
-        if (ofPid == pid && due()) {
-            section.back() ^= 0x01U;
-        }
-    };
-    return fault;
-}
-
-Fault inSections(Fault fault, std::function<void(const Moment&, std::uint16_t pid, Bytes& section)> effect) {
-    fault.section = std::move(effect);
-    return fault;
-}
-
-Fault inPackets(Fault fault, std::function<void(const Moment&, Packet& packet)> effect) {
-    fault.packet = std::move(effect);
-    return fault;
-}
-
-Fault inWhatIsSent(Fault fault, std::function<void(const Moment&, Bytes& sent)> effect) {
-    fault.sent = std::move(effect);
+    fault.section = damage(pid, 3);
     return fault;
 }
 
@@ -181,8 +134,7 @@ std::vector<Fault> clockFaults() {
         inPackets({"pcr-splice", jumps, "the same forward, with discontinuity_indicator", Reported::No},
                   announcedJump(10 * SECOND)),
         inPackets({"pcr-frozen", "", "the PCR of a service stays the same", Reported::Yes, SOME_SECONDS}, freeze()),
-        inPackets({"pcr-stops", repetition, "a service has no PCR", Reported::Yes, SOME_SECONDS},
-                  packets(HD_PCR_PID, [](const Moment&, Packet& packet) { packet = nullPacket(); })),
+        inPackets({"pcr-stops", repetition, "a service has no PCR", Reported::Yes, SOME_SECONDS}, silence(HD_PCR_PID)),
         inPackets({"pcr-slow", repetition, "the PCR of a service comes each 200 ms", Reported::Yes, SOME_SECONDS},
                   packets(HD_PCR_PID,
                           [due = every(5)](const Moment&, Packet& packet) mutable {
@@ -257,15 +209,14 @@ std::vector<Fault> packetFaults() {
                      }),
         inPackets(
             {"pat-scrambled", "1.3.a PAT_error_2", "the packets of the PAT are scrambled", Reported::Yes, SOME_SECONDS},
-            packets(PAT_PID, [](const Moment&, Packet& packet) { ts_set_scrambling(packet.data(), EVEN_KEY); })),
+            scramble(PAT_PID)),
         inPackets({"pid-stops", "1.6 PID_error", "announced audio does not come", Reported::Yes, LONGEST_SECONDS},
-                  packets(HD_AUDIO_PID, [](const Moment&, Packet& packet) { packet = nullPacket(); })),
+                  silence(HD_AUDIO_PID)),
         inWhatIsSent({"transport-error", "2.1 Transport_error", "every 50th packet of video is damaged, and says so",
                       Reported::Yes, SOME_SECONDS},
                      onTheWay(HD_VIDEO_PID, 50, [](Bytes& sent) { ts_set_transporterror(sent.data()); })),
-        inPackets(
-            {"scrambled", "2.6 CAT_error", "video is scrambled, without a CAT", Reported::Yes, LONGEST_SECONDS},
-            packets(HD_VIDEO_PID, [](const Moment&, Packet& packet) { ts_set_scrambling(packet.data(), EVEN_KEY); })),
+        inPackets({"scrambled", "2.6 CAT_error", "video is scrambled, without a CAT", Reported::Yes, LONGEST_SECONDS},
+                  scramble(HD_VIDEO_PID)),
         inPackets({"pid-unannounced", "3.4.a Unreferenced_PID", "a PID comes that no table names", Reported::Yes,
                    SOME_SECONDS},
                   packets(NULL_PID,
@@ -277,16 +228,16 @@ std::vector<Fault> packetFaults() {
     };
 }
 
-/// The section stays the current one.
-void setVersion(Bytes& section, unsigned version) {
-    psi_set_version(section.data(), static_cast<std::uint8_t>(version));
-    psi_set_current(section.data());
-}
-
 /// One capital letter of a name becomes a small one.
 void rename(Bytes& section) {
     constexpr std::string_view PART = "HD";
     *std::search(section.begin(), section.end(), PART.begin(), PART.end()) = 'h';
+}
+
+/// What it is about becomes another one.
+void rate(Bytes& section) {
+    constexpr std::string_view COUNTRY = "BRA";
+    ++*(std::search(section.begin(), section.end(), COUNTRY.begin(), COUNTRY.end()) + COUNTRY.size());
 }
 
 std::vector<Fault> contentFaults() {
@@ -318,12 +269,13 @@ std::vector<Fault> contentFaults() {
         inSections({"tot-back", "", "the TOT runs back an hour", Reported::Yes, SOME_SECONDS},
                    sections(TOT_PID, [](const Moment& moment,
                                         Bytes& section) { section = tot(secondOfDay(moment.now) - HOUR); })),
-        inSections(
-            {"version-flaps", "", "every other PMT has another version", Reported::Yes, SOME_SECONDS},
-            sections(HD_PMT_PID, [other = every(2)](const Moment&,
-                                                    Bytes& section) mutable { setVersion(section, other() ? 1 : 0); })),
+        inSections({"version-flaps", "", "every other PMT has another version", Reported::Yes, SOME_SECONDS},
+                   flap(HD_PMT_PID)),
         inSections({"content-changes", "", "the SDT has another name in the same version", Reported::Yes, SOME_SECONDS},
                    sections(SDT_PID, [](const Moment&, Bytes& section) { rename(section); })),
+        inSections(
+            {"pmt-changes", "", "a PMT has another parental rating in the same version", Reported::Yes, SOME_SECONDS},
+            sections(HD_PMT_PID, [](const Moment&, Bytes& section) { rate(section); })),
         inSections(
             {"network-differs", "", "the SDT names another original network than the NIT", Reported::Yes, SOME_SECONDS},
             sections(SDT_PID,
@@ -380,13 +332,16 @@ Fault pause() {
 
 std::vector<Fault> allFaults() {
     std::vector<Fault> all;
-    for (std::vector<Fault> each :
-         {packetFaults(), countFaults(), tablesThatStop(), damagedTables(), clockFaults(), contentFaults()}) {
+    for (std::vector<Fault> each : {packetFaults(),
+                                    countFaults(),
+                                    tablesThatStop(),
+                                    damagedTables(),
+                                    clockFaults(),
+                                    contentFaults(),
+                                    {loop(), otherSource(), pause()},
+                                    applicationFaults()}) {
         std::move(each.begin(), each.end(), std::back_inserter(all));
     }
-    all.push_back(loop());
-    all.push_back(otherSource());
-    all.push_back(pause());
     return all;
 }
 

@@ -28,6 +28,7 @@ struct Fault {
     std::string help;
     Reported reported = Reported::Yes;
     unsigned seconds = 0; ///< that it lasts, unless told otherwise; 0: it happens once, or from then on
+    unsigned begins = 20; ///< second in which it does, unless told otherwise
 
     /// In the multiplexer, for sections, and for packets that are not counted yet.
     std::function<void(const Moment&, std::uint16_t pid, Bytes& section)> section{};
@@ -38,6 +39,10 @@ struct Fault {
 
     bool sinceStart = false; ///< its effect is asked from the beginning of the stream
 };
+
+/// Those that keep an application from starting, from the PMT to its files: from the beginning, and with names that
+/// begin with "app-".
+std::vector<Fault> applicationFaults();
 
 /// All that there are.
 const std::vector<Fault>& faults();

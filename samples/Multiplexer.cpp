@@ -59,7 +59,12 @@ Multiplexer::Multiplexer(unsigned bitRate)
       m_changePacket([](Ticks, Packet&) {}) {}
 
 void Multiplexer::repeatSection(std::uint16_t pid, Ticks period, Ticks first, std::function<Bytes(Ticks now)> section) {
-    m_repeated.push_back({period, first, [this, pid, section = std::move(section)](Ticks now) {
+    repeatSection(m_waiting, pid, period, first, std::move(section));
+}
+
+void Multiplexer::repeatSection(std::deque<Packet>& waiting, std::uint16_t pid, Ticks period, Ticks first,
+                                std::function<Bytes(Ticks now)> section) {
+    m_repeated.push_back({period, first, [this, &waiting, pid, section = std::move(section)](Ticks now) {
                               Bytes bytes = section(now);
                               m_changeSection(now, pid, bytes);
                               std::uint16_t used = 0;
@@ -69,9 +74,19 @@ void Multiplexer::repeatSection(std::uint16_t pid, Ticks period, Ticks first, st
                                   psi_split_section(packet.data(), &offset, bytes.data(), &used);
                                   psi_split_end(packet.data(), &offset);
                                   ts_set_pid(packet.data(), pid);
-                                  m_waiting.push_back(packet);
+                                  waiting.push_back(packet);
                               }
                           }});
+}
+
+void Multiplexer::repeatCarousel(std::uint16_t pid, const CarouselWriter& carousel, Ticks announcements, Ticks turn,
+                                 Ticks first) {
+    for (const Bytes& each : carousel.announcements()) {
+        repeatSection(m_yielding, pid, announcements, first, [each](Ticks) { return each; });
+    }
+    repeatSection(
+        m_yielding, pid, turn / carousel.blocks().size(), first,
+        [blocks = carousel.blocks(), at = std::size_t{0}](Ticks) mutable { return blocks[at++ % blocks.size()]; });
 }
 
 void Multiplexer::repeatClock(std::uint16_t pid, Ticks period, Ticks first) {
@@ -120,11 +135,12 @@ Packet Multiplexer::next() {
 }
 
 Packet Multiplexer::take() {
-    if (m_waiting.empty()) {
+    std::deque<Packet>& waiting = m_waiting.empty() ? m_yielding : m_waiting;
+    if (waiting.empty()) {
         return nullPacket();
     }
-    const Packet packet = m_waiting.front();
-    m_waiting.pop_front();
+    const Packet packet = waiting.front();
+    waiting.pop_front();
     return packet;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "CarouselWriter.h"
 #include "Ticks.h"
-#include "Wire.h"
 
 #include <array>
 #include <bitstream/mpeg/ts.h>
@@ -26,6 +26,12 @@ public:
     /// @param first   time of the first sending.
     /// @param section makes the section that is sent at a time.
     void repeatSection(std::uint16_t pid, Ticks period, Ticks first, std::function<Bytes(Ticks now)> section);
+
+    /// Sends the announcements of a carousel again and again, and its blocks one after the other. They wait for all
+    /// else.
+    /// @param turn all its blocks take.
+    void repeatCarousel(std::uint16_t pid, const CarouselWriter& carousel, Ticks announcements, Ticks turn,
+                        Ticks first);
 
     /// Sends packets that carry nothing but the clock of a service.
     void repeatClock(std::uint16_t pid, Ticks period, Ticks first);
@@ -53,6 +59,8 @@ private:
         std::function<void(Ticks now)> send;
     };
 
+    void repeatSection(std::deque<Packet>& waiting, std::uint16_t pid, Ticks period, Ticks first,
+                       std::function<Bytes(Ticks now)> section);
     Packet take();
     void count(Packet& packet);
 
@@ -60,6 +68,7 @@ private:
     std::uint64_t m_sent = 0;
     std::vector<Repeated> m_repeated;
     std::deque<Packet> m_waiting;
+    std::deque<Packet> m_yielding;          ///< sent where nothing else waits
     std::vector<std::uint8_t> m_continuity; ///< of the next packet of each PID
     std::function<void(Ticks now, std::uint16_t pid, Bytes& section)> m_changeSection;
     std::function<void(Ticks now, Packet& packet)> m_changePacket;

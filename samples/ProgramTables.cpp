@@ -110,12 +110,13 @@ Bytes hdPmt() {
                    .append(stream(AAC_AUDIO, HD_AUDIO_PID, Wire().append(componentTag(HD_AUDIO_TAG)).append(aac(0x2E))))
                    .append(stream(PES_PRIVATE_DATA, HD_CAPTIONS_PID, Wire().append(captions(HD_CAPTIONS_TAG))))
                    .append(stream(PRIVATE_SECTIONS, AIT_PID, Wire().append(dataComponent(APPLICATION_INFORMATION))))
-                   .append(stream(DSMCC_MESSAGES, CAROUSEL_PID,
-                                  Wire()
-                                      .append(descriptor(CAROUSEL_IDENTIFIER_DESCRIPTOR, Wire().bits(32, 1).bits(8, 0)))
-                                      .append(associationTag(CAROUSEL_TAG))
-                                      .append(componentTag(CAROUSEL_TAG))
-                                      .append(dataComponent(GINGA_ENGINE, engine))))
+                   .append(stream(
+                       DSMCC_MESSAGES, CAROUSEL_PID,
+                       Wire()
+                           .append(descriptor(CAROUSEL_IDENTIFIER_DESCRIPTOR, Wire().bits(32, CAROUSEL_ID).bits(8, 0)))
+                           .append(associationTag(CAROUSEL_TAG))
+                           .append(componentTag(CAROUSEL_TAG))
+                           .append(dataComponent(GINGA_ENGINE, engine))))
                    .append(stream(DSMCC_STREAM_DESCRIPTORS, EVENTS_PID, Wire().append(componentTag(EVENTS_TAG)))));
 }
 

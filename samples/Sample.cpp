@@ -1,5 +1,6 @@
 #include "Sample.h"
 
+#include "ApplicationFiles.h"
 #include "Multiplexer.h"
 #include "Station.h"
 #include "Tables.h"
@@ -46,6 +47,8 @@ Bytes shortSample() {
     multiplexer.repeatFiller(HD_AUDIO_PID, SECOND / 20, 5 * SLOT, AUDIO_STREAM);
     multiplexer.repeatFiller(ONE_SEG_VIDEO_PID, SECOND / 20, 6 * SLOT, VIDEO_STREAM);
     multiplexer.repeatFiller(ONE_SEG_AUDIO_PID, SECOND / 10, 7 * SLOT, AUDIO_STREAM);
+    multiplexer.repeatCarousel(CAROUSEL_PID, {applicationPlan(), applicationFiles()}, SECOND / 2, 13 * SECOND / 20,
+                               9 * SLOT);
     Bytes stream;
     for (unsigned slot = 0; slot < SLOTS; ++slot) {
         const Packet packet = multiplexer.next();

@@ -73,4 +73,11 @@ constexpr std::uint8_t ONE_SEG_VIDEO_TAG = 0x81;
 constexpr std::uint8_t ONE_SEG_AUDIO_TAG = 0x83;
 constexpr std::uint8_t ONE_SEG_CAPTIONS_TAG = 0x87;
 
+// the carousel of the applications
+constexpr std::uint32_t CAROUSEL_ID = 1;
+constexpr std::uint16_t CAROUSEL_DII = 2; ///< identification of its DII
+
+/// The event of the stream event object.
+constexpr std::uint16_t GOAL_EVENT = 7;
+
 } // namespace sample

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "Station.h"
 #include "Wire.h"
+
+#include <optional>
 
 /// The tables of the sample, one function each: complete sections.
 namespace sample {
@@ -21,17 +24,27 @@ Bytes nit();
 /// Service description table.
 Bytes sdt();
 
+/// How the applications are announced. What stands here is right; faults say it otherwise.
+struct Signalling {
+    std::optional<std::uint8_t> controlCode{}; ///< in the place of each one's own
+    std::uint8_t label = 1;                    ///< transport_protocol_label by which they are to be fetched
+    std::uint8_t componentTag = CAROUSEL_TAG;
+    std::optional<std::uint16_t> service{}; ///< which has the carousel, where it is another one
+    std::uint8_t profileVersion = 1;        ///< the major one
+    unsigned version = 0;                   ///< of the tables
+};
+
 /// Application information table of the Ginga-NCL application: a guide that starts with the service.
-Bytes nclAit();
+Bytes nclAit(const Signalling& signalling = {});
 
 /// Application information table of the Ginga-J application: a poll that the viewer may open.
-Bytes javaAit();
+Bytes javaAit(const Signalling& signalling = {});
 
 /// Software download trigger table: an update for one model of receiver.
 Bytes sdtt();
 
 /// DSM-CC section with stream descriptors: the time line of a programme, and an event on it.
-Bytes streamEvents();
+Bytes streamEvents(std::uint16_t eventId = GOAL_EVENT);
 
 /// Time offset table: a Sunday, and the time zones of Brazil.
 Bytes tot(unsigned secondOfDay);

@@ -8,11 +8,11 @@ namespace {
 
 constexpr unsigned BITS_PER_BYTE = 8;
 
-Bytes section(std::uint8_t tableId, bool isLong, const Bytes& behindLength) {
+/// @param flags section_syntax_indicator, private_indicator and two reserved bits
+Bytes section(std::uint8_t tableId, unsigned flags, const Bytes& behindLength) {
     Wire wire;
     wire.bits(8, tableId)
-        .bits(1, isLong ? 1 : 0) // section_syntax_indicator
-        .reserved(3)
+        .bits(4, flags)
         .bits(12, behindLength.size() + PSI_CRC_SIZE) // section_length
         .append(behindLength)
         .append(Bytes(PSI_CRC_SIZE));
@@ -74,20 +74,32 @@ Bytes clockTime(unsigned day, unsigned second) {
     return clockTime(day + second / 86400, second / 3600 % 24, second / 60 % 60, second % 60);
 }
 
-Bytes longSection(std::uint8_t tableId, std::uint16_t extension, const Wire& body, const SectionNumber& number) {
-    Wire wire;
-    wire.bits(16, extension)
+namespace {
+
+Bytes numbered(std::uint16_t extension, const Wire& body, const SectionNumber& number) {
+    return Wire()
+        .bits(16, extension)
         .reserved(2)
         .bits(5, number.version)
         .bits(1, 1) // current_next_indicator
         .bits(8, number.number)
         .bits(8, number.last)
-        .append(body.bytes());
-    return section(tableId, true, wire.bytes());
+        .append(body.bytes())
+        .bytes();
+}
+
+} // namespace
+
+Bytes longSection(std::uint8_t tableId, std::uint16_t extension, const Wire& body, const SectionNumber& number) {
+    return section(tableId, 0xF, numbered(extension, body, number));
+}
+
+Bytes downloadSection(std::uint8_t tableId, std::uint16_t extension, const Wire& body, const SectionNumber& number) {
+    return section(tableId, 0xB, numbered(extension, body, number));
 }
 
 Bytes shortSection(std::uint8_t tableId, const Wire& body) {
-    return section(tableId, false, body.bytes());
+    return section(tableId, 0x7, body.bytes());
 }
 
 } // namespace sample

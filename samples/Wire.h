@@ -56,6 +56,10 @@ struct SectionNumber {
 /// A section with the long header, applicable now, and its CRC_32.
 Bytes longSection(std::uint8_t tableId, std::uint16_t extension, const Wire& body, const SectionNumber& number = {});
 
+/// The same of a carousel, whose private_indicator is the complement of section_syntax_indicator.
+Bytes downloadSection(std::uint8_t tableId, std::uint16_t extension, const Wire& body,
+                      const SectionNumber& number = {});
+
 /// A section with the short header and a CRC_32.
 Bytes shortSection(std::uint8_t tableId, const Wire& body);
 

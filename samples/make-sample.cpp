@@ -1,3 +1,4 @@
+#include "ApplicationFiles.h"
 #include "Broadcast.h"
 #include "Sample.h"
 
@@ -14,13 +15,14 @@ using sample::Ticks;
 
 constexpr int WRONG_USAGE = 2;
 
-constexpr double FAULT_BEGINS_AT = 20;
-
 struct Options {
     std::string output;
     double seconds = 0; ///< 0: the sample that is kept
     unsigned bitRate = Broadcast::USUAL_BIT_RATE;
     std::vector<FaultAt> faults;
+    std::string files; ///< of the carousel; none: those of the applications
+    double turn = 2;
+    bool isUncompressed = false; ///< these files
 };
 
 Ticks ticks(double seconds) {
@@ -41,7 +43,7 @@ FaultAt parse(const std::string& words) {
     const std::size_t times = words.find('=');
     const std::string name = words.substr(0, times);
     if (times == std::string::npos) {
-        return sample::faultAt(name, ticks(FAULT_BEGINS_AT));
+        return sample::faultAt(name);
     }
     const std::size_t dots = words.find("..", times);
     const Ticks begin = ticks(words.substr(times + 1, dots - times - 1));
@@ -85,11 +87,22 @@ bool write(const Bytes& bytes, std::FILE* file) {
     return std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
 }
 
+sample::CarouselOnAir carouselOf(const Options& options) {
+    if (options.files.empty()) {
+        return sample::applicationsOnAir();
+    }
+    sample::CarouselPlan plan = sample::applicationPlan();
+    plan.blockSize = sample::CarouselPlan().blockSize;
+    plan.compressed = !options.isUncompressed;
+    plan.parts.clear();
+    return {{plan, sample::filesIn(options.files)}, ticks(options.turn)};
+}
+
 bool writeStream(const Options& options, std::FILE* file) {
     if (options.seconds == 0) {
         return write(sample::shortSample(), file);
     }
-    Broadcast broadcast(options.bitRate, options.faults);
+    Broadcast broadcast(options.bitRate, options.faults, carouselOf(options));
     for (const Ticks end = ticks(options.seconds); broadcast.now() < end;) {
         if (!write(broadcast.next(), file)) {
             return false;
@@ -131,9 +144,21 @@ void addOptions(CLI::App& app, Options& options) {
                    }
                }
            },
-           "what goes wrong with it from second AT on, 20 unless given; may be given several times")
+           "what goes wrong with it from second AT on, unless given 20, or 0 for those of applications (app-); may "
+           "be given several times")
         ->type_name("NAME[=AT[..UNTIL]]")
         ->needs(seconds);
+    CLI::Option* const files =
+        app.add_option("--files", options.files,
+                       "a folder whose files the carousel has, in the place of the applications'")
+            ->check(CLI::ExistingDirectory)
+            ->needs(seconds);
+    app.add_flag("--uncompressed", options.isUncompressed, "leave the modules of these files as they are")
+        ->needs(files);
+    app.add_option("--turn", options.turn, "seconds that all blocks of these files take")
+        ->capture_default_str()
+        ->check(CLI::PositiveNumber)
+        ->needs(files);
     app.add_flag_callback(
         "--list-faults",
         [] {

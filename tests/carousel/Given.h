@@ -1,7 +1,8 @@
 #pragma once
 
-#include "Wire.h"
+#include "CarouselMessages.h"
 #include "dsmcc/Carousels.h"
+#include "support/Bytes.h"
 
 #include <gtest/gtest.h>
 
@@ -34,6 +35,8 @@ public:
     }
 
     std::vector<dsmcc::Carousel> carousels() const { return m_carousels.carousels(); }
+
+    std::size_t memory() const { return m_carousels.memory(); }
 
     dsmcc::Tree tree(const dsmcc::Carousel& carousel) const { return m_carousels.tree(carousel); }
 

@@ -74,6 +74,21 @@ TEST(Limits, NoCarouselAtAll) {
     EXPECT_EQ(given.refusalOf(dataDii({}, {})).kind, RefusalKind::CarouselLimit);
 }
 
+TEST(Limits, SayWhatIsTaken) {
+    Given given;
+    const std::size_t nothing = given.memory();
+    given.take({dataDii({2, 4000}, {{1, 8000}}), block({1, 0}, fill(4000, 0x11))});
+    const std::size_t withBlock = given.memory();
+    EXPECT_GT(withBlock, nothing + 4000);
+    EXPECT_LT(withBlock, nothing + 8000);
+    given.take({dataDii({2, 4000}, {{1, 8000}}), block({1, 0}, fill(4000, 0x11))});
+    EXPECT_EQ(given.memory(), withBlock);
+    given.take({dataDii({2, 4000}, {{1, 8000, 1, fill(200, 0)}})});
+    EXPECT_GT(given.memory(), withBlock + 200 * sizeof(dsmcc::Descriptor));
+    given.take({dataDii({2, 4000}, {})});
+    EXPECT_LT(given.memory(), nothing + 2000);
+}
+
 TEST(Limits, Groups) {
     dsmcc::Limits limits;
     limits.groups = 1;

@@ -1,5 +1,6 @@
 #include "dsmcc/Messages.h"
-#include "Wire.h"
+#include "CarouselMessages.h"
+#include "support/Bytes.h"
 
 #include <gtest/gtest.h>
 

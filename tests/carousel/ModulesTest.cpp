@@ -47,6 +47,23 @@ TEST(Modules, BlocksInAnyOrderAndTwice) {
     EXPECT_EQ(given.content(1), MODULE);
 }
 
+/// Of what is announced between them, too; what no module of its size has is gone.
+TEST(Modules, BlocksCameForTheFirstTime) {
+    const auto at = [](std::uint16_t block, double seconds) {
+        return testing::AllOf(testing::Field(&dsmcc::Arrival::block, block),
+                              testing::Field(&dsmcc::Arrival::seconds, seconds));
+    };
+    Given given;
+    given.take({BLOCKS[2], BLOCKS[2], announcing(), BLOCKS[0], BLOCKS[2]});
+    EXPECT_THAT(given.module(1).arrivals, ElementsAre(at(2, 0), at(0, 3)));
+    given.take({BLOCKS[1], BLOCKS[0]});
+    EXPECT_EQ(given.module(1).state, ModuleState::Complete);
+    EXPECT_THAT(given.module(1).arrivals, ElementsAre(at(2, 0), at(0, 3), at(1, 5)));
+    Given shorter;
+    shorter.take({BLOCKS[1], BLOCKS[2], announcing(32)});
+    EXPECT_THAT(shorter.module(1).arrivals, ElementsAre(at(1, 0)));
+}
+
 TEST(Modules, AllBlocksBeforeTheirAnnouncement) {
     Given given;
     given.take(BLOCKS);

@@ -2,12 +2,13 @@
 
 #include "Given.h"
 #include "Sha256.h"
-#include "StreamSections.h"
 #include "support/RecordedFolder.h"
+#include "support/StreamSections.h"
 
 #include <algorithm>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <nlohmann/json.hpp>
 
 using dsmcc::EntryState;
@@ -21,7 +22,9 @@ const std::string FOLDER = TEST_DATA "/carousel/";
 
 Given read(const std::string& name, unsigned pid) {
     Given given;
-    for (const ByteVector& section : sectionsOf(FOLDER + name + ".ts", pid)) {
+    std::ifstream file(FOLDER + name + ".ts", std::ios::binary);
+    const ByteVector stream(std::istreambuf_iterator<char>(file), {});
+    for (const ByteVector& section : sectionsOf(stream, pid)) {
         if (section[0] == 0x3B || section[0] == 0x3C) {
             EXPECT_FALSE(given.takeAt(0, section));
         }

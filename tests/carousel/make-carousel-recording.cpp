@@ -1,9 +1,9 @@
 // Writes a transport stream with an object carousel of three files on PID 2004, of which a block is missing, and a
 // damaged section: what docs/carousel.md calls a recording.
 
-#include "Wire.h"
+#include "CarouselMessages.h"
+#include "support/StreamSections.h"
 
-#include <algorithm>
 #include <fstream>
 #include <iostream>
 
@@ -11,18 +11,10 @@ using namespace wire;
 
 namespace {
 
-constexpr std::size_t PACKET = 188;
 constexpr unsigned PID = 2004;
 
-/// A section in packets of its own.
 void write(std::ostream& stream, const ByteVector& section, unsigned& continuity) {
-    ByteVector payload = join({hex("00"), section}); // pointer_field
-    for (std::size_t at = 0; at < payload.size(); at += PACKET - 4) {
-        ByteVector packet = join({hex("47"), u16(PID, at == 0 ? 0x4000 : 0), u8(0x10U | continuity++ % 16U)});
-        const auto begin = payload.begin() + static_cast<std::ptrdiff_t>(at);
-        packet.insert(packet.end(), begin,
-                      begin + static_cast<std::ptrdiff_t>(std::min(payload.size() - at, PACKET - 4)));
-        packet.resize(PACKET, 0xFF);
+    for (const ByteVector& packet : packetsOf(section, PID, continuity)) {
         stream.write(reinterpret_cast<const char*>(packet.data()), static_cast<std::streamsize>(packet.size()));
     }
 }

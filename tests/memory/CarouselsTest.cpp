@@ -1,8 +1,9 @@
 // What a carousel leaves behind when memory runs out, and what it can do then.
 
 #include "dsmcc/Carousels.h"
+#include "CarouselMessages.h"
 #include "OutOfMemory.h"
-#include "carousel/Wire.h"
+#include "support/Bytes.h"
 
 #include <gtest/gtest.h>
 

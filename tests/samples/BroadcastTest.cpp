@@ -61,8 +61,8 @@ TEST(Broadcast, CountsAllItsPackets) {
         EXPECT_FALSE(each.isScrambled());
     }
     EXPECT_THAT(pids, testing::ElementsAre(0x0000, 0x0010, 0x0011, 0x0012, 0x0014, 0x0023, 0x0024, 0x0027, 0x0100,
-                                           0x0101, 0x0111, 0x0112, 0x0116, 0x0130, 0x0150, 0x0200, 0x0211, 0x0212,
-                                           0x0216, 0x1FC8, 0x1FFF));
+                                           0x0101, 0x0111, 0x0112, 0x0116, 0x0130, 0x0140, 0x0150, 0x0200, 0x0211,
+                                           0x0212, 0x0216, 0x1FC8, 0x1FFF));
     for (const unsigned pid : pids) {
         if (pid != 0x1FFF) {
             EXPECT_EQ(reading::continuityErrors(tenSeconds(), pid), 0U) << pid;

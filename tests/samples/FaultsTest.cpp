@@ -182,8 +182,8 @@ long followingEvents(const ByteVector& stream) {
                  [](const Section& each) { return each.tableId() == 0x4E && each.number() == 1; });
 }
 
-long otherContents(const ByteVector& stream) {
-    const std::vector<Section> all = reading::sections(stream, SDT);
+template <std::uint16_t Pid> long otherContents(const ByteVector& stream) {
+    const std::vector<Section> all = reading::sections(stream, Pid);
     return count(all, [&all](const Section& each) {
         return each.version() == 0 && each.isWhole() && each.bytes != all.front().bytes;
     });
@@ -214,7 +214,7 @@ const std::vector<Case> CASES{
     {"pid-stops", packetsMeanwhile<AUDIO>, 375, 0},
     {"transport-error", transportErrors, 0, 80},
     {"scrambled", scrambled<VIDEO>, 0, 3960},
-    {"pid-unannounced", packetsMeanwhile<UNANNOUNCED>, 0, 217},
+    {"pid-unannounced", packetsMeanwhile<UNANNOUNCED>, 0, 192},
     {"continuity-pmt", continuityErrors<PMT>, 0, 12},
     {"continuity-video", continuityErrors<VIDEO>, 0, 160},
     {"video-replaced", continuityErrors<VIDEO>, 0, 40},
@@ -250,7 +250,8 @@ const std::vector<Case> CASES{
     {"eit-following-missing", followingEvents, 24, 12},
     {"tot-back", smallestTimeStep, 5, -3595},
     {"version-flaps", versionChanges<PMT>, 0, 120},
-    {"content-changes", otherContents, 0, 6},
+    {"content-changes", otherContents<SDT>, 0, 6},
+    {"pmt-changes", otherContents<PMT>, 0, 120},
     {"network-differs", otherNetworks, 0, 6},
     {"loop", smallestClockStep, 36, -3960},
     {"other-source", largestClockStep, 44, 4321040},
@@ -285,7 +286,9 @@ INSTANTIATE_TEST_SUITE_P(All, Faults, testing::ValuesIn(CASES), [](const auto& e
 TEST(FaultList, HasThoseOfTheTests) {
     std::vector<std::string> listed;
     for (const sample::Fault& each : sample::faults()) {
-        listed.push_back(each.name);
+        if (each.name.find("app-") != 0) {
+            listed.push_back(each.name);
+        }
     }
     std::vector<std::string> tested;
     for (const Case& each : CASES) {

@@ -354,3 +354,28 @@ TEST(InspectSections, TheLongestThereAre) {
     EXPECT_EQ(finished.status, 0);
     EXPECT_THAT(finished.output, HasSubstr("  programs (253)\n"));
 }
+
+/// With the first packet that shows it.
+TEST(InspectDamage, IsAFaultWithItsPlaceInJson) {
+    StreamBuilder stream;
+    stream.section(PAT_PID, smallPat()).section(PAT_PID, smallPat()).lose(PAT_PID, 1).section(PAT_PID, smallPat());
+    stream.section(PAT_PID, corrupted(smallPat(), 8)).section(PAT_PID, smallPat()).patch(1, 0xC0);
+    stream.lose(PAT_PID, 2).section(PAT_PID, smallPat()).section(PAT_PID, corrupted(smallPat(), 8));
+    const TemporaryFile file(stream.bytes());
+    const std::string lines = inspect({"--json", "--table", "pat", file.path()}).output;
+    EXPECT_THAT(lines, testing::ContainsRegex(R"("fault":"discontinuities",.*"packet":3,"offset":376,"seconds":)"));
+    EXPECT_THAT(lines, testing::ContainsRegex(R"("fault":"crc_errors",.*"packet":4,"offset":564,"seconds":)"));
+    EXPECT_THAT(lines, testing::ContainsRegex(R"("fault":"transport_errors",.*"packet":5,"offset":752,"seconds":)"));
+}
+
+/// The tables count it each time that it comes.
+TEST(InspectDamage, SaysHowOftenWhatIsRejectedCame) {
+    const ByteVector rejected = hex("02 B0 14 E6 A0 C1 00 00 E1 00 F0 00 1B E1 11 F0 02 52 00 4D 74 93 47");
+    StreamBuilder stream;
+    stream.section(PAT_PID, pat("E6A0 E100"));
+    for (unsigned times = 0; times < 3; ++times) {
+        stream.section(PMT_PID, rejected);
+    }
+    const TemporaryFile file(stream.bytes());
+    EXPECT_THAT(inspect({"--view", "stats", file.path()}).output, HasSubstr(": 1 shown, 1 rejected (3 times), 0 CRC"));
+}

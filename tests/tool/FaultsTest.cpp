@@ -199,6 +199,16 @@ TEST(InspectFaults, OfAShownSectionAreNotSaidAgain) {
     }
 }
 
+TEST(InspectFaults, TablesWhoseCrcIsWrong) {
+    ByteVector ait = longSection(0x74, named(0x0009), hex("F000 F000"));
+    ait.back() = static_cast<QUOR_U8>(ait.back() ^ 1U);
+    StreamBuilder stream;
+    stream.section(PAT_PID, pat("E6A0 E101")).section(PMT_PID, pmt("05 E321 F004 FD02 00A3"));
+    stream.section(0x0321, ait).section(0x0321, ait);
+    EXPECT_THAT(inspectStream(stream, {"--table", "pat,pmt,ait"}).output,
+                HasSubstr("! Component PID 0x0321: no AIT came, but 2 with a wrong CRC_32\n"));
+}
+
 /// Receivers need it in the clear.
 TEST(InspectFaults, TablesThatAreScrambled) {
     const ByteVector announcing = pmt("05 E321 F004 FD02 00A3");

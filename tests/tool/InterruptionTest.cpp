@@ -81,7 +81,8 @@ TEST(InspectInterruption, CutPacketIsNoError) {
         if (size > stream.size()) {
             ASSERT_TRUE(program.waitFor(PAT_BEGINS));
         } else {
-            usleep(200000); // it cannot be seen to have begun
+            ASSERT_TRUE(program.waitUntilCatching(SIGINT));
+            usleep(200000); // it cannot be seen to have read anything
         }
         program.signal(SIGINT);
         const Finished finished = program.finish();
@@ -106,6 +107,7 @@ TEST(InspectInterruption, EndsSections) {
 TEST(InspectInterruption, EndsANamedPipeThatNobodyWritesTo) {
     const NamedPipe pipe;
     Running program({"--table", "tot", pipe.path()});
+    ASSERT_TRUE(program.waitUntilCatching(SIGINT));
     usleep(200000);
     program.signal(SIGINT);
     const Finished finished = program.finish();
@@ -215,6 +217,7 @@ TEST(InspectInterruption, TimeoutGetsTheResult) {
 TEST(InspectInterruption, ResultThatNobodyReadsGoesToStandardError) {
     Running program({"--view", "stats", "--table", "pat", "-"});
     program.write(smallStream());
+    ASSERT_TRUE(program.waitUntilCatching(SIGINT));
     usleep(A_SECOND / 5);
     program.closeOutput();
     program.signal(SIGINT);

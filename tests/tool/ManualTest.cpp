@@ -32,7 +32,7 @@ std::string completions(const std::string& words) {
 
 TEST(Manual, HasEveryOption) {
     const std::string manual = readText(MANUAL_FILE);
-    EXPECT_EQ(options().size(), 30U);
+    EXPECT_EQ(options().size(), 40U);
     for (const std::string& option : options()) {
         EXPECT_THAT(manual, HasSubstr(std::regex_replace(option, std::regex("-"), "\\-"))) << option;
     }
@@ -59,7 +59,7 @@ TEST(Completion, HasEveryOption) {
 }
 
 TEST(Completion, OffersTheValuesOfAnOption) {
-    EXPECT_EQ(completions("isdbt-inspect --view ''"), "tree tables stats diff\n");
+    EXPECT_EQ(completions("isdbt-inspect --view ''"), "tree tables stats diff applications carousels all\n");
     EXPECT_EQ(completions("isdbt-inspect --view t"), "tree tables\n");
     EXPECT_EQ(completions("isdbt-inspect --color a"), "auto always\n");
     EXPECT_EQ(completions("isdbt-inspect --limits dv"), "dvb\n");

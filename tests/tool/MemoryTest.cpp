@@ -1,4 +1,7 @@
+#include "CarouselMessages.h"
 #include "Running.h"
+#include "Streams.h"
+#include "support/Bytes.h"
 
 #include <array>
 #include <gmock/gmock.h>
@@ -104,6 +107,36 @@ private:
     std::array<unsigned, 8192> m_continuity{};
 };
 
+/// Messages and blocks of carousels that never are the same, on any PID.
+class HostileCarousels {
+public:
+    /// The next packets, of at least so many bytes.
+    ByteVector next(std::size_t size) {
+        StreamBuilder stream;
+        while (stream.bytes().size() < size) {
+            stream.sections(0x0100 + random(80), {section()});
+        }
+        return stream.bytes();
+    }
+
+private:
+    unsigned random(unsigned end) { return static_cast<unsigned>(m_random() % end); }
+
+    ByteVector section() {
+        const unsigned id = random(8);
+        if (random(8) != 0) {
+            return wire::block({random(500), random(20), random(4), id}, fill(4066, static_cast<QUOR_U8>(random(256))));
+        }
+        std::vector<wire::Announced> modules;
+        for (unsigned count = 0; count < 80; ++count) {
+            modules.push_back({random(500), 4066U * (1 + random(20)), random(4), fill(2U * random(8), 0)});
+        }
+        return wire::objectDii({id, 4066, 0x80000000 | random(0x20000)}, modules);
+    }
+
+    std::mt19937 m_random{1};
+};
+
 } // namespace
 
 /// As many sections as a multiplex carries in hours, each of which says something new, or does not end.
@@ -124,4 +157,20 @@ TEST(InspectMemory, StaysFlatWhateverComes) {
     EXPECT_THAT(finished.output, HasSubstr(std::to_string(5319 * ROUNDS) + " packets of 188 bytes"));
     EXPECT_GT(program.memory(), MEGABYTE);
     EXPECT_LT(program.memory(), BOUND);
+}
+
+/// Blocks and announcements that displace each other: what is kept of them, and what is written of that in the end.
+TEST(InspectMemory, StaysFlatWhateverCarouselsBring) {
+    HostileCarousels stream;
+    std::vector<ByteVector> blocks;
+    for (int count = 0; count < 5; ++count) {
+        blocks.push_back(stream.next(2 * MEGABYTE));
+    }
+    Running program({"--view", "carousels", "--json", "-"});
+    for (int round = 0; round < 20; ++round) {
+        program.write(blocks[static_cast<std::size_t>(round % 5)]);
+    }
+    program.endInput();
+    EXPECT_EQ(program.finish().status, 3);
+    EXPECT_LT(program.memory(), 4 * BOUND);
 }

@@ -1,15 +1,12 @@
+#include "Client.h"
 #include "Running.h"
 #include "Sender.h"
 #include "Streams.h"
 
-#include <array>
 #include <chrono>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
 #include <thread>
-#include <unistd.h>
 
 using namespace std::chrono_literals;
 using testing::ContainsRegex;
@@ -18,61 +15,11 @@ using testing::Not;
 
 namespace {
 
-sockaddr_in loopback(in_port_t port) {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    address.sin_port = port;
-    return address;
-}
-
-/// A TCP port that is taken as long as the object lives, and free behind it.
-class Port {
-public:
-    Port() : m_socket(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-        sockaddr_in address = loopback(0);
-        socklen_t size = sizeof address;
-        bind(m_socket, reinterpret_cast<const sockaddr*>(&address), size);
-        listen(m_socket, 1);
-        getsockname(m_socket, reinterpret_cast<sockaddr*>(&address), &size);
-        m_number = ntohs(address.sin_port);
-    }
-    ~Port() { close(m_socket); }
-    Port(const Port&) = delete;
-    Port& operator=(const Port&) = delete;
-
-    in_port_t number() const { return m_number; }
-
-    static in_port_t free() { return Port().number(); }
-
-private:
-    int m_socket;
-    in_port_t m_number;
-};
-
-/// What a plain request gets; empty when nobody answers.
-std::string get(in_port_t port, const std::string& path = "/metrics") {
-    const int connection = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    const sockaddr_in address = loopback(htons(port));
-    std::string answer;
-    if (connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0) {
-        const std::string request = "GET " + path + " HTTP/1.0\r\nHost: localhost\r\n\r\n";
-        EXPECT_EQ(::write(connection, request.data(), request.size()), static_cast<ssize_t>(request.size()));
-        std::array<char, 65536> part{};
-        for (ssize_t count = 1; count > 0;) {
-            count = read(connection, part.data(), part.size());
-            answer.append(part.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
-        }
-    }
-    close(connection);
-    return answer;
-}
-
 /// Asks until the answer has a text.
 std::string waitFor(in_port_t port, const std::string& text) {
     std::string answer;
     for (int round = 0; round < 300 && answer.find(text) == std::string::npos; ++round) {
-        answer = get(port);
+        answer = get(port, "/metrics");
         std::this_thread::sleep_for(100ms);
     }
     return answer;

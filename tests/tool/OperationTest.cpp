@@ -179,7 +179,8 @@ TEST(InspectNoData, IsNotSaidWhileDataCome) {
 }
 
 TEST(InspectOperation, WrongUsage) {
-    EXPECT_EQ(usageError({"--every", "4s", SAMPLE_FILE}), "isdbt-inspect: --every: it is for --view stats");
+    EXPECT_EQ(usageError({"--every", "4s", SAMPLE_FILE}),
+              "isdbt-inspect: --every: it is for --view stats and --view carousels");
     EXPECT_EQ(usageError({"--no-data", "4s", SAMPLE_FILE}), "isdbt-inspect: --no-data: it is for live inputs");
     EXPECT_EQ(usageError({"--seconds", "0", SAMPLE_FILE}), "isdbt-inspect: --seconds: 0 is no time that passes");
     EXPECT_EQ(usageError({"--seconds", "-1", SAMPLE_FILE}),

@@ -15,6 +15,9 @@
 
 namespace {
 
+/// Who runs the tests in the background of a shell has them, and what they start, ignore it.
+[[maybe_unused]] const auto INTERRUPTIBLE = std::signal(SIGINT, SIG_DFL);
+
 constexpr int MODE = 0600;
 
 struct Pipe {

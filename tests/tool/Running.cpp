@@ -137,6 +137,20 @@ bool Running::waitUntilBlocked() const {
     return blocked;
 }
 
+bool Running::waitUntilCatching(int number) const {
+    const std::string status = "/proc/" + std::to_string(m_child) + "/status";
+    const std::string label = "SigCgt:\t";
+    bool catches = false;
+    for (auto waited = 0ms; !catches && waited < PATIENCE; waited += 1ms) {
+        std::this_thread::sleep_for(1ms);
+        const std::string text = readText(status);
+        const std::size_t at = text.find(label);
+        const std::string caught = at == std::string::npos ? "0" : text.substr(at + label.size(), 16);
+        catches = (std::stoull(caught, nullptr, 16) >> static_cast<unsigned>(number - 1) & 1U) != 0;
+    }
+    return catches;
+}
+
 void Running::signal(int number) const {
     kill(m_child, number);
 }

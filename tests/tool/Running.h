@@ -30,6 +30,9 @@ public:
     /// Waits until it cannot go on, because nobody reads its output. @return whether it has come to that.
     bool waitUntilBlocked() const;
 
+    /// Waits until a signal would no longer end it at once. @return whether it has come to that.
+    bool waitUntilCatching(int number) const;
+
     void signal(int number) const;
 
     /// Nobody reads its output any more.

@@ -96,6 +96,8 @@ TEST(Sample, ProgramSaysWhatItDoesNotUnderstand) {
     };
     EXPECT_EQ(errorsOf({}), "FILE is required");
     EXPECT_EQ(errorsOf({"--fault", "loss", "-"}), "--fault requires --seconds");
+    EXPECT_EQ(errorsOf({"--seconds", "2", "--turn", "3", "-"}), "--turn requires --files");
+    EXPECT_EQ(errorsOf({"--seconds", "2", "--uncompressed", "-"}), "--uncompressed requires --files");
     EXPECT_EQ(errorsOf({"--seconds", "2", "--fault", "lost", "-"}), "--fault lost: there is no fault lost");
     EXPECT_EQ(errorsOf({"--seconds", "2", "--fault", "loss=1..x", "-"}), "--fault loss=1..x: x is no time");
     EXPECT_EQ(errorsOf({"--seconds", "2", "--bit-rate", "500000", "-"}),

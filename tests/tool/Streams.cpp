@@ -62,6 +62,17 @@ StreamBuilder& StreamBuilder::section(unsigned pid, const ByteVector& section) {
     return begin(pid, join({hex("00"), section}));
 }
 
+StreamBuilder& StreamBuilder::sections(unsigned pid, const std::vector<ByteVector>& sections) {
+    constexpr std::size_t ROOM = PACKET_SIZE - 4;
+    for (const ByteVector& section : sections) {
+        const ByteVector payload = join({hex("00"), section});
+        for (std::size_t at = 0; at < payload.size(); at += ROOM) {
+            packet(pid, at == 0, slice(payload, at, std::min(at + ROOM, payload.size())));
+        }
+    }
+    return *this;
+}
+
 StreamBuilder& StreamBuilder::begin(unsigned pid, const ByteVector& payloadWithPointer) {
     return packet(pid, true, payloadWithPointer);
 }
@@ -79,12 +90,13 @@ StreamBuilder& StreamBuilder::packet(unsigned pid, bool unitStart, const ByteVec
     }
     packet.resize(PACKET_SIZE, STUFFING);
     continuity = (continuity + 1) % 16;
-    m_bytes = join({m_bytes, packet});
+    m_bytes.insert(m_bytes.end(), packet.begin(), packet.end());
     return *this;
 }
 
 StreamBuilder& StreamBuilder::again() {
-    m_bytes = join({m_bytes, slice(m_bytes, m_bytes.size() - PACKET_SIZE, m_bytes.size())});
+    const ByteVector packet = slice(m_bytes, m_bytes.size() - PACKET_SIZE, m_bytes.size());
+    m_bytes.insert(m_bytes.end(), packet.begin(), packet.end());
     return *this;
 }
 
@@ -100,7 +112,7 @@ StreamBuilder& StreamBuilder::clock(unsigned pid, std::uint64_t ticks) {
         packet.push_back(static_cast<QUOR_U8>(reference >> (shift - 8)));
     }
     packet.resize(PACKET_SIZE, STUFFING);
-    m_bytes = join({m_bytes, packet});
+    m_bytes.insert(m_bytes.end(), packet.begin(), packet.end());
     return *this;
 }
 

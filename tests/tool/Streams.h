@@ -49,6 +49,9 @@ public:
     /// A packet whose payload begins at a section; the rest is stuffing.
     StreamBuilder& section(unsigned pid, const ByteVector& section);
 
+    /// Sections of any length, each from a packet of its own on.
+    StreamBuilder& sections(unsigned pid, const std::vector<ByteVector>& sections);
+
     /// A packet with this payload, stuffing behind it.
     StreamBuilder& begin(unsigned pid, const ByteVector& payloadWithPointer);
     StreamBuilder& proceed(unsigned pid, const ByteVector& payload);

@@ -1,11 +1,14 @@
 #include "Inspector.h"
 
 #include "checking/Checking.h"
+#include "counting/Since.h"
 #include "describing/Describing.h"
 #include "describing/FieldLookup.h"
 #include "inputs/AttendedInput.h"
 #include "inputs/ReadablePart.h"
+#include "multiplex/CarouselStreams.h"
 #include "sections/SectionReader.h"
+#include "starting/Starting.h"
 #include "tables/TableKinds.h"
 
 #include <algorithm>
@@ -27,6 +30,7 @@ Rejection rejectionOf(const Section& section, ParsedSection& parsed) {
 }
 
 constexpr const char* NO_CLOCK = "has no clock (PCR) by which --since and --until could be counted";
+constexpr const char* NO_CLOCK_FOR_RANGE = "has no clock (PCR) by which --from and --to could be counted";
 constexpr const char* NO_CLOCK_FOR_TIMES = "has no clock (PCR) by which --every and --seconds could be counted";
 
 /// A count of sections or of packets.
@@ -38,33 +42,39 @@ struct DamageKind {
     std::uint64_t PidTraffic::*ofPackets;
     bool alwaysSaid;
     bool inPackets; ///< sections outside of packets cannot suffer it
+    std::optional<Position> PidCounts::*firstOfSections;
+    std::optional<Position> PidTraffic::*firstOfPackets;
 };
 
 constexpr DamageKind DAMAGES[] = {
-    {"CRC error", "CRC errors", Damage::CrcError, &PidCounts::crcErrors, nullptr, true, false},
-    {"discontinuity", "discontinuities", Damage::Discontinuity, nullptr, &PidTraffic::discontinuities, true, true},
-    {"section cut short", "sections cut short", Damage::SectionCutShort, &PidCounts::cutShort, nullptr, false, false},
+    {"CRC error", "CRC errors", Damage::CrcError, &PidCounts::crcErrors, nullptr, true, false,
+     &PidCounts::firstCrcError, nullptr},
+    {"discontinuity", "discontinuities", Damage::Discontinuity, nullptr, &PidTraffic::discontinuities, true, true,
+     nullptr, &PidTraffic::firstDiscontinuity},
+    {"section cut short", "sections cut short", Damage::SectionCutShort, &PidCounts::cutShort, nullptr, false, false,
+     &PidCounts::firstCutShort, nullptr},
     {"malformed packet", "malformed packets", Damage::MalformedPacket, &PidCounts::malformedPackets, nullptr, false,
-     true},
+     true, &PidCounts::firstMalformedPacket, nullptr},
     {"packet marked as damaged", "packets marked as damaged", Damage::TransportError, nullptr,
-     &PidTraffic::transportErrors, false, true},
+     &PidTraffic::transportErrors, false, true, nullptr, &PidTraffic::firstTransportError},
 };
 
 std::vector<Finding> damagesIn(const std::map<Pid, PidCounts>& sections, const TrafficCounter& traffic) {
     std::vector<Finding> findings;
     for (const DamageKind& kind : DAMAGES) {
         Finding finding{kind.singular, kind.plural, 0, {}, kind.damage};
-        const auto add = [&finding](Pid pid, std::uint64_t count) {
+        const auto add = [&finding](Pid pid, std::uint64_t count, const std::optional<Position>& first) {
             if (count != 0) {
                 finding.count += count;
                 finding.pids.push_back(pid);
+                finding.first = !finding.first || first->packet < finding.first->packet ? first : finding.first;
             }
         };
         for (const Pid pid : traffic.pids()) {
             if (kind.ofPackets != nullptr) {
-                add(pid, traffic.of(pid)->*kind.ofPackets);
+                add(pid, traffic.of(pid)->*kind.ofPackets, traffic.of(pid)->*kind.firstOfPackets);
             } else if (const auto found = sections.find(pid); found != sections.end()) {
-                add(pid, found->second.*kind.ofSections);
+                add(pid, found->second.*kind.ofSections, found->second.*kind.firstOfSections);
             }
         }
         if (finding.count != 0 || kind.alwaysSaid) {
@@ -100,6 +110,19 @@ std::optional<PidSet> carriedPids(const Summary& summary, const Interest& intere
     return carried;
 }
 
+/// How many sections of each table on each PID had a wrong CRC_32.
+std::map<std::pair<Pid, std::uint8_t>, std::uint64_t> crcErrorsOf(const Summary& summary) {
+    std::map<std::pair<Pid, std::uint8_t>, std::uint64_t> errors;
+    for (const PidStatistics& pid : summary.statistics) {
+        for (const TableStatistics& table : pid.tables) {
+            if (pid.pid && table.crcErrors != 0) {
+                errors[{*pid.pid, table.tableId}] = table.crcErrors;
+            }
+        }
+    }
+    return errors;
+}
+
 void addLosses(Summary& summary, const Input& input) {
     for (const Loss& loss : input.losses()) {
         const Damage damage = loss.kind == Loss::Kind::Silence ? Damage::NoData : Damage::InputLoss;
@@ -112,8 +135,14 @@ void addLosses(Summary& summary, const Input& input) {
 Inspector::Inspector(Renderer& renderer, const Interest& interest, const Conventions& conventions, Exporter* exporter,
                      const Times& times)
     : m_renderer(renderer), m_interest(interest), m_conventions(conventions), m_exporter(exporter),
-      m_following(interest.pids), m_times(times), m_timetable(times) {
+      m_following(interest.pids, interest.carousels),
+      m_history(renderer.wantsHistory() ? std::make_unique<History>() : nullptr), m_times(times), m_timetable(times) {
     gather(m_following.pids());
+}
+
+void Inspector::setRange(const Range& range) {
+    m_range = range;
+    m_renderer.setSilent(range.from.has_value());
 }
 
 void Inspector::gather(const PidSet& pids) {
@@ -129,13 +158,16 @@ void Inspector::watch(const Position& now) {
         if (!event.at.time) {
             event.at.time = m_isLive ? now.time : m_wallClock.at(event.at.seconds);
         }
+        if (m_history) {
+            m_history->take(event);
+        }
+    }
+    if (m_now.seconds && *m_now.seconds >= m_nextTick) { // the sections of the packet before have been taken
+        m_watch.tick(m_now);
+        m_nextTick = *m_now.seconds + TICK;
     }
     m_watch.take(m_events, now);
     m_events.clear();
-    if (now.seconds && *now.seconds >= m_nextTick) {
-        m_watch.tick(now);
-        m_nextTick = *now.seconds + TICK;
-    }
     tellAlarms();
 }
 
@@ -158,42 +190,28 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     ReadablePart readable(source);
     m_isLive = readable.isLive();
     const PacketReader* reader = nullptr;
-    AttendedInput input(readable, [&] { return attend(*reader, readable); });
+    AttendedInput input(readable, [&] { return attend(*reader, readable, expected); });
     PacketReader packets(input, m_events);
     reader = &packets;
     Position position;
+    Reached reached;
     while (const std::uint8_t* const packet = packets.next()) {
-        position = {packets.packets(), packets.offset(), {}, {}};
-        const std::optional<Arrival> arrival = packets.arrival();
-        if (arrival) {
-            m_clock.takeArrival(position.packet, arrival->seconds);
+        position = look(packet, packets);
+        if (!m_before && m_range.hasBegun(position)) {
+            beginRange(reached);
         }
-        m_clock.take(packet, position);
-        position.time =
-            arrival ? WallTime{arrival->milliseconds, WallTime::Source::Arrival} : m_wallClock.at(position.seconds);
-        m_begin = m_begin ? m_begin : position.time;
-        if (position.seconds && !m_isDated) {
-            m_isDated = true;
-            m_statistics.date([this](std::uint64_t number) { return m_clock.seconds(number); });
+        if (m_range.isOver(position)) {
+            endRange(reached);
+            return;
         }
         if (!m_isLive && position.seconds && !keepTime(packets, readable, *position.seconds)) {
             break;
         }
-        m_traffic.take(packet, position);
-        watch(position);
-        m_now = position;
-        m_transmission.take(packet, packets.trailer(), position);
-        if (m_transmission.isBroadcast()) {
-            m_clock.takeBroadcast(m_transmission.lostPackets());
-        }
-        m_presentEvents.take(packet, position);
-        if (!m_gatherer.pids()[ts_get_pid(packet)]) {
-            m_watch.take(packet, position);
-            continue;
-        }
-        for (const Section& section : m_gatherer.push(packet, position)) {
-            take(section);
-        }
+        take(packet, packets.trailer(), position);
+        reached = reachedBy(packets);
+    }
+    if (!m_before) {
+        beginRange(reached);
     }
     m_traffic.finish();
     watch(position);
@@ -203,7 +221,7 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     position.seconds = m_clock.seconds(position.packet);
     m_watch.finish(position);
     tellAlarms();
-    finish(summary(packets), input, std::move(expected));
+    finish(summary(reachedBy(packets)), input, expected);
     readable.complain();
     if (packets.cutOffBytes() != 0) {
         throw InputError(input.name(), fmt::format("cut off in its last packet ({} of {} bytes)", packets.cutOffBytes(),
@@ -212,23 +230,116 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     if (m_interest.isTimed() && !m_clock.seconds(packets.packets())) {
         throw InputError(input.name(), NO_CLOCK);
     }
+    if (m_range.isTimed() && !m_clock.seconds(packets.packets())) {
+        throw InputError(input.name(), NO_CLOCK_FOR_RANGE);
+    }
     if (m_times.areOfStream() && !m_isLive && !m_clock.seconds(packets.packets())) {
         throw InputError(input.name(), NO_CLOCK_FOR_TIMES);
     }
 }
 
+Inspector::Reached Inspector::reachedBy(const PacketReader& packets) {
+    return {packets.packets(), packets.offset(), packets.skippedBytes(), packets.spacing(), &packets};
+}
+
+/// What comes from now on is told. What goes on, like an interval or a section, counts where it ends.
+void Inspector::beginRange(const Reached& reached) {
+    if (!m_range.isPart()) {
+        m_before = Summary{};
+        return;
+    }
+    m_before = summary(reached);
+    m_traffic.beginPeriod();
+    m_statistics.beginPeriod();
+    m_renderer.setSilent(false);
+}
+
+/// More follows, and nothing is finished.
+void Inspector::endRange(const Reached& reached) {
+    if (!m_before) {
+        beginRange(reached);
+    }
+    m_renderer.endRange(inRange(summary(reached), false));
+}
+
+/// @param ended whether the range ends with the input
+Summary Inspector::inRange(const Summary& whole, bool ended) const {
+    Summary range = since(whole, *m_before);
+    range.range = {m_before->packets, whole.packets, whole.seconds, ended, m_foundFault};
+    if (!ended) {
+        range.last.time = std::nullopt; // another TOT may set it anew
+    }
+    return range;
+}
+
+/// Where a packet is, and when it came.
+Position Inspector::look(const std::uint8_t* packet, const PacketReader& packets) {
+    Position position{packets.packets(), packets.offset(), {}, {}};
+    const std::optional<Arrival> arrival = packets.arrival();
+    if (arrival) {
+        m_clock.takeArrival(position.packet, arrival->seconds);
+    }
+    m_clock.take(packet, position);
+    position.time =
+        arrival ? WallTime{arrival->milliseconds, WallTime::Source::Arrival} : m_wallClock.at(position.seconds);
+    m_begin = m_begin ? m_begin : position.time;
+    if (position.seconds && !m_isDated) {
+        m_isDated = true;
+        const auto secondsOf = [this](std::uint64_t number) { return m_clock.seconds(number); };
+        m_statistics.date(secondsOf);
+        m_carousels.date(secondsOf);
+    }
+    return position;
+}
+
+void Inspector::take(const std::uint8_t* packet, const std::uint8_t* trailer, const Position& position) {
+    m_traffic.take(packet, position);
+    if (m_history) {
+        m_history->take(ts_get_pid(packet), position);
+    }
+    watch(position);
+    m_now = position;
+    m_transmission.take(packet, trailer, position);
+    if (m_transmission.isBroadcast()) {
+        m_clock.takeBroadcast(m_transmission.lostPackets());
+    }
+    m_presentEvents.take(packet, position);
+    if (m_interest.carousels && !m_gatherer.pids()[ts_get_pid(packet)] && CarouselCollector::isBegunIn(packet)) {
+        m_following.add(ts_get_pid(packet));
+        gather(m_following.pids());
+    }
+    if (!m_gatherer.pids()[ts_get_pid(packet)]) {
+        m_watch.take(packet, position);
+        return;
+    }
+    for (const Section& section : m_gatherer.push(packet, position)) {
+        take(section);
+    }
+}
+
 /// Does what is due by this machine's clock. @return whether the input goes on.
-bool Inspector::attend(const PacketReader& packets, const Input& input) {
+bool Inspector::attend(const PacketReader& packets, const Input& input, const std::set<std::uint8_t>& expected) {
     constexpr double INTERVAL = 1;
     const double now = m_arrival.seconds();
     if (packets.packets() != m_heard.packets) {
         m_heard = {packets.packets(), now};
-    } else if (m_isLive && m_now.seconds) { // nothing comes, and nothing of the stream says how late it is
-        watch({m_now.packet, m_now.offset, *m_now.seconds + now - m_heard.seconds, arrivalTime()});
+    } else if (m_isLive) { // nothing comes, and nothing of the stream says how late it is
+        const double silence = now - m_heard.seconds;
+        const auto late = m_now.seconds ? std::optional(*m_now.seconds + silence) : std::nullopt;
+        m_watch.tickInSilence({m_now.packet, m_now.offset, late, arrivalTime()}, silence, m_times.noData);
+        tellAlarms();
     }
-    if (m_renderer.wantsUpdates() && now >= m_nextUpdate) {
-        m_renderer.update(summary(packets, input));
+    if (now >= m_nextUpdate) {
         m_nextUpdate = now + INTERVAL;
+        if (m_renderer.wantsUpdates()) {
+            m_renderer.update(summary(reachedBy(packets), input));
+        }
+        if (m_renderer.wantsAll()) {
+            Summary soFar = summary(reachedBy(packets));
+            tellAll(soFar, input, expected, [&](const Multiplex& multiplex, const Faults& faults) {
+                m_renderer.updateAll(soFar, multiplex, faults);
+            });
+        }
     }
     return !m_isLive || keepTime(packets, input, now);
 }
@@ -236,7 +347,10 @@ bool Inspector::attend(const PacketReader& packets, const Input& input) {
 /// Does what is due by the clock of the input. @return whether it goes on.
 bool Inspector::keepTime(const PacketReader& packets, const Input& input, double now) {
     if (m_timetable.isInterimDue(now)) {
-        m_renderer.interim(summary(packets, input), now);
+        Summary soFar = summary(reachedBy(packets), input);
+        const Tables tables(m_current);
+        addCarousels(soFar, Multiplex(tables));
+        m_renderer.interim(soFar, now);
     }
     return !m_timetable.isOver(now);
 }
@@ -244,6 +358,9 @@ bool Inspector::keepTime(const PacketReader& packets, const Input& input, double
 void Inspector::runSections(Input& source, Repetitions repetitions) {
     if (m_interest.isTimed() || m_times.areOfStream()) {
         throw InputError(source.name(), m_interest.isTimed() ? NO_CLOCK : NO_CLOCK_FOR_TIMES);
+    }
+    if (m_range.isPart()) {
+        throw InputError(source.name(), "holds sections: --from and --to are for packets");
     }
     m_renderer.begin(source.name());
     ReadablePart input(source);
@@ -298,7 +415,9 @@ std::set<std::uint8_t> Inspector::expected() const {
     return expected;
 }
 
-void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> expected) {
+/// @param tell is called with the multiplex and its faults
+template <class Tell>
+void Inspector::tellAll(Summary& last, const Input& input, const std::set<std::uint8_t>& expected, const Tell& tell) {
     addLosses(last, input);
     last.notChosen = m_notChosen;
     last.alarms = m_watch.alarms();
@@ -306,31 +425,52 @@ void Inspector::finish(Summary last, const Input& input, std::set<std::uint8_t> 
         last.checks = m_watch.results();
     }
     last.forgotten = m_current.taken().forgotten();
+    if (m_interest.carousels) {
+        last.gathered = m_gatherer.pids();
+    }
     std::set<Pid> scrambled;
     for (const auto& [pid, counts] : m_gatherer.counts()) {
         if (m_traffic.of(pid)->scrambled != 0 && counts.sections == 0) {
             scrambled.insert(pid);
         }
     }
-    const Tables tables(m_current, std::move(expected), std::move(scrambled), carriedPids(last, m_interest));
+    const Tables tables(m_current, expected, std::move(scrambled), carriedPids(last, m_interest), crcErrorsOf(last));
     const Multiplex multiplex(tables);
+    addCarousels(last, multiplex);
+    last.applications = applicationsOf(multiplex, last, m_interest.receiver);
     const Faults faults = check(multiplex, m_presentEvents, last);
-    m_foundFault = last.rejected != 0 || !faults.all().empty();
-    m_renderer.end(last, multiplex, faults);
+    tell(multiplex, faults);
+}
+
+void Inspector::finish(Summary last, const Input& input, const std::set<std::uint8_t>& expected) {
+    tellAll(last, input, expected, [&](const Multiplex& multiplex, const Faults& faults) {
+        m_foundFault = last.rejected != 0 || !faults.all().empty();
+        if (m_range.isPart()) {
+            const Summary range = inRange(last, true);
+            m_renderer.end(range, multiplex, faults);
+            m_renderer.endRange(range);
+        } else {
+            m_renderer.end(last, multiplex, faults);
+        }
+    });
+    m_carousels.finish();
 }
 
 void Inspector::take(const Section& section) {
     m_watch.take(section);
+    if (m_interest.carousels) {
+        m_carousels.take(section);
+    }
     const bool understood = !tableName(section.tableId()).empty();
     if (!section.sound()) {
-        m_statistics.take(section, std::nullopt);
-        if (understood && m_interest.damaged) {
+        count(section, std::nullopt);
+        if (m_interest.damaged && (understood || isCarouselTable(section.tableId()))) {
             show(read(section, SeenSections::News::New)); // nothing is learnt from it
         }
         return;
     }
     const SeenSections::News news = (understood ? m_seen : m_seenOfOthers).look(section);
-    m_statistics.take(section, news);
+    count(section, news);
     const bool isNew = news != SeenSections::News::Repetition;
     if (isNew) {
         m_statistics.learnKeys(section);
@@ -344,6 +484,13 @@ void Inspector::take(const Section& section) {
         learn(reading);
     }
     show(reading);
+}
+
+void Inspector::count(const Section& section, const std::optional<SeenSections::News>& news) {
+    m_statistics.take(section, news);
+    if (m_history && section.pid()) {
+        m_history->take(section, news);
+    }
 }
 
 /// Whether only those before it, which are not shown, were like it.
@@ -364,16 +511,21 @@ Inspector::Reading Inspector::read(const Section& section, SeenSections::News ne
                          {},
                          std::nullopt,
                          section.fingerprint()};
-    if (parsed.table == nullptr) {
+    if (isCarouselTable(section.tableId())) {
+        report.fields = {number("size", static_cast<std::int64_t>(section.size())).in("bytes")};
+    } else if (parsed.table == nullptr) {
         report.rejection = rejectionOf(section, parsed);
     } else {
         report.fields = describe(*parsed.table, m_conventions, m_coding);
+        if (m_localTime && m_localTime->utc != zoneOf(m_conventions, m_coding).utc(m_localTime->local)) {
+            setWallClock();
+        }
         if (report.tableId == TOT && !report.damaged) {
             tellTime(report);
         }
-        if (m_interest.bytes) {
-            report.bytes = bytesOf(section);
-        }
+    }
+    if ((m_interest.bytes || m_history) && !report.rejection) {
+        report.bytes = bytesOf(section);
     }
     return {section, std::move(parsed), std::move(report)};
 }
@@ -384,9 +536,20 @@ void Inspector::tellTime(SectionReport& report) {
     if (m_isLive) {
         report.otherZone = m_conventions.zone.otherBy(time, std::time(nullptr));
     } else if (report.position.seconds) {
-        m_wallClock.set(*report.position.seconds, zoneOf(m_conventions, m_coding).utc(time));
+        m_localTime = {*report.position.seconds, time, 0};
+        setWallClock();
         report.position.time = m_wallClock.at(report.position.seconds);
     }
+}
+
+/// A table may tell later by which zone the station's clock goes.
+void Inspector::setWallClock() {
+    const std::int64_t utc = zoneOf(m_conventions, m_coding).utc(m_localTime->local);
+    if (m_localTime->utc != 0 && m_localTime->utc != utc) {
+        m_wallClock = WallClock();
+    }
+    m_localTime->utc = utc;
+    m_wallClock.set(m_localTime->seconds, utc);
 }
 
 /// Takes a section for what the multiplex is now.
@@ -395,14 +558,30 @@ void Inspector::learn(const Reading& reading) {
     m_watch.learn(section);
     if (report.rejection) {
         m_statistics.reject(section);
+        if (m_history && section.pid()) {
+            m_history->reject(section);
+        }
     } else {
         m_statistics.learn(report.tableId, report.fields);
+        learnBlockStreams(report);
         if (m_following.follow(section, *parsed.table)) {
             gather(m_following.pids());
         }
     }
     if (m_interest.isOf(report.tableId)) {
-        m_current.take(report);
+        m_current.take(report, bytesOf(section));
+    }
+}
+
+/// Blocks of a carousel may come on another PID than what announces them.
+void Inspector::learnBlockStreams(const SectionReport& report) {
+    if (!m_interest.carousels || !report.header || !report.header->current) {
+        return;
+    }
+    if (report.tableId == PAT) {
+        m_carousels.blockStreams().learn(report.header->extension);
+    } else if (report.tableId == PMT) {
+        m_carousels.blockStreams().learn(report.header->extension, report.fields);
     }
 }
 
@@ -435,44 +614,57 @@ std::vector<PidStatistics> Inspector::statisticsOf(const Traffic& traffic) const
 }
 
 /// When the last packet was sent; where it was some time ago and nothing has come since, now.
-std::optional<double> Inspector::end(const PacketReader& packets) const {
+std::optional<double> Inspector::end(std::uint64_t packets) const {
     constexpr double SHORT = 1; // seconds: packets come in bursts
-    std::optional<double> end = m_clock.seconds(packets.packets());
+    std::optional<double> end = m_clock.seconds(packets);
     const double silence = m_isLive ? m_arrival.seconds() - m_heard.seconds : 0;
     return end && silence > SHORT ? *end + silence : end;
 }
 
-Summary Inspector::summary(const PacketReader& packets) {
+Summary Inspector::summary(const Reached& reached) {
     std::uint64_t sections = 0;
     for (const auto& [pid, counts] : m_gatherer.counts()) {
         sections += counts.sections;
     }
-    const Traffic traffic{&m_traffic, packets.packets(), m_clock.duration(packets.packets()), end(packets),
+    const Traffic traffic{&m_traffic, reached.packets, m_clock.duration(reached.packets), end(reached.packets),
                           m_transmission.layersOfPids()};
-    const Position last{packets.packets(), packets.offset(), traffic.end,
+    const Position last{reached.packets, reached.offset, traffic.end,
                         m_isLive ? arrivalTime() : m_wallClock.at(traffic.end)};
     Summary summary{};
-    summary.packets = packets.packets();
-    summary.packetSpacing = packets.spacing();
+    summary.packets = reached.packets;
+    summary.packetSpacing = reached.spacing;
     summary.pids = m_gatherer.counts().size();
     summary.sections = sections;
     summary.shown = m_shown;
     summary.rejected = m_rejected;
     summary.damages = damagesIn(m_gatherer.counts(), m_traffic);
-    summary.skippedBytes = packets.skippedBytes();
+    summary.skippedBytes = reached.skippedBytes;
+    summary.firstSkipped = reached.reader != nullptr ? reached.reader->firstSkipped() : std::nullopt;
+    if (summary.firstSkipped) {
+        summary.firstSkipped->seconds = m_clock.seconds(summary.firstSkipped->packet);
+        summary.firstSkipped->time = m_wallClock.at(summary.firstSkipped->seconds);
+    }
     summary.seconds = traffic.seconds;
     summary.statistics = statisticsOf(traffic);
     summary.transmission = TransmissionReader(m_transmission).finish(); // more may follow
     summary.traffic = Statistics::totalOf(m_traffic);
     summary.first = m_isLive ? m_begin : m_wallClock.atBegin();
     summary.last = last;
-    summary.bitRate = bitRate(packets.packets(), traffic.seconds);
+    summary.bitRate = bitRate(reached.packets, traffic.seconds);
+    summary.history = m_history.get();
     return summary;
 }
 
+void Inspector::addCarousels(Summary& summary, const Multiplex& multiplex) {
+    summary.carousels = m_carousels.carousels();
+    for (CarouselPid& each : summary.carousels) {
+        each.streams = streamsOn(each.pid, multiplex);
+    }
+}
+
 /// What came so far.
-Summary Inspector::summary(const PacketReader& packets, const Input& input) {
-    Summary soFar = summary(packets);
+Summary Inspector::summary(const Reached& reached, const Input& input) {
+    Summary soFar = summary(reached);
     addLosses(soFar, input);
     soFar.notChosen = m_notChosen;
     return soFar;

@@ -1,11 +1,14 @@
 #pragma once
 
 #include "Interest.h"
+#include "Range.h"
+#include "carousels/CarouselCollector.h"
 #include "counting/Statistics.h"
 #include "describing/CodingGuess.h"
 #include "describing/Conventions.h"
 #include "exporting/Exporter.h"
 #include "following/Following.h"
+#include "history/History.h"
 #include "inputs/Timetable.h"
 #include "multiplex/CurrentSections.h"
 #include "multiplex/PresentEvents.h"
@@ -18,6 +21,8 @@
 #include "traffic/TrafficCounter.h"
 #include "transmission/TransmissionReader.h"
 #include "watching/Watch.h"
+
+#include <memory>
 
 namespace inspect {
 
@@ -37,6 +42,12 @@ public:
 
     /// For streams without PCR: bits a second, of packets of 188 bytes.
     void setBitRate(double bitRate) { m_clock.setBitRate(bitRate); }
+
+    /// Tells of this part of the input alone.
+    void setRange(const Range& range);
+
+    /// Writes out what carousels bring. What is to be shown has to include carousels.
+    void extractWith(CarouselListener& extractor) { m_carousels.tell(extractor); }
 
     /// Shows what a transport stream carries, and a summary at its end, though it may end early.
     /// @throws InputError when it cannot be read to its end
@@ -64,25 +75,46 @@ private:
         SectionReport report;
     };
 
+    /// How far an input is taken.
+    struct Reached {
+        std::uint64_t packets = 0;
+        std::uint64_t offset = 0; ///< of the last of them
+        std::uint64_t skippedBytes = 0;
+        std::size_t spacing = 0;
+        const PacketReader* reader = nullptr; ///< null before the first packet
+    };
+
+    static Reached reachedBy(const PacketReader& packets);
+    Position look(const std::uint8_t* packet, const PacketReader& packets);
+    void take(const std::uint8_t* packet, const std::uint8_t* trailer, const Position& position);
     void take(const Section& section);
+    void count(const Section& section, const std::optional<SeenSections::News>& news);
     bool isFirstSince(const Section& section);
     Reading read(const Section& section, SeenSections::News news);
     void learn(const Reading& reading);
+    void learnBlockStreams(const SectionReport& report);
     void show(const Reading& reading);
     void takeAsItIs(const Section& section, Repetitions repetitions);
     std::vector<PidStatistics> statisticsOf(const Traffic& traffic) const;
-    std::optional<double> end(const PacketReader& packets) const;
-    Summary summary(const PacketReader& packets);
-    Summary summary(const PacketReader& packets, const Input& input);
-    bool attend(const PacketReader& packets, const Input& input);
+    std::optional<double> end(std::uint64_t packets) const;
+    Summary summary(const Reached& reached);
+    Summary summary(const Reached& reached, const Input& input);
+    void beginRange(const Reached& reached);
+    void endRange(const Reached& reached);
+    Summary inRange(const Summary& whole, bool ended) const;
+    void addCarousels(Summary& summary, const Multiplex& multiplex);
+    bool attend(const PacketReader& packets, const Input& input, const std::set<std::uint8_t>& expected);
     bool keepTime(const PacketReader& packets, const Input& input, double now);
     void gather(const PidSet& pids);
     void watch(const Position& now);
     void tellAlarms();
     void tellTime(SectionReport& report);
+    void setWallClock();
     void inspect(Input& source, std::set<std::uint8_t> expected);
     std::set<std::uint8_t> expected() const;
-    void finish(Summary last, const Input& input, std::set<std::uint8_t> expected);
+    template <class Tell>
+    void tellAll(Summary& last, const Input& input, const std::set<std::uint8_t>& expected, const Tell& tell);
+    void finish(Summary last, const Input& input, const std::set<std::uint8_t>& expected);
 
     Renderer& m_renderer;
     const Interest& m_interest;
@@ -90,12 +122,20 @@ private:
     Exporter* m_exporter;
     CodingGuess m_coding;
     WallClock m_wallClock;
+
+    /// What time it is by the station's clock, and where that was said.
+    struct LocalTime {
+        double seconds; ///< of the stream
+        std::int32_t local;
+        std::int64_t utc; ///< as it was read
+    };
+    std::optional<LocalTime> m_localTime;
     std::optional<WallTime> m_begin; ///< the first time that was known
     SectionGatherer m_gatherer;
     Events m_events; ///< that nobody has looked at
     StreamClock m_clock{m_events};
     TrafficCounter m_traffic{m_events, m_clock};
-    Watch m_watch{m_traffic, m_interest.limits};
+    Watch m_watch{m_traffic, m_clock, m_interest.limits};
     double m_nextTick = 0; ///< in seconds of the stream
     Position m_now;        ///< that of the last packet
     TransmissionReader m_transmission;
@@ -106,8 +146,12 @@ private:
     Statistics m_statistics;
     Following m_following;
     CurrentSections m_current;
+    CarouselCollector m_carousels;
+    std::unique_ptr<History> m_history; ///< null when nobody asks for it
     Times m_times;
     Timetable m_timetable;
+    Range m_range;
+    std::optional<Summary> m_before; ///< what came before the range; nothing as long as it has not begun
     Stopwatch m_arrival;
 
     /// When the last packets came.

@@ -23,6 +23,10 @@ struct Interest {
 
     Profile limits = Profile::always(); ///< that it is held to
 
+    bool carousels = false; ///< they are put together, too
+
+    ReceiverProfiles receiver; ///< none when it is not known which the receiver has
+
     bool bytes = false; ///< those of sections that are taken are shown, too
 
     bool isOf(std::uint8_t tableId) const {

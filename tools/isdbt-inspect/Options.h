@@ -3,6 +3,7 @@
 #include "Inspector.h"
 #include "Views.h"
 #include "describing/Conventions.h"
+#include "extracting/CarouselFolder.h"
 #include "inputs/Timetable.h"
 #include "terminal/Output.h"
 
@@ -22,7 +23,13 @@ struct Options {
     std::optional<double> bitRate;                ///< of streams without PCR
     std::optional<std::uint8_t> descriptorOf;     ///< the bytes are descriptors of this table_id
     Interest interest;
+    Range range;
+    bool merge = false;                  ///< the files are lines of ranges
+    unsigned jobs = 1;                   ///< files that are read at once
     std::optional<std::string> exportTo; ///< FILE.sec, FILE.hex or a folder
+    std::optional<std::string> report;   ///< the file of a page
+    std::optional<std::string> serve;    ///< where it is served: "8080", "[::]:8080"
+    std::optional<ExtractionWishes> extraction;
     TimeZone zone;
     std::string charset = Charset::AUTO;
     const View* view = &views().front();
@@ -41,9 +48,9 @@ struct UsageError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// Reads the command line.
-/// @return nothing when it asked for help or the version, which then have been printed.
+/// Reads the words of the command line.
+/// @return nothing when they asked for help or the version, which then have been printed.
 /// @throws UsageError
-std::optional<Options> readOptions(int argc, char** argv);
+std::optional<Options> readOptions(std::vector<std::string> words);
 
 } // namespace inspect

@@ -13,8 +13,9 @@ namespace inspect {
 struct View {
     std::string name; ///< as --view takes it
     std::string help;
-    std::unique_ptr<Renderer> (*text)(Output& output, const Style& style);
+    std::unique_ptr<Renderer> (*text)(Output& output, const Style& style); ///< null: it is for programs
     std::unique_ptr<Renderer> (*json)(Output& output);
+    bool ofCarousels; ///< it tells of carousels, too
 };
 
 /// All views; the first is the usual one.

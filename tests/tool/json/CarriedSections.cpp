@@ -49,14 +49,5 @@ std::vector<CarriedSection> sectionsOn(unsigned pid, const ByteVector& stream) {
 }
 
 ByteVector streamOf(unsigned pid, const std::vector<ByteVector>& sections) {
-    constexpr std::size_t ROOM = PACKET_SIZE - PACKET_HEADER_SIZE;
-    StreamBuilder stream;
-    for (const ByteVector& section : sections) {
-        const ByteVector payload = join({hex("00"), section});
-        for (std::size_t at = 0; at < payload.size(); at += ROOM) {
-            const ByteVector part = slice(payload, at, std::min(at + ROOM, payload.size()));
-            at == 0 ? stream.begin(pid, part) : stream.proceed(pid, part);
-        }
-    }
-    return stream.bytes();
+    return StreamBuilder().sections(pid, sections).bytes();
 }

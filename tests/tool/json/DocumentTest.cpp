@@ -59,8 +59,8 @@ void expectWhatTheToolWrites(const std::string& document, std::size_t count) {
 }
 
 TEST(Documents, ShowWhatTheToolWrites) {
-    expectWhatTheToolWrites("json.md", 6);
-    expectWhatTheToolWrites("isdbt-inspect.md", 9);
+    expectWhatTheToolWrites("json.md", 7);
+    expectWhatTheToolWrites("isdbt-inspect.md", 12);
 }
 
 } // namespace

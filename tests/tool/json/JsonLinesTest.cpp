@@ -265,7 +265,8 @@ TEST(JsonLines, NameWhatDidNotComeWhole) {
     EXPECT_THAT(finished.output, HasSubstr(R"("fault":"discontinuities","severity":"error","about":"Transport stream",)"
                                            R"("text":"1 discontinuity on PID 0x0000","pid":0,)"));
     EXPECT_THAT(finished.output, HasSubstr(R"("fault":"bytes_skipped","severity":"error","about":"Transport stream",)"
-                                           R"("text":"3 bytes skipped","pid":null,)"));
+                                           R"("text":"3 bytes skipped","pid":null,"table":null,"table_id":null,)"
+                                           R"("table_id_extension":null,"packet":1,"offset":0,)"));
 }
 
 TEST(JsonLines, NameWhatPacketsSuffered) {

@@ -52,6 +52,29 @@ TEST(Schema, AllowsTheStatisticsOfTheSample) {
     EXPECT_EQ(validated(finished.output), withoutFaults(finished.output));
 }
 
+/// The lines that are in a page.
+std::string pageLines(const std::string& page) {
+    const std::string script = "sed -n 's/^<script type=\"application.gzip;base64\">\\(.*\\)<.script>$/\\1/p' " + page +
+                               " | while read -r part; do echo \"$part\" | base64 -d | gunzip; done";
+    return runProgram("/bin/bash", {"-c", script}).output;
+}
+
+TEST(Schema, AllowsWhatAPageIsMadeOf) {
+    const TemporaryFile page;
+    const TemporaryFile damaged(BroadcastStream(3).lose(500).bytes());
+    inspect({"--limits", "isdbt", "--report", page.path(), SAMPLE_FILE, damaged.path()});
+    const std::string lines = pageLines(page.path());
+    EXPECT_THAT(lines, HasSubstr(R"("type":"outline")"));
+    EXPECT_THAT(lines, HasSubstr(R"("type":"event")"));
+    EXPECT_EQ(validated(lines), withoutFaults(lines));
+}
+
+TEST(Schema, AllowsApplications) {
+    const Finished finished = inspect({"--json", "--view", "applications", "--pid", "0x140", SAMPLE_FILE});
+    EXPECT_THAT(finished.output, HasSubstr(R"("type":"application")"));
+    EXPECT_EQ(validated(finished.output), "2 lines, 0 faults\n");
+}
+
 TEST(Schema, AllowsAlarmsAndChecks) {
     const TemporaryFile limits(
         text(R"({"based_on": "dvb", "checks": {"pat_interval": {"alarm": {"seconds": 0.001, "source": "none"}}}})"));

@@ -22,6 +22,7 @@ std::vector<std::uint8_t> stream(std::size_t spacing = 188) {
 struct Reading {
     std::size_t packets = 0;
     std::uint64_t skipped = 0;
+    std::optional<inspect::Position> firstSkipped;
     inspect::Events events;
 };
 
@@ -33,6 +34,7 @@ Reading read(std::vector<std::uint8_t> bytes) {
         ++reading.packets;
     }
     reading.skipped = reader.skippedBytes();
+    reading.firstSkipped = reader.firstSkipped();
     return reading;
 }
 
@@ -46,6 +48,8 @@ void expectOneLeftOut(std::size_t spacing) {
     EXPECT_EQ(reading.events[0].kind, EventKind::SyncByteError);
     EXPECT_EQ(reading.events[0].at.packet, 8U);
     EXPECT_EQ(reading.events[0].at.offset, 7 * spacing);
+    ASSERT_TRUE(reading.firstSkipped);
+    EXPECT_EQ(reading.firstSkipped->offset, 7 * spacing);
 }
 
 } // namespace
@@ -53,6 +57,7 @@ void expectOneLeftOut(std::size_t spacing) {
 TEST(PacketReader, TellsNothingOfAStreamThatIsWhole) {
     EXPECT_EQ(read(stream()).packets, PACKETS);
     EXPECT_TRUE(read(stream()).events.empty());
+    EXPECT_FALSE(read(stream()).firstSkipped);
 }
 
 TEST(PacketReader, LeavesOutASinglePacketWithoutSyncByte) {
@@ -73,6 +78,9 @@ TEST(PacketReader, LosesSyncWithTwo) {
     EXPECT_EQ(reading.events[1].kind, EventKind::BytesSkipped);
     EXPECT_EQ(reading.events[1].at.packet, 8U);
     EXPECT_EQ(reading.events[1].at.offset, 7 * 188U);
+    ASSERT_TRUE(reading.firstSkipped);
+    EXPECT_EQ(reading.firstSkipped->packet, 8U);
+    EXPECT_EQ(reading.firstSkipped->offset, 7 * 188U);
     EXPECT_EQ(reading.events[1].amount, 2 * 188);
 }
 

@@ -38,4 +38,28 @@ TEST(Output, NoTextSendsAnEscapeOfItsOwn) {
     EXPECT_EQ(written({Line("\x1B[2J", Ink::Name)}, Colour::Always), "\x1B[36m?[2J\x1B[0m\n");
 }
 
+TEST(Output, GoesToWhoTakesItWithoutColours) {
+    std::string taken;
+    const auto sink = std::make_shared<Sink>([&taken](std::string_view piece) {
+        taken += piece;
+        return true;
+    });
+    Output output(sink);
+    output.begin({"one.ts"});
+    output.write(LINES);
+    Output other(sink);
+    other.begin({"two.ts"});
+    other.write("PMT\n");
+    EXPECT_EQ(taken, "one.ts\nPAT  ab\n\nnew!\ntwo.ts\nPMT\n");
+}
+
+TEST(Output, EndsWhenNoMoreIsWanted) {
+    int pieces = 0;
+    const Output output(std::make_shared<Sink>([&pieces](std::string_view /*piece*/) { return ++pieces < 2; }));
+    output.write("PAT\n");
+    EXPECT_THROW(output.write("PMT\n"), OutputClosed);
+    EXPECT_THROW(output.write("AIT\n"), OutputClosed);
+    EXPECT_EQ(pieces, 2);
+}
+
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "traffic/TrafficCounter.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
 
@@ -54,10 +55,10 @@ public:
         return *this;
     }
 
-    /// All counters are others, as in another source.
-    Multiplex& recount() {
-        for (auto& [pid, counter] : m_counters) {
-            counter += 5;
+    /// All counters are others, as in another source; or the first ones.
+    Multiplex& recount(std::size_t most = 32) {
+        for (auto each = m_counters.begin(); each != m_counters.end() && most != 0; ++each, --most) {
+            each->second += 5;
         }
         return *this;
     }
@@ -222,6 +223,28 @@ TEST(TrueTime, PassesWhileFewPacketsAreLost) {
     ASSERT_EQ(kindsOf(told), Kinds{EventKind::Loss});
     EXPECT_NEAR(told[0].amount, 0.107, 0.002);
     EXPECT_NEAR(multiplex.now(), 11.11, 0.005);
+}
+
+/// What comes in step with the counters' round has the same ones again.
+TEST(TrueTime, PassesWhileMostCountersGoRound) {
+    for (const bool hasOtherPcr : {false, true}) {
+        Multiplex multiplex;
+        multiplex.pids = 20;
+        multiplex.hasOtherPcr = hasOtherPcr;
+        multiplex.run(5003).jump(6.4).recount(hasOtherPcr ? 2 : 3).run(5000);
+        const std::vector<Event> told = multiplex.told();
+        ASSERT_EQ(kindsOf(told), Kinds{EventKind::Loss});
+        EXPECT_NEAR(told[0].amount, 6.4, 0.002);
+    }
+}
+
+TEST(TrueTime, DoesNotPassWhereOneCounterBreaksAsPcrsJump) {
+    Multiplex multiplex;
+    multiplex.pids = 20;
+    multiplex.hasOtherPcr = true;
+    multiplex.run(5003).jump(6.4).recount(1).run(5000);
+    EXPECT_EQ(kindsOf(multiplex.told()), (Kinds{EventKind::PcrJump, EventKind::PcrJump}));
+    EXPECT_NEAR(multiplex.now(), 10, 0.005);
 }
 
 /// With or without others that come rarely.
@@ -475,6 +498,33 @@ TEST(TrueTime, PassesInAPauseOfTheSender) {
     ASSERT_EQ(kindsOf(told), Kinds{EventKind::Pause});
     EXPECT_NEAR(told[0].amount, 5, 0.01);
     EXPECT_NEAR(multiplex.now(), 15, 0.03);
+}
+
+/// Where packets come all the time, the sender makes no pause.
+TEST(TrueTime, OfASlowSenderIsThatOfItsPcrs) {
+    Multiplex multiplex;
+    for (unsigned count = 0; count < 10000; ++count) {
+        multiplex.received(50 + count * 0.002).run(1);
+    }
+    const std::vector<Event> told = multiplex.told();
+    ASSERT_EQ(told.size(), 9U);
+    EXPECT_THAT(kindsOf(told), testing::Each(EventKind::SlowClock));
+    EXPECT_NEAR(told[1].amount, 0.5, 0.01);
+    EXPECT_NEAR(told[1].from, 2, 0.05);
+    EXPECT_NEAR(multiplex.now(), 10, 0.03);
+}
+
+/// Packets may come faster than before: how fast is known when the next PCR comes.
+TEST(TrueTime, IsCertainUpToTheLastPcr) {
+    Multiplex multiplex;
+    multiplex.run(5001);
+    const double last = multiplex.clock().certainSeconds(multiplex.packets()).value_or(-1);
+    EXPECT_NEAR(last, 5, MILLISECOND);
+    multiplex.run(20);
+    EXPECT_DOUBLE_EQ(multiplex.clock().certainSeconds(multiplex.packets()).value_or(-1), last);
+    multiplex.hasPcr = false;
+    multiplex.run(3000); // nobody waits for PCRs for ever
+    EXPECT_NEAR(multiplex.clock().certainSeconds(multiplex.packets()).value_or(-1), 8.02, 0.01);
 }
 
 TEST(TrueTime, PassesInALossAsItArrives) {

@@ -14,9 +14,7 @@ Watched& Watched::until(double seconds, const std::function<void(double)>& carry
             carry(m_tenths / 10.0);
         }
         m_watch.tick(position());
-        for (const Alarm& alarm : m_watch.news()) {
-            m_said.push_back(alarm);
-        }
+        listen();
     }
     return *this;
 }
@@ -42,7 +40,28 @@ void Watched::packet(inspect::Pid pid) {
 }
 
 void Watched::happens(inspect::EventKind kind, std::optional<inspect::Pid> pid, double amount, double from, double to) {
-    m_watch.take(inspect::Events{{kind, pid, position(), amount, from, to}}, position());
+    m_watch.take(inspect::Events{{kind, pid, position(), amount, from, to, m_packet - 1}}, position());
+}
+
+void Watched::breaks(inspect::Pid pid, unsigned lost, std::uint64_t ago) {
+    m_watch.take(inspect::Events{{inspect::EventKind::Discontinuity, pid, position(), static_cast<double>(lost), 0, 0,
+                                  m_packet - ago}},
+                 position());
+}
+
+Watched& Watched::silentUntil(double seconds) {
+    const double begin = m_tenths / 10.0;
+    for (; m_tenths <= std::lround(seconds * 10); ++m_tenths) {
+        m_watch.tickInSilence(position(), m_tenths / 10.0 - begin);
+        listen();
+    }
+    return *this;
+}
+
+void Watched::listen() {
+    for (const Alarm& alarm : m_watch.news()) {
+        m_said.push_back(alarm);
+    }
 }
 
 void Watched::lose(double seconds) {
@@ -84,7 +103,8 @@ std::vector<std::string> Watched::checks() const {
 std::string Watched::result(const std::string& check) const {
     for (const inspect::CheckResult& result : m_watch.results()) {
         if (result.check == check) {
-            return result.alarms != 0             ? fmt::format("{} alarms", result.alarms)
+            const std::uint64_t alarms = result.alarms + result.warnings + result.remarks;
+            return alarms != 0                    ? fmt::format("{} alarms", alarms)
                    : result.whyUnmeasured.empty() ? "ok"
                                                   : result.whyUnmeasured;
         }

@@ -16,6 +16,9 @@ public:
     /// From the current time on, in each tenth of a second until then.
     Watched& until(double seconds, const std::function<void(double)>& carry = {});
 
+    /// Nothing comes until then, though it is waited for.
+    Watched& silentUntil(double seconds);
+
     /// A section that comes now.
     void section(inspect::Pid pid, const ByteVector& bytes);
 
@@ -25,6 +28,10 @@ public:
     /// What happens now.
     void happens(inspect::EventKind kind, std::optional<inspect::Pid> pid = {}, double amount = 0, double from = 0,
                  double to = 0);
+
+    /// A counter is broken now.
+    /// @param ago packets since the last one of the same PID
+    void breaks(inspect::Pid pid, unsigned lost, std::uint64_t ago);
 
     /// A loss is understood now; what follows is that much later.
     void lose(double seconds);
@@ -43,11 +50,13 @@ public:
 private:
     inspect::Position position() const { return {m_packet, m_packet * 188, m_tenths / 10.0}; }
 
+    void listen();
+
     inspect::Profile m_profile;
     inspect::Events m_events;
     inspect::StreamClock m_clock{m_events};
     inspect::TrafficCounter m_traffic{m_events, m_clock};
-    inspect::Watch m_watch{m_traffic, m_profile};
+    inspect::Watch m_watch{m_traffic, m_clock, m_profile};
     int m_tenths = 0;
     std::uint64_t m_packet = 1;
     std::vector<inspect::Alarm> m_said;

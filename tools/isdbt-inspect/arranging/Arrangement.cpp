@@ -2,9 +2,11 @@
 
 #include "arranging/TableNodes.h"
 #include "describing/FieldLookup.h"
+#include "multiplex/CarouselStreams.h"
 #include "multiplex/Titles.h"
 #include "tables/TableKinds.h"
 
+#include <algorithm>
 #include <fmt/format.h>
 
 namespace inspect {
@@ -116,10 +118,39 @@ void appendDescription(Node& node, const Fields& description) {
     node.tell("SDT", std::move(rest));
 }
 
+/// "3 of 3 modules, 12 files"
+void sayCarousel(Node& node, const CarouselPid& pid) {
+    std::size_t modules = 0;
+    std::size_t complete = 0;
+    std::size_t files = 0;
+    for (const CarouselReport& report : pid.carousels) {
+        for (const dsmcc::Group& group : report.carousel.groups) {
+            modules += group.modules.size();
+            complete += static_cast<std::size_t>(
+                std::count_if(group.modules.begin(), group.modules.end(), [](const dsmcc::Module* module) {
+                    return module->state == dsmcc::ModuleState::Complete;
+                }));
+        }
+        files += static_cast<std::size_t>(
+            std::count_if(report.tree.entries.begin(), report.tree.entries.end(), [](const dsmcc::Entry& entry) {
+                return entry.kind == dsmcc::ObjectKind::File && entry.state == dsmcc::EntryState::Complete;
+            }));
+    }
+    node.say(fmt::format("{} of {} modules", complete, modules), Extent::Overview);
+    if (files != 0) {
+        node.say(fmt::format("{} {}", files, files == 1 ? "file" : "files"), Extent::Overview);
+    }
+    if (pid.crcErrors != 0) {
+        node.say(fmt::format("{} sections with a wrong CRC_32", pid.crcErrors));
+    }
+}
+
 /// Puts the nodes of a multiplex together.
 class Arranger {
 public:
-    Arranger(const Multiplex& multiplex, const Faults& faults) : m_multiplex(multiplex), m_faults(faults) {}
+    Arranger(const Multiplex& multiplex, const Faults& faults, const std::vector<ApplicationReport>& applications,
+             const std::vector<CarouselPid>& carousels)
+        : m_multiplex(multiplex), m_faults(faults), m_applications(applications), m_carousels(carousels) {}
 
     std::vector<Node> arrange() const;
 
@@ -129,11 +160,14 @@ private:
     Node serviceNode(const Service& service) const;
     void appendProgramMap(Node& node, const ProgramMap& pmt) const;
     Node componentNode(const Component& component) const;
+    void appendDeferredTags(Node& node, const Fields& programMap) const;
     void appendCarried(Node& node, const Component& component, const Multiplex::Claim& claim) const;
     void appendUnclaimed(std::vector<Node>& nodes, const Unclaimed& unclaimed) const;
 
     const Multiplex& m_multiplex;
     const Faults& m_faults;
+    const std::vector<ApplicationReport>& m_applications;
+    const std::vector<CarouselPid>& m_carousels;
 };
 
 std::vector<Node> Arranger::arrange() const {
@@ -231,9 +265,22 @@ void Arranger::appendProgramMap(Node& node, const ProgramMap& pmt) const {
         node.say("no PCR");
     }
     node.say("PCR PID", take(rest, "pcr_pid"), Extent::Full);
+    appendDeferredTags(node, rest);
     node.tell("PMT", std::move(rest));
     for (const Component& component : pmt.components) {
         node.children.push_back(componentNode(component));
+    }
+}
+
+/// Components of other services that carousels of this one refer to.
+void Arranger::appendDeferredTags(Node& node, const Fields& programMap) const {
+    for (const DeferredTags& deferred : deferredTagsOf(programMap)) {
+        for (const std::uint16_t tag : deferred.tags) {
+            const Component* const component = associated(m_multiplex, deferred, tag);
+            const std::string where = component == nullptr ? "" : fmt::format("PID 0x{:04X} of ", component->pid);
+            node.say(fmt::format("association tag 0x{:04X} is {}service 0x{:04X}", tag, where, deferred.service),
+                     Extent::Overview);
+        }
     }
 }
 
@@ -248,6 +295,11 @@ Node Arranger::componentNode(const Component& component) const {
     node.say("tag", take(rest, "stream_identifier_descriptor", "component_tag"));
     for (const Essential& each : OF_COMPONENTS) {
         node.say(each.label, take(rest, each.descriptor, each.field));
+    }
+    for (const CarouselPid& carousel : m_carousels) {
+        if (carousel.pid == component.pid) {
+            sayCarousel(node, carousel);
+        }
     }
     if (m_multiplex.tables().isSilent(component.pid)) {
         node.say("no packets");
@@ -268,7 +320,7 @@ void Arranger::appendCarried(Node& node, const Component& component, const Multi
     }
     for (const std::uint8_t tableId : {AIT, DSMCC_STREAM_DESCRIPTORS}) {
         for (const Table* const table : m_multiplex.tables().on(component.pid, tableId)) {
-            node.children.push_back(carriedNode(*table, claim.components, m_faults));
+            node.children.push_back(carriedNode(*table, claim.components, m_faults, m_applications));
         }
     }
 }
@@ -277,7 +329,7 @@ void Arranger::appendCarried(Node& node, const Component& component, const Multi
 void Arranger::appendUnclaimed(std::vector<Node>& nodes, const Unclaimed& unclaimed) const {
     std::vector<Node> carried;
     for (const Table* const table : unclaimed.tables) {
-        carried.push_back(carriedNode(*table, nullptr, m_faults));
+        carried.push_back(carriedNode(*table, nullptr, m_faults, m_applications));
     }
     if (!unclaimed.pid) {
         std::move(carried.begin(), carried.end(), std::back_inserter(nodes));
@@ -290,8 +342,10 @@ void Arranger::appendUnclaimed(std::vector<Node>& nodes, const Unclaimed& unclai
 
 } // namespace
 
-std::vector<Node> arrange(const Multiplex& multiplex, const Faults& faults) {
-    return Arranger(multiplex, faults).arrange();
+std::vector<Node> arrange(const Multiplex& multiplex, const Faults& faults,
+                          const std::vector<ApplicationReport>& applications,
+                          const std::vector<CarouselPid>& carousels) {
+    return Arranger(multiplex, faults, applications, carousels).arrange();
 }
 
 } // namespace inspect

@@ -3,6 +3,7 @@
 #include "describing/FieldLookup.h"
 #include "describing/StandardReadings.h"
 #include "multiplex/Titles.h"
+#include "starting/Starting.h"
 #include "tables/TableKinds.h"
 
 #include <algorithm>
@@ -53,7 +54,8 @@ void takeUnsent(Fields& fields) {
     }
 }
 
-Node applicationNode(const Fields& described, const Components* components, const Faults& faults) {
+Node applicationNode(const Fields& described, const Components* components, const Faults& faults,
+                     const ApplicationReport* report) {
     Fields rest = described;
     Node node(titleOfApplication(described));
     sayNames(node, rest);
@@ -81,6 +83,9 @@ Node applicationNode(const Fields& described, const Components* components, cons
     if (carousel != nullptr) {
         node.say("carousel PID", identifier("", carousel->pid, 4));
     }
+    if (report != nullptr && report->verdict == ApplicationReport::Verdict::Starts) {
+        node.say(report->seconds ? fmt::format("starts after {:.1f} s", *report->seconds) : "starts");
+    }
     node.faults = faults.of(&described);
     removeInherited(rest);
     takeUnsent(rest);
@@ -88,7 +93,8 @@ Node applicationNode(const Fields& described, const Components* components, cons
     return node;
 }
 
-Node applicationTableNode(const Table& ait, const Components* components, const Faults& faults) {
+Node applicationTableNode(const Table& ait, const Components* components, const Faults& faults,
+                          const std::vector<ApplicationReport>& applications) {
     Fields rest = ait.beside("applications");
     take(rest, "application_type");
     Node node(titleOf(ait));
@@ -97,7 +103,8 @@ Node applicationTableNode(const Table& ait, const Components* components, const 
     node.faults = faults.of(&ait);
     node.tell("", std::move(rest));
     for (const Fields* const application : ait.entries("applications")) {
-        node.children.push_back(applicationNode(*application, components, faults));
+        node.children.push_back(
+            applicationNode(*application, components, faults, reportOf(applications, ait, *application)));
     }
     return node;
 }
@@ -147,8 +154,10 @@ Node contentNode(const Fields& content) {
 
 } // namespace
 
-Node carriedNode(const Table& table, const Components* components, const Faults& faults) {
-    return table.key.tableId == AIT ? applicationTableNode(table, components, faults) : eventNode(table, faults);
+Node carriedNode(const Table& table, const Components* components, const Faults& faults,
+                 const std::vector<ApplicationReport>& applications) {
+    return table.key.tableId == AIT ? applicationTableNode(table, components, faults, applications)
+                                    : eventNode(table, faults);
 }
 
 Node timeNode(const Table& tot, const Faults& faults) {

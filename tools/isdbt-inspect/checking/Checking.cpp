@@ -13,7 +13,8 @@ namespace {
 
 class Checker {
 public:
-    explicit Checker(const Multiplex& multiplex) : m_multiplex(multiplex), m_tables(multiplex.tables()) {}
+    Checker(const Multiplex& multiplex, const std::vector<ApplicationReport>& applications)
+        : m_multiplex(multiplex), m_tables(multiplex.tables()), m_applications(applications) {}
 
     Faults takeAll() {
         if (m_multiplex.networks().empty() && m_multiplex.unlisted().empty()) {
@@ -100,7 +101,7 @@ private:
             addOf(stream, faults::TABLE_MISSING, {std::nullopt, SDT, stream.id}, "no SDT came");
         }
         for (const Service& service : stream.services) {
-            checkService(m_faults, m_multiplex, stream, service);
+            checkService(m_faults, m_multiplex, stream, service, m_applications);
         }
     }
 
@@ -133,12 +134,13 @@ private:
                   "no PMT names this PID", sinceOf(*unclaimed.tables.front()));
         }
         for (const Table* const table : unclaimed.tables) {
-            checkCarried(m_faults, *table, nullptr);
+            checkCarried(m_faults, *table, m_applications);
         }
     }
 
     const Multiplex& m_multiplex;
     const Tables& m_tables;
+    const std::vector<ApplicationReport>& m_applications;
     Faults m_faults;
 };
 
@@ -162,10 +164,18 @@ void checkTime(Faults& faults, const Table& tot, const PresentEvents& events) {
     }
 }
 
+/// The fault at the end that says the same as an alarm; empty when there is none.
+std::string_view sameAs(std::string_view check) {
+    if (check == "silent_change") {
+        return faults::CHANGED_SILENTLY.name;
+    }
+    return check == "original_network" ? faults::NETWORKS_DIFFER.name : std::string_view();
+}
+
 } // namespace
 
 Faults check(const Multiplex& multiplex, const PresentEvents& events, const Summary& summary) {
-    Faults faults = Checker(multiplex).takeAll();
+    Faults faults = Checker(multiplex, summary.applications).takeAll();
     for (const Table* const tot : multiplex.tables().of(TOT)) {
         checkTime(faults, *tot, events);
     }
@@ -174,7 +184,8 @@ Faults check(const Multiplex& multiplex, const PresentEvents& events, const Summ
     }
     for (const Alarm& alarm : summary.alarms) {
         if (alarm.kind.severity != Severity::Remark) {
-            faults.add({nullptr, titleOf(multiplex)}, {alarm.kind, alarm.place, alarm.text, alarm.since});
+            faults.addInPlaceOf(sameAs(alarm.kind.name), {nullptr, titleOf(multiplex)},
+                                {alarm.kind, alarm.place, alarm.text, alarm.since});
         }
     }
     checkDamages(faults, titleOf(multiplex), summary);

@@ -7,11 +7,6 @@
 
 namespace inspect {
 
-FaultPlace placeOf(const Table& table);
-
-/// Where the first section of a table came.
-std::optional<Position> sinceOf(const Table& table);
-
 /// Only tables that are known whole can contradict others.
 bool areWhole(const std::vector<const Table*>& tables);
 
@@ -27,12 +22,14 @@ void addSilentChange(Faults& faults, const Subject& subject, const TableKey& tab
 void checkSections(Faults& faults, const Subject& subject, const Table& table);
 
 /// Compares what the tables say of a service, and of its components.
-void checkService(Faults& faults, const Multiplex& multiplex, const TransportStream& stream, const Service& service);
+/// @param applications of all AITs
+void checkService(Faults& faults, const Multiplex& multiplex, const TransportStream& stream, const Service& service,
+                  const std::vector<ApplicationReport>& applications);
 
 /// What is wrong with a table that a component carries: an AIT, and why its applications may not start, or DSM-CC
 /// stream descriptors.
-/// @param components of the service that the table belongs to; null when its PMT is not known
-void checkCarried(Faults& faults, const Table& table, const Components* components);
+/// @param applications of all AITs
+void checkCarried(Faults& faults, const Table& table, const std::vector<ApplicationReport>& applications);
 
 /// What was lost or damaged on the way, as the summary counts it.
 void checkDamages(Faults& faults, const std::string& about, const Summary& summary);

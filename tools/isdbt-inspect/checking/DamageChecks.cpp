@@ -17,7 +17,7 @@ constexpr FaultKind KINDS[] = {faults::CRC_ERRORS,
                                faults::NO_DATA};
 
 std::string textOf(const Finding& finding) {
-    std::string text = fmt::format("{} {}", finding.count, finding.count == 1 ? finding.singular : finding.plural);
+    std::string text = counted(finding.count, finding.singular, finding.plural);
     if (!finding.pids.empty()) {
         text += fmt::format(" on PID 0x{:04X}", fmt::join(finding.pids, ", 0x"));
     }
@@ -35,11 +35,14 @@ void checkDamages(Faults& faults, const std::string& about, const Summary& summa
             faults.add(stream, {KINDS[static_cast<std::size_t>(finding.damage)],
                                 {pid, std::nullopt, std::nullopt},
                                 textOf(finding),
-                                {}});
+                                finding.first});
         }
     }
     if (summary.skippedBytes != 0) {
-        faults.add(stream, {faults::BYTES_SKIPPED, {}, fmt::format("{} bytes skipped", summary.skippedBytes), {}});
+        faults.add(stream, {faults::BYTES_SKIPPED,
+                            {},
+                            counted(summary.skippedBytes, "byte", "bytes") + " skipped",
+                            summary.firstSkipped});
     }
 }
 

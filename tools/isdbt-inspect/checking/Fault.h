@@ -24,6 +24,9 @@ class Faults {
 public:
     void add(const Subject& subject, Fault fault);
 
+    /// The same of an alarm, in the place of the one of this name that says the same of the same place.
+    void addInPlaceOf(std::string_view name, const Subject& subject, Fault alarm);
+
     /// The texts of those about a part.
     std::vector<std::string> of(const void* part) const;
 

@@ -23,17 +23,6 @@ std::string refusal(std::string_view name, const RefusedSection& section) {
 
 } // namespace
 
-FaultPlace placeOf(const Table& table) {
-    return {table.key.pid, table.key.tableId, table.key.extension};
-}
-
-std::optional<Position> sinceOf(const Table& table) {
-    if (!table.taken.empty()) {
-        return table.taken.front()->position;
-    }
-    return table.refused.empty() ? std::nullopt : std::optional(table.refused.front()->position);
-}
-
 bool areWhole(const std::vector<const Table*>& tables) {
     return !tables.empty() &&
            std::all_of(tables.begin(), tables.end(), [](const Table* table) { return table->complete(); });

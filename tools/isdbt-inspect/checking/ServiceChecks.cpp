@@ -15,9 +15,10 @@ constexpr std::string_view INFORMATION = "ts_information_descriptor";
 /// Finds what is wrong with one service.
 class ServiceChecker {
 public:
-    ServiceChecker(Faults& faults, const Multiplex& multiplex, const TransportStream& stream, const Service& service)
-        : m_faults(faults), m_multiplex(multiplex), m_tables(multiplex.tables()), m_stream(stream), m_service(service) {
-    }
+    ServiceChecker(Faults& faults, const Multiplex& multiplex, const TransportStream& stream, const Service& service,
+                   const std::vector<ApplicationReport>& applications)
+        : m_faults(faults), m_multiplex(multiplex), m_tables(multiplex.tables()), m_stream(stream), m_service(service),
+          m_applications(applications) {}
 
     void checkAll() {
         if (m_service.programMapPid && m_service.programMaps.empty() && m_tables.expects(PMT)) {
@@ -73,16 +74,20 @@ private:
         const std::vector<const Table*> applications = m_tables.on(component.pid, AIT);
         if (applications.empty() && carriesApplicationInformation(component) && m_tables.expects(AIT)) {
             const bool scrambled = m_tables.isScrambled(component.pid);
-            m_faults.add(subject(component), {scrambled ? faults::SCRAMBLED : faults::TABLE_MISSING,
-                                              {component.pid, AIT, std::nullopt},
-                                              scrambled ? "its AIT is scrambled" : "no AIT came",
-                                              {}});
+            const std::uint64_t crcErrors = m_tables.crcErrorsOn(component.pid, AIT);
+            m_faults.add(subject(component),
+                         {scrambled ? faults::SCRAMBLED : faults::TABLE_MISSING,
+                          {component.pid, AIT, std::nullopt},
+                          scrambled        ? "its AIT is scrambled"
+                          : crcErrors != 0 ? fmt::format("no AIT came, but {} with a wrong CRC_32", crcErrors)
+                                           : "no AIT came",
+                          {}});
         }
         const Multiplex::Claim* const claim = m_multiplex.claimOf(component.pid);
         if (claim != nullptr && claim->component == &component) {
             for (const std::uint8_t tableId : {AIT, DSMCC_STREAM_DESCRIPTORS}) {
                 for (const Table* const table : m_tables.on(component.pid, tableId)) {
-                    checkCarried(m_faults, *table, &pmt.components);
+                    checkCarried(m_faults, *table, m_applications);
                 }
             }
         }
@@ -153,12 +158,14 @@ private:
     const Tables& m_tables;
     const TransportStream& m_stream;
     const Service& m_service;
+    const std::vector<ApplicationReport>& m_applications;
 };
 
 } // namespace
 
-void checkService(Faults& faults, const Multiplex& multiplex, const TransportStream& stream, const Service& service) {
-    ServiceChecker(faults, multiplex, stream, service).checkAll();
+void checkService(Faults& faults, const Multiplex& multiplex, const TransportStream& stream, const Service& service,
+                  const std::vector<ApplicationReport>& applications) {
+    ServiceChecker(faults, multiplex, stream, service, applications).checkAll();
 }
 
 } // namespace inspect

@@ -14,10 +14,6 @@ namespace {
 constexpr FaultPlace NOWHERE{std::nullopt, std::nullopt, std::nullopt};
 constexpr FaultPlace OF_INFORMATION{INFORMATION_PID, std::nullopt, std::nullopt};
 
-std::string counted(std::uint64_t count, std::string_view singular, std::string_view plural) {
-    return fmt::format("{} {}", count, count == 1 ? singular : plural);
-}
-
 /// Finds what is wrong with the packets themselves.
 class TrailerChecker {
 public:

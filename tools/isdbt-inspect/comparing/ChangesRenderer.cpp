@@ -12,11 +12,6 @@ bool keepsVersion(const SectionReport& former, const SectionReport& report) {
 
 } // namespace
 
-void ChangesRenderer::begin(const std::string& name) {
-    m_known.beginInput();
-    tellInput(name);
-}
-
 void ChangesRenderer::section(const SectionReport& report) {
     if (report.rejection) {
         tell({Fate::Rejected, report});

@@ -30,15 +30,12 @@ struct Fate {
 /// to the forms of output.
 class ChangesRenderer : public Renderer {
 public:
-    void begin(const std::string& name) final;
+    void begin(const std::string& /*name*/) override { m_known.beginInput(); }
     void section(const SectionReport& report) final;
-    void alarm(const Alarm& alarm) final { tellAlarm(alarm); }
     void end(const Summary& summary, const Multiplex& multiplex, const Faults& faults) final;
 
 private:
-    virtual void tellInput(const std::string& name) = 0;
     virtual void tell(const Fate& fate) = 0;
-    virtual void tellAlarm(const Alarm& alarm) = 0;
     virtual void tellOutcome(const Summary& summary, const Faults& faults) = 0;
 
     void take(const SectionReport& report);

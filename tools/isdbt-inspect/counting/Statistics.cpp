@@ -11,12 +11,17 @@ namespace {
 
 constexpr std::uint64_t PACKET_SIZE = 188;
 
+} // namespace
+
 std::optional<double> bitRateOfBytes(std::uint64_t bytes, std::optional<double> seconds) {
     constexpr double BITS_PER_BYTE = 8;
-    return seconds ? std::optional(static_cast<double>(bytes) * BITS_PER_BYTE / *seconds) : std::nullopt;
+    return seconds && *seconds > 0 ? std::optional(static_cast<double>(bytes) * BITS_PER_BYTE / *seconds)
+                                   : std::nullopt;
 }
 
-} // namespace
+double share(std::uint64_t packets, std::uint64_t all) {
+    return all == 0 ? 0 : static_cast<double>(packets) / static_cast<double>(all);
+}
 
 std::optional<double> bitRate(std::uint64_t packets, std::optional<double> seconds) {
     return bitRateOfBytes(packets * PACKET_SIZE, seconds);
@@ -40,6 +45,12 @@ void Statistics::take(const Section& section, const std::optional<SeenSections::
         ++count->versions[header->version];
     }
     measure(*count, section, isNew);
+}
+
+void Statistics::beginPeriod() {
+    for (auto& [table, count] : m_counts) {
+        count.intervals.between = {};
+    }
 }
 
 /// Takes down when the first section came.
@@ -133,6 +144,7 @@ TableStatistics Statistics::statisticsOf(std::uint8_t tableId, const Count& coun
             count.rejected,
             count.rejectedDistinct,
             count.intervals,
+            count.bytes,
             bitRateOfBytes(count.bytes, seconds)};
 }
 
@@ -140,16 +152,10 @@ PidTraffic Statistics::totalOf(const TrafficCounter& traffic) {
     PidTraffic total;
     for (const Pid pid : traffic.pids()) {
         const PidTraffic& each = *traffic.of(pid);
-        total.packets += each.packets;
-        total.discontinuities += each.discontinuities;
-        total.announcedJumps += each.announcedJumps;
-        total.lost += each.lost;
-        total.duplicates += each.duplicates;
-        total.transportErrors += each.transportErrors;
-        total.scrambled += each.scrambled;
-        total.pcrs += each.pcrs;
+        for (const auto count : TRAFFIC_COUNTS) {
+            total.*count += each.*count;
+        }
         total.pcrIntervals.merge(each.pcrIntervals);
-        total.pcrJumps += each.pcrJumps;
         total.ptsIntervals.merge(each.ptsIntervals);
     }
     return total;
@@ -166,7 +172,7 @@ PidStatistics Statistics::statisticsOf(std::optional<Pid> pid, const Traffic& tr
     const std::uint64_t packets = statistics.traffic.packets;
     statistics.content = m_names.of(*pid);
     statistics.announced = names::PID.of(*pid).empty() ? m_names.announces(*pid) : true;
-    statistics.share = static_cast<double>(packets) / static_cast<double>(traffic.allPackets);
+    statistics.share = share(packets, traffic.allPackets);
     statistics.bitRate = bitRate(packets, traffic.seconds);
     if (traffic.layers != nullptr) {
         statistics.layers = traffic.layers->at(*pid);

@@ -23,7 +23,13 @@ struct Traffic {
     const LayersOfPids* layers = nullptr; ///< null when they do not tell
 };
 
-/// Of so many packets of 188 bytes; nothing without a clock.
+/// What part of all packets these are, 0 to 1.
+double share(std::uint64_t packets, std::uint64_t all);
+
+/// Of so many bytes; nothing without a clock, or when no time passed.
+std::optional<double> bitRateOfBytes(std::uint64_t bytes, std::optional<double> seconds);
+
+/// Of so many packets of 188 bytes.
 std::optional<double> bitRate(std::uint64_t packets, std::optional<double> seconds);
 
 /// Counts what comes of each table on each PID.
@@ -36,6 +42,9 @@ public:
     /// A section came, sound or not.
     /// @param news how it compares with its place; nothing when it is not sound
     void take(const Section& section, const std::optional<SeenSections::News>& news);
+
+    /// A period begins for which it is measured anew how long things take. Counts go on.
+    void beginPeriod();
 
     /// The stream's clock is known from now on.
     /// @param secondsOf std::optional<double>(std::uint64_t packet), of those that have come

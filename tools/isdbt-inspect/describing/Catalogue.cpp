@@ -5,15 +5,7 @@
 namespace inspect {
 
 Catalogue::Catalogue() {
-    addApplicationTable(*this);
-    addCarouselDescriptors(*this);
-    addDownloadTables(*this);
-    addNetworkTables(*this);
-    addProgramTables(*this);
-    addRightsDescriptors(*this);
-    addServiceDescriptors(*this);
-    addStreamDescriptors(*this);
-    addTimeTables(*this);
+    addClasses(*this);
 }
 
 const Catalogue& Catalogue::instance() {

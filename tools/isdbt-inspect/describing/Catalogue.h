@@ -80,15 +80,23 @@ template <class Holder> void appendDescriptors(Fields& fields, const Holder& hol
     }
 }
 
-// One function per group of classes; each adds its classes.
-void addApplicationTable(Catalogue& catalogue);
-void addCarouselDescriptors(Catalogue& catalogue);
-void addDownloadTables(Catalogue& catalogue);
-void addNetworkTables(Catalogue& catalogue);
-void addProgramTables(Catalogue& catalogue);
-void addRightsDescriptors(Catalogue& catalogue);
-void addServiceDescriptors(Catalogue& catalogue);
-void addStreamDescriptors(Catalogue& catalogue);
-void addTimeTables(Catalogue& catalogue);
+/// The holder's descriptor of a kind, or the one that it inherits from its table, marked as such.
+template <class Holder, class Descriptor>
+void appendOwnOrInherited(Fields& fields, const Holder& holder, Descriptor* (Holder::*get)(int, int*) const) {
+    int inherited = 0;
+    const Descriptor* const descriptor = (holder.*get)(1, &inherited);
+    if (descriptor == nullptr) {
+        return;
+    }
+    Field field = Catalogue::instance().describe(*descriptor);
+    if (inherited != 0) {
+        Fields& inner = std::get<Object>(field.value).fields;
+        inner.insert(inner.begin(), flag("inherited", true));
+    }
+    fields.push_back(std::move(field));
+}
+
+/// Adds all of them. A build makes it from the public headers and fields.tsv.
+void addClasses(Catalogue& catalogue);
 
 } // namespace inspect

@@ -93,4 +93,9 @@ std::string shownUtf8(std::string_view utf8) {
     return shown;
 }
 
+std::string shownName(std::string_view raw) {
+    thread_local const Conversion utf8("UTF-8");
+    return utf8.shown(raw);
+}
+
 } // namespace inspect

@@ -34,4 +34,7 @@ private:
 /// Text in UTF-8 that is safe for a terminal, in the same way.
 std::string shownUtf8(std::string_view utf8);
 
+/// The same of a name of which nothing says how it is coded: what is no UTF-8 is shown as \x81, too.
+std::string shownName(std::string_view raw);
+
 } // namespace inspect

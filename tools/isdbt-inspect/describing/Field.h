@@ -108,6 +108,11 @@ Field object(std::string_view name, Fields fields);
 /// An identifier: a number that people know in hexadecimal.
 Field identifier(std::string_view name, std::uint32_t value, int hexDigits);
 
+/// The same with all the digits of its type.
+template <class Value> Field identifier(std::string_view name, Value value) {
+    return identifier(name, value, 2 * int{sizeof(Value)});
+}
+
 /// A number that stands for something.
 /// A value without a name is shown as a number.
 Field code(std::string_view name, std::int64_t value, const NameList& names);

@@ -49,6 +49,18 @@ std::optional<std::int64_t> numberIn(const Fields& fields, std::string_view name
     return number == nullptr ? std::nullopt : std::optional(number->value);
 }
 
+std::string textIn(const Fields& fields, std::string_view name) {
+    const Field* const field = find(fields, name);
+    const auto* const text = field == nullptr ? nullptr : std::get_if<Text>(&field->value);
+    return text == nullptr ? std::string() : text->raw;
+}
+
+bool isSet(const Fields& fields, std::string_view name) {
+    const Field* const field = find(fields, name);
+    const auto* const flag = field == nullptr ? nullptr : std::get_if<bool>(&field->value);
+    return flag != nullptr && *flag;
+}
+
 std::vector<std::int64_t> numbersIn(const Fields& fields, std::string_view name) {
     std::vector<std::int64_t> numbers;
     for (const Field& element : elements(fields, name)) {

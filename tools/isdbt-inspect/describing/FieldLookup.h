@@ -22,6 +22,12 @@ const Fields& elements(const Fields& fields, std::string_view name);
 /// The number of a name; nothing when there is none.
 std::optional<std::int64_t> numberIn(const Fields& fields, std::string_view name);
 
+/// The bytes of the text of a name; none when there is no such text.
+std::string textIn(const Fields& fields, std::string_view name);
+
+/// Whether the flag of a name is there and set.
+bool isSet(const Fields& fields, std::string_view name);
+
 /// The numbers that the list of a name holds.
 std::vector<std::int64_t> numbersIn(const Fields& fields, std::string_view name);
 

@@ -2,6 +2,7 @@
 
 #include "QuorDefs.h"
 #include "describing/Field.h"
+#include "describing/Readings.h"
 
 #include <cstdint>
 #include <fmt/format.h>
@@ -9,53 +10,32 @@
 #include <list>
 #include <memory>
 #include <string_view>
-#include <type_traits>
 
 namespace inspect {
 
 /// The elements of a list that the library addresses by position. It counts the positions of some lists in eight bits
 /// and reaches only their first 256 elements.
-/// @param describe Field(const Item&), or Field(Element) for elements that are no objects
-template <class Holder, class Element, class Position, class Describe>
-Field listByPosition(std::string_view name, const Holder& holder, QUOR_U32 size, Element (Holder::*get)(Position) const,
-                     const Describe& describe) {
+/// @param get Field(Position)
+template <class Position, class Get> Field listByPosition(std::string_view name, QUOR_U32 size, const Get& get) {
     Fields elements;
     for (std::uint64_t at = 0; at < size && at <= std::numeric_limits<Position>::max(); ++at) {
-        Element element = (holder.*get)(static_cast<Position>(at));
-        if constexpr (std::is_pointer_v<Element>) {
-            elements.push_back(describe(*element));
-        } else {
-            elements.push_back(describe(element));
-        }
+        elements.push_back(get(static_cast<Position>(at)));
     }
     const bool complete = elements.size() == size;
     return list(name, std::move(elements))
         .reads(complete ? "" : fmt::format("of {}; the others are out of reach", size));
 }
 
-/// The items of a descriptor that has nothing else in a list.
-template <class Descriptor, class Describe> Field items(const Descriptor& descriptor, const Describe& describe) {
-    return listByPosition("items", descriptor, descriptor.size(), &Descriptor::get, describe);
-}
-
 /// The elements of a map that the library addresses by key.
-/// @param describe Field(const Item&)
-template <class Holder, class Key, class Argument, class Item, class Describe>
-Field listByKey(std::string_view name, const Holder& holder, std::list<Key>* (Holder::*keys)() const,
-                Item* (Holder::*get)(Argument) const, const Describe& describe) {
+/// @param keys a list of them, which is the caller's
+/// @param get  Field(const Key&)
+template <class Key, class Get> Field listByKey(std::string_view name, std::list<Key>* keys, const Get& get) {
     Fields elements;
-    const std::unique_ptr<std::list<Key>> owned((holder.*keys)());
+    const std::unique_ptr<std::list<Key>> owned(keys);
     for (const Key& key : *owned) {
-        elements.push_back(describe(*(holder.*get)(key)));
+        elements.push_back(get(key));
     }
     return list(name, std::move(elements));
-}
-
-/// Says so when more elements of a list were sent than the library keeps.
-/// @param key what it keeps one element for: "country"
-inline Field keptOf(Field list, std::size_t sent, std::string_view key) {
-    const bool complete = sent <= std::get<List>(list.value).elements.size();
-    return complete ? list : std::move(list).reads(fmt::format("of {} sent; of each {} the last is kept", sent, key));
 }
 
 /// The numbers of an array.
@@ -74,6 +54,15 @@ Field codes(std::string_view name, const Value* values, std::size_t count, int h
     Field all = numbers(name, values, count, hexDigits);
     for (Field& each : std::get<List>(all.value).elements) {
         each = std::move(each).named(names);
+    }
+    return all;
+}
+
+/// The frequencies of an array, in units of 1/7 MHz.
+inline Field frequencies(std::string_view name, const QUOR_U16* sevenths, std::size_t count) {
+    Field all = numbers(name, sevenths, count, 0);
+    for (Field& each : std::get<List>(all.value).elements) {
+        each = std::move(each).in("x 1/7 MHz").reads(megahertz(*sevenths++));
     }
     return all;
 }

@@ -1,6 +1,6 @@
 #include "describing/Loops.h"
 
-#include "describing/Lists.h"
+#include "describing/Kept.h"
 
 #include <algorithm>
 #include <map>
@@ -42,11 +42,12 @@ void appendLeftOutOf(Fields& fields, const DescriptorLoop& loop) {
     appendUnlessEmpty(fields, "displaced_descriptors", std::move(displaced), {});
 }
 
-void appendLeftOutOfEach(Field& entries, const std::vector<const DescriptorLoop*>& loops) {
+Field withLeftOutOfEach(Field entries, const std::vector<const DescriptorLoop*>& loops) {
     Fields& elements = std::get<List>(entries.value).elements;
     for (std::size_t at = 0; at < elements.size() && at < loops.size(); ++at) {
         appendLeftOutOf(std::get<Object>(elements[at].value).fields, *loops[at]);
     }
+    return entries;
 }
 
 } // namespace
@@ -61,17 +62,17 @@ void Loops::appendLeftOut(Fields& fields) const {
     }
 }
 
-void Loops::appendLeftOutInOrder(Field& entries) const {
+Field Loops::withLeftOut(Field entries) const {
     std::vector<const DescriptorLoop*> loops;
     for (const DescriptorLoop& loop : m_loops) {
         if (loop.key) {
             loops.push_back(&loop);
         }
     }
-    appendLeftOutOfEach(entries, loops);
+    return withLeftOutOfEach(std::move(entries), loops);
 }
 
-void Loops::appendLeftOutByKey(Field& entries, std::string_view key) const {
+Field Loops::withLeftOutByKey(Field entries, std::string_view key) const {
     std::map<std::uint64_t, const DescriptorLoop*> byKey;
     std::size_t sent = 0;
     for (const DescriptorLoop& loop : m_loops) {
@@ -85,8 +86,7 @@ void Loops::appendLeftOutByKey(Field& entries, std::string_view key) const {
     for (const auto& [each, loop] : byKey) {
         loops.push_back(loop);
     }
-    appendLeftOutOfEach(entries, loops);
-    entries = keptOf(std::move(entries), sent, key);
+    return keptOf(withLeftOutOfEach(std::move(entries), loops), sent, key);
 }
 
 } // namespace inspect

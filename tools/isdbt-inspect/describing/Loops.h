@@ -15,12 +15,12 @@ public:
     /// Appends what is left out of the table's own loop.
     void appendLeftOut(Fields& fields) const;
 
-    /// The same to each entry, an Object, of a list in the order of the wire.
-    void appendLeftOutInOrder(Field& entries) const;
+    /// A list of entries, which are Objects, in the order of the wire, each with what is left out of it.
+    Field withLeftOut(Field entries) const;
 
-    /// The same to each entry of a list in ascending order of their keys. Says so when entries were displaced.
+    /// The same of a list in ascending order of keys. Says so when entries were displaced.
     /// @param key what the entries are called: "service"
-    void appendLeftOutByKey(Field& entries, std::string_view key) const;
+    Field withLeftOutByKey(Field entries, std::string_view key) const;
 
 private:
     std::vector<DescriptorLoop> m_loops;

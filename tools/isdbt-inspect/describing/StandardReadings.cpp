@@ -1,10 +1,10 @@
 #include "describing/StandardReadings.h"
 
-#include "describing/Bits.h"
 #include "describing/FieldLookup.h"
 #include "describing/Readings.h"
 #include "describing/TimeZone.h"
 #include "naming/Names.h"
+#include "sections/Bits.h"
 
 #include <algorithm>
 #include <fmt/format.h>

@@ -11,7 +11,24 @@
 
 namespace inspect {
 
-Following::Following(const PidSet& byHand) : m_byHand(byHand), m_pids(byHand) {
+namespace {
+
+/// Whether a component is there to carry a carousel. Others may do so, too.
+bool isForCarousel(const Quor::TProgramMap& stream) {
+    using Quor::TDataComponentDescriptor;
+    using Quor::TProgramMap;
+    const TDataComponentDescriptor* const component = stream.getDataComponentDescriptor(0, nullptr);
+    const QUOR_U8 type = stream.getStreamType();
+    return (type >= TProgramMap::STREAM_TYPE_0X0A && type <= TProgramMap::STREAM_TYPE_0X0D) ||
+           type == TProgramMap::STREAM_TYPE_DOWN_SYNC_PROTOCOL ||
+           stream.getCarouselIdentifierDescriptor(0, nullptr) != nullptr ||
+           (component != nullptr &&
+            component->getDataComponentID() == TDataComponentDescriptor::COMPONENT_ID_GINGA_APP_EXECUTING_ENGINE);
+}
+
+} // namespace
+
+Following::Following(const PidSet& byHand, bool carousels) : m_carousels(carousels), m_byHand(byHand), m_pids(byHand) {
     for (const TableKind& kind : TABLE_KINDS) {
         for (const std::optional<Pid>& pid : kind.pids) {
             if (pid) {
@@ -24,6 +41,11 @@ Following::Following(const PidSet& byHand) : m_byHand(byHand), m_pids(byHand) {
             begin({static_cast<Pid>(pid), PMT});
         }
     }
+}
+
+void Following::add(Pid pid) {
+    m_byHand.set(pid);
+    m_pids.set(pid);
 }
 
 bool Following::follow(const Section& section, const Quor::TISDBTTable& table) {
@@ -94,7 +116,7 @@ void Following::cease(const Carried& carried) {
            m_signalled.upper_bound(Place{{pid, tableId, HIGHEST}, 0}.last()));
 }
 
-Following::CarriedSet Following::signalledBy(const Quor::TISDBTTable& table) {
+Following::CarriedSet Following::signalledBy(const Quor::TISDBTTable& table) const {
     switch (table.getType()) {
     case Quor::TISDBTTable::PAT:
         return signalledByPat(static_cast<const Quor::TPATTable&>(table));
@@ -117,7 +139,7 @@ Following::CarriedSet Following::signalledByPat(const Quor::TPATTable& pat) {
     return signalled;
 }
 
-Following::CarriedSet Following::signalledByPmt(const Quor::TPMTTable& pmt) {
+Following::CarriedSet Following::signalledByPmt(const Quor::TPMTTable& pmt) const {
     CarriedSet signalled;
     for (unsigned at = 0; at < pmt.size() && at <= std::numeric_limits<QUOR_U8>::max(); ++at) {
         signalled.merge(carriedIn(*pmt.getProgramMap(static_cast<QUOR_U8>(at))));
@@ -126,7 +148,7 @@ Following::CarriedSet Following::signalledByPmt(const Quor::TPMTTable& pmt) {
 }
 
 /// An AIT is announced by its data component; many stations leave that out, and any private sections may be one.
-Following::CarriedSet Following::carriedIn(const Quor::TProgramMap& stream) {
+Following::CarriedSet Following::carriedIn(const Quor::TProgramMap& stream) const {
     using Quor::TDataComponentDescriptor;
     using Quor::TProgramMap;
     const TDataComponentDescriptor* const component = stream.getDataComponentDescriptor(0, nullptr);
@@ -139,6 +161,9 @@ Following::CarriedSet Following::carriedIn(const Quor::TProgramMap& stream) {
     if (stream.getStreamType() == TProgramMap::STREAM_TYPE_0X0C ||
         stream.getStreamType() == TProgramMap::STREAM_TYPE_0X0D) {
         carried.insert({stream.getElementaryPID(), DSMCC_STREAM_DESCRIPTORS});
+    }
+    if (m_carousels && isForCarousel(stream)) {
+        carried.insert({stream.getElementaryPID(), DSMCC_MESSAGES});
     }
     return carried;
 }

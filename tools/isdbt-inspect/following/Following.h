@@ -22,10 +22,14 @@ public:
     static constexpr std::size_t CAPACITY = 1024;
 
     /// @param byHand PIDs to look at, whatever is signalled. Program maps on them are followed, too.
-    explicit Following(const PidSet& byHand);
+    /// @param carousels whether components that are made for carousels are looked at, too
+    explicit Following(const PidSet& byHand, bool carousels = false);
 
     /// The PIDs that carry tables.
     const PidSet& pids() const { return m_pids; }
+
+    /// Looks at a PID from now on, as if by hand, but for program maps.
+    void add(Pid pid);
 
     /// Learns from a parsed section what it signals. What an earlier version of the section signalled is forgotten.
     /// @return whether the PIDs changed.
@@ -42,13 +46,14 @@ private:
     void forget(Signalled::iterator begin, Signalled::iterator end);
     void begin(const Carried& carried);
     void cease(const Carried& carried);
-    static CarriedSet signalledBy(const Quor::TISDBTTable& table);
+    CarriedSet signalledBy(const Quor::TISDBTTable& table) const;
     static CarriedSet signalledByPat(const Quor::TPATTable& pat);
-    static CarriedSet signalledByPmt(const Quor::TPMTTable& pmt);
-    static CarriedSet carriedIn(const Quor::TProgramMap& stream);
+    CarriedSet signalledByPmt(const Quor::TPMTTable& pmt) const;
+    CarriedSet carriedIn(const Quor::TProgramMap& stream) const;
 
     Signalled m_signalled;
     std::map<Carried, unsigned> m_carried; ///< with the number of sources that say so
+    bool m_carousels;
     PidSet m_byHand;
     PidSet m_pids;
 };

@@ -12,7 +12,8 @@ constexpr std::size_t BUFFER_SIZE = std::size_t{1} << 16;
 
 } // namespace
 
-DecompressedInput::DecompressedInput(std::unique_ptr<Input> input) : m_input(std::move(input)), m_buffer(BUFFER_SIZE) {}
+DecompressedInput::DecompressedInput(std::unique_ptr<Input> input)
+    : ForwardedInput(std::move(input)), m_buffer(BUFFER_SIZE) {}
 
 std::size_t DecompressedInput::read(std::uint8_t* target, std::size_t room) {
     if (!std::exchange(m_begun, true)) {
@@ -25,7 +26,7 @@ std::size_t DecompressedInput::read(std::uint8_t* target, std::size_t room) {
 void DecompressedInput::begin() {
     std::size_t count = 1;
     while (m_end < MAGIC_SIZE && count != 0) {
-        count = m_input->read(m_buffer.data() + m_end, m_buffer.size() - m_end);
+        count = ForwardedInput::read(m_buffer.data() + m_end, m_buffer.size() - m_end);
         m_end += count;
     }
     m_decompressor = decompressorFor(m_buffer.data(), m_end);
@@ -33,7 +34,7 @@ void DecompressedInput::begin() {
 
 std::size_t DecompressedInput::readOn(std::uint8_t* target, std::size_t room) {
     if (available() == 0) {
-        return m_input->read(target, room);
+        return ForwardedInput::read(target, room);
     }
     const std::size_t count = std::min(room, available());
     std::copy_n(m_buffer.data() + m_at, count, target);
@@ -45,7 +46,7 @@ std::size_t DecompressedInput::decompress(std::uint8_t* target, std::size_t room
     while (m_failure.empty()) {
         if (available() == 0) {
             m_at = 0;
-            m_end = m_input->read(m_buffer.data(), m_buffer.size());
+            m_end = ForwardedInput::read(m_buffer.data(), m_buffer.size());
         }
         const Decompressor::Progress progress =
             m_decompressor->advance(m_buffer.data() + m_at, available(), target, room);
@@ -53,7 +54,7 @@ std::size_t DecompressedInput::decompress(std::uint8_t* target, std::size_t room
         m_taken += progress.taken;
         m_failure = progress.failure;
         if (progress.taken == 0 && progress.written == 0 && m_failure.empty()) {
-            if (m_decompressor->complete() || m_input->interrupted()) {
+            if (m_decompressor->complete() || interrupted()) {
                 return 0;
             }
             m_failure = "cut off";

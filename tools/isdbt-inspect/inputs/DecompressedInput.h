@@ -1,22 +1,20 @@
 #pragma once
 
 #include "inputs/Decompressor.h"
-#include "packets/Input.h"
+#include "inputs/ForwardedInput.h"
 
-#include <memory>
 #include <vector>
 
 namespace inspect {
 
 /// Another input: what it was before it was compressed, or the input itself when it is not. Its first bytes tell.
-class DecompressedInput : public Input {
+class DecompressedInput : public ForwardedInput {
 public:
     explicit DecompressedInput(std::unique_ptr<Input> input);
 
-    const std::string& name() const override { return m_input->name(); }
-    bool wait(std::chrono::milliseconds patience) override { return available() != 0 || m_input->wait(patience); }
-    bool interrupted() const override { return m_input->interrupted(); }
-    std::vector<Loss> losses() const override { return m_input->losses(); }
+    bool wait(std::chrono::milliseconds patience) override {
+        return available() != 0 || ForwardedInput::wait(patience);
+    }
     std::size_t read(std::uint8_t* target, std::size_t room) override;
 
 private:
@@ -25,7 +23,6 @@ private:
     std::size_t readOn(std::uint8_t* target, std::size_t room);
     std::size_t decompress(std::uint8_t* target, std::size_t room);
 
-    std::unique_ptr<Input> m_input;
     std::unique_ptr<Decompressor> m_decompressor; ///< null when the input is not compressed
     std::vector<std::uint8_t> m_buffer;           ///< of the input
     std::size_t m_at = 0;

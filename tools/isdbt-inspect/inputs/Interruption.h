@@ -2,9 +2,7 @@
 
 namespace inspect {
 
-/// Turns Ctrl-C (SIGINT), SIGTERM and SIGHUP into the end of the input. Another signal within a second is taken for the
-/// same wish: who ends a process and its group signals twice. A later one ends the program.
-/// There is one object of it at a time.
+/// What ends the inputs before their end. Any thread may do it, and a signal handler.
 class Interruption {
 public:
     Interruption();
@@ -12,16 +10,12 @@ public:
     Interruption(const Interruption&) = delete;
     Interruption& operator=(const Interruption&) = delete;
 
-    /// Does what a signal does, without one.
     void interrupt() const;
 
     bool happened() const;
 
-    /// Whether a signal did it.
-    static bool wasSignalled();
-
     /// A file descriptor that can be read from then on. Whoever waits for input waits for it, too, and so misses no
-    /// signal, whenever it comes.
+    /// interruption, whenever it comes.
     int descriptor() const { return m_readEnd; }
 
 private:

@@ -24,6 +24,17 @@ const char* eventOf(Alarm::Stage stage) {
     return "end";
 }
 
+/// The worst that came of it.
+const char* resultOf(const CheckResult& check) {
+    if (check.alarms != 0) {
+        return "alarm";
+    }
+    if (check.warnings != 0) {
+        return "warning";
+    }
+    return check.remarks != 0 ? "remark" : check.whyUnmeasured.empty() ? "ok" : "not_measured";
+}
+
 std::optional<double> durationOf(const Alarm& alarm) {
     return alarm.until && alarm.until->seconds && alarm.since.seconds
                ? std::optional(*alarm.until->seconds - *alarm.since.seconds)
@@ -59,8 +70,10 @@ std::string checkLines(const std::string& source, const Summary& summary) {
         object["indicator"] = orNull(std::string(check.indicator));
         object["what"] = check.what;
         object["limits"] = orNull(check.limits);
-        object["result"] = check.alarms != 0 ? "alarm" : check.whyUnmeasured.empty() ? "ok" : "not_measured";
+        object["result"] = resultOf(check);
         object["alarms"] = check.alarms;
+        object["warnings"] = check.warnings;
+        object["remarks"] = check.remarks;
         object["why_not_measured"] = orNull(check.whyUnmeasured);
         addTime(object, summary.last);
         lines += jsonLine(object);

@@ -1,6 +1,5 @@
 #include "json/DiffJsonRenderer.h"
 
-#include "json/AlarmJson.h"
 #include "json/FieldJson.h"
 #include "json/JsonValues.h"
 #include "json/SectionJson.h"
@@ -44,7 +43,7 @@ FaultPlace placeIn(const SectionReport& report) {
 
 void DiffJsonRenderer::tell(const Fate& fate) {
     const SectionReport& report = fate.report;
-    Json object = sectionJson("change", m_source, report);
+    Json object = sectionJson("change", source(), report);
     object["event"] = EVENTS[fate.kind];
     const unsigned number = report.header ? report.header->sectionNumber : 0U;
     object["id"] =
@@ -58,15 +57,11 @@ void DiffJsonRenderer::tell(const Fate& fate) {
     } else if (fate.kind == Fate::Ended) {
         object["section_number"] = fate.ended;
     }
-    m_output.write(jsonLine(object));
-}
-
-void DiffJsonRenderer::tellAlarm(const Alarm& alarm) {
-    m_output.write(alarmLine(m_source, alarm));
+    write(jsonLine(object));
 }
 
 void DiffJsonRenderer::tellOutcome(const Summary& summary, const Faults& faults) {
-    m_output.write(transmissionLine(m_source, summary) + faultLines(m_source, faults));
+    write(transmissionLine(source(), summary) + faultLines(source(), faults));
 }
 
 } // namespace inspect

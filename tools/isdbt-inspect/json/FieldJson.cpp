@@ -72,6 +72,20 @@ void addCompanionsOfElements(Json& object, const std::string& name, const Fields
     }
 }
 
+Json placeJson(const Field& field, const FieldPlace& place) {
+    if (const auto* const object = std::get_if<Object>(&field.value)) {
+        return placesJson(object->fields, place.parts);
+    }
+    if (const auto* const list = std::get_if<List>(&field.value)) {
+        Json array = Json::array();
+        for (std::size_t at = 0; at < list->elements.size(); ++at) {
+            array.push_back(placeJson(list->elements[at], place.parts[at]));
+        }
+        return array;
+    }
+    return rangesJson(place.bytes);
+}
+
 } // namespace
 
 Json hexJson(const std::vector<std::uint8_t>& bytes) {
@@ -86,6 +100,14 @@ Json fieldsJson(const Fields& fields) {
         if (const auto* const list = std::get_if<List>(&field.value)) {
             addCompanionsOfElements(object, field.name, list->elements);
         }
+    }
+    return object;
+}
+
+Json placesJson(const Fields& fields, const FieldPlaces& places) {
+    Json object = Json::object();
+    for (std::size_t at = 0; at < fields.size(); ++at) {
+        object[fields[at].name] = placeJson(fields[at], places[at]);
     }
     return object;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "describing/Field.h"
+#include "placing/FieldPlaces.h"
 
 #include <cstdint>
 #include <nlohmann/json_fwd.hpp>
@@ -16,5 +16,8 @@ nlohmann::ordered_json hexJson(const std::vector<std::uint8_t>& bytes);
 /// a reading when there is one (unix_time_reading), and the seconds of a duration in digits (duration_seconds). Of the
 /// elements of a list it is in an array of the same length (parameters_hex, frequencies_readings).
 nlohmann::ordered_json fieldsJson(const Fields& fields);
+
+/// Where they stand, as members of an object under the same names: "8-9" of a value, null where that is not known.
+nlohmann::ordered_json placesJson(const Fields& fields, const FieldPlaces& places);
 
 } // namespace inspect

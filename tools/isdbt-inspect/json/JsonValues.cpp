@@ -33,6 +33,11 @@ std::string orDash(std::optional<std::uint64_t> number) {
 
 } // namespace
 
+double toMicro(double value) {
+    constexpr double STEPS = 1e6;
+    return std::round(value * STEPS) / STEPS;
+}
+
 Json lineObject(const char* type, const std::string& source) {
     return {{"type", type}, {"schema_version", SCHEMA_VERSION}, {"source", source}};
 }
@@ -47,6 +52,15 @@ void addTime(Json& object, const Position& position) {
     object["seconds"] = measured(position.seconds);
     object["time"] = position.time ? Json(rfc3339(*position.time)) : Json();
     object["time_source"] = position.time ? Json(nameOf(position.time->source)) : Json();
+}
+
+Position dated(Position position, const Position& last) {
+    constexpr double SECOND = 1000;
+    if (!position.time && position.seconds && last.time && last.seconds) {
+        position.time = last.time;
+        position.time->milliseconds -= std::llround((toMicro(*last.seconds) - toMicro(*position.seconds)) * SECOND);
+    }
+    return position;
 }
 
 std::string eventId(std::string_view kind, const FaultPlace& place, const std::optional<Position>& position,
@@ -69,8 +83,16 @@ Json orNull(std::optional<std::uint64_t> number) {
 }
 
 Json measured(std::optional<double> value) {
-    constexpr double STEPS = 1e6;
-    return value ? Json(std::round(*value * STEPS) / STEPS) : Json();
+    return value ? Json(toMicro(*value)) : Json();
+}
+
+Json rangesJson(const Ranges& ranges) {
+    std::string text;
+    for (const auto& [first, last] : ranges.all()) {
+        text += fmt::format("{}{}", text.empty() ? "" : ",", first);
+        text += first == last ? "" : fmt::format("-{}", last);
+    }
+    return orNull(text);
 }
 
 Json rounded(std::optional<double> value) {

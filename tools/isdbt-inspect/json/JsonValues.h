@@ -1,6 +1,7 @@
 #pragma once
 
 #include "reports/Fault.h"
+#include "sections/Ranges.h"
 
 #include <cstdint>
 #include <nlohmann/json_fwd.hpp>
@@ -26,6 +27,9 @@ nlohmann::ordered_json orNull(const std::string& text);
 
 nlohmann::ordered_json orNull(std::optional<std::uint64_t> number);
 
+/// As far as streams tell times and shares.
+double toMicro(double value);
+
 /// A time to a microsecond or a share to a millionth, which is as far as streams tell them.
 nlohmann::ordered_json measured(std::optional<double> value);
 
@@ -35,11 +39,18 @@ void addPosition(nlohmann::ordered_json& object, const std::optional<Position>& 
 /// When alone.
 void addTime(nlohmann::ordered_json& object, const Position& position);
 
+/// What came before the time of the world was known has it in the end, too, as far as seconds are written.
+/// @param last what came last
+Position dated(Position position, const Position& last);
+
 /// Tells one event of a source from another, each time that its stream is read.
 /// @param kind what happened
 /// @param number of those before it of the same kind at the same place
 std::string eventId(std::string_view kind, const FaultPlace& place, const std::optional<Position>& position,
                     std::uint64_t number = 0);
+
+/// "8-9,12"; null for no numbers.
+nlohmann::ordered_json rangesJson(const Ranges& ranges);
 
 /// To a whole number.
 nlohmann::ordered_json rounded(std::optional<double> value);

@@ -1,5 +1,6 @@
 #include "json/SectionJson.h"
 
+#include "describing/OnWire.h"
 #include "parsing/SectionParser.h"
 #include "tables/TableKinds.h"
 #include "json/FieldJson.h"
@@ -96,6 +97,23 @@ void addRejection(Json& object, const Rejection& rejection) {
     addError(object, rejection);
     object["loops"] = loopsJson(rejection.loops);
     object["bytes"] = hexJson(rejection.section);
+}
+
+std::string sectionLine(const std::string& source, const SectionReport& report, const FieldPlaces* places) {
+    Json object = sectionJson("section", source, report);
+    if (report.rejection) {
+        addRejection(object, *report.rejection);
+    } else {
+        object["fields"] = fieldsJson(report.fields);
+        if (places != nullptr) {
+            object["places"] = places->empty() ? Json() : placesJson(report.fields, *places);
+        }
+    }
+    if (!report.bytes.empty()) {
+        object["loops"] = loopsJson(describeDescriptors(report.bytes.data(), report.bytes.size()));
+        object["bytes"] = hexJson(report.bytes);
+    }
+    return jsonLine(object);
 }
 
 std::string faultLines(const std::string& source, const Faults& faults) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "checking/Fault.h"
+#include "placing/FieldPlaces.h"
 #include "reports/Report.h"
 
 #include <nlohmann/json_fwd.hpp>
@@ -24,6 +25,10 @@ void addError(nlohmann::ordered_json& object, const Rejection& rejection);
 
 /// Adds why the library does not take a section: the error, the descriptors with those at fault marked, all bytes.
 void addRejection(nlohmann::ordered_json& object, const Rejection& rejection);
+
+/// A line for a section, with its descriptors as they are on the wire where its bytes are asked for.
+/// @param places of its fields, none when they were not tried; null when nobody asks for them
+std::string sectionLine(const std::string& source, const SectionReport& report, const FieldPlaces* places = nullptr);
 
 /// A line for each fault of a source.
 std::string faultLines(const std::string& source, const Faults& faults);

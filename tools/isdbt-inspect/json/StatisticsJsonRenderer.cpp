@@ -7,7 +7,6 @@
 #include "json/SectionJson.h"
 #include "json/TransmissionJson.h"
 
-#include <cmath>
 #include <nlohmann/json.hpp>
 
 namespace inspect {
@@ -15,16 +14,6 @@ namespace inspect {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-/// What came before the time of the world was known has it in the end, too.
-Position dated(Position position, const Position& last) {
-    constexpr double SECOND = 1000;
-    if (!position.time && position.seconds && last.time && last.seconds) {
-        position.time = last.time;
-        position.time->milliseconds -= std::llround((*last.seconds - *position.seconds) * SECOND);
-    }
-    return position;
-}
 
 Json spreadJson(const Spread& spread, const Position& last) {
     Json object{{"count", spread.count()}, {"sum", measured(spread.sum())}};
@@ -94,16 +83,9 @@ Json tableJson(const std::string& source, const std::optional<Pid>& pid, const T
     object["open_at_begin"] = measured(table.intervals.before);
     object["open_at_end"] = measured(table.intervals.after);
     object["bit_rate"] = rounded(table.bitRate);
+    object["bytes"] = table.bytes;
     addTime(object, last);
     return object;
-}
-
-std::uint64_t countOf(Damage damage, const Summary& summary) {
-    std::uint64_t count = 0;
-    for (const Finding& finding : summary.damages) {
-        count += finding.damage == damage ? finding.count : 0;
-    }
-    return count;
 }
 
 Json streamJson(const std::string& source, const Summary& summary) {
@@ -113,19 +95,19 @@ Json streamJson(const std::string& source, const Summary& summary) {
     object["duration"] = measured(summary.seconds);
     object["bit_rate"] = rounded(summary.bitRate);
     object["sections"] = summary.sections;
-    object["crc_errors"] = countOf(Damage::CrcError, summary);
-    object["sections_cut_short"] = countOf(Damage::SectionCutShort, summary);
-    object["malformed_packets"] = countOf(Damage::MalformedPacket, summary);
+    object["crc_errors"] = countOf(summary, Damage::CrcError);
+    object["sections_cut_short"] = countOf(summary, Damage::SectionCutShort);
+    object["malformed_packets"] = countOf(summary, Damage::MalformedPacket);
     object["bytes_skipped"] = summary.skippedBytes;
-    object["input_losses"] = countOf(Damage::InputLoss, summary);
+    object["input_losses"] = countOf(summary, Damage::InputLoss);
     addTraffic(object, summary.traffic, summary.last);
     object["first_time"] = summary.first ? Json(rfc3339(*summary.first)) : Json();
     addTime(object, summary.last);
     return object;
 }
 
-/// The lines of all PIDs.
-/// @param interim in seconds since the input began; nothing at its end
+} // namespace
+
 std::string statisticsLines(const std::string& source, const Summary& summary, std::optional<double> interim) {
     const auto line = [&interim](Json object) {
         if (interim) {
@@ -143,19 +125,21 @@ std::string statisticsLines(const std::string& source, const Summary& summary, s
     return lines + line(streamJson(source, summary));
 }
 
-} // namespace
-
-void StatisticsJsonRenderer::alarm(const Alarm& alarm) {
-    m_output.write(alarmLine(m_source, alarm));
+void StatisticsJsonRenderer::interim(const Summary& summary, double seconds) {
+    write(statisticsLines(source(), summary, seconds));
 }
 
-void StatisticsJsonRenderer::interim(const Summary& summary, double seconds) {
-    m_output.write(statisticsLines(m_source, summary, seconds));
+std::string rangeLines(const std::string& source, const Summary& summary) {
+    return (summary.range->ended ? "" : statisticsLines(source, summary, {})) + rangeLine(source, summary);
+}
+
+void StatisticsJsonRenderer::endRange(const Summary& summary) {
+    write(rangeLines(source(), summary));
 }
 
 void StatisticsJsonRenderer::end(const Summary& summary, const Multiplex& /*multiplex*/, const Faults& faults) {
-    m_output.write(statisticsLines(m_source, summary, {}) + transmissionLine(m_source, summary) +
-                   checkLines(m_source, summary) + faultLines(m_source, faults));
+    write(statisticsLines(source(), summary, {}) + transmissionLine(source(), summary) + checkLines(source(), summary) +
+          faultLines(source(), faults));
 }
 
 } // namespace inspect

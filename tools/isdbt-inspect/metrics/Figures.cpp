@@ -44,14 +44,6 @@ double secondsOf(Figures::Time time) {
     return std::chrono::duration<double>(time.time_since_epoch()).count();
 }
 
-double countOf(const Summary& summary, Damage damage) {
-    std::uint64_t count = 0;
-    for (const Finding& finding : summary.damages) {
-        count += finding.damage == damage ? finding.count : 0;
-    }
-    return static_cast<double>(count);
-}
-
 } // namespace
 
 std::vector<Metric> metrics() {

@@ -25,7 +25,15 @@ public:
 
     void interim(const Summary& summary, double seconds) override { m_view->interim(summary, seconds); }
     bool wantsUpdates() const override { return true; }
-    void update(const Summary& summary) override { m_metrics.update(m_source, summary, false); }
+    void update(const Summary& summary) override {
+        m_metrics.update(m_source, summary, false);
+        m_view->update(summary);
+    }
+    bool wantsAll() const override { return m_view->wantsAll(); }
+    void updateAll(const Summary& summary, const Multiplex& multiplex, const Faults& faults) override {
+        m_view->updateAll(summary, multiplex, faults);
+    }
+    bool wantsHistory() const override { return m_view->wantsHistory(); }
 
     void end(const Summary& summary, const Multiplex& multiplex, const Faults& faults) override {
         m_metrics.update(m_source, summary, true);

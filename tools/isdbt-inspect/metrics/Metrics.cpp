@@ -1,6 +1,6 @@
 #include "metrics/Metrics.h"
 
-#include "inputs/StreamAddress.h"
+#include "inputs/ListeningAddress.h"
 #include "metrics/Figures.h"
 
 #include <fmt/format.h>
@@ -13,10 +13,6 @@
 namespace inspect {
 
 namespace {
-
-std::string withAddress(const std::string& address) {
-    return address.find(':') == std::string::npos ? "127.0.0.1:" + address : address;
-}
 
 /// The figures of all inputs, which a thread of the server asks for.
 class AllFigures : public prometheus::Collectable {
@@ -77,21 +73,14 @@ struct Metrics::Server {
 };
 
 std::string Metrics::objectionTo(const std::string& address) {
-    const std::string whole = withAddress(address);
-    try {
-        const StreamAddress checked("udp://" + whole);
-        const bool hasHost = whole.front() != ':' && whole.find('@') == std::string::npos && !checked.isMulticast();
-        return hasHost ? "" : address + " is no address to listen on";
-    } catch (const std::invalid_argument& error) {
-        return address + ": " + error.what();
-    }
+    return objectionToListeningOn(address);
 }
 
 Metrics::Metrics(const std::string& address) {
     try {
-        m_server = std::make_unique<Server>(withAddress(address));
+        m_server = std::make_unique<Server>(listeningAddress(address));
     } catch (const std::exception&) {
-        throw std::runtime_error(fmt::format("--metrics: {} cannot be listened on", withAddress(address)));
+        throw std::runtime_error(fmt::format("--metrics: {} cannot be listened on", listeningAddress(address)));
     }
 }
 

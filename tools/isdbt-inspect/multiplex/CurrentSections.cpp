@@ -19,7 +19,7 @@ std::string causeIn(const std::vector<std::string>& logLines) {
 
 } // namespace
 
-void CurrentSections::take(const SectionReport& report) {
+void CurrentSections::take(const SectionReport& report, const std::vector<std::uint8_t>& bytes) {
     if (report.sameVersion && m_silentChanges.find(placeOf(report)) == nullptr) {
         m_silentChanges.put(placeOf(report), report.position);
     }
@@ -27,11 +27,11 @@ void CurrentSections::take(const SectionReport& report) {
         m_refused.put(placeOf(report), {report.header, report.position, report.rejection->errorName,
                                         causeIn(report.rejection->logLines)});
     } else if (!report.header || report.header->current) {
-        keep(report);
+        keep(report, bytes);
     }
 }
 
-void CurrentSections::keep(const SectionReport& report) {
+void CurrentSections::keep(const SectionReport& report, const std::vector<std::uint8_t>& bytes) {
     const Place place = placeOf(report);
     if (report.tableId == PAT && report.pid) {
         m_taken.forgetOthers(place.table); // another transport_stream_id takes the place of the former
@@ -39,7 +39,9 @@ void CurrentSections::keep(const SectionReport& report) {
     if (report.header) {
         m_taken.forgetBeyond({place.table, report.header->lastSectionNumber});
     }
-    m_taken.put(place, {report.header, report.position, report.damaged, pruned(report.fields), report.otherZone});
+    const bool leadsToApplications = report.tableId == PMT || report.tableId == AIT;
+    m_taken.put(place, {report.header, report.position, report.damaged, pruned(report.fields), report.otherZone,
+                        leadsToApplications ? bytes : std::vector<std::uint8_t>{}});
 }
 
 } // namespace inspect

@@ -11,7 +11,8 @@ struct TakenSection {
     Position position;
     bool damaged;
     Fields fields;
-    std::string otherZone; ///< as in its report
+    std::string otherZone;                ///< as in its report
+    std::vector<std::uint8_t> bytes = {}; ///< all, of tables that say where applications are
 };
 
 /// A section that the library did not take.
@@ -30,7 +31,8 @@ public:
     using Silent = LatestSections<Position, 512>;
 
     /// A section says something new.
-    void take(const SectionReport& report);
+    /// @param bytes of the section
+    void take(const SectionReport& report, const std::vector<std::uint8_t>& bytes = {});
 
     const Taken& taken() const { return m_taken; }
     const Refused& refused() const { return m_refused; }
@@ -39,7 +41,7 @@ public:
     const Silent& silentChanges() const { return m_silentChanges; }
 
 private:
-    void keep(const SectionReport& report);
+    void keep(const SectionReport& report, const std::vector<std::uint8_t>& bytes);
 
     Taken m_taken;
     Refused m_refused;

@@ -1,7 +1,7 @@
 #include "multiplex/PresentEvents.h"
 
-#include "describing/Bits.h"
 #include "describing/Readings.h"
+#include "sections/Bits.h"
 
 #include <bitstream/mpeg/psi.h>
 #include <bitstream/mpeg/ts.h>
@@ -56,11 +56,9 @@ void PresentEvents::take(const Section& section) {
 
 /// Nothing when there is none, or when it has no time or no end: these then have all bits 1, which are no digits.
 std::optional<PresentEvents::Event> PresentEvents::firstIn(const Section& section) {
-    constexpr unsigned HEADER = 64;
     constexpr unsigned STREAM_AND_LAST_NUMBERS = 48;
     constexpr unsigned EVENT_ID = 16;
-    Bits bits(section.data(), section.size() - PSI_CRC_SIZE);
-    bits.take(HEADER);
+    Bits bits = section.body();
     bits.take(STREAM_AND_LAST_NUMBERS);
     bits.take(EVENT_ID);
     const std::optional<std::int32_t> start = wireTime(bits.take(40));

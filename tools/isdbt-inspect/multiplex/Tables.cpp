@@ -52,9 +52,21 @@ bool Table::complete() const {
     return !taken.empty() && refused.empty() && missingSections().empty();
 }
 
+FaultPlace placeOf(const Table& table) {
+    return {table.key.pid, table.key.tableId, table.key.extension};
+}
+
+std::optional<Position> sinceOf(const Table& table) {
+    if (!table.taken.empty()) {
+        return table.taken.front()->position;
+    }
+    return table.refused.empty() ? std::nullopt : std::optional(table.refused.front()->position);
+}
+
 Tables::Tables(const CurrentSections& sections, std::set<std::uint8_t> expected, std::set<Pid> scrambled,
-               std::optional<PidSet> carried)
-    : m_expected(std::move(expected)), m_scrambled(std::move(scrambled)), m_carried(carried) {
+               std::optional<PidSet> carried, std::map<std::pair<Pid, std::uint8_t>, std::uint64_t> crcErrors)
+    : m_expected(std::move(expected)), m_scrambled(std::move(scrambled)), m_carried(carried),
+      m_crcErrors(std::move(crcErrors)) {
     sections.taken().forEach([this](const TableKey& key, const TakenSection& section) {
         Table& table = m_tables[key];
         table.key = key;

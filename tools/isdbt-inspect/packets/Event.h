@@ -24,6 +24,7 @@ enum class EventKind {
     PtsInterval,        ///< a PTS of video or audio followed another; amount: seconds between them by stream time
     Loss,               ///< packets of many PIDs are missing at once, and the time that they took; amount: seconds
     Pause,              ///< nothing came for a while, then the PCRs went on where they were; amount: seconds
+    SlowClock,          ///< the clock falls behind the arrival; from: in so many seconds; amount: by this part of them
     NewStream,          ///< all is new: another source, or a file that begins again
     Looped              ///< the stream began again; amount: seconds that it is long
 };
@@ -36,6 +37,7 @@ struct Event {
     double amount = 0; ///< as the kind says
     double from = 0;
     double to = 0;
+    std::uint64_t before = 0; ///< of a Discontinuity: number of the packet of this PID before
 };
 
 /// What happened since somebody looked.

@@ -68,8 +68,7 @@ bool PacketReader::isAlone() const {
 /// Two wrong ones in a row would be a loss of sync.
 void PacketReader::drop() {
     tell(EventKind::SyncByteError, m_dropped + m_at, 0);
-    m_at += m_spacing;
-    m_skipped += m_spacing;
+    skip(m_spacing);
     m_toldSkipped = m_skipped;
 }
 
@@ -182,9 +181,16 @@ void PacketReader::synchroniseAt(std::size_t at, std::size_t spacing) {
 
 void PacketReader::skipTo(std::size_t at) {
     if (at > m_at) {
-        m_skipped += at - m_at;
-        m_at = at;
+        skip(at - m_at);
     }
+}
+
+void PacketReader::skip(std::size_t count) {
+    if (!m_firstSkipped) {
+        m_firstSkipped = {m_packets + 1, m_dropped + m_at, {}, {}};
+    }
+    m_skipped += count;
+    m_at += count;
 }
 
 /// Says what the bytes behind the last packet are.

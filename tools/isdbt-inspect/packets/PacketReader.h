@@ -38,6 +38,9 @@ public:
     /// Bytes so far that were no packets.
     std::uint64_t skippedBytes() const { return m_skipped; }
 
+    /// Where the first of them was, with the number of the next packet; nothing when there was none.
+    const std::optional<Position>& firstSkipped() const { return m_firstSkipped; }
+
     /// After the end: what is there of a last packet that is not complete; 0 when the input was interrupted.
     std::size_t cutOffBytes() const { return m_cutOff; }
 
@@ -55,6 +58,7 @@ private:
     bool mayBeShort(std::size_t at, std::size_t spacing, std::size_t run) const;
     void synchroniseAt(std::size_t at, std::size_t spacing);
     void skipTo(std::size_t at);
+    void skip(std::size_t count);
     void finish();
 
     Input& m_input;
@@ -73,6 +77,7 @@ private:
     std::uint64_t m_offset = 0;
     std::uint64_t m_skipped = 0;
     std::uint64_t m_toldSkipped = 0;
+    std::optional<Position> m_firstSkipped;
     std::size_t m_cutOff = 0;
 };
 

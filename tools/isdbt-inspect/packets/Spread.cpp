@@ -7,11 +7,11 @@
 namespace inspect {
 
 void Spread::take(double exact, const Position& at) {
-    constexpr double STEPS = 1e6; // what is less than a microsecond comes of the arithmetic
-    const double seconds = std::round(exact * STEPS) / STEPS;
     Spread one;
     one.m_count = 1;
-    one.m_sum = one.m_minimum = one.m_maximum = seconds;
+    one.m_sum = std::llround(exact * STEPS);
+    const double seconds = one.sum();
+    one.m_minimum = one.m_maximum = seconds;
     one.m_longestAt = at;
     const auto* const bucket = std::lower_bound(BOUNDS.begin(), BOUNDS.end(), seconds);
     one.m_buckets[static_cast<std::size_t>(bucket - BOUNDS.begin())] = 1;
@@ -22,7 +22,8 @@ void Spread::merge(const Spread& other) {
     if (other.m_count == 0) {
         return;
     }
-    if (m_count == 0 || other.m_maximum > m_maximum) {
+    const bool isBefore = other.m_maximum == m_maximum && other.m_longestAt.packet < m_longestAt.packet;
+    if (m_count == 0 || other.m_maximum > m_maximum || isBefore) {
         m_longestAt = other.m_longestAt;
     }
     m_minimum = m_count == 0 ? other.m_minimum : std::min(m_minimum, other.m_minimum);
@@ -33,7 +34,7 @@ void Spread::merge(const Spread& other) {
 }
 
 std::optional<double> Spread::mean() const {
-    return m_count == 0 ? std::nullopt : std::optional(m_sum / static_cast<double>(m_count));
+    return m_count == 0 ? std::nullopt : std::optional(sum() / static_cast<double>(m_count));
 }
 
 std::optional<double> Spread::minimum() const {

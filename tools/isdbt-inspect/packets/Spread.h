@@ -8,7 +8,8 @@
 
 namespace inspect {
 
-/// How long something took, each time that it was measured. Two of them merge to that of all measurements.
+/// How long something took, each time that it was measured. Two of them merge to that of all measurements,
+/// in whatever order.
 class Spread {
 public:
     /// Upper bounds, in seconds, of the buckets; behind them is one for all that took longer.
@@ -20,7 +21,7 @@ public:
     void merge(const Spread& other);
 
     std::uint64_t count() const { return m_count; }
-    double sum() const { return m_sum; }
+    double sum() const { return static_cast<double>(m_sum) / STEPS; }
     const Buckets& buckets() const { return m_buckets; } ///< how many fell into each one
 
     /// Nothing when nothing was measured.
@@ -28,12 +29,14 @@ public:
     std::optional<double> minimum() const;
     std::optional<double> maximum() const;
 
-    /// Where the longest one ended; of several, the first.
+    /// Where the longest one ended; of several, the first in the stream.
     const Position& longestAt() const { return m_longestAt; }
 
 private:
+    static constexpr double STEPS = 1e6; ///< what is less than a microsecond comes of the arithmetic
+
     std::uint64_t m_count = 0;
-    double m_sum = 0;
+    std::int64_t m_sum = 0; ///< in these steps, so that sums of parts make up that of the whole
     double m_minimum = 0;
     double m_maximum = 0;
     Position m_longestAt;

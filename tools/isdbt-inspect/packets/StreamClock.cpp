@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace inspect {
 
@@ -94,6 +95,7 @@ void StreamClock::takeArrival(std::uint64_t number, double arrival) {
     m_lastArrival = arrival;
     if (isFirst) {
         m_arrivalAtStart = arrival - (m_packetTime == 0 ? 0 : estimate(number));
+        m_inTime = arrival;
         m_start = m_packetTime == 0 && m_tracks.empty() ? number : m_start;
         return;
     }
@@ -108,6 +110,11 @@ void StreamClock::takeArrival(std::uint64_t number, double arrival) {
     if (lag < 0) {
         m_arrivalAtStart += lag;
         m_ahead -= lag;
+        m_inTime = arrival;
+    } else if (lag > LONGEST_GAP && since < lag / 2) {
+        m_arrivalAtStart += lag;
+        m_lag = lag;
+        m_lagTime = arrival - std::exchange(m_inTime, arrival);
     } else if (lag > LONGEST_GAP) {
         m_elapsed += lag;
         m_pause += lag;
@@ -124,6 +131,10 @@ void StreamClock::take(const std::uint8_t* packet, Position& position) {
     }
     if (position.packet >= m_end) {
         cease(position);
+    }
+    if (const std::optional<double> lag = std::exchange(m_lag, std::nullopt)) {
+        tell(EventKind::SlowClock, m_pid, position, *lag / m_lagTime);
+        m_events.back().from = m_lagTime;
     }
     if (ts_has_adaptation(packet) && hasPcr(packet) && !ts_get_transporterror(packet)) {
         const std::uint64_t extension = tsaf_get_pcrext(packet);
@@ -204,7 +215,7 @@ void StreamClock::proceed(Track& track, const Reference& reference, double gap, 
         }
         const auto packets = static_cast<double>(number - track.number);
         if (!m_burst && !mayBeLoss(gap, packets * m_packetTime)) { // else packets may be missing between them
-            m_packetTime = gap / packets;
+            learnRate(reference, gap / packets);
         }
         anchor(number, track.time + gap);
         track = {track.first, reference.value, number, m_elapsed, 0, track.intervals, track.sinceReview, track.errors};
@@ -216,6 +227,18 @@ void StreamClock::proceed(Track& track, const Reference& reference, double gap, 
         m_pause = 0;
         m_hasCeased = false;
         m_end = track.intervals == REGULAR ? numberIn(number, LONGEST_GAP) : UINT64_MAX;
+    }
+}
+
+/// Fewer packets in one interval may be due to a loss; in two they come at another rate.
+void StreamClock::learnRate(const Reference& reference, double packetTime) {
+    constexpr double MUCH = 1.5;
+    constexpr double UNTIL_MANY_COUNTERS = 0.05;
+    m_isSlower = m_packetTime != 0 && packetTime > MUCH * m_packetTime && !m_isSlower;
+    if (m_isSlower) {
+        m_doubtUntil = numberIn(reference.position.packet, UNTIL_MANY_COUNTERS);
+    } else {
+        m_packetTime = packetTime;
     }
 }
 
@@ -304,34 +327,54 @@ void StreamClock::decideIfClear() {
     }
 }
 
+/// Whether all references went on by the same time while counters broke: those that did not break may have come round.
+bool StreamClock::wentOnTogether() const {
+    constexpr double SAME = 0.1;
+    const std::vector<Jump>& jumps = m_burst->jumps;
+    const double lost = jumps.front().gap - jumps.front().expected;
+    const auto isSameLoss = [lost](const Jump& each) { return std::abs(each.gap - each.expected - lost) < SAME; };
+    return m_burst->broken > 1 && (jumps.size() > 1 || m_burst->broken >= MANY) &&
+           std::all_of(jumps.begin(), jumps.end(), isSameLoss);
+}
+
+/// Whether the references may have gone on while packets were lost.
+bool StreamClock::mayHaveLost(const Jump& jump) const {
+    // Where packets come in time, what was lost has passed by the clock of this machine, too.
+    const bool isInTime = m_lastArrival && m_ahead < LONGEST_GAP + 2 * DRIFT * m_elapsed;
+    return jump.gap > jump.expected && jump.gap < LONGEST_LOSS && (jump.gap <= LONGEST_GAP || !isInTime);
+}
+
 void StreamClock::endBurst() {
     const bool areMostBroken = m_burst->broken > m_burst->intact;
     if (m_burst->jumps.empty()) {
         measureLoss(areMostBroken && m_burst->broken >= MANY);
-    } else if (areMostBroken) {
-        const auto own = std::find_if(m_burst->jumps.begin(), m_burst->jumps.end(),
-                                      [this](const Jump& each) { return each.pid == m_pid; });
-        const Jump main = own == m_burst->jumps.end() ? m_burst->jumps.front() : *own;
-        // Where packets come in time, what was lost has passed by the clock of this machine, too.
-        const bool isInTime = m_lastArrival && m_ahead < LONGEST_GAP + 2 * DRIFT * m_elapsed;
-        const bool isShort = main.gap <= LONGEST_GAP;
-        if (main.gap > main.expected && main.gap < LONGEST_LOSS && (isShort || !isInTime)) {
-            lose(main);
-        } else {
-            beginAnew(EventKind::NewStream, main, 0);
-        }
     } else {
-        for (const Jump& each : m_burst->jumps) {
-            if (each.gap <= LONGEST_GAP) {
-                catchUp(each);
-                continue;
-            }
-            ++m_tracks[each.pid].errors;
-            tell(EventKind::PcrJump, each.pid, each.position, each.gap, each.from, each.to);
-        }
+        judgeJumps(areMostBroken);
     }
     m_burst.reset();
     m_nextDecision = UINT64_MAX;
+}
+
+void StreamClock::judgeJumps(bool areMostBroken) {
+    const auto own = std::find_if(m_burst->jumps.begin(), m_burst->jumps.end(),
+                                  [this](const Jump& each) { return each.pid == m_pid; });
+    const Jump main = own == m_burst->jumps.end() ? m_burst->jumps.front() : *own;
+    if (mayHaveLost(main) && (areMostBroken || wentOnTogether())) {
+        lose(main);
+        return;
+    }
+    if (areMostBroken) {
+        beginAnew(EventKind::NewStream, main, 0);
+        return;
+    }
+    for (const Jump& each : m_burst->jumps) {
+        if (each.gap <= LONGEST_GAP) {
+            catchUp(each);
+            continue;
+        }
+        ++m_tracks[each.pid].errors;
+        tell(EventKind::PcrJump, each.pid, each.position, each.gap, each.from, each.to);
+    }
 }
 
 /// The references went on while packets were lost.
@@ -481,6 +524,12 @@ void StreamClock::tell(EventKind kind, Pid pid, const Position& position, double
 
 std::optional<double> StreamClock::seconds(std::uint64_t number) const {
     return m_packetTime == 0 ? std::nullopt : std::optional(estimate(number));
+}
+
+std::optional<double> StreamClock::certainSeconds(std::uint64_t number) const {
+    const std::optional<double> estimated = seconds(number);
+    const bool waits = estimated && !m_isBroadcast && *estimated - m_elapsed <= LONGEST_GAP;
+    return waits ? std::min(*estimated, m_elapsed) : estimated;
 }
 
 std::optional<double> StreamClock::duration(std::uint64_t packets) const {

@@ -41,6 +41,10 @@ public:
     /// own is open as long as that.
     bool isJudging() const { return m_burst.has_value(); }
 
+    /// Whether the counters of several PIDs are broken at once, and it is open whether time was lost with the packets;
+    /// or fewer packets came than before, and the counters may soon tell why.
+    bool maySeeLoss(std::uint64_t number) const { return number < m_doubtUntil || (m_burst && m_burst->broken > 1); }
+
     /// How often the stream was found to be another one, or to begin again.
     unsigned newStreams() const { return m_newStreams; }
 
@@ -49,6 +53,13 @@ public:
 
     /// When a packet was sent, in seconds; nothing before two references have told the packet rate.
     std::optional<double> seconds(std::uint64_t number) const;
+
+    /// How much time has passed for certain when a packet is sent: between two references packets may come faster than
+    /// before. Nothing before two references have told the packet rate.
+    std::optional<double> certainSeconds(std::uint64_t number) const;
+
+    /// Number of the packet from which on times are estimates, until the next reference comes.
+    std::uint64_t lastCertain() const { return m_number; }
 
     /// How long so many packets from the stream's first on take, in seconds; those before the first reference as the
     /// others do on average.
@@ -106,12 +117,16 @@ private:
     void splice(Track& track, const Reference& reference);
     void jump(Track& track, const Reference& reference, double gap, double expected);
     void rebase(Track& track, const Reference& reference);
+    void learnRate(const Reference& reference, double packetTime);
     bool mayBeLoss(double gap, double expected) const;
     bool isOfLastLoss(Pid pid, const Position& position);
     bool standsStill(const Reference& reference, const Track& track, double gap, double expected);
     void openBurst(const Position& position, double seconds);
     void decideIfClear();
+    bool wentOnTogether() const;
+    bool mayHaveLost(const Jump& jump) const;
     void endBurst();
+    void judgeJumps(bool areMostBroken);
     void lose(const Jump& jump);
     void catchUp(const Jump& jump);
     void measureLoss(bool isLoss);
@@ -133,6 +148,8 @@ private:
     std::uint64_t m_number = 0; ///< of a packet of which the time is known
     double m_elapsed = 0;       ///< when it was sent
     double m_packetTime = 0;    ///< seconds from packet to packet
+    bool m_isSlower = false;    ///< the last two references told of much more
+    std::uint64_t m_doubtUntil = 0;
     bool m_isBroadcast = false;
     std::uint64_t m_lost = 0; ///< packets of a BTS
     std::optional<Burst> m_burst;
@@ -146,6 +163,9 @@ private:
     std::optional<double> m_lastArrival;
     double m_arrivalAtStart = 0; ///< when what has the time 0 would have been received
     double m_ahead = 0;          ///< how much faster than time the stream came
+    double m_inTime = 0;         ///< when a packet came last that was not late
+    std::optional<double> m_lag; ///< what the stream has fallen behind since, though packets came all the time
+    double m_lagTime = 0;        ///< in which that happened
     double m_pause = 0;          ///< in which nothing came, since the last reference
 };
 

@@ -1,7 +1,9 @@
 #include "packets/WallClock.h"
 
+#include <charconv>
 #include <chrono>
 #include <cmath>
+#include <ctime>
 #include <fmt/chrono.h>
 #include <fmt/format.h>
 
@@ -45,6 +47,19 @@ std::string rfc3339(const WallTime& time) {
     const std::int64_t fraction = (time.milliseconds % SECOND + SECOND) % SECOND; // it may be before 1970
     const auto whole = static_cast<std::time_t>((time.milliseconds - fraction) / SECOND);
     return fmt::format("{:%Y-%m-%dT%H:%M:%S}.{:03}Z", fmt::gmtime(whole), fraction);
+}
+
+std::optional<std::int64_t> readRfc3339(const std::string& text) {
+    constexpr std::size_t FRACTION_SIZE = 5; // ".000Z"
+    std::tm date{};
+    const char* const rest = strptime(text.c_str(), "%Y-%m-%dT%H:%M:%S", &date);
+    const char* const end = text.c_str() + text.size();
+    int fraction = 0;
+    if (rest == nullptr || static_cast<std::size_t>(end - rest) != FRACTION_SIZE || *rest != '.' || end[-1] != 'Z' ||
+        std::from_chars(rest + 1, end - 1, fraction).ptr != end - 1) {
+        return std::nullopt;
+    }
+    return static_cast<std::int64_t>(timegm(&date)) * SECOND + fraction;
 }
 
 } // namespace inspect

@@ -39,4 +39,7 @@ WallTime arrivalTime();
 /// "2025-06-15T21:30:00.000Z"
 std::string rfc3339(const WallTime& time);
 
+/// The milliseconds since 1970 of such a text; nothing when it is none.
+std::optional<std::int64_t> readRfc3339(const std::string& text);
+
 } // namespace inspect

@@ -32,9 +32,11 @@ struct Alarm {
 struct CheckResult {
     std::string_view check;
     std::string_view indicator;
-    std::string_view what;     ///< that is looked at
-    std::string limits;        ///< "0.2 s, 0.5 s"; empty when it has none
-    std::uint64_t alarms;      ///< how many there were, warnings included
+    std::string_view what;  ///< that is looked at
+    std::string limits;     ///< "0.2 s, 0.5 s"; empty when it has none
+    std::uint64_t alarms;   ///< how many there were
+    std::uint64_t warnings; ///< that became no alarms
+    std::uint64_t remarks;
     std::string whyUnmeasured; ///< empty when it was measured
 };
 

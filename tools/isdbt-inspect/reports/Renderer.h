@@ -16,7 +16,7 @@ public:
 
     /// An input begins.
     /// @param name as the user calls it
-    virtual void begin(const std::string& name) = 0;
+    virtual void begin(const std::string& /*name*/) {}
 
     /// A section says something new.
     virtual void section(const SectionReport& report) = 0;
@@ -34,6 +34,19 @@ public:
     /// What came so far, about each second, for who wantsUpdates().
     virtual void update(const Summary& /*summary*/) {}
     virtual bool wantsUpdates() const { return false; }
+
+    /// The same with all that is known, at the same times, for who wantsAll().
+    virtual void updateAll(const Summary& /*summary*/, const Multiplex& /*multiplex*/, const Faults& /*faults*/) {}
+    virtual bool wantsAll() const { return false; }
+
+    /// Whether it wants to know what came when, and the bytes of all sections.
+    virtual bool wantsHistory() const { return false; }
+
+    /// Whether it is told things only that it may know what follows, and writes nothing.
+    virtual void setSilent(bool /*isSilent*/) {}
+
+    /// The range of the input ended that was asked for: behind end() where it ends with the input.
+    virtual void endRange(const Summary& /*summary*/) {}
 
     /// The input ended, or was interrupted.
     /// @param multiplex what its sections say all together

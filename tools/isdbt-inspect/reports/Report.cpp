@@ -1,5 +1,7 @@
 #include "reports/Report.h"
 
+#include <fmt/format.h>
+
 namespace inspect {
 
 std::optional<LongestInterval> longestOf(const Intervals& intervals, std::optional<double> end) {
@@ -19,6 +21,18 @@ std::optional<LongestInterval> longestOf(const Intervals& intervals, std::option
         consider({*intervals.after, *end - *intervals.after, std::nullopt});
     }
     return longest;
+}
+
+std::uint64_t countOf(const Summary& summary, Damage damage) {
+    std::uint64_t count = 0;
+    for (const Finding& finding : summary.damages) {
+        count += finding.damage == damage ? finding.count : 0;
+    }
+    return count;
+}
+
+std::string counted(std::uint64_t count, std::string_view singular, std::string_view plural) {
+    return fmt::format("{} {}", count, count == 1 ? singular : plural);
 }
 
 } // namespace inspect

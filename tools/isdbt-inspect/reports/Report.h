@@ -3,6 +3,8 @@
 #include "describing/Field.h"
 #include "describing/OnWire.h"
 #include "reports/Alarm.h"
+#include "reports/Application.h"
+#include "reports/Carousel.h"
 #include "sections/Place.h"
 #include "traffic/PidTraffic.h"
 #include "transmission/Transmission.h"
@@ -15,6 +17,8 @@
 #include <vector>
 
 namespace inspect {
+
+class History;
 
 /// Why the library does not take a section, or a descriptor that came by itself.
 struct Rejection {
@@ -64,6 +68,7 @@ struct Finding {
     std::uint64_t count;
     std::vector<Pid> pids;
     Damage damage = Damage::InputLoss;
+    std::optional<Position> first = {}; ///< nothing where that is not known
 };
 
 /// How long it took from one to the next, in seconds by the stream's clock. What was before the first and behind the
@@ -104,7 +109,8 @@ struct TableStatistics {
     /// interval of two. The last of a place is only looked for as long as its table has this place.
     Intervals intervals;
 
-    std::optional<double> bitRate; ///< of the bytes of its sections; nothing without a clock
+    std::uint64_t bytes;           ///< of its sections
+    std::optional<double> bitRate; ///< of these; nothing without a clock
 };
 
 /// What came on one PID.
@@ -120,7 +126,16 @@ struct PidStatistics {
     std::optional<LayerSet> layers = {}; ///< of its packets; nothing when they do not tell
 };
 
-/// What is said when the input ends.
+/// How far a range of an input goes.
+struct RangeReport {
+    std::uint64_t packetsBefore;   ///< of the input
+    std::uint64_t packetsUntil;    ///< those of the range included
+    std::optional<double> seconds; ///< that they take
+    bool ended;                    ///< with the input
+    bool foundFault;               ///< in all of the input; what is at fault is known when it ends
+};
+
+/// What is said when the input ends, or the range of it that is asked for.
 struct Summary {
     std::uint64_t packets;     ///< 0 when the input is no packets
     std::size_t packetSpacing; ///< from one to the next, in bytes
@@ -130,19 +145,31 @@ struct Summary {
     std::uint64_t rejected;
     std::vector<Finding> damages;
     std::uint64_t skippedBytes;
+    std::optional<Position> firstSkipped;  ///< with the number of the packet behind them
     std::optional<double> seconds;         ///< from the first packet to the last, as far as the stream's clock tells
     std::vector<PidStatistics> statistics; ///< by PID; when only some tables are shown, of these alone
     std::uint64_t forgotten = 0;           ///< older current sections that are not in the multiplex
     std::uint64_t notChosen = 0;           ///< sections that said something new, too, and were not to be shown
     std::optional<Transmission> transmission = {}; ///< how it is to be sent; nothing when it does not say
     std::uint64_t unknown = 0; ///< sections that did not come in packets, of tables that the library does not know
-    std::set<std::uint8_t> unknownTables; ///< their table_ids
-    std::vector<Alarm> alarms = {};       ///< that began, those of a check and place as one
-    std::vector<CheckResult> checks = {}; ///< of the limits that are asked for
-    PidTraffic traffic{};                 ///< of all PIDs, whichever tables are shown; without rates
-    std::optional<WallTime> first = {};   ///< when the stream, or its clock, began
-    Position last{};                      ///< that of the last packet
-    std::optional<double> bitRate = {};   ///< of all packets of 188 bytes; nothing without a clock
+    std::set<std::uint8_t> unknownTables;    ///< their table_ids
+    std::vector<Alarm> alarms = {};          ///< that began, those of a check and place as one
+    std::vector<CheckResult> checks = {};    ///< of the limits that are asked for
+    PidTraffic traffic{};                    ///< of all PIDs, whichever tables are shown; without rates
+    std::optional<WallTime> first = {};      ///< when the stream, or its clock, began
+    Position last{};                         ///< that of the last packet
+    std::optional<double> bitRate = {};      ///< of all packets of 188 bytes; nothing without a clock
+    PidSet gathered = {};                    ///< on which carousels were looked for
+    std::vector<CarouselPid> carousels = {}; ///< by PID, where carousels are looked at
+    std::vector<ApplicationReport> applications = {};
+    const History* history = nullptr;      ///< what came when, where that is asked for
+    std::optional<RangeReport> range = {}; ///< whose statistics these are; nothing when they are of all
 };
+
+/// How often a kind of damage was found.
+std::uint64_t countOf(const Summary& summary, Damage damage);
+
+/// "1 packet", "2 packets".
+std::string counted(std::uint64_t count, std::string_view singular, std::string_view plural);
 
 } // namespace inspect

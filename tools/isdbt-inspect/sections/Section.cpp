@@ -1,10 +1,13 @@
 #include "sections/Section.h"
 
+#include "sections/Crc32.h"
 #include "tables/TableKinds.h"
 
 #include <algorithm>
 #include <bitstream/mpeg/psi.h>
+#include <functional>
 #include <new>
+#include <string_view>
 
 namespace inspect {
 
@@ -28,6 +31,12 @@ Section::Section(const std::uint8_t* data, std::size_t size, const Position& pos
     }
     std::copy_n(data, size, m_bytes.get());
     m_sound = checkBytes();
+}
+
+Bits Section::body() const {
+    Bits bits(m_bytes.get(), std::max<std::size_t>(m_size, PSI_CRC_SIZE) - PSI_CRC_SIZE);
+    bits.takeBytes(PSI_HEADER_SIZE_SYNTAX1);
+    return bits;
 }
 
 bool Section::isLong() const {
@@ -56,14 +65,13 @@ bool Section::checkBytes() const {
         return false;
     }
     // A CRC_32 that does not fit into section_length would be looked for in front of the section.
-    return !hasCrc() || (psi_get_length(m_bytes.get()) >= PSI_CRC_SIZE && psi_check_crc(m_bytes.get()));
+    return !hasCrc() || (psi_get_length(m_bytes.get()) >= PSI_CRC_SIZE && crc32(m_bytes.get(), m_size) == 0);
 }
 
 std::uint32_t Section::fingerprint() const {
-    // FNV-1a; over a good section a CRC that includes the CRC_32 would always come to the same.
-    std::uint32_t hash = 2166136261U;
-    std::for_each(data(), data() + size(), [&hash](std::uint8_t byte) { hash = (hash ^ byte) * 16777619U; });
-    return hash;
+    // Over a good section a CRC that includes the CRC_32 would always come to the same.
+    const std::string_view bytes(reinterpret_cast<const char*>(data()), size());
+    return static_cast<std::uint32_t>(std::hash<std::string_view>()(bytes));
 }
 
 } // namespace inspect

@@ -2,6 +2,7 @@
 
 #include "packets/Pid.h"
 #include "packets/Position.h"
+#include "sections/Bits.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -46,6 +47,9 @@ public:
 
     /// Nothing for sections with the short header.
     std::optional<LongHeader> longHeader() const;
+
+    /// What stands between the long header and the CRC_32.
+    Bits body() const;
 
     /// Whether it has as many bytes as section_length says.
     bool complete() const;

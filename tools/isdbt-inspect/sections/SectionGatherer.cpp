@@ -1,6 +1,9 @@
 #include "sections/SectionGatherer.h"
 
+#include <algorithm>
 #include <bitstream/mpeg/psi.h>
+#include <new>
+#include <utility>
 
 namespace inspect {
 
@@ -24,20 +27,54 @@ std::uint8_t payloadOffset(const std::uint8_t* packet) {
 
 } // namespace
 
-SectionGatherer::Assembly::Assembly() : m_buffer(nullptr), m_used(0) {
-    psi_assemble_init(&m_buffer, &m_used);
-}
-
-SectionGatherer::Assembly::~Assembly() {
-    reset();
-}
-
 void SectionGatherer::Assembly::reset() {
-    psi_assemble_reset(&m_buffer, &m_used);
+    m_bytes.reset();
+    m_used = 0;
+    m_room = 0;
+}
+
+/// Room grows with what comes: a section may say that it is long, and never end.
+void SectionGatherer::Assembly::append(const std::uint8_t* bytes, std::size_t count) {
+    if (m_used + count > m_room) {
+        m_room = std::max(2 * m_room, m_used + count);
+        auto* const larger = static_cast<std::uint8_t*>(std::realloc(m_bytes.get(), m_room));
+        if (larger == nullptr) {
+            throw std::bad_alloc();
+        }
+        static_cast<void>(m_bytes.release());
+        m_bytes.reset(larger);
+    }
+    std::copy_n(bytes, count, m_bytes.get() + m_used);
+    m_used += count;
 }
 
 Section::Memory SectionGatherer::Assembly::feed(const std::uint8_t*& payload, std::uint8_t& length) {
-    return Section::Memory(psi_assemble_payload(&m_buffer, &m_used, &payload, &length));
+    constexpr std::size_t LONGEST = PSI_PRIVATE_MAX_SIZE + PSI_HEADER_SIZE;
+    const auto take = [&](std::size_t upTo) {
+        const auto count = static_cast<std::uint8_t>(std::min<std::size_t>(length, upTo - m_used));
+        append(payload, count);
+        payload += count;
+        length = static_cast<std::uint8_t>(length - count);
+    };
+    if (m_used < PSI_HEADER_SIZE) {
+        take(PSI_HEADER_SIZE);
+    }
+    if (m_used < PSI_HEADER_SIZE) {
+        return nullptr;
+    }
+    const std::size_t size = std::size_t{psi_get_length(m_bytes.get())} + PSI_HEADER_SIZE;
+    if (size > LONGEST) {
+        reset();
+        length = 0;
+        return nullptr;
+    }
+    take(size);
+    if (m_used < size) {
+        return nullptr;
+    }
+    Section::Memory section = std::move(m_bytes);
+    reset();
+    return section;
 }
 
 void SectionGatherer::setPids(const PidSet& pids) {
@@ -69,7 +106,7 @@ std::vector<Section>& SectionGatherer::push(const std::uint8_t* packet, const Po
         return m_found;
     }
     if (!wellFormed(packet)) {
-        ++counts.malformedPackets;
+        counts.addMalformedPacket(position);
         stream.assembly.reset();
         return m_found;
     }
@@ -83,7 +120,7 @@ std::vector<Section>& SectionGatherer::push(const std::uint8_t* packet, const Po
     const std::uint8_t pointer = payload.data[0];
     finishSection(stream, counts, {payload.data + 1, pointer}, position);
     if (stream.assembly.begun()) {
-        ++counts.cutShort;
+        counts.addCutShort(position);
         stream.assembly.reset();
     }
     beginSections(stream, counts, {payload.data + 1 + pointer, static_cast<std::uint8_t>(payload.length - 1 - pointer)},
@@ -99,7 +136,7 @@ void SectionGatherer::finishSection(Stream& stream, PidCounts& counts, Payload p
     if (auto bytes = stream.assembly.feed(payload.data, payload.length)) {
         found(stream, counts, std::move(bytes), position);
     } else if (!stream.assembly.begun()) {
-        ++counts.cutShort;
+        counts.addCutShort(position);
     }
 }
 
@@ -108,7 +145,7 @@ void SectionGatherer::beginSections(Stream& stream, PidCounts& counts, Payload p
         if (auto bytes = stream.assembly.feed(payload.data, payload.length)) {
             found(stream, counts, std::move(bytes), position);
         } else if (!stream.assembly.begun()) {
-            ++counts.cutShort;
+            counts.addCutShort(position);
         }
     }
 }
@@ -119,7 +156,9 @@ void SectionGatherer::found(const Stream& stream, PidCounts& counts, Section::Me
     }
     const Section& section = m_found.emplace_back(stream.pid, std::move(bytes), position);
     ++counts.sections;
-    counts.crcErrors += section.sound() ? 0U : 1U;
+    if (!section.sound()) {
+        counts.addCrcError(position);
+    }
 }
 
 } // namespace inspect

@@ -14,6 +14,20 @@ struct PidCounts {
     std::uint64_t crcErrors = 0;
     std::uint64_t malformedPackets = 0; ///< adaptation field or pointer_field beyond the packet
     std::uint64_t cutShort = 0;         ///< sections that another one interrupted, or that are too long
+    std::optional<Position> firstCrcError;
+    std::optional<Position> firstMalformedPacket;
+    std::optional<Position> firstCutShort;
+
+    void addCrcError(const Position& at) { add(crcErrors, firstCrcError, at); }
+    void addMalformedPacket(const Position& at) { add(malformedPackets, firstMalformedPacket, at); }
+    void addCutShort(const Position& at) { add(cutShort, firstCutShort, at); }
+
+private:
+    static void add(std::uint64_t& count, std::optional<Position>& first, const Position& at) {
+        if (count++ == 0) {
+            first = at;
+        }
+    }
 };
 
 /// Gathers the sections of a set of PIDs from transport packets.
@@ -36,15 +50,10 @@ public:
     const std::map<Pid, PidCounts>& counts() const { return m_counts; }
 
 private:
-    /// A section in the making. biTStream allocates it.
+    /// A section in the making.
     class Assembly {
     public:
-        Assembly();
-        ~Assembly();
-        Assembly(const Assembly&) = delete;
-        Assembly& operator=(const Assembly&) = delete;
-
-        bool begun() const { return m_buffer != nullptr; }
+        bool begun() const { return m_bytes != nullptr; }
         void reset();
 
         /// Takes bytes of the section, and begins one if none is begun.
@@ -52,8 +61,11 @@ private:
         Section::Memory feed(const std::uint8_t*& payload, std::uint8_t& length);
 
     private:
-        std::uint8_t* m_buffer;
-        std::uint16_t m_used;
+        void append(const std::uint8_t* bytes, std::size_t count);
+
+        Section::Memory m_bytes;
+        std::size_t m_used = 0;
+        std::size_t m_room = 0;
     };
 
     /// What is remembered of a PID from packet to packet.

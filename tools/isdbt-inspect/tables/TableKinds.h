@@ -26,6 +26,14 @@ constexpr std::uint8_t TOT = 0x73;
 constexpr std::uint8_t AIT = 0x74;
 constexpr std::uint8_t SDTT = 0xC3;
 
+// Those of carousels, which it does not.
+constexpr std::uint8_t DSMCC_MESSAGES = 0x3B;
+constexpr std::uint8_t DSMCC_BLOCKS = 0x3C;
+
+constexpr bool isCarouselTable(std::uint8_t tableId) {
+    return tableId == DSMCC_MESSAGES || tableId == DSMCC_BLOCKS;
+}
+
 /// All that the tool knows of a table that the library understands.
 struct TableKind {
     enum class Header {

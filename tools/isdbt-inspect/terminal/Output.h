@@ -44,6 +44,9 @@ public:
     void write(std::string_view text) const { m_sink->write(m_heading, text); }
     void write(const std::vector<Line>& lines) const { write(textOf(lines)); }
 
+    /// What was made of Colour::Auto.
+    Colour colour() const { return m_hasColours ? Colour::Always : Colour::Never; }
+
 private:
     std::string textOf(const std::vector<Line>& lines) const;
 

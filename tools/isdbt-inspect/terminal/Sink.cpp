@@ -44,7 +44,7 @@ void Sink::write(const std::shared_ptr<const std::string>& heading, std::string_
         throw OutputClosed();
     }
     const auto cleared = clearTerminal();
-    const bool wasPut = put(text);
+    const bool wasPut = m_taker ? m_taker(text) : put(text);
     const bool hasEnded = m_ended && m_ended();
     if (wasPut && (!hasEnded || isRead())) {
         return;

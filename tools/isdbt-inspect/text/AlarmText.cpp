@@ -4,6 +4,7 @@
 #include "text/SectionText.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 namespace inspect {
 
@@ -25,8 +26,18 @@ Line markOf(const Alarm& alarm) {
 }
 
 Line resultOf(const CheckResult& check) {
-    if (check.alarms != 0) {
-        return {fmt::format("{} {}", check.alarms, check.alarms == 1 ? "alarm" : "alarms"), Ink::Fault};
+    std::vector<std::string> parts;
+    const auto add = [&parts](std::uint64_t count, std::string_view singular, std::string_view plural) {
+        if (count != 0) {
+            parts.push_back(counted(count, singular, plural));
+        }
+    };
+    add(check.alarms, "alarm", "alarms");
+    add(check.warnings, "warning", "warnings");
+    add(check.remarks, "remark", "remarks");
+    if (!parts.empty()) {
+        const Ink ink = check.alarms != 0 ? Ink::Fault : check.warnings != 0 ? Ink::Remark : Ink::Plain;
+        return {fmt::format("{}", fmt::join(parts, ", ")), ink};
     }
     return check.whyUnmeasured.empty() ? Line("ok", Ink::Good) : Line("not measured: " + check.whyUnmeasured);
 }

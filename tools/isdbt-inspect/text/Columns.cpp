@@ -38,11 +38,14 @@ Grid gridOf(const std::vector<Column>& columns, bool stacked, std::vector<Row> r
 
 } // namespace
 
-Grid::Grid(std::vector<Column::Kind> kinds, std::vector<Row> rows)
+Grid::Grid(std::vector<Column::Kind> kinds, std::vector<Row> rows, std::size_t widest)
     : m_kinds(std::move(kinds)), m_rows(std::move(rows)), m_widths(m_kinds.size()) {
     for (const Row& row : m_rows) {
-        std::transform(row.begin(), row.end(), m_widths.begin(), m_widths.begin(),
-                       [](const Line& cell, std::size_t width) { return std::max(cell.cells(), width); });
+        for (std::size_t at = 0; at < row.size(); ++at) {
+            const std::size_t cells = row[at].cells();
+            const bool standsOut = m_kinds[at] == Column::Kind::Name && cells > widest;
+            m_widths[at] = standsOut ? m_widths[at] : std::max(cells, m_widths[at]);
+        }
     }
 }
 
@@ -64,7 +67,8 @@ void Grid::append(Page& page, std::size_t gap, std::size_t indent) const {
             const std::size_t room = page.style.width - std::min(page.style.width, begin);
             const Line cell = m_kinds[at] == Column::Kind::Rest ? cut(row[at], room) : row[at];
             const std::size_t left = m_kinds[at] == Column::Kind::Number ? m_widths[at] - cell.cells() : 0;
-            line = cell.empty() ? line : padded(std::move(line), begin + left) + cell;
+            const std::size_t behind = line.empty() ? 0 : line.cells() + gap; // of a name that stands out
+            line = cell.empty() ? line : padded(std::move(line), std::max(begin + left, behind)) + cell;
             begin += m_widths[at] + gap;
         }
         appendLine(page, line, indent);

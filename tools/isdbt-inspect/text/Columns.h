@@ -2,6 +2,7 @@
 
 #include "text/Page.h"
 
+#include <limits>
 #include <string_view>
 #include <vector>
 
@@ -26,7 +27,9 @@ using Row = std::vector<Line>;
 /// Rows with their cells below each other.
 class Grid {
 public:
-    Grid(std::vector<Column::Kind> kinds, std::vector<Row> rows);
+    /// @param widest cells of a name that make its column wider; longer ones stand out from it
+    Grid(std::vector<Column::Kind> kinds, std::vector<Row> rows,
+         std::size_t widest = std::numeric_limits<std::size_t>::max());
 
     std::size_t width(std::size_t gap) const;
 

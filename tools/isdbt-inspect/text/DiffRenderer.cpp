@@ -2,7 +2,6 @@
 
 #include "packets/WallClock.h"
 #include "tables/TableKinds.h"
-#include "text/AlarmText.h"
 #include "text/ChangeText.h"
 #include "text/FaultText.h"
 #include "text/SectionText.h"
@@ -69,32 +68,24 @@ Line titleOf(const Fate& fate, const Style& style) {
 
 } // namespace
 
-void DiffRenderer::tellInput(const std::string& name) {
-    m_output.begin(inputHeading(name, m_style));
-}
-
 void DiffRenderer::tell(const Fate& fate) {
-    Page page{m_style, {}};
+    Page page = emptyPage();
     if (fate.kind == Fate::Changed) {
         appendChanged(page, fate);
     } else {
-        appendLine(page, titleOf(fate, m_style), 2 * INDENT);
+        appendLine(page, titleOf(fate, style()), 2 * INDENT);
     }
     if (fate.kind == Fate::Rejected) {
         appendRejection(page, *fate.report.rejection, 2 * INDENT);
     }
-    m_output.write(page.lines);
-}
-
-void DiffRenderer::tellAlarm(const Alarm& alarm) {
-    writeAlarm(m_output, m_style, alarm);
+    write(page);
 }
 
 void DiffRenderer::tellOutcome(const Summary& summary, const Faults& faults) {
-    Page page{m_style, {}};
+    Page page = emptyPage();
     appendFaults(page, faults, Listed::NotOfSections);
     appendLine(page, summaryText(summary), INDENT);
-    m_output.write(page.lines);
+    write(page);
 }
 
 } // namespace inspect

@@ -1,24 +1,18 @@
 #pragma once
 
 #include "comparing/ChangesRenderer.h"
-#include "terminal/Output.h"
-#include "text/Page.h"
+#include "text/InText.h"
 
 namespace inspect {
 
 /// What changes from version to version of a table, field by field, and from one input to the next.
-class DiffRenderer : public ChangesRenderer {
+class DiffRenderer : public InText<ChangesRenderer> {
 public:
-    DiffRenderer(Output& output, const Style& style) : m_output(output), m_style(style) {}
+    using InText::InText;
 
 private:
-    void tellInput(const std::string& name) override;
     void tell(const Fate& fate) override;
-    void tellAlarm(const Alarm& alarm) override;
     void tellOutcome(const Summary& summary, const Faults& faults) override;
-
-    Output& m_output;
-    Style m_style;
 };
 
 } // namespace inspect

@@ -34,7 +34,7 @@ void appendFaults(Page& page, const Faults& faults, Listed listed, std::size_t m
         }
     }
     if (count != 0) {
-        appendLine(page, fmt::format("{} {}:", count, count == 1 ? "fault" : "faults"));
+        appendLine(page, counted(count, "fault", "faults") + ":");
     }
     for (const Group& group : groups) {
         const std::size_t named = std::min(group.abouts.size(), most);

@@ -1,6 +1,7 @@
 #include "text/SectionText.h"
 
 #include "parsing/SectionParser.h"
+#include "tables/TableKinds.h"
 #include "text/FieldText.h"
 
 #include <algorithm>
@@ -73,7 +74,7 @@ void appendFirstAtFault(Page& page, const std::vector<LoopOnWire>& loops, std::s
 constexpr std::size_t MARGIN = 14;
 
 std::string lengthText(std::optional<std::uint8_t> length) {
-    return length ? fmt::format("{} {}", *length, *length == 1 ? "byte" : "bytes") : "no length";
+    return length ? counted(*length, "byte", "bytes") : "no length";
 }
 
 /// What is wrong with a descriptor; empty when nothing is.
@@ -110,7 +111,7 @@ std::string utcText(std::int64_t unixTime) {
 }
 
 Line sectionTitle(const SectionReport& report) {
-    Line title = Line(report.tableName, Ink::Heading) + pidText(report);
+    Line title = Line(tableLabel(report.tableId), Ink::Heading) + pidText(report);
     if (report.header) {
         title += fmt::format("  version {}", report.header->version) + sectionNumbers(*report.header);
         title += report.header->current ? "  current" : "  not yet current";

@@ -9,36 +9,32 @@
 
 namespace inspect {
 
-void StatisticsRenderer::begin(const std::string& name) {
-    m_output.begin(inputHeading(name, m_style));
-}
-
 void StatisticsRenderer::section(const SectionReport& report) {
     if (report.rejection) {
-        Page page{m_style, {}};
+        Page page = emptyPage();
         appendLine(page, sectionTitle(report), 2 * INDENT);
         appendRejection(page, *report.rejection, INDENT);
         page.lines.emplace_back();
-        m_output.write(page.lines);
+        write(page);
     }
 }
 
 void StatisticsRenderer::interim(const Summary& summary, double seconds) {
-    Page page{m_style, {}};
+    Page page = emptyPage();
     appendLine(page, {fmt::format("-- {:.1f} s --", seconds), Ink::Heading});
     appendStatistics(page, summary);
     appendLine(page, summaryText(summary), INDENT);
     page.lines.emplace_back();
-    m_output.write(page.lines);
+    write(page);
 }
 
 void StatisticsRenderer::end(const Summary& summary, const Multiplex& /*multiplex*/, const Faults& faults) {
-    Page page{m_style, {}};
+    Page page = emptyPage();
     appendStatistics(page, summary);
     appendChecks(page, summary);
     appendFaults(page, faults);
     appendLine(page, summaryText(summary), INDENT);
-    m_output.write(page.lines);
+    write(page);
 }
 
 } // namespace inspect

@@ -1,25 +1,17 @@
 #pragma once
 
-#include "reports/Renderer.h"
-#include "terminal/Output.h"
-#include "text/AlarmText.h"
+#include "text/InText.h"
 
 namespace inspect {
 
 /// What came of each table on each PID, and how often, when the input ends. Before that, sections that are rejected.
-class StatisticsRenderer : public Renderer {
+class StatisticsRenderer : public InText<Renderer> {
 public:
-    StatisticsRenderer(Output& output, const Style& style) : m_output(output), m_style(style) {}
+    using InText::InText;
 
-    void begin(const std::string& name) override;
     void section(const SectionReport& report) override;
-    void alarm(const Alarm& alarm) override { writeAlarm(m_output, m_style, alarm); }
     void interim(const Summary& summary, double seconds) override;
     void end(const Summary& summary, const Multiplex& multiplex, const Faults& faults) override;
-
-private:
-    Output& m_output;
-    Style m_style;
 };
 
 } // namespace inspect

@@ -9,10 +9,6 @@ namespace inspect {
 
 namespace {
 
-std::string counted(std::uint64_t count, std::string_view singular, std::string_view plural) {
-    return fmt::format("{} {}", count, count == 1 ? singular : plural);
-}
-
 std::string damageText(const Finding& finding) {
     const std::string text = counted(finding.count, finding.singular, finding.plural);
     return finding.pids.empty() ? text : fmt::format("{} (PID 0x{:04X})", text, fmt::join(finding.pids, ", 0x"));
@@ -30,6 +26,19 @@ std::string labelsOf(const std::set<std::uint8_t>& tables) {
     return fmt::format("{}{}", fmt::join(labels, ", "), tables.size() > MANY ? ", ..." : "");
 }
 
+/// Each rejected section is shown once, but counted in the tables each time that it comes.
+std::string rejectionsText(const Summary& summary) {
+    std::uint64_t times = 0;
+    std::uint64_t distinct = 0;
+    for (const PidStatistics& pid : summary.statistics) {
+        for (const TableStatistics& table : pid.tables) {
+            times += table.rejected;
+            distinct += table.rejectedDistinct;
+        }
+    }
+    return distinct == summary.rejected && times > distinct ? fmt::format(" ({} times)", times) : "";
+}
+
 } // namespace
 
 std::string summaryText(const Summary& summary) {
@@ -38,7 +47,7 @@ std::string summaryText(const Summary& summary) {
         text = fmt::format("{} of {} bytes, {} on {}", counted(summary.packets, "packet", "packets"),
                            summary.packetSpacing, text, counted(summary.pids, "PID", "PIDs"));
     }
-    text += fmt::format(": {} shown, {} rejected", summary.shown, summary.rejected);
+    text += fmt::format(": {} shown, {} rejected{}", summary.shown, summary.rejected, rejectionsText(summary));
     if (summary.notChosen != 0) {
         text += fmt::format(", {} not chosen", summary.notChosen);
     }

@@ -7,12 +7,8 @@
 
 namespace inspect {
 
-void TablesRenderer::begin(const std::string& name) {
-    m_output.begin(inputHeading(name, m_style));
-}
-
 void TablesRenderer::section(const SectionReport& report) {
-    Page page{m_style, {}};
+    Page page = emptyPage();
     appendLine(page, sectionTitle(report), 2 * INDENT);
     if (report.rejection) {
         appendRejection(page, *report.rejection, INDENT);
@@ -23,11 +19,11 @@ void TablesRenderer::section(const SectionReport& report) {
         appendSectionBytes(page, report.bytes, INDENT);
     }
     page.lines.emplace_back();
-    m_output.write(page.lines);
+    write(page);
 }
 
 void TablesRenderer::descriptor(const DescriptorReport& report) {
-    Page page{m_style, {}};
+    Page page = emptyPage();
     if (report.rejection) {
         appendLine(page, descriptorTitle(report), 2 * INDENT);
         appendRejection(page, *report.rejection, INDENT);
@@ -36,14 +32,14 @@ void TablesRenderer::descriptor(const DescriptorReport& report) {
     } else {
         appendDescriptorLine(page, report.onWire, 0);
     }
-    m_output.write(page.lines);
+    write(page);
 }
 
 void TablesRenderer::end(const Summary& summary, const Multiplex& /*multiplex*/, const Faults& faults) {
-    Page page{m_style, {}};
+    Page page = emptyPage();
     appendFaults(page, faults, Listed::NotOfSections);
     appendLine(page, summaryText(summary), INDENT);
-    m_output.write(page.lines);
+    write(page);
 }
 
 } // namespace inspect

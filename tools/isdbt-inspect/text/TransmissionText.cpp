@@ -18,10 +18,6 @@ const std::vector<Column> COLUMNS{{"", "layer", Column::Kind::Name},
                                   {"", "kbit/s", Column::Kind::Number, 1},
                                   {"", "packets", Column::Kind::Number, 3}};
 
-std::string counted(std::uint64_t count, std::string_view singular, std::string_view plural) {
-    return fmt::format("{} {}", count, count == 1 ? singular : plural);
-}
-
 std::string orCode(const std::string& name, unsigned code) {
     return name.empty() ? fmt::format("reserved ({})", code) : name;
 }

@@ -12,11 +12,6 @@
 
 namespace inspect {
 
-void TreeRenderer::begin(const std::string& name) {
-    m_rejections = {};
-    m_output.begin(inputHeading(name, m_style));
-}
-
 void TreeRenderer::section(const SectionReport& report) {
     if (report.rejection) {
         m_rejections.put(placeOf(report), report);
@@ -25,22 +20,22 @@ void TreeRenderer::section(const SectionReport& report) {
 
 void TreeRenderer::end(const Summary& summary, const Multiplex& multiplex, const Faults& faults) {
     constexpr std::size_t SCREEN = 50; // lines
-    const std::vector<Node> nodes = arrange(multiplex, faults);
-    Page page = draw(nodes, summary, faults, m_style.full ? Extent::Full : Extent::Overview);
+    const std::vector<Node> nodes = arrange(multiplex, faults, summary.applications, summary.carousels);
+    Page page = draw(nodes, summary, faults, style().full ? Extent::Full : Extent::Overview);
     for (const Joining joining : {Joining::ByKind, Joining::ByCount}) {
-        if (!m_style.full && page.lines.size() > SCREEN) {
+        if (!style().full && page.lines.size() > SCREEN) {
             std::vector<Node> joined = nodes;
             std::for_each(joined.begin(), joined.end(), [joining](Node& node) { node.join(joining); });
             page = draw(joined, summary, faults, Extent::Brief);
         }
     }
-    m_output.write(page.lines);
+    write(page);
 }
 
 Page TreeRenderer::draw(const std::vector<Node>& nodes, const Summary& summary, const Faults& faults,
                         Extent extent) const {
     constexpr std::size_t FEW = 4;
-    Page page{m_style, {}};
+    Page page = emptyPage();
     appendOutline(page, nodes, extent);
     appendTransmission(page, summary);
     appendRejections(page, extent);

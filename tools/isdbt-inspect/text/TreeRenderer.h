@@ -2,30 +2,35 @@
 
 #include "arranging/Outline.h"
 #include "multiplex/LatestSections.h"
-#include "reports/Renderer.h"
-#include "terminal/Output.h"
-#include "text/Page.h"
+#include "text/InText.h"
 
 namespace inspect {
 
 /// The multiplex in one outline, when the input ends. An overview that does not fit on a screen becomes a brief one.
-class TreeRenderer : public Renderer {
+class TreeRenderer : public InText<Renderer> {
 public:
-    TreeRenderer(Output& output, const Style& style) : m_output(output), m_style(style) {
-        m_style.wraps = true; // a branch would else go on below those of others
+    TreeRenderer(Output& output, const Style& style) : InText(output, wrapping(style)) {}
+
+    void begin(const std::string& name) override {
+        InText::begin(name);
+        m_rejections = {};
     }
 
-    void begin(const std::string& name) override;
+    void alarm(const Alarm& /*alarm*/) override {}
     void section(const SectionReport& report) override;
     void end(const Summary& summary, const Multiplex& multiplex, const Faults& faults) override;
 
 private:
+    /// A branch would else go on below those of others.
+    static Style wrapping(Style style) {
+        style.wraps = true;
+        return style;
+    }
+
     Page draw(const std::vector<Node>& nodes, const Summary& summary, const Faults& faults, Extent extent) const;
     void appendRejections(Page& page, Extent extent) const;
     void appendRemarks(Page& page, std::uint64_t forgotten) const;
 
-    Output& m_output;
-    Style m_style;
     LatestSections<SectionReport, 64> m_rejections; ///< to be shown in full
 };
 

@@ -21,10 +21,24 @@ struct PidTraffic {
     std::optional<Position> lastPcr; ///< the packet with it
     Spread ptsIntervals;             ///< of video and audio, by the stream's clock
     std::optional<Position> lastPts; ///< the packet with it
+    std::optional<Position> firstDiscontinuity;
+    std::optional<Position> firstTransportError;
 
     /// Bits of its packets in each whole second of the stream; nothing before the first one is over.
     std::optional<double> lowestBitRate;
     std::optional<double> highestBitRate;
+
+    /// Counts anew how long things took.
+    void beginPeriod() {
+        pcrIntervals = ptsIntervals = {};
+        lowestBitRate = highestBitRate = std::nullopt;
+    }
 };
+
+/// What is counted, and adds up.
+inline constexpr std::uint64_t PidTraffic::*TRAFFIC_COUNTS[] = {
+    &PidTraffic::packets,    &PidTraffic::discontinuities, &PidTraffic::announcedJumps, &PidTraffic::lost,
+    &PidTraffic::duplicates, &PidTraffic::transportErrors, &PidTraffic::scrambled,      &PidTraffic::pcrs,
+    &PidTraffic::pcrJumps};
 
 } // namespace inspect

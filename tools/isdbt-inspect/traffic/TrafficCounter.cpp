@@ -43,9 +43,10 @@ void TrafficCounter::take(const std::uint8_t* packet, const Position& position) 
     Stream& stream = streamOf(pid, position);
     ++stream.traffic.packets;
     ++stream.inThisSecond;
-    stream.traffic.last = position;
     if (ts_get_transporterror(packet)) {
-        ++stream.traffic.transportErrors;
+        if (stream.traffic.transportErrors++ == 0) {
+            stream.traffic.firstTransportError = position;
+        }
         stream.continuity.forget();
         tell(EventKind::TransportError, packet, position);
     } else if (pid != NULL_PID) {
@@ -53,6 +54,7 @@ void TrafficCounter::take(const std::uint8_t* packet, const Position& position) 
         lookForScrambling(stream, packet, position);
         lookForPts(stream, packet, position);
     }
+    stream.traffic.last = position;
     settle();
     heedFrom(heeded);
 }
@@ -62,6 +64,12 @@ void TrafficCounter::finish() {
     m_clock.finish();
     settle();
     heedFrom(heeded);
+}
+
+void TrafficCounter::beginPeriod() {
+    for (const Pid pid : m_pids) {
+        m_ofPids.at(pid)->traffic.beginPeriod();
+    }
 }
 
 TrafficCounter::Stream& TrafficCounter::streamOf(Pid pid, const Position& position) {
@@ -107,7 +115,9 @@ void TrafficCounter::settle() {
     }
     for (const Event& event : m_open) {
         PidTraffic& traffic = m_ofPids.at(*event.pid)->traffic;
-        ++traffic.discontinuities;
+        if (traffic.discontinuities++ == 0) {
+            traffic.firstDiscontinuity = event.at;
+        }
         traffic.lost += static_cast<std::uint64_t>(event.amount);
         m_events.push_back(event);
     }
@@ -161,8 +171,8 @@ void TrafficCounter::follow(Stream& stream, const std::uint8_t* packet, const Po
         tell(EventKind::DiscontinuityKnown, packet, position, stream.continuity.lost());
         break;
     case Continuity::Step::Broken:
-        m_open.push_back(
-            {EventKind::Discontinuity, ts_get_pid(packet), position, static_cast<double>(stream.continuity.lost())});
+        m_open.push_back({EventKind::Discontinuity, ts_get_pid(packet), position,
+                          static_cast<double>(stream.continuity.lost()), 0, 0, traffic.last.packet});
         m_clock.takeStep(ts_get_pid(packet), true, position);
     }
     if (hasPcr(packet)) {

@@ -24,6 +24,9 @@ public:
     /// No packet follows.
     void finish();
 
+    /// A period begins for which it is measured anew how long things take. Counts go on.
+    void beginPeriod();
+
     /// Null when no packet came on it.
     const PidTraffic* of(Pid pid) const { return m_ofPids.at(pid) ? &m_ofPids.at(pid)->traffic : nullptr; }
 

@@ -1,5 +1,7 @@
 #include "transmission/InformationPacket.h"
 
+#include "sections/Bits.h"
+
 #include <algorithm>
 #include <bitstream/mpeg/psi.h>
 #include <bitstream/mpeg/ts.h>
@@ -19,32 +21,16 @@ std::uint32_t crcOver(const std::uint8_t* bytes, std::size_t size) {
     return crc;
 }
 
-/// Reads fields one behind the other.
-class Bits {
-public:
-    explicit Bits(const std::uint8_t* bytes) : m_bytes(bytes) {}
-
-    std::uint8_t next(unsigned count) {
-        unsigned value = 0;
-        for (; count > 0; --count, ++m_at) {
-            value = value << 1U | (static_cast<unsigned>(m_bytes[m_at / 8]) >> (7U - m_at % 8) & 1U);
-        }
-        return static_cast<std::uint8_t>(value);
-    }
-
-    void skip(unsigned count) { m_at += count; }
-
-private:
-    const std::uint8_t* m_bytes;
-    std::size_t m_at = 0;
-};
+std::uint8_t next(Bits& bits, unsigned width) {
+    return static_cast<std::uint8_t>(bits.take(width));
+}
 
 LayerParameters layer(Bits& bits) {
     LayerParameters parameters{};
-    parameters.modulation = bits.next(3);
-    parameters.codeRate = bits.next(3);
-    parameters.interleaving = bits.next(3);
-    parameters.segments = bits.next(4);
+    parameters.modulation = next(bits, 3);
+    parameters.codeRate = next(bits, 3);
+    parameters.interleaving = next(bits, 3);
+    parameters.segments = next(bits, 4);
     return parameters;
 }
 
@@ -56,14 +42,14 @@ LayerParameters layer(Bits& bits) {
 ///     current_configuration_information: partial_reception_flag 1 | layers A, B, C 13 each
 InformationPacket configuration(Bits bits) {
     InformationPacket information{};
-    bits.skip(8);
-    information.current.mode = bits.next(2);
-    information.current.guardInterval = bits.next(2);
-    bits.skip(4);
-    information.current.isTelevision = bits.next(2) == 0;
-    bits.skip(4);
-    information.emergency = bits.next(1) != 0;
-    information.current.partialReception = bits.next(1) != 0;
+    bits.take(8);
+    information.current.mode = next(bits, 2);
+    information.current.guardInterval = next(bits, 2);
+    bits.take(4);
+    information.current.isTelevision = next(bits, 2) == 0;
+    bits.take(4);
+    information.emergency = next(bits, 1) != 0;
+    information.current.partialReception = next(bits, 1) != 0;
     for (LayerParameters& each : information.current.layers) {
         each = layer(bits);
     }
@@ -78,7 +64,7 @@ std::optional<InformationPacket> InformationPacket::of(const std::uint8_t* packe
         ts_has_adaptation(packet) || crcOver(payload + POINTER_SIZE, CONFIGURATION_SIZE) != 0) {
         return std::nullopt;
     }
-    return configuration(Bits(payload + POINTER_SIZE));
+    return configuration(Bits(payload + POINTER_SIZE, CONFIGURATION_SIZE));
 }
 
 } // namespace inspect

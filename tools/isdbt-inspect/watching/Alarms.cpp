@@ -90,6 +90,8 @@ void Alarms::raise(const Spot& spot, const Position& at, const Occurrence& occur
     state->last = at;
     state->ending.clear();
     if (isWorse(state->current.kind.severity, before)) {
+        --m_counts[{state->current.kind.name, before}];
+        ++m_counts[{state->current.kind.name, state->current.kind.severity}];
         state->current.stage = Alarm::Stage::Worse;
         state->current.at = at;
         tell(state->current);
@@ -107,7 +109,7 @@ void Alarms::begin(const Spot& spot, const Position& at, const Occurrence& occur
     alarm.at = at;
     alarm.worst = occurrence.worst;
     apply(alarm, occurrence);
-    ++m_counts[check.name];
+    ++m_counts[{check.name, alarm.kind.severity}];
     tell(alarm);
     if (state == nullptr) {
         m_states.put(spot, {alarm, alarm, at, {}});
@@ -183,8 +185,8 @@ std::vector<Alarm> Alarms::all() const {
     return alarms;
 }
 
-std::uint64_t Alarms::countOf(std::string_view check) const {
-    const auto found = m_counts.find(check);
+std::uint64_t Alarms::countOf(std::string_view check, Severity severity) const {
+    const auto found = m_counts.find({check, severity});
     return found == m_counts.end() ? 0 : found->second;
 }
 

@@ -48,8 +48,8 @@ public:
     /// All of them, those of a spot as one.
     std::vector<Alarm> all() const;
 
-    /// How many there were of a check.
-    std::uint64_t countOf(std::string_view check) const;
+    /// How many there were of a check that became as bad, and no worse.
+    std::uint64_t countOf(std::string_view check, Severity severity) const;
 
 private:
     /// More than all of one stream. One with new spots all the time must not fill the memory.
@@ -80,7 +80,7 @@ private:
     const Profile& m_profile;
     std::map<std::string_view, Limit> m_declared;
     BoundedMap<Spot, State> m_states{CAPACITY};
-    std::map<std::string_view, std::uint64_t> m_counts; ///< of alarms, by check
+    std::map<std::pair<std::string_view, Severity>, std::uint64_t> m_counts;
     std::vector<Alarm> m_news;
 };
 

@@ -1,6 +1,6 @@
 #include "watching/Announcements.h"
 
-#include "describing/Bits.h"
+#include "sections/Bits.h"
 
 #include <algorithm>
 #include <bitstream/mpeg/psi.h>
@@ -14,14 +14,6 @@ namespace {
 constexpr std::size_t MOST_PROGRAMS = 1024;
 
 constexpr std::uint8_t CAT = 0x01;
-constexpr unsigned LONG_HEADER = 64; // bits
-
-/// What stands behind the header of a section with the long one, without its CRC_32.
-Bits bodyOf(const Section& section) {
-    Bits bits(section.data(), std::max<std::size_t>(section.size(), PSI_CRC_SIZE) - PSI_CRC_SIZE);
-    bits.take(LONG_HEADER);
-    return bits;
-}
 
 Pid takePid(Bits& bits) {
     bits.take(3);
@@ -60,14 +52,30 @@ bool isVideoOrAudio(std::uint64_t streamType) {
     return std::find(std::begin(TYPES), std::end(TYPES), streamType) != std::end(TYPES);
 }
 
+/// Whether a descriptor says that video is made of still pictures.
+bool isOfStill(const std::vector<std::uint8_t>& loop) {
+    bool isStill = false;
+    forEachDescriptor(loop, [&isStill](std::uint8_t tag, const std::vector<std::uint8_t>& body) {
+        constexpr std::uint8_t VIDEO_STREAM = 0x02;
+        constexpr std::uint8_t AVC_VIDEO = 0x28;
+        constexpr std::uint8_t VIDEO_DECODE_CONTROL = 0xC8;
+        isStill = isStill || (tag == VIDEO_DECODE_CONTROL && !body.empty() && (body[0] & 0x80U) != 0) ||
+                  (tag == VIDEO_STREAM && !body.empty() && (body[0] & 0x01U) != 0) ||
+                  (tag == AVC_VIDEO && body.size() >= 4 && (body[3] & 0x80U) != 0);
+    });
+    return isStill;
+}
+
 Announcements::ProgramMap mapIn(const Section& section) {
-    Bits bits = bodyOf(section);
+    Bits bits = section.body();
     Announcements::ProgramMap map{takePid(bits), {}, {}};
     addKeys(map.keys, takeLoop(bits));
     while (bits.left() >= 5) {
         const std::uint64_t type = bits.take(8);
-        map.components.push_back({takePid(bits), isVideoOrAudio(type)});
-        addKeys(map.keys, takeLoop(bits));
+        const Pid pid = takePid(bits);
+        const std::vector<std::uint8_t> loop = takeLoop(bits);
+        map.components.push_back({pid, isVideoOrAudio(type), isOfStill(loop)});
+        addKeys(map.keys, loop);
     }
     return map;
 }
@@ -87,7 +95,7 @@ bool Announcements::learn(const Section& section) {
     case SDT:
         return learnServices(section);
     case CAT: {
-        Bits bits = bodyOf(section);
+        Bits bits = section.body();
         std::vector<Pid> managers;
         addKeys(managers, bits.takeAll());
         m_managers = {managers.begin(), managers.end()};
@@ -102,7 +110,7 @@ bool Announcements::learn(const Section& section) {
 
 bool Announcements::learnPrograms(const Section& section, const LongHeader& header) {
     std::vector<Program> programs;
-    Bits bits = bodyOf(section);
+    Bits bits = section.body();
     while (bits.left() >= 4 && programs.size() < MOST_PROGRAMS) {
         const auto number = static_cast<std::uint16_t>(bits.take(16));
         programs.push_back({number, takePid(bits)});
@@ -135,7 +143,7 @@ bool Announcements::learnServices(const Section& section) {
     constexpr std::uint8_t SERVICE = 0x48;
     constexpr std::uint8_t ENGINEERING = 0xA4;
     const std::size_t before = m_engineering.size();
-    Bits bits = bodyOf(section);
+    Bits bits = section.body();
     bits.take(24); // original_network_id
     while (bits.left() >= 5) {
         const auto service = static_cast<std::uint16_t>(bits.take(16));
@@ -155,6 +163,7 @@ void Announcements::combine() {
     m_mapPids.reset();
     m_named.reset();
     m_videoAndAudio.reset();
+    m_still.reset();
     for (const auto& [place, programs] : m_ofPat) {
         for (const Program& program : programs) {
             m_named.set(program.pid);
@@ -172,6 +181,7 @@ void Announcements::combine() {
         for (const Component& component : map.components) {
             m_named.set(component.pid);
             m_videoAndAudio[component.pid] = m_videoAndAudio[component.pid] || component.isVideoOrAudio;
+            m_still[component.pid] = m_still[component.pid] || component.isStill;
         }
         for (const Pid pid : map.keys) {
             m_named.set(pid);
@@ -265,7 +275,7 @@ std::map<std::string_view, double> cyclesIn(const Section& bit) {
             declareTable(cycles, tableId, bits.takeBytes(bits.take32(8)));
         }
     };
-    Bits bits = bodyOf(bit);
+    Bits bits = bit.body();
     forEachDescriptor(takeLoop(bits), takeParameters);
     while (bits.left() >= 3) {
         bits.take(8); // broadcaster_id

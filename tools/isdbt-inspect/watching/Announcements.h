@@ -26,9 +26,10 @@ public:
     struct Component {
         Pid pid;
         bool isVideoOrAudio;
+        bool isStill; ///< pictures that stay as long as they like
 
         bool operator==(const Component& other) const {
-            return pid == other.pid && isVideoOrAudio == other.isVideoOrAudio;
+            return pid == other.pid && isVideoOrAudio == other.isVideoOrAudio && isStill == other.isStill;
         }
     };
 
@@ -63,6 +64,9 @@ public:
     /// Whether a PMT says that of a PID.
     bool isVideoOrAudio(Pid pid) const { return m_videoAndAudio[pid]; }
 
+    /// Whether one says that it is of still pictures.
+    bool isStill(Pid pid) const { return m_still[pid]; }
+
     bool isMapOrPat(Pid pid) const { return pid == 0x0000 || m_mapPids[pid]; }
 
 private:
@@ -81,6 +85,7 @@ private:
     PidSet m_mapPids;
     PidSet m_named;
     PidSet m_videoAndAudio;
+    PidSet m_still;
 };
 
 /// The cycles that a BIT declares for tables, by their checks, in seconds.

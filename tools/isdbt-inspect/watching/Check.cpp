@@ -39,7 +39,7 @@ const std::vector<Check>& checks() {
         happening("scrambled_table", "1.3.a, 1.5.a", "scrambled PAT or PMT"),
         happening("wrong_table_id", "1.3.a, 2.6, 3.x", "wrong table_id on a PID"),
         happening("continuity", "1.4", "wrong continuity_counter"),
-        happening("loss", "1.4", "loss of packets of many PIDs at once"),
+        happening("loss", "1.4", "loss of packets of several PIDs at once"),
         silence("pmt_interval", "1.5.a", "PMT"),
         silence("pmt_one_seg_interval", "1.5.a", "PMT"),
         silence("pmt_engineering_interval", "1.5.a", "PMT"),
@@ -85,7 +85,9 @@ const std::vector<Check>& checks() {
         happening("version_flaps", "", "versions that go back and forth", Limited::Seconds),
         happening("silent_change", "", "change without a new version"),
         happening("original_network", "", "network that the NIT and the SDT disagree about"),
+        happening("no_packets", "", "packets", Limited::Seconds),
         happening("pause", "", "pause of the sender"),
+        happening("slow_clock", "", "clock that is slower than the arrival"),
         happening("new_stream", "", "new stream"),
         happening("looped", "", "stream that begins again"),
     };

@@ -1,7 +1,7 @@
 #include "watching/SectionWatch.h"
 
-#include "describing/Bits.h"
 #include "describing/Readings.h"
+#include "sections/Bits.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -34,15 +34,6 @@ bool isOfCarousel(std::uint8_t tableId) {
     constexpr std::uint8_t FIRST = 0x3A;
     constexpr std::uint8_t LAST = 0x3F;
     return tableId >= FIRST && tableId <= LAST;
-}
-
-/// What stands between the long header and the CRC_32.
-Bits behindHeader(const Section& section) {
-    constexpr std::size_t HEADER_SIZE = 8;
-    constexpr std::size_t CRC_SIZE = 4;
-    Bits bits(section.data(), section.size() - CRC_SIZE);
-    bits.takeBytes(HEADER_SIZE);
-    return bits;
 }
 
 FaultPlace placeOf(const Section& section, std::optional<std::uint16_t> extension = std::nullopt) {
@@ -125,6 +116,9 @@ void SectionWatch::checkGap(const Section& section, const LongHeader& header) {
 }
 
 void SectionWatch::checkVersion(const Section& section, const LongHeader& header) {
+    if (isCarouselTable(section.tableId())) {
+        return; // carousels and groups on a PID have modules of the same ids
+    }
     const Place place = Place::of(section.pid(), section.tableId(), header);
     Versions* const versions = m_versions.find(place);
     if (versions == nullptr) {
@@ -162,7 +156,7 @@ void SectionWatch::checkVersion(const Section& section, const LongHeader& header
 
 /// Which network each transport stream comes from.
 void SectionWatch::learnNetworks(const Section& section) {
-    Bits bits = behindHeader(section);
+    Bits bits = section.body();
     bits.take(4);
     bits.takeBytes(bits.take32(12)); // descriptors of the network
     bits.take(16);                   // length of all that follows
@@ -180,7 +174,7 @@ void SectionWatch::learnNetworks(const Section& section) {
 
 void SectionWatch::checkNetwork(const Section& section, const LongHeader& header) {
     const std::uint16_t* const network = m_networks.find(header.extension);
-    Bits bits = behindHeader(section);
+    Bits bits = section.body();
     const auto said = static_cast<std::uint16_t>(bits.take(16));
     if (network != nullptr && !bits.failed() && said != *network) {
         m_alarms.happened({"original_network", placeOf(section, header.extension)}, section.position(),

@@ -4,6 +4,7 @@
 #include <bitstream/mpeg/ts.h>
 #include <fmt/format.h>
 #include <limits>
+#include <utility>
 
 namespace inspect {
 
@@ -15,12 +16,15 @@ constexpr double PATIENCE = 10;
 /// How often is looked for packets that nobody announces, in seconds.
 constexpr double PERIOD = 0.5;
 
-/// So long after a loss counters may be broken by it, on PIDs whose packets are rare.
-constexpr double SAME_BREAK = 30;
+/// So long it may take until it is known that packets were lost: many a table comes each second, and the clock may need
+/// half of one more.
+constexpr double UNDECIDED = 1.6;
 
-/// So long it may take until it is known that one happened.
-constexpr double UNDECIDED = 0.6;
-constexpr std::size_t MOST_UNDECIDED = 4096;
+/// A loss that is shorter, in seconds, takes a packet of a table with it here and there.
+constexpr double SHORT_LOSS = 0.1;
+
+/// Packets that are sent in time may come so much later than those before.
+constexpr double JITTER = 0.3;
 
 constexpr std::uint8_t CAT_ID = 0x01;
 constexpr std::uint8_t BIT_ID = 0xC4;
@@ -54,9 +58,10 @@ constexpr Happening HAPPENINGS[] = {
      }},
     {EventKind::PcrFrozen, "pcr_frozen", [](const Event& event) { return "PCR stands still" + onPid(event); }},
     {EventKind::PcrCeased, "pcr_ceased", [](const Event& event) { return "no more PCR" + onPid(event); }},
-    {EventKind::Loss, "loss",
+    {EventKind::SlowClock, "slow_clock",
      [](const Event& event) {
-         return fmt::format("packets of many PIDs lost, {} of the stream", lengthText(event.amount));
+         return fmt::format("the stream comes slower than its PCRs say: {:.3g} s of them in {:.3g} s",
+                            event.from * (1 - event.amount), event.from);
      }},
     {EventKind::Pause, "pause", [](const Event& event) { return "the sender paused for " + lengthText(event.amount); }},
     {EventKind::NewStream, "new_stream", [](const Event& /*event*/) { return std::string("new stream from here"); }},
@@ -90,13 +95,15 @@ PidSet pidsFor(const Profile& profile) {
 
 } // namespace
 
-Watch::Watch(const TrafficCounter& traffic, const Profile& profile)
-    : m_traffic(traffic), m_profile(profile), m_alarms(profile), m_silences(m_alarms), m_sections(m_alarms) {
+Watch::Watch(const TrafficCounter& traffic, const StreamClock& clock, const Profile& profile)
+    : m_traffic(traffic), m_clock(clock), m_profile(profile), m_alarms(profile), m_silences(m_alarms, clock),
+      m_sections(m_alarms) {
     m_gatherer.setPids(pidsFor(profile));
 }
 
 /// What breaks off comes first: what a packet says else is measured from there on.
 void Watch::take(const Events& events, const Position& now) {
+    endSilence(now);
     resume(now);
     for (const Event& event : events) {
         takeStopped(event);
@@ -119,36 +126,56 @@ void Watch::take(const Event& event, const Position& now) {
         m_silences.cameIfExpected({"pcr_one_seg_interval", place}, event.at, event.amount);
         return;
     case EventKind::PtsInterval:
-        if (m_announcements.isVideoOrAudio(event.pid.value_or(NULL_PID))) {
+        if (const Pid pid = event.pid.value_or(NULL_PID);
+            m_announcements.isVideoOrAudio(pid) && !m_announcements.isStill(pid)) {
             m_silences.came({"pts_interval", place}, event.at, event.amount);
         }
         return;
     case EventKind::Scrambled:
         takeScrambled(event);
         return;
-    case EventKind::Discontinuity:
-        if (isOfBreak(event)) {
-            return;
-        }
-        if (event.at.seconds && m_undecided.size() < MOST_UNDECIDED) {
-            m_undecided.push_back(event);
-            return;
-        }
+    case EventKind::SlowClock:
+        m_slowUntil = 2 * event.from + event.at.seconds.value_or(0);
         break;
+    case EventKind::Discontinuity:
+        if (!event.at.seconds) {
+            break; // nobody sees which others were broken at the same time
+        }
+        m_silences.excuse(now.seconds ? now : event.at, m_breaks.take(event) ? std::nullopt : event.pid);
+        if (m_breaks.isFull()) {
+            decide(now, std::numeric_limits<double>::infinity());
+        }
+        return;
     default:
         break;
     }
-    happened(event);
     if (isBreak(event)) {
-        const Position& at = event.at.seconds > now.seconds ? event.at : now;
-        m_break = at.seconds;
-        m_resumesAt = at.seconds;
-        m_broken.reset();
-        for (const Event& undecided : m_undecided) {
-            m_broken.set(undecided.pid.value_or(NULL_PID));
-        }
-        m_undecided.clear();
-        restart(at);
+        takeBreak(event, now);
+    } else {
+        happened(event);
+    }
+}
+
+void Watch::takeBreak(const Event& event, const Position& now) {
+    const bool isTold =
+        (event.kind == EventKind::Loss || event.kind == EventKind::Pause) && m_breaks.explainsAsGap(event);
+    const Position& at = event.at.seconds > now.seconds ? event.at : now;
+    if (event.kind == EventKind::NewStream || event.kind == EventKind::Looped) {
+        m_breaks.clear();
+    }
+    if (event.kind == EventKind::Loss && !isTold) {
+        m_breaks.takeLoss(event);
+    } else if (!isTold) {
+        happened(event);
+    }
+    if (event.kind == EventKind::Loss && event.amount < SHORT_LOSS) {
+        m_silences.excuse(at);
+        return;
+    }
+    m_resumesAt = at.seconds;
+    restart(at);
+    if (event.kind == EventKind::NewStream || event.kind == EventKind::Looped) {
+        m_silences.restart(at);
     }
 }
 
@@ -177,19 +204,9 @@ void Watch::forgetStopped() {
     }
 }
 
-/// A loss breaks the counter of each PID once, of those whose packets are rare later than of others.
-bool Watch::isOfBreak(const Event& event) {
-    if (!m_break || !event.at.seconds || *event.at.seconds - *m_break > SAME_BREAK) {
-        return false;
-    }
-    const Pid pid = event.pid.value_or(NULL_PID);
-    const bool isFirst = !m_broken[pid];
-    m_broken.set(pid);
-    return isFirst;
-}
-
 void Watch::happened(const Event& event) {
-    const FaultPlace place{event.pid, std::nullopt, std::nullopt};
+    const bool isOfPid = event.kind != EventKind::SlowClock;
+    const FaultPlace place{isOfPid ? event.pid : std::nullopt, std::nullopt, std::nullopt};
     for (const Happening& happening : HAPPENINGS) {
         if (happening.kind == event.kind) {
             const std::optional<double> worst = event.amount != 0 ? std::optional(event.amount) : std::nullopt;
@@ -198,19 +215,68 @@ void Watch::happened(const Event& event) {
     }
 }
 
-/// Broken counters are told of once it is clear that no loss of many PIDs and no other stream broke them.
-void Watch::decide(double until) {
-    const auto end = std::find_if(m_undecided.begin(), m_undecided.end(),
-                                  [until](const Event& event) { return *event.at.seconds > until; });
-    for (auto event = m_undecided.begin(); event != end; ++event) {
-        happened(*event);
+void Watch::lost(const Breaks::Break& loss) {
+    std::string text = loss.counters.empty()
+                           ? "packets lost"
+                           : fmt::format("at least {:.0f} packets of {} PIDs lost at once", loss.lost(), loss.pids());
+    const std::optional<double> seconds = loss.seconds != 0 ? std::optional(loss.seconds) : std::nullopt;
+    if (seconds) {
+        text += fmt::format(", {} of the stream", lengthText(*seconds));
     }
-    m_undecided.erase(m_undecided.begin(), end);
+    m_alarms.happened({"loss", {}}, loss.begin, text, seconds);
+}
+
+/// What a loss may explain, or another stream, is told of once it is clear that it does not.
+void Watch::decide(const Position& now, double until) {
+    for (const Breaks::Break& each : m_breaks.decided(until)) {
+        if (each.isLoss()) {
+            lost(each);
+            continue;
+        }
+        for (const Event& counter : each.counters) {
+            happened(counter);
+        }
+    }
+    if (!m_clock.maySeeLoss(now.packet) || until > now.seconds.value_or(0)) {
+        m_silences.decide(until);
+    }
 }
 
 void Watch::finish(const Position& end) {
     tick(end);
-    decide(std::numeric_limits<double>::infinity());
+    if (end.seconds) {
+        decide(end, std::numeric_limits<double>::infinity());
+    }
+}
+
+/// Whatever should have come by now does not, for this one reason.
+void Watch::tickInSilence(const Position& now, double silence, std::optional<double> toldAfter) {
+    m_isReceived = true;
+    if (silence < JITTER) {
+        return;
+    }
+    const Spot all{"no_packets"};
+    m_isSilenceTold = toldAfter && silence >= *toldAfter;
+    if (!toldAfter && m_alarms.breaksLimit(all, silence)) {
+        const bool isNew = !m_alarms.breaksLimit(all, m_silence.value_or(0));
+        m_isSilenceTold = true;
+        m_alarms.lasted(all, now, fmt::format("no {} for {}", textOf(all), lengthText(silence)), silence, isNew);
+    }
+    m_silence = silence;
+    m_alarms.tick(now);
+}
+
+/// How long it was is known, and all that should have come is waited for anew.
+void Watch::endSilence(const Position& now) {
+    if (!m_silence || !now.seconds) {
+        return;
+    }
+    m_alarms.recover({"no_packets"}, now, *m_silence);
+    if (std::exchange(m_isSilenceTold, false)) {
+        m_breaks.takeGap(now);
+    }
+    m_silence.reset();
+    restart(now);
 }
 
 void Watch::takeScrambled(const Event& event) {
@@ -231,7 +297,7 @@ void Watch::restart(const Position& at) {
     m_stopped.clear();
     m_start.reset();
     begin(at);
-    m_silences.restart(at);
+    m_silences.resume(at, m_now);
 }
 
 /// The time that was lost may be counted only behind the packet that showed the loss.
@@ -351,6 +417,9 @@ std::set<Spot> Watch::expected() const {
             spots.insert({isOwn ? "pcr_one_seg_interval" : "pcr_interval", {map.clock, std::nullopt, std::nullopt}});
         }
         for (const Announcements::Component& component : map.components) {
+            if (component.isStill) {
+                continue; // a picture may stay for a minute
+            }
             spots.insert({component.isVideoOrAudio ? "video_audio_pid" : "other_pid",
                           {component.pid, std::nullopt, std::nullopt}});
         }
@@ -380,7 +449,7 @@ void Watch::tick(const Position& now) {
     m_now = now;
     resume(now);
     begin(now);
-    decide(*now.seconds - UNDECIDED);
+    decide(now, *now.seconds - UNDECIDED);
     if (!m_waited && *now.seconds - *m_start->seconds > PATIENCE) {
         m_waited = true;
         if (!m_announcements.knowsServices()) {
@@ -389,7 +458,9 @@ void Watch::tick(const Position& now) {
     }
     checkPackets("video_audio_pid");
     checkPackets("other_pid");
-    m_silences.tick(now);
+    m_silences.tick(now, m_clock.maySeeLoss(now.packet)             ? Silences::Doubt::Great
+                         : m_clock.isJudging() || m_breaks.isOpen() ? Silences::Doubt::Some
+                                                                    : Silences::Doubt::None);
     if (*now.seconds >= m_nextLook) {
         m_nextLook = *now.seconds + PERIOD;
         checkUnreferenced("unreferenced_pid");
@@ -397,6 +468,9 @@ void Watch::tick(const Position& now) {
     }
     for (const auto& [pid, check] : m_stopped) {
         m_alarms.goesOn({check, {pid, std::nullopt, std::nullopt}}, now);
+    }
+    if (*now.seconds < m_slowUntil) {
+        m_alarms.goesOn({"slow_clock"}, now);
     }
     m_alarms.tick(now);
 }
@@ -436,9 +510,11 @@ std::vector<CheckResult> Watch::results() const {
     std::vector<CheckResult> results;
     for (const Check& check : checks()) {
         if (const Limit* const limit = m_profile.of(check.name)) {
-            const std::uint64_t alarms = m_alarms.countOf(check.name);
-            results.push_back({check.name, check.indicator, check.what, limit->text(), alarms,
-                               alarms == 0 ? whyUnmeasured(check) : ""});
+            const std::uint64_t alarms = m_alarms.countOf(check.name, Severity::Error);
+            const std::uint64_t warnings = m_alarms.countOf(check.name, Severity::Warning);
+            const std::uint64_t remarks = m_alarms.countOf(check.name, Severity::Remark);
+            results.push_back({check.name, check.indicator, check.what, limit->text(), alarms, warnings, remarks,
+                               alarms + warnings + remarks == 0 ? whyUnmeasured(check) : ""});
         }
     }
     return results;
@@ -448,6 +524,9 @@ std::string Watch::whyUnmeasured(const Check& check) const {
     constexpr std::string_view CLOCK = "pcr_";
     if (!check.impossible.empty()) {
         return std::string(check.impossible);
+    }
+    if (check.name == "no_packets") {
+        return m_isReceived ? "" : "the input does not come live";
     }
     if (check.limited == Check::Limited::Times) {
         return m_hasCycles ? "" : "no BIT declares any";

@@ -4,6 +4,7 @@
 #include "sections/SectionGatherer.h"
 #include "traffic/TrafficCounter.h"
 #include "watching/Announcements.h"
+#include "watching/Breaks.h"
 #include "watching/Check.h"
 #include "watching/SectionWatch.h"
 #include "watching/Silences.h"
@@ -17,7 +18,7 @@ namespace inspect {
 /// Watches a stream for what breaks its limits. What happens is told to it as it happens; time passes by tick().
 class Watch {
 public:
-    Watch(const TrafficCounter& traffic, const Profile& profile);
+    Watch(const TrafficCounter& traffic, const StreamClock& clock, const Profile& profile);
     Watch(const Watch&) = delete;
     Watch& operator=(const Watch&) = delete;
 
@@ -38,6 +39,11 @@ public:
     /// Time has passed: what should have come by now and did not?
     void tick(const Position& now);
 
+    /// The stream is received while it is sent, and nothing has come for so long.
+    /// @param now as far as this machine's clock tells
+    /// @param toldAfter that is told elsewhere, after so long
+    void tickInSilence(const Position& now, double silence, std::optional<double> toldAfter = {});
+
     /// The stream ended: the same, and what was not decided yet.
     void finish(const Position& end);
 
@@ -52,11 +58,13 @@ public:
 
 private:
     void take(const Event& event, const Position& now);
-    bool isOfBreak(const Event& event);
+    void takeBreak(const Event& event, const Position& now);
     void happened(const Event& event);
+    void lost(const Breaks::Break& loss);
+    void endSilence(const Position& now);
     void takeStopped(const Event& event);
     void forgetStopped();
-    void decide(double until);
+    void decide(const Position& now, double until);
     void begin(const Position& at);
     void restart(const Position& at);
     void resume(const Position& now);
@@ -72,6 +80,7 @@ private:
     std::string whyUnmeasured(const Check& check) const;
 
     const TrafficCounter& m_traffic;
+    const StreamClock& m_clock;
     const Profile& m_profile;
     Alarms m_alarms;
     Silences m_silences;
@@ -80,11 +89,13 @@ private:
     SectionGatherer m_gatherer;
     std::optional<Position> m_start; ///< of what is watched now, once there is a clock
     Position m_now;
-    std::vector<Event> m_undecided;  ///< broken counters, which a loss may explain
-    std::optional<double> m_break{}; ///< when the stream was cut last, in seconds
+    Breaks m_breaks;
     std::optional<double> m_resumesAt{};
+    bool m_isReceived = false;         ///< while it is sent
+    std::optional<double> m_silence{}; ///< nothing has come for so long
+    bool m_isSilenceTold = false;
     std::map<Pid, std::string_view> m_stopped; ///< PIDs whose PCR stands still or has ceased, and the check for that
-    PidSet m_broken;                           ///< PIDs on which that has shown since
+    double m_slowUntil = 0;                    ///< whether the clock is in time again is not known before
     double m_nextLook = 0;                     ///< at the PIDs that nobody names, in seconds
     bool m_waited = false;                     ///< long enough for what tables say
     bool m_hasPcr = false;
