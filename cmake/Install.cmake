@@ -1,6 +1,6 @@
 # Parts that can be installed apart (cmake --install --component): library, development, logger, logger-development,
-# carousel, carousel-development, tool. A receiver that has the platform's own logger leaves both parts of the stand-in
-# out.
+# carousel, carousel-development, tool, python. A receiver that has the platform's own logger leaves both parts of the
+# stand-in out.
 include(CMakePackageConfigHelpers)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/QuorISDBT)

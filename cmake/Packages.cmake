@@ -12,6 +12,9 @@ set(CPACK_COMPONENTS_ALL library development logger logger-development tool)
 if(TARGET QuorCarousel)
   list(APPEND CPACK_COMPONENTS_ALL carousel carousel-development)
 endif()
+if(TARGET quor_isdbt_module)
+  list(APPEND CPACK_COMPONENTS_ALL python)
+endif()
 set(CPACK_COMPONENTS_GROUPING IGNORE)
 set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/stage.cmake)
 
@@ -79,7 +82,17 @@ quor_package(tool isdbt-inspect utils
   "show the tables of an ISDB-T transport stream"
   "Reads a recorded transport stream and shows the PSI/SI and AIT sections that it"
   "carries as trees, with what a receiver would reject in them and why.")
+quor_package(python python3-quor-isdbt python
+  "sections of ISDB-T streams as Python objects"
+  "Reads the sections that an ISDB-T transport stream carries into typed objects,"
+  "and gives all that isdbt-inspect finds in a stream, item by item.")
 
+# A module is for one version of Python.
+if(TARGET quor_isdbt_module)
+  find_package(Python REQUIRED COMPONENTS Interpreter)
+  math(EXPR next_python "${Python_VERSION_MINOR} + 1")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "python3 (>= 3.${Python_VERSION_MINOR}~), python3 (<< 3.${next_python})")
+endif()
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
     "libquorisdbt${soname_version} (= ${package_version}), libquorlogger-2.0-dev")
 set(CPACK_DEBIAN_LOGGER-DEVELOPMENT_PACKAGE_DEPENDS "libquorlogger-2.0")

@@ -1,0 +1,3 @@
+from quor_isdbt.archive.command import main
+
+main()
