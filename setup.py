@@ -1,6 +1,9 @@
-"""pip install .: CMake builds the module, with the libraries and the rooms of the tool in it, and the files beside it."""
+"""pip install .: CMake builds the module, with the libraries and the rooms of the tool in it, and the files beside it. What the
+variable CMAKE_ARGS holds, CMake is told, too."""
 
+import os
 import re
+import shlex
 import shutil
 import subprocess
 import sys
@@ -15,7 +18,8 @@ BUILD = ROOT / "build/python"
 
 class BuildWithCMake(build_ext):
     def build_extension(self, extension):
-        for step in (["--preset", "python", f"-DPython_EXECUTABLE={Path(sys.executable).resolve()}"],
+        for step in (["--preset", "python", f"-DPython_EXECUTABLE={Path(sys.executable).resolve()}",
+                      *shlex.split(os.environ.get("CMAKE_ARGS", ""))],
                      ["--build", "--preset", "python", "--target", "quor_isdbt_module"]):
             subprocess.run(["cmake", *step], cwd=ROOT, check=True)
         package = Path(self.get_ext_fullpath(extension.name)).parent
