@@ -9,6 +9,7 @@
 #include "tool/Streams.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -29,11 +30,12 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 #ifdef __SANITIZE_ADDRESS__
-constexpr bool IS_SLOW = true;
+constexpr bool IS_CHECKED = true;
 #else
-constexpr bool IS_SLOW = sizeof EMULATOR > 1;
+constexpr bool IS_CHECKED = sizeof EMULATOR > 1;
 #endif
-constexpr std::size_t SPARSENESS = IS_SLOW ? 25 : 1; // each run takes many times as long
+// Each run takes many times as long then, or under valgrind, which has the variable set.
+const std::size_t SPARSENESS = IS_CHECKED || std::getenv("TESTS_ARE_SLOW") != nullptr ? 25 : 1;
 
 /// What a run says.
 struct Told {
