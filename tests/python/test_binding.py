@@ -83,6 +83,14 @@ class Listing(unittest.TestCase):
 
     def test_what_is_said_in_the_headers_is_said_here(self):
         self.assertEqual(quor_isdbt.PATTable.program_numbers.__doc__, "The program_numbers in ascending order.")
+        self.assertEqual(quor_isdbt.ComponentDescriptor.component_type.__doc__,
+                         "component_type, 0 to 255; its meaning depends on stream_content.")
+
+    def test_what_is_said_names_things_as_they_are_called_here(self):
+        for name in {line[1] for line in LISTING}:
+            for each in (of_package(name), *vars(of_package(name)).values()):
+                with self.subTest(f"{name}: {each}"):
+                    self.assertNotRegex(getattr(each, "__doc__", None) or "", r"\b(get|is|has)[A-Z0-9]\w*\(\)")
 
 
 class Tomorrow(unittest.TestCase):

@@ -9,7 +9,6 @@
 #include "tool/Streams.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -34,8 +33,7 @@ constexpr bool IS_CHECKED = true;
 #else
 constexpr bool IS_CHECKED = sizeof EMULATOR > 1;
 #endif
-// Each run takes many times as long then, or under valgrind, which has the variable set.
-const std::size_t SPARSENESS = IS_CHECKED || std::getenv("TESTS_ARE_SLOW") != nullptr ? 25 : 1;
+constexpr std::size_t SPARSENESS = IS_CHECKED ? 25 : 1; // each run takes many times as long
 
 /// What a run says.
 struct Told {
