@@ -9,7 +9,7 @@ namespace inspect {
 
 namespace {
 
-using Bytes = std::vector<std::uint8_t>;
+using Octets = std::vector<std::uint8_t>;
 
 constexpr int HEXADECIMAL = 16;
 constexpr std::string_view DIGITS = "0123456789abcdefABCDEF";
@@ -32,7 +32,7 @@ bool isBlank(std::string_view text) {
     return text.find_first_not_of(BLANKS) == std::string_view::npos;
 }
 
-void append(Bytes& bytes, std::string_view digits) {
+void append(Octets& bytes, std::string_view digits) {
     for (std::size_t at = 0; at < digits.size(); at += 2) {
         bytes.push_back(static_cast<std::uint8_t>(valueOf(digits.substr(at, 2))));
     }
@@ -43,7 +43,7 @@ class Plain {
 public:
     explicit Plain(std::string_view text) : m_text(text) {}
 
-    Bytes read() {
+    Octets read() {
         // Of an array, what stands before its braces and behind them are no bytes.
         const bool array = m_text.find('{') != std::string_view::npos;
         m_at = array ? m_text.find('{') + 1 : 0;
@@ -99,7 +99,7 @@ private:
 
     std::string_view m_text;
     std::size_t m_at = 0;
-    Bytes m_bytes;
+    Octets m_bytes;
 };
 
 /// A line of a dump: "0010  02 B0 14 E6  |....|".
@@ -146,7 +146,7 @@ std::optional<std::vector<DumpLine>> dumpLines(std::string_view text) {
 /// Appends the bytes of a line until something else comes. @return where they end.
 /// @param most  how many there can be
 /// @param alone no other line shows where the bytes end and the characters begin: a wide gap does
-std::size_t appendBytes(Bytes& bytes, std::string_view rest, std::uint64_t most, bool alone) {
+std::size_t appendBytes(Octets& bytes, std::string_view rest, std::uint64_t most, bool alone) {
     constexpr std::size_t HALF_LINE = 8; // behind it some dumps have a wider gap
     const std::size_t before = bytes.size();
     std::size_t end = 0;
@@ -190,7 +190,7 @@ bool hasWords(const DumpLine& line) {
 
 /// Bytes with an offset before each line that says how many came before; several dumps one behind the other. Nothing
 /// when the text is something else.
-std::optional<Bytes> readDump(std::string_view text) {
+std::optional<Octets> readDump(std::string_view text) {
     const std::optional<std::vector<DumpLine>> lines = dumpLines(text);
     if (!lines || lines->empty() || isBlank(lines->front().rest)) {
         return std::nullopt;
@@ -198,7 +198,7 @@ std::optional<Bytes> readDump(std::string_view text) {
     if (hasWords(lines->front())) {
         throw HexError(OF_WORDS);
     }
-    Bytes all;
+    Octets all;
     std::size_t end = 0; // of the bytes in the line before
     for (auto line = lines->begin(); line != lines->end(); ++line) {
         const auto next = line + 1;
@@ -235,10 +235,10 @@ std::string withLineFeeds(std::string text) {
 
 std::vector<std::uint8_t> readHex(std::string_view text) {
     const std::string lines = withLineFeeds(std::string(text));
-    if (std::optional<Bytes> dump = readDump(lines)) {
+    if (std::optional<Octets> dump = readDump(lines)) {
         return std::move(*dump);
     }
-    Bytes bytes = Plain(lines).read();
+    Octets bytes = Plain(lines).read();
     if (bytes.empty()) {
         throw HexError("bytes in hexadecimal expected");
     }

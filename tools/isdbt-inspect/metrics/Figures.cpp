@@ -12,7 +12,7 @@ namespace {
 constexpr double PACKET_BITS = 188 * 8;
 
 /// Their places among all metrics.
-enum Row {
+enum FamilyRow {
     Up,
     LastPacket,
     Packets,
@@ -125,7 +125,7 @@ Labels Figures::labels(std::optional<Pid> pid, std::optional<std::uint8_t> table
 }
 
 void Figures::addTo(std::vector<Metric>& metrics) const {
-    const auto add = [&metrics](Row row, const Labels& labels, auto value) {
+    const auto add = [&metrics](FamilyRow row, const Labels& labels, auto value) {
         metrics[row].figures.push_back({labels, static_cast<double>(value)});
     };
     const Labels ofAll = labels();
