@@ -10,11 +10,11 @@ const char* const MODE_1_GUARD_1_32 = "7F 44 3D 258B4B3FFF 258B4B3FFF FFFFFF AA2
 
 namespace {
 
-constexpr std::size_t PACKET_SIZE = 188;
+constexpr std::size_t PACKET = 188;
 
 ByteVector payloadOn(unsigned pid) {
     ByteVector packet = join({hex("47"), u16(pid), hex("10")});
-    packet.resize(PACKET_SIZE, 0xFF);
+    packet.resize(PACKET, 0xFF);
     return packet;
 }
 
@@ -31,7 +31,7 @@ constexpr Kind KINDS[] = {{16, 0x0211, 1}, {16 + 648, 0x0111, 2}, {FRAME - 1, 0x
 
 ByteVector informationPacket(const std::string& configuration) {
     ByteVector packet = join({hex("47 1FF0 10  0000"), hex(configuration), hex("00 00 00")});
-    packet.resize(PACKET_SIZE, 0xFF);
+    packet.resize(PACKET, 0xFF);
     return packet;
 }
 
@@ -100,7 +100,7 @@ ByteVector BroadcastStream::bytes() const {
 ByteVector BroadcastStream::withoutTrailers() const {
     ByteVector stream;
     for (const ByteVector& packet : m_packets) {
-        stream.insert(stream.end(), packet.begin(), packet.begin() + PACKET_SIZE);
+        stream.insert(stream.end(), packet.begin(), packet.begin() + PACKET);
     }
     return stream;
 }

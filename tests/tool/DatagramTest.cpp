@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::size_t PACKETS_OF_DATAGRAM = 7;
 
-ByteVector pat() {
+ByteVector patOfOneProgram() {
     return longSection(0x00, {}, hex("0001 E100"));
 }
 
@@ -45,7 +45,7 @@ ByteVector rtp(unsigned sequence, const ByteVector& payload) {
 std::vector<ByteVector> datagrams() {
     StreamBuilder stream;
     for (int count = 0; count < 9; ++count) {
-        stream.section(PAT_PID, pat()).null(6);
+        stream.section(PAT_PID, patOfOneProgram()).null(6);
     }
     stream.section(TOT_PID, tot("124500")).null(6);
     std::vector<ByteVector> parts;
@@ -214,7 +214,7 @@ TEST(InspectDatagrams, NoneIsLostWhileTheOutputWaits) {
         std::this_thread::sleep_until(begin + number * INTERVAL);
         sender.send(datagram);
     }
-    sender.send(StreamBuilder().section(PAT_PID, pat()).null(6).bytes());
+    sender.send(StreamBuilder().section(PAT_PID, patOfOneProgram()).null(6).bytes());
     ASSERT_TRUE(program.waitFor("PAT  PID 0x0000"));
     program.signal(SIGINT);
     const Finished finished = program.finish();

@@ -30,7 +30,7 @@ LongHeader announced(QUOR_U16 extension, unsigned version) {
 }
 
 /// A PAT of the program 0x0007.
-ByteVector pat(unsigned version = 0, unsigned pmtPid = PMT_PID, QUOR_U16 streamId = 1) {
+ByteVector patOfProgram7(unsigned version = 0, unsigned pmtPid = PMT_PID, QUOR_U16 streamId = 1) {
     return longSection(0x00, header(streamId, version), join({hex("0007"), u16(pmtPid, 0xE000)}));
 }
 
@@ -77,7 +77,7 @@ std::string diff(const StreamBuilder& yesterday, const StreamBuilder& today) {
 
 TEST(InspectDiff, FirstSightIsOneLine) {
     StreamBuilder stream;
-    stream.section(PAT_PID, pat()).section(PMT_PID, pmt(3, video("30")));
+    stream.section(PAT_PID, patOfProgram7()).section(PMT_PID, pmt(3, video("30")));
     EXPECT_EQ(diffOf("pat,pmt", stream),
               "+ PAT 0x0001  PID 0x0000  version 0  section 0/0  packet 1  new\n"
               "+ PMT 0x0007  PID 0x0101  version 3  section 0/0  packet 2  new\n"
@@ -87,7 +87,7 @@ TEST(InspectDiff, FirstSightIsOneLine) {
 
 TEST(InspectDiff, ShowsFieldByFieldWhatANewVersionChanges) {
     StreamBuilder stream;
-    stream.section(PAT_PID, pat())
+    stream.section(PAT_PID, patOfProgram7())
         .section(PMT_PID, pmt(3, video("30")))
         .section(PMT_PID, pmt(4, join({hex("11 E132 F003 5201 10"), video("31")})))
         .section(PMT_PID, pmt(5, hex("1B E131 F000")));
@@ -112,7 +112,9 @@ TEST(InspectDiff, ShowsFieldByFieldWhatANewVersionChanges) {
 
 TEST(InspectDiff, BreaksChangesThatTheLineHasNoRoomFor) {
     StreamBuilder stream;
-    stream.section(PAT_PID, pat()).section(PMT_PID, pmt(3, video("30"))).section(PMT_PID, pmt(4, video("31")));
+    stream.section(PAT_PID, patOfProgram7())
+        .section(PMT_PID, pmt(3, video("30")))
+        .section(PMT_PID, pmt(4, video("31")));
     EXPECT_THAT(diff(stream, {"--width", "80"}),
                 HasSubstr("    ~ elementary_streams[0x0131].stream_identifier_descriptor.component_tag\n"
                           "        0x30 (48) -> 0x31 (49)\n"));
@@ -155,7 +157,7 @@ TEST(InspectDiff, ShowsWhichOfSeveralValuesComeAndGo) {
 
 TEST(InspectDiff, MarksHaveColours) {
     StreamBuilder stream;
-    stream.section(PAT_PID, pat()).section(PAT_PID, pat(1, 0x0102));
+    stream.section(PAT_PID, patOfProgram7()).section(PAT_PID, patOfProgram7(1, 0x0102));
     EXPECT_THAT(diff(stream, {"--color", "always"}),
                 StartsWith("\x1B[32m+\x1B[0m \x1B[1mPAT 0x0001\x1B[0m  PID 0x0000  version 0  section 0/0  packet 1  "
                            "\x1B[32mnew\x1B[0m\n"
@@ -166,14 +168,14 @@ TEST(InspectDiff, MarksHaveColours) {
 
 TEST(InspectDiff, SaysWhenNothingButTheVersionChanges) {
     StreamBuilder stream;
-    stream.section(PAT_PID, pat(0)).section(PAT_PID, pat(1));
+    stream.section(PAT_PID, patOfProgram7(0)).section(PAT_PID, patOfProgram7(1));
     EXPECT_THAT(diff(stream), HasSubstr("~ PAT 0x0001  PID 0x0000  version 0 -> 1  section 0/0  packet 2\n"
                                         "    no field differs\n"));
 }
 
 TEST(InspectDiff, SaysWhenTheVersionStays) {
     StreamBuilder stream;
-    stream.section(PAT_PID, pat()).section(PAT_PID, pat(0, 0x0102));
+    stream.section(PAT_PID, patOfProgram7()).section(PAT_PID, patOfProgram7(0, 0x0102));
     EXPECT_THAT(diff(stream),
                 HasSubstr("~ PAT 0x0001  PID 0x0000  version 0  section 0/0  packet 2  CHANGED WITHOUT A NEW VERSION\n"
                           "    ~ programs[0x0007].program_map_pid  0x0101 (257) -> 0x0102 (258)\n"));
@@ -181,7 +183,7 @@ TEST(InspectDiff, SaysWhenTheVersionStays) {
 
 TEST(InspectDiff, AnotherTransportStreamReplacesThePat) {
     StreamBuilder stream;
-    stream.section(PAT_PID, pat()).section(PAT_PID, pat(0, PMT_PID, 0x0735));
+    stream.section(PAT_PID, patOfProgram7()).section(PAT_PID, patOfProgram7(0, PMT_PID, 0x0735));
     EXPECT_THAT(diffOf("pat", stream), HasSubstr("~ PAT 0x0735  PID 0x0000  version 0  section 0/0  packet 2\n"
                                                  "    ~ transport_stream_id  0x0001 (1) -> 0x0735 (1845)\n"
                                                  "2 packets"));
@@ -190,7 +192,7 @@ TEST(InspectDiff, AnotherTransportStreamReplacesThePat) {
 /// What is announced is compared with what holds; when it holds, it is compared with what did.
 TEST(InspectDiff, AnnouncedVersionIsKeptApart) {
     StreamBuilder stream;
-    stream.section(PAT_PID, pat())
+    stream.section(PAT_PID, patOfProgram7())
         .section(PMT_PID, pmt(3, video("30")))
         .section(PMT_PID, nextPmt(4, video("31")))
         .section(PMT_PID, pmt(3, video("30")))
@@ -223,7 +225,7 @@ TEST(InspectDiff, SaysWhichSectionsAreNoMore) {
 TEST(InspectDiff, RejectedSectionIsShownAndTheFormerOneStaysKnown) {
     StreamBuilder stream;
     const ByteVector refused = hex("1B E131 F002 5200");
-    stream.section(PAT_PID, pat())
+    stream.section(PAT_PID, patOfProgram7())
         .section(PMT_PID, pmt(3, video("30")))
         .section(PMT_PID, pmt(4, refused))
         .section(PMT_PID, pmt(3, video("30")))
@@ -257,21 +259,23 @@ TEST(InspectDiff, TimeGoesOnInOneLine) {
 
 TEST(InspectDiff, ShowsOnlyTheTablesThatAreAskedFor) {
     StreamBuilder stream;
-    stream.section(PAT_PID, pat()).section(TOT_PID, tot("C079 124530"));
+    stream.section(PAT_PID, patOfProgram7()).section(TOT_PID, tot("C079 124530"));
     EXPECT_THAT(diff(stream, {"--table", "tot"}), StartsWith("+ TOT  PID 0x0014  packet 2  new\n2 packets"));
 }
 
 TEST(InspectDiff, SameRecordingSaysNothing) {
     StreamBuilder stream;
-    stream.section(PAT_PID, pat()).section(PMT_PID, pmt(3, video("30")));
+    stream.section(PAT_PID, patOfProgram7()).section(PMT_PID, pmt(3, video("30")));
     EXPECT_THAT(diff(stream, stream), StartsWith("2 packets of 188 bytes, 2 sections on 2 PIDs: 2 shown"));
 }
 
 TEST(InspectDiff, ComparesTwoRecordings) {
     StreamBuilder yesterday;
-    yesterday.section(PAT_PID, pat()).section(PMT_PID, pmt(3, video("30"))).section(TOT_PID, tot("C079 124530"));
+    yesterday.section(PAT_PID, patOfProgram7())
+        .section(PMT_PID, pmt(3, video("30")))
+        .section(TOT_PID, tot("C079 124530"));
     StreamBuilder today;
-    today.section(PAT_PID, pat()).section(PMT_PID, pmt(3, video("31")));
+    today.section(PAT_PID, patOfProgram7()).section(PMT_PID, pmt(3, video("31")));
     EXPECT_THAT(diff(yesterday, today),
                 StartsWith("~ PMT 0x0007  PID 0x0101  version 3  section 0/0  packet 2  CHANGED WITHOUT A NEW VERSION\n"
                            "    ~ elementary_streams[0x0131].stream_identifier_descriptor.component_tag  "
@@ -282,9 +286,9 @@ TEST(InspectDiff, ComparesTwoRecordings) {
 
 TEST(InspectDiff, TableMayComeOnAnotherPidInAnotherRecording) {
     StreamBuilder yesterday;
-    yesterday.section(PAT_PID, pat()).section(PMT_PID, pmt(3, video("30")));
+    yesterday.section(PAT_PID, patOfProgram7()).section(PMT_PID, pmt(3, video("30")));
     StreamBuilder today;
-    today.section(PAT_PID, pat(1, 0x0102)).section(0x0102, pmt(3, video("30")));
+    today.section(PAT_PID, patOfProgram7(1, 0x0102)).section(0x0102, pmt(3, video("30")));
     EXPECT_THAT(diff(yesterday, today),
                 StartsWith("~ PAT 0x0001  PID 0x0000  version 0 -> 1  section 0/0  packet 1\n"
                            "    ~ programs[0x0007].program_map_pid  0x0101 (257) -> 0x0102 (258)\n"
@@ -295,9 +299,9 @@ TEST(InspectDiff, TableMayComeOnAnotherPidInAnotherRecording) {
 
 TEST(InspectDiff, RejectedTableIsNotMissing) {
     StreamBuilder yesterday;
-    yesterday.section(PAT_PID, pat()).section(PMT_PID, pmt(3, video("30")));
+    yesterday.section(PAT_PID, patOfProgram7()).section(PMT_PID, pmt(3, video("30")));
     StreamBuilder today;
-    today.section(PAT_PID, pat()).section(PMT_PID, pmt(4, hex("1B E131 F002 5200")));
+    today.section(PAT_PID, patOfProgram7()).section(PMT_PID, pmt(4, hex("1B E131 F002 5200")));
     const std::string output = diff(yesterday, today);
     EXPECT_THAT(output, StartsWith("! PMT 0x0007  PID 0x0101  version 4  section 0/0  packet 2  REJECTED\n"));
     EXPECT_THAT(output, Not(HasSubstr("not in this input")));
