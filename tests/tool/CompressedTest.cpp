@@ -17,7 +17,7 @@ using testing::StartsWith;
 namespace {
 
 // Between the bytes at which a file ends, or is damaged. With sanitizers each process takes many times as long.
-#ifdef __SANITIZE_ADDRESS__
+#ifdef QUOR_ISDBT_SANITIZE
 constexpr std::size_t STEP = 389;
 #else
 constexpr std::size_t STEP = 97;

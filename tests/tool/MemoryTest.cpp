@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t PACKET = 188;
 constexpr std::size_t MEGABYTE = 1000000;
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef QUOR_ISDBT_SANITIZE
 constexpr int ROUNDS = 10;
 constexpr std::size_t BOUND = 800 * MEGABYTE; // it keeps what was freed
 #else

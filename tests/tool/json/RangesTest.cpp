@@ -28,7 +28,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef QUOR_ISDBT_SANITIZE
 constexpr bool IS_CHECKED = true;
 #else
 constexpr bool IS_CHECKED = sizeof EMULATOR > 1;
