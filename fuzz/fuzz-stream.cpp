@@ -45,7 +45,8 @@ std::unique_ptr<inspect::Renderer> rendererOf(unsigned number, inspect::Output& 
     style.wraps = true;
     style.width = 60;
     const inspect::View& view = inspect::views()[number / 2 % inspect::views().size()];
-    return number % 2 == 0 ? view.json(output) : view.text(output, style);
+    const bool asText = number % 2 != 0 && view.text != nullptr; // one is for programs alone
+    return asText ? view.text(output, style) : view.json(output);
 }
 
 /// Changes the section that begins with a packet, if it ends there, too.
