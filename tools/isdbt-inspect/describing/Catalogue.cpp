@@ -23,10 +23,8 @@ Field Catalogue::describe(const Quor::TISDBTDescriptor& descriptor) const {
     if (!kind.variant.empty()) {
         tag = std::move(tag).standsFor(kind.variant);
     }
-    Fields fields{std::move(tag)};
-    for (Field& field : kind.describe(descriptor)) {
-        fields.push_back(std::move(field));
-    }
+    Fields fields = kind.describe(descriptor);
+    fields.insert(fields.begin(), std::move(tag));
     addStandardReading(kind.name, descriptor.getData(), fields);
     return object(kind.name, std::move(fields));
 }

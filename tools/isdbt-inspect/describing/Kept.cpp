@@ -8,8 +8,10 @@
 namespace inspect {
 
 Field keptOf(Field list, std::size_t sent, std::string_view key) {
-    const bool complete = sent <= std::get<List>(list.value).elements.size();
-    return complete ? list : std::move(list).reads(fmt::format("of {} sent; of each {} the last is kept", sent, key));
+    if (sent > std::get<List>(list.value).elements.size()) {
+        list.reading = fmt::format("of {} sent; of each {} the last is kept", sent, key);
+    }
+    return list;
 }
 
 /// Language codes of three bytes, each with a name behind its length.

@@ -32,6 +32,13 @@ Field takeCountry(std::string_view name, Bits& body) {
     return isoCode(name, std::string(taken.begin(), taken.end()));
 }
 
+/// Braces would copy it.
+Fields only(Field field) {
+    Fields fields;
+    fields.push_back(std::move(field));
+    return fields;
+}
+
 Fields readServices(Bits& body) {
     Fields services;
     while (body.left() != 0) {
@@ -39,7 +46,7 @@ Fields readServices(Bits& body) {
         services.push_back(
             object("", {std::move(id), takeIdentifier("service_type", body, 8).named(names::SERVICE_TYPE)}));
     }
-    return {list("services", std::move(services))};
+    return only(list("services", std::move(services)));
 }
 
 /// Hours and minutes, in minutes.
@@ -70,7 +77,7 @@ Fields readTimeOffsets(Bits& body) {
         regions.push_back(object("", {std::move(country), std::move(region), std::move(offset), std::move(change),
                                       takeOffset("next_time_offset", body, behind)}));
     }
-    return {list("regions", std::move(regions))};
+    return only(list("regions", std::move(regions)));
 }
 
 Fields readCarousel(Bits& body) {
@@ -204,7 +211,7 @@ Fields readCopyControl(Bits& body) {
     if (left.failed()) {
         body.fail();
     }
-    return {list("components", std::move(components))};
+    return only(list("components", std::move(components)));
 }
 
 Fields readCopyright(Bits& body) {

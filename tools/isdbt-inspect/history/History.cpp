@@ -63,10 +63,15 @@ void History::take(const Event& event) {
 std::uint32_t History::stepOf(const Position& position) {
     constexpr double LATEST = 1e10; // seconds, three centuries
     const double seconds = std::clamp(position.seconds.value_or(0), 0.0, LATEST);
-    while (seconds >= m_length * MOST_STEPS) {
-        lengthen();
+    if (seconds < m_stepBegin || seconds >= m_stepEnd) {
+        while (seconds >= m_length * MOST_STEPS) {
+            lengthen();
+        }
+        m_step = static_cast<std::uint32_t>(seconds / m_length);
+        m_stepBegin = m_step * m_length;
+        m_stepEnd = m_stepBegin + m_length;
     }
-    return static_cast<std::uint32_t>(seconds / m_length);
+    return m_step;
 }
 
 /// Where the clock's estimate was ahead of the next reference, time seems to go back a little.
@@ -83,6 +88,7 @@ template <class Cell> void History::add(Course<Cell>& course, const Cell& cell) 
 
 void History::lengthen() {
     m_length *= 2;
+    m_stepEnd = m_stepBegin;
     m_cells = 0;
     for (auto& course : m_packets) {
         halve(course);

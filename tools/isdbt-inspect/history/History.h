@@ -86,6 +86,9 @@ private:
     template <class Cell> void halve(Course<Cell>& course);
 
     double m_length = 1.0 / 64;
+    std::uint32_t m_step = 0; ///< the last one that was asked for; what comes next is in it most of the time
+    double m_stepBegin = 0;   ///< in seconds
+    double m_stepEnd = 0;
     std::size_t m_cells = 0;
     std::array<Course<Packets>, PID_COUNT> m_packets;
     std::map<TableOfPid, Course<Sections>> m_tables;
