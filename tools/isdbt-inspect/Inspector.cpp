@@ -7,6 +7,7 @@
 #include "inputs/AttendedInput.h"
 #include "inputs/ReadablePart.h"
 #include "multiplex/CarouselStreams.h"
+#include "packets/AdaptationField.h"
 #include "sections/SectionReader.h"
 #include "starting/Starting.h"
 #include "tables/TableKinds.h"
@@ -148,6 +149,8 @@ void Inspector::setRange(const Range& range) {
 void Inspector::gather(const PidSet& pids) {
     constexpr Pid CONDITIONAL_ACCESS = 0x0001; // its table names PIDs, too
     m_gatherer.setPids(PidSet(pids).set(CONDITIONAL_ACCESS));
+    m_read = m_gatherer.pids() | m_watch.pids() | m_presentEvents.pids();
+    m_read.set(INFORMATION_PID);
 }
 
 /// Tells what has happened, and that time has passed.
@@ -196,23 +199,29 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     Position position;
     Reached reached;
     while (const std::uint8_t* const packet = packets.next()) {
-        position = look(packet, packets);
-        if (!m_before && m_range.hasBegun(position)) {
-            beginRange(reached);
+        if (!takeNext(packet, packets)) {
+            position = look(packet, packets);
+            if (!m_before && m_range.hasBegun(position)) {
+                beginRange(reached);
+            }
+            if (m_range.isOver(position)) {
+                endRange(reached);
+                return;
+            }
+            if (!m_isLive && position.seconds && !keepTime(packets, readable, *position.seconds)) {
+                break;
+            }
+            take(packet, packets.trailer(), position);
+            m_nextDue = nextDue(packets);
         }
-        if (m_range.isOver(position)) {
-            endRange(reached);
-            return;
+        if (m_range.isPart()) {
+            reached = reachedBy(packets);
         }
-        if (!m_isLive && position.seconds && !keepTime(packets, readable, *position.seconds)) {
-            break;
-        }
-        take(packet, packets.trailer(), position);
-        reached = reachedBy(packets);
     }
     if (!m_before) {
         beginRange(reached);
     }
+    position = position.packet < m_now.packet ? m_now : position;
     m_traffic.finish();
     watch(position);
     if (packets.packets() == 0) {
@@ -292,11 +301,42 @@ Position Inspector::look(const std::uint8_t* packet, const PacketReader& packets
     return position;
 }
 
-void Inspector::take(const std::uint8_t* packet, const std::uint8_t* trailer, const Position& position) {
-    m_traffic.take(packet, position);
-    if (m_history) {
-        m_history->take(ts_get_pid(packet), position);
+/// Does what look() and take() do with most packets of a file, which go on with what others have begun: they are
+/// counted, and nothing comes of them. @return whether it is one of them; else nothing is done
+bool Inspector::takeNext(const std::uint8_t* packet, const PacketReader& packets) {
+    const std::uint64_t number = packets.packets();
+    if (!isPayloadAlone(packet) || m_read[ts_get_pid(packet)] || !m_events.empty() || !m_clock.isSteady(number)) {
+        return false;
     }
+    Position position{number, packets.offset(), m_clock.seconds(number), {}};
+    if (!(position.seconds < m_nextDue) ||
+        (m_range.isPart() && (m_range.hasBegun(position) != m_before.has_value() || m_range.isOver(position)))) {
+        return false;
+    }
+    position.time = m_wallClock.at(position.seconds);
+    if (!m_traffic.takeNext(packet, position)) {
+        return false;
+    }
+    m_now = position;
+    return true;
+}
+
+/// When something is to be done whatever the packets are, in seconds of the stream: at once, where each one matters.
+std::optional<double> Inspector::nextDue(const PacketReader& packets) const {
+    if (!m_isDated || packets.arrival() || packets.trailer() != nullptr || m_transmission.isBroadcast() ||
+        !m_watch.isIdle() || m_now.seconds >= m_nextTick || (m_wallClock.isSet() && !m_begin)) {
+        return std::nullopt;
+    }
+    const double due = std::min({m_nextTick, m_timetable.next(), m_traffic.endOfSecond()});
+    return m_history ? std::min(due, m_endOfStep) : due;
+}
+
+void Inspector::take(const std::uint8_t* packet, const std::uint8_t* trailer, const Position& position) {
+    if (m_history && position.seconds >= m_endOfStep) {
+        recordPackets();
+        m_endOfStep = m_history->endOfStep(position);
+    }
+    m_traffic.take(packet, position);
     watch(position);
     m_now = position;
     m_transmission.take(packet, trailer, position);
@@ -314,6 +354,13 @@ void Inspector::take(const std::uint8_t* packet, const std::uint8_t* trailer, co
     }
     for (const Section& section : m_gatherer.push(packet, position)) {
         take(section);
+    }
+}
+
+/// Those of the step that goes on.
+void Inspector::recordPackets() {
+    for (const auto& [pid, packets] : m_traffic.news()) {
+        m_history->take(pid, packets, m_now);
     }
 }
 
@@ -651,7 +698,10 @@ Summary Inspector::summary(const Reached& reached) {
     summary.first = m_isLive ? m_begin : m_wallClock.atBegin();
     summary.last = last;
     summary.bitRate = bitRate(reached.packets, traffic.seconds);
-    summary.history = m_history.get();
+    if (m_history) {
+        recordPackets();
+        summary.history = m_history.get();
+    }
     return summary;
 }
 

@@ -86,6 +86,8 @@ private:
 
     static Reached reachedBy(const PacketReader& packets);
     Position look(const std::uint8_t* packet, const PacketReader& packets);
+    bool takeNext(const std::uint8_t* packet, const PacketReader& packets);
+    std::optional<double> nextDue(const PacketReader& packets) const;
     void take(const std::uint8_t* packet, const std::uint8_t* trailer, const Position& position);
     void take(const Section& section);
     void count(const Section& section, const std::optional<SeenSections::News>& news);
@@ -106,6 +108,7 @@ private:
     bool attend(const PacketReader& packets, const Input& input, const std::set<std::uint8_t>& expected);
     bool keepTime(const PacketReader& packets, const Input& input, double now);
     void gather(const PidSet& pids);
+    void recordPackets();
     void watch(const Position& now);
     void tellAlarms();
     void tellTime(SectionReport& report);
@@ -132,12 +135,14 @@ private:
     std::optional<LocalTime> m_localTime;
     std::optional<WallTime> m_begin; ///< the first time that was known
     SectionGatherer m_gatherer;
+    PidSet m_read;   ///< PIDs of which packets are read by somebody, not only their headers
     Events m_events; ///< that nobody has looked at
     StreamClock m_clock{m_events};
     TrafficCounter m_traffic{m_events, m_clock};
     Watch m_watch{m_traffic, m_clock, m_interest.limits};
-    double m_nextTick = 0; ///< in seconds of the stream
-    Position m_now;        ///< that of the last packet
+    double m_nextTick = 0;           ///< in seconds of the stream
+    Position m_now;                  ///< that of the last packet
+    std::optional<double> m_nextDue; ///< as nextDue() said last
     TransmissionReader m_transmission;
     PresentEvents m_presentEvents;
     SeenSections m_seen;
@@ -148,6 +153,7 @@ private:
     CurrentSections m_current;
     CarouselCollector m_carousels;
     std::unique_ptr<History> m_history; ///< null when nobody asks for it
+    double m_endOfStep = 0;             ///< of the history, in seconds
     Times m_times;
     Timetable m_timetable;
     Range m_range;

@@ -39,7 +39,7 @@ std::uint64_t allPackets(const History& history) {
 TEST(History, CountsPacketsInSteps) {
     History history;
     for (const double seconds : {0.0, 0.001, 0.015, 0.016, 1.0}) {
-        history.take(0x0111, at(seconds));
+        history.take(0x0111, 1, at(seconds));
     }
     EXPECT_EQ(history.stepLength(), 0.015625);
     const auto& course = history.packets()[0x0111];
@@ -51,16 +51,25 @@ TEST(History, CountsPacketsInSteps) {
     EXPECT_TRUE(history.packets()[0x0112].empty());
 }
 
+TEST(History, CountsSeveralPacketsAtOnceUpToTheEndOfTheirStep) {
+    History history;
+    EXPECT_EQ(history.endOfStep(at(0.016)), 0.03125);
+    history.take(0x0111, 7, at(0.02));
+    history.take(0x0111, 2, at(0.03));
+    ASSERT_EQ(history.packets()[0x0111].size(), 1U);
+    EXPECT_EQ(history.packets()[0x0111][0].packets, 9U);
+}
+
 TEST(History, TakesWhatCameBeforeTheClockForTheBegin) {
     History history;
-    history.take(0x0111, inspect::Position{1, 0, {}});
+    history.take(0x0111, 1, inspect::Position{1, 0, {}});
     EXPECT_EQ(history.packets()[0x0111].at(0).step, 0U);
 }
 
 TEST(History, TakesATimeThatGoesBackForTheLastOne) {
     History history;
-    history.take(0x0111, at(1.0));
-    history.take(0x0111, at(0.5));
+    history.take(0x0111, 1, at(1.0));
+    history.take(0x0111, 1, at(0.5));
     ASSERT_EQ(history.packets()[0x0111].size(), 1U);
     EXPECT_EQ(history.packets()[0x0111][0].packets, 2U);
 }
@@ -68,8 +77,8 @@ TEST(History, TakesATimeThatGoesBackForTheLastOne) {
 TEST(History, HasLongerStepsOfALongerStream) {
     History history;
     for (unsigned second = 0; second < 3600; ++second) {
-        history.take(0x0111, at(second));
-        history.take(0x0111, at(second + 0.5));
+        history.take(0x0111, 1, at(second));
+        history.take(0x0111, 1, at(second + 0.5));
     }
     EXPECT_EQ(history.stepLength(), 1);
     const auto& course = history.packets()[0x0111];
@@ -80,9 +89,9 @@ TEST(History, HasLongerStepsOfALongerStream) {
 
 TEST(History, OfAThousandYearsHasRoom) {
     History history;
-    history.take(0x0111, at(0));
-    history.take(0x0111, at(4e10));
-    history.take(0x0111, at(1e300));
+    history.take(0x0111, 1, at(0));
+    history.take(0x0111, 1, at(4e10));
+    history.take(0x0111, 1, at(1e300));
     EXPECT_LE(history.packets()[0x0111].back().step, 4095U);
     EXPECT_EQ(allPackets(history), 3U);
 }
@@ -92,7 +101,7 @@ TEST(History, KeepsNoMoreCellsThanItHasRoomFor) {
     History history;
     for (unsigned step = 0; step < 200; ++step) {
         for (inspect::Pid pid = 0; pid < 8192; ++pid) {
-            history.take(pid, at(step / 64.0));
+            history.take(pid, 1, at(step / 64.0));
         }
     }
     std::size_t cells = 0;

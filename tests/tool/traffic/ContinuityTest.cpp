@@ -83,6 +83,30 @@ TEST(Continuity, TheFlagInThreePacketsOfAPidWithoutPcrAllowsNothing) {
     EXPECT_EQ(stepsOf({adapted(0, WITH_PCR), flagged[0], flagged[1], flagged[2]}).back(), Step::Announced);
 }
 
+TEST(Continuity, TakesInShortWhatIsNext) {
+    Continuity continuity;
+    EXPECT_FALSE(continuity.takeNext(packetOf(14).data()));
+    continuity.take(packetOf(14).data());
+    EXPECT_FALSE(continuity.takeNext(packetOf(14).data()));
+    EXPECT_FALSE(continuity.takeNext(packetOf(0).data()));
+    EXPECT_TRUE(continuity.takeNext(packetOf(15).data()));
+    EXPECT_TRUE(continuity.takeNext(packetOf(0, 7).data()));
+    EXPECT_EQ(continuity.take(packetOf(0, 7).data()), Step::Duplicate);
+    EXPECT_TRUE(continuity.takeNext(packetOf(1).data()));
+    EXPECT_EQ(continuity.take(packetOf(1).data()), Step::Duplicate);
+    continuity.forget();
+    EXPECT_FALSE(continuity.takeNext(packetOf(2).data()));
+}
+
+TEST(Continuity, TheFlagMayStandInTwoPacketsOnceMoreBehindOneThatIsTakenInShort) {
+    Continuity continuity;
+    continuity.take(packetOf(3).data());
+    EXPECT_EQ(continuity.take(adapted(9, DISCONTINUITY).data()), Step::Announced);
+    EXPECT_EQ(continuity.take(adapted(5, DISCONTINUITY).data()), Step::Announced);
+    EXPECT_TRUE(continuity.takeNext(packetOf(6).data()));
+    EXPECT_EQ(continuity.take(adapted(9, DISCONTINUITY).data()), Step::Announced);
+}
+
 TEST(Continuity, HeedsNoPacketOfTheReservedKind) {
     Packet reserved = packetOf(9);
     reserved[3] &= 0xCFU;

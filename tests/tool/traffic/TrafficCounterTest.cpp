@@ -21,6 +21,13 @@ public:
         return *this;
     }
 
+    bool takeNext(const Packet& packet) {
+        ++m_packets;
+        return m_counter.takeNext(packet.data(), {m_packets, m_packets * 188, {}});
+    }
+
+    std::vector<std::pair<inspect::Pid, std::uint64_t>> news() { return m_counter.news(); }
+
     /// Something that happened on the way to the next packet.
     Traffic& happen(EventKind kind, double amount = 0) {
         m_events.push_back({kind, VIDEO_PID, {}, amount});
@@ -85,6 +92,42 @@ TEST(TrafficCounter, KnowsThePidsThatCame) {
     EXPECT_EQ(traffic.video().first.packet, 1U);
     EXPECT_EQ(traffic.video().last.packet, 4U);
     EXPECT_EQ(traffic.counter().of(5), nullptr);
+}
+
+TEST(TrafficCounter, TakesInShortWhatGoesOnWithItsPid) {
+    Traffic traffic;
+    EXPECT_FALSE(traffic.takeNext(packetOf(3)));
+    traffic.take(packetOf(3));
+    EXPECT_TRUE(traffic.takeNext(packetOf(4)));
+    EXPECT_EQ(traffic.video().packets, 2U);
+    EXPECT_EQ(traffic.video().last.packet, 3U);
+    EXPECT_FALSE(traffic.takeNext(packetOf(6)));
+    EXPECT_FALSE(traffic.takeNext(scrambled(5)));
+    EXPECT_EQ(traffic.video().packets, 2U);
+    traffic.take(scrambled(5));
+    EXPECT_TRUE(traffic.takeNext(scrambled(6)));
+    EXPECT_FALSE(traffic.takeNext(packetOf(7)));
+    EXPECT_EQ(traffic.video().scrambled, 2U);
+    EXPECT_EQ(traffic.kinds(), std::vector{EventKind::Scrambled});
+}
+
+TEST(TrafficCounter, TakesNullPacketsInShortWhateverTheirOrder) {
+    Traffic traffic;
+    traffic.take(packetOf(3, 0, inspect::NULL_PID));
+    EXPECT_TRUE(traffic.takeNext(packetOf(9, 0, inspect::NULL_PID)));
+    EXPECT_TRUE(traffic.takeNext(packetOf(9, 1, inspect::NULL_PID)));
+    EXPECT_EQ(traffic.counter().of(inspect::NULL_PID)->packets, 3U);
+}
+
+TEST(TrafficCounter, TellsOnceHowManyPacketsCame) {
+    using News = std::vector<std::pair<inspect::Pid, std::uint64_t>>;
+    Traffic traffic;
+    EXPECT_EQ(traffic.news(), News());
+    traffic.take(packetOf(3)).take(packetOf(4)).take(packetOf(0, 0, 0x0100));
+    EXPECT_EQ(traffic.news(), (News{{0x0100, 1}, {VIDEO_PID, 2}}));
+    EXPECT_TRUE(traffic.takeNext(packetOf(5)));
+    EXPECT_EQ(traffic.news(), (News{{VIDEO_PID, 1}}));
+    EXPECT_EQ(traffic.news(), News());
 }
 
 TEST(TrafficCounter, TellsOfPacketsThatAreMissing) {

@@ -18,8 +18,8 @@ void History::Happenings::add(const Happenings& more) {
     most = std::max(most, more.most);
 }
 
-void History::take(Pid pid, const Position& position) {
-    add(m_packets.at(pid), {stepOf(position)});
+void History::take(Pid pid, std::uint64_t packets, const Position& last) {
+    add(m_packets.at(pid), {stepOf(last), static_cast<std::uint32_t>(packets)});
 }
 
 void History::take(const Section& section, const std::optional<SeenSections::News>& news) {
@@ -63,15 +63,10 @@ void History::take(const Event& event) {
 std::uint32_t History::stepOf(const Position& position) {
     constexpr double LATEST = 1e10; // seconds, three centuries
     const double seconds = std::clamp(position.seconds.value_or(0), 0.0, LATEST);
-    if (seconds < m_stepBegin || seconds >= m_stepEnd) {
-        while (seconds >= m_length * MOST_STEPS) {
-            lengthen();
-        }
-        m_step = static_cast<std::uint32_t>(seconds / m_length);
-        m_stepBegin = m_step * m_length;
-        m_stepEnd = m_stepBegin + m_length;
+    while (seconds >= m_length * MOST_STEPS) {
+        lengthen();
     }
-    return m_step;
+    return static_cast<std::uint32_t>(seconds / m_length);
 }
 
 /// Where the clock's estimate was ahead of the next reference, time seems to go back a little.
@@ -88,7 +83,6 @@ template <class Cell> void History::add(Course<Cell>& course, const Cell& cell) 
 
 void History::lengthen() {
     m_length *= 2;
-    m_stepEnd = m_stepBegin;
     m_cells = 0;
     for (auto& course : m_packets) {
         halve(course);

@@ -56,8 +56,8 @@ public:
     using TableOfPid = std::pair<Pid, std::uint8_t>;
     using EventOfPid = std::pair<EventKind, std::optional<Pid>>;
 
-    /// A packet came.
-    void take(Pid pid, const Position& position);
+    /// So many packets came, the last of them at a position and all in its step.
+    void take(Pid pid, std::uint64_t packets, const Position& last);
 
     /// A section came in packets.
     /// @param news how it compares with its place; nothing when it is not sound
@@ -70,6 +70,10 @@ public:
     void take(const Event& event);
 
     double stepLength() const { return m_length; } ///< in seconds
+
+    /// When the step of a position ends, in seconds, as long as steps do not grow.
+    double endOfStep(const Position& position) { return (stepOf(position) + 1) * m_length; }
+
     const std::array<Course<Packets>, PID_COUNT>& packets() const { return m_packets; }
     const std::map<TableOfPid, Course<Sections>>& tables() const { return m_tables; }
     const std::map<EventOfPid, Course<Happenings>>& happenings() const { return m_happenings; }
@@ -86,9 +90,6 @@ private:
     template <class Cell> void halve(Course<Cell>& course);
 
     double m_length = 1.0 / 64;
-    std::uint32_t m_step = 0; ///< the last one that was asked for; what comes next is in it most of the time
-    double m_stepBegin = 0;   ///< in seconds
-    double m_stepEnd = 0;
     std::size_t m_cells = 0;
     std::array<Course<Packets>, PID_COUNT> m_packets;
     std::map<TableOfPid, Course<Sections>> m_tables;

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <chrono>
 #include <ctime>
+#include <limits>
 #include <optional>
 
 namespace inspect {
@@ -23,6 +25,12 @@ public:
 
     /// Whether interim results are, once for each time.
     bool isInterimDue(double now);
+
+    /// When those or the end are.
+    double next() const {
+        constexpr double NEVER = std::numeric_limits<double>::infinity();
+        return std::min(m_next.value_or(NEVER), m_times.length.value_or(NEVER));
+    }
 
     bool isOver(double now) const { return m_times.length && now >= *m_times.length; }
 

@@ -22,6 +22,12 @@ inline bool hasPcr(const std::uint8_t* packet) {
     return adaptationLength(packet) >= PCR_LENGTH && tsaf_has_pcr(packet);
 }
 
+/// Whether it has payload and nothing else, nothing begins in it, and nobody has marked it as damaged.
+inline bool isPayloadAlone(const std::uint8_t* packet) {
+    return !ts_get_unitstart(packet) && !ts_get_transporterror(packet) && ts_has_payload(packet) &&
+           !ts_has_adaptation(packet);
+}
+
 /// The stream announces that its counters or its clock start anew.
 inline bool announcesDiscontinuity(const std::uint8_t* packet) {
     return adaptationLength(packet) > 0 && tsaf_has_discontinuity(packet);

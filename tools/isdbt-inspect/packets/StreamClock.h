@@ -31,6 +31,11 @@ public:
     /// @param position of it; its time is written there
     void take(const std::uint8_t* packet, Position& position);
 
+    /// Whether take() has nothing to do for a packet without PCR but to tell its time.
+    bool isSteady(std::uint64_t number) const {
+        return number < m_nextDecision && number < m_end && !m_burst && !m_lag;
+    }
+
     /// How the packet follows by its continuity_counter. Losses are told from jumps by them.
     void takeStep(Pid pid, bool isBroken, const Position& position);
 

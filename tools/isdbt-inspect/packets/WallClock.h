@@ -15,6 +15,8 @@ public:
     /// @param unixTime in UTC
     void set(double seconds, std::int64_t unixTime);
 
+    bool isSet() const { return m_anchor.has_value(); }
+
     /// Nothing before it was set.
     std::optional<WallTime> at(std::optional<double> seconds) const;
 

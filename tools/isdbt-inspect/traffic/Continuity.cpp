@@ -29,10 +29,26 @@ Continuity::Step Continuity::take(const std::uint8_t* packet) {
     m_counter = ts_get_cc(packet);
     m_isKnown = true;
     if (hasPayload && !m_wasRepeated) {
-        std::copy_n(packet, TS_SIZE, m_last.begin());
-        m_hasLast = true;
+        remember(packet);
     }
     return step;
+}
+
+bool Continuity::takeNext(const std::uint8_t* packet) {
+    const unsigned counter = ts_get_cc(packet);
+    if (!m_isKnown || counter != (m_counter + 1U) % ROUND) {
+        return false;
+    }
+    m_announcements = 0;
+    m_wasRepeated = false;
+    m_counter = static_cast<std::uint8_t>(counter);
+    remember(packet);
+    return true;
+}
+
+void Continuity::remember(const std::uint8_t* packet) {
+    std::copy_n(packet, TS_SIZE, m_last.begin());
+    m_hasLast = true;
 }
 
 Continuity::Step Continuity::judge(const std::uint8_t* packet, bool hasPayload) {

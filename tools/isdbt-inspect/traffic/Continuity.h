@@ -20,6 +20,10 @@ public:
     /// @param packet 188 bytes that are not marked as damaged
     Step take(const std::uint8_t* packet);
 
+    /// The same for a packet that has payload and no adaptation field, if it is the next one.
+    /// @return whether it was; else nothing is taken
+    bool takeNext(const std::uint8_t* packet);
+
     /// How many packets are missing at least where the last one did not follow.
     unsigned lost() const { return m_lost; }
 
@@ -30,6 +34,7 @@ private:
     Step judge(const std::uint8_t* packet, bool hasPayload);
     bool repeats(const std::uint8_t* packet) const;
     bool mayJump(const std::uint8_t* packet);
+    void remember(const std::uint8_t* packet);
 
     std::array<std::uint8_t, TS_SIZE> m_last{}; ///< with payload
     std::uint8_t m_counter = 0;

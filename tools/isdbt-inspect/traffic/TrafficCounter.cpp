@@ -59,6 +59,20 @@ void TrafficCounter::take(const std::uint8_t* packet, const Position& position) 
     heedFrom(heeded);
 }
 
+bool TrafficCounter::takeNext(const std::uint8_t* packet, const Position& position) {
+    const Pid pid = ts_get_pid(packet);
+    Stream* const stream = m_ofPids.at(pid).get();
+    if (stream == nullptr || (pid != NULL_PID && (stream->isScrambled != (ts_get_scrambling(packet) != 0) ||
+                                                  !stream->continuity.takeNext(packet)))) {
+        return false;
+    }
+    ++stream->traffic.packets;
+    ++stream->inThisSecond;
+    stream->traffic.scrambled += stream->isScrambled ? 1U : 0U;
+    stream->traffic.last = position;
+    return true;
+}
+
 void TrafficCounter::finish() {
     const std::size_t heeded = m_events.size();
     m_clock.finish();
@@ -70,6 +84,17 @@ void TrafficCounter::beginPeriod() {
     for (const Pid pid : m_pids) {
         m_ofPids.at(pid)->traffic.beginPeriod();
     }
+}
+
+std::vector<std::pair<Pid, std::uint64_t>> TrafficCounter::news() {
+    std::vector<std::pair<Pid, std::uint64_t>> news;
+    for (const Pid pid : m_pids) {
+        Stream& stream = *m_ofPids.at(pid);
+        if (const std::uint64_t told = std::exchange(stream.told, stream.traffic.packets); told != stream.told) {
+            news.emplace_back(pid, stream.told - told);
+        }
+    }
+    return news;
 }
 
 TrafficCounter::Stream& TrafficCounter::streamOf(Pid pid, const Position& position) {

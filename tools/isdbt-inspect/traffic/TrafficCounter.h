@@ -8,6 +8,7 @@
 
 #include <array>
 #include <memory>
+#include <utility>
 
 namespace inspect {
 
@@ -21,11 +22,22 @@ public:
     /// @param packet 188 bytes
     void take(const std::uint8_t* packet, const Position& position);
 
+    /// The same for a packet that has payload alone, while the clock is steady and nothing has happened, if it goes on
+    /// with those before on its PID.
+    /// @return whether it was; else nothing is taken
+    bool takeNext(const std::uint8_t* packet, const Position& position);
+
+    /// When takeNext() does not do any more, in seconds of the stream.
+    double endOfSecond() const { return m_endOfSecond.value_or(0); }
+
     /// No packet follows.
     void finish();
 
     /// A period begins for which it is measured anew how long things take. Counts go on.
     void beginPeriod();
+
+    /// How many packets came on each PID since the last call, if any did.
+    std::vector<std::pair<Pid, std::uint64_t>> news();
 
     /// Null when no packet came on it.
     const PidTraffic* of(Pid pid) const { return m_ofPids.at(pid) ? &m_ofPids.at(pid)->traffic : nullptr; }
@@ -40,6 +52,7 @@ private:
         bool isScrambled = false;
         bool isWhole = false;           ///< since the second that goes on began
         std::uint64_t inThisSecond = 0; ///< packets
+        std::uint64_t told = 0;         ///< of them all, by news()
     };
 
     Stream& streamOf(Pid pid, const Position& position);

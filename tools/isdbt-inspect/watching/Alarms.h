@@ -44,6 +44,7 @@ public:
 
     /// Those that began, became worse or ended since the last call.
     std::vector<Alarm> news();
+    bool hasNews() const { return !m_news.empty(); }
 
     /// All of them, those of a spot as one.
     std::vector<Alarm> all() const;

@@ -22,6 +22,12 @@ public:
     Watch(const Watch&) = delete;
     Watch& operator=(const Watch&) = delete;
 
+    /// PIDs of which it wants each packet.
+    const PidSet& pids() const { return m_gatherer.pids(); }
+
+    /// Whether nothing is to be told, and nothing is waited for.
+    bool isIdle() const { return !m_alarms.hasNews() && !m_resumesAt && !m_silence; }
+
     /// What happened with a packet.
     /// @param now may be later: some of it is understood only then
     void take(const Events& events, const Position& now);
