@@ -5,11 +5,14 @@
 #include <array>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <pty.h>
+#include <stdexcept>
 #include <sys/stat.h>
 #include <unistd.h>
 
 using testing::EndsWith;
 using testing::HasSubstr;
+using testing::MatchesRegex;
 using testing::Not;
 using testing::StartsWith;
 
@@ -230,12 +233,42 @@ TEST(InspectInterruption, ResultThatNobodyReadsGoesToStandardError) {
 
 namespace {
 
+/// Another than that of the tests.
+class Terminal {
+public:
+    Terminal() {
+        std::array<char, 64> name{};
+        if (openpty(&m_screen, &m_end, name.data(), nullptr, nullptr) != 0) {
+            throw std::runtime_error("no terminal");
+        }
+        m_path = name.data();
+    }
+    ~Terminal() {
+        close(m_screen);
+        close(m_end);
+    }
+    Terminal(const Terminal&) = delete;
+    Terminal& operator=(const Terminal&) = delete;
+
+    const std::string& path() const { return m_path; }
+
+private:
+    int m_screen = -1;
+    int m_end = -1;
+    std::string m_path;
+};
+
+/// So that two seconds have passed for certain.
+const char* const LATER = *EMULATOR == '\0' ? "3" : "10";
+
 /// What Ctrl-C leaves of a pipe to a program that writes a log, in the log and on standard error.
-Finished interruptPipe(const std::string& reader) {
+/// @param errors where standard error goes
+Finished interruptPipe(const std::string& reader, const std::string& seconds = START,
+                       const std::string& errors = "&2") {
     const Sender sender;
     const TemporaryFile log;
-    const std::string script = "set -m; \"${@:2}\" | " + reader + " \"$1\" >/dev/null & sleep " + START +
-                               "; kill -INT -- -$(jobs -p); wait; cat \"$1\"";
+    const std::string script = "set -m; \"${@:2}\" 2>" + errors + " | " + reader + " \"$1\" >/dev/null & sleep " +
+                               seconds + "; kill -INT -- -$(jobs -p); wait; cat \"$1\"";
     return runProgram("/bin/bash",
                       wordsOf({"-c", script, "bash", log.path()},
                               commandOf(INSPECT_PROGRAM, {"--view", "stats", "--table", "tot", sender.address()})));
@@ -248,6 +281,14 @@ constexpr const char* NOTHING_CAME = "0 sections: 0 shown, 0 rejected, 0 CRC err
 TEST(InspectInterruption, LosesNothingWhenTheReaderOfThePipeGoesWithIt) {
     const Finished finished = interruptPipe("tee");
     EXPECT_THAT(finished.output + finished.errors, HasSubstr(NOTHING_CAME));
+}
+
+/// Who sits at a terminal and writes down with tee what comes finds something there.
+TEST(InspectInterruption, LeavesInTheLogOfWhoSitsThereWhatCameBefore) {
+    const Terminal terminal;
+    const Finished finished = interruptPipe("tee", LATER, terminal.path());
+    EXPECT_THAT(finished.output, MatchesRegex("-- 1\\.[0-9] s --\n0 sections: 0 shown(.|\n)*"));
+    EXPECT_THAT(finished.output, HasSubstr("-- 2."));
 }
 
 TEST(InspectInterruption, IsReadByWhoDoesNotGo) {

@@ -302,7 +302,9 @@ void Inspection::tellSilence(const std::string& path, const Output& output, cons
 
 bool Inspection::inspectInput(Input& input, const std::string& path, Renderer& renderer) {
     const Conventions conventions = conventionsOf(m_options);
-    Inspector inspector(renderer, m_options.interest, conventions, m_exporter.get(), m_options.times);
+    Times times = m_options.times;
+    times.moreAndMoreRarely = StreamAddress::isOne(path) && !m_options.json && mayEndBefore(m_sink->descriptor());
+    Inspector inspector(renderer, m_options.interest, conventions, m_exporter.get(), times);
     if (m_options.bitRate) {
         inspector.setBitRate(*m_options.bitRate);
     }

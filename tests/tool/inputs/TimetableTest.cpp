@@ -24,6 +24,24 @@ TEST(Timetable, MakesNotUpForATimeThatJumps) {
     EXPECT_TRUE(timetable.isInterimDue(100));
 }
 
+TEST(Timetable, SaysMoreAndMoreRarelyThatTheyAre) {
+    Timetable timetable({{}, {}, {}, true});
+    std::vector<int> due;
+    for (int second = 0; second < 300; ++second) {
+        if (timetable.isInterimDue(second)) {
+            due.push_back(second);
+        }
+    }
+    EXPECT_EQ(due, (std::vector<int>{1, 2, 4, 8, 16, 32, 64, 124, 184, 244}));
+}
+
+TEST(Timetable, GoesByWhatWasAskedFor) {
+    Timetable timetable({10, {}, {}, true});
+    EXPECT_FALSE(timetable.isInterimDue(9));
+    EXPECT_TRUE(timetable.isInterimDue(10));
+    EXPECT_TRUE(timetable.isInterimDue(20));
+}
+
 TEST(Timetable, HasNothingToDo) {
     Timetable timetable({});
     EXPECT_FALSE(timetable.isInterimDue(1e9));

@@ -8,8 +8,9 @@ bool Timetable::isInterimDue(double now) {
     if (!m_next || now < *m_next) {
         return false;
     }
-    m_next = (std::floor(now / *m_times.every) + 1) *
-             *m_times.every; // those that a jump of the time left out are not made up for
+    constexpr double MINUTE = 60;
+    // Those that a jump of the time left out are not made up for.
+    m_next = m_times.every ? (std::floor(now / *m_times.every) + 1) * *m_times.every : now + std::min(now, MINUTE);
     return true;
 }
 

@@ -11,9 +11,10 @@ namespace inspect {
 /// What is to be done at some time of an input. In seconds since it began: of a live one those that pass here, of
 /// another one those of the stream's clock.
 struct Times {
-    std::optional<double> every;  ///< interim results
-    std::optional<double> length; ///< it ends then
-    std::optional<double> noData; ///< nothing has come on a live one for so long: that is said
+    std::optional<double> every;    ///< interim results
+    std::optional<double> length;   ///< it ends then
+    std::optional<double> noData;   ///< nothing has come on a live one for so long: that is said
+    bool moreAndMoreRarely = false; ///< interim results, though nobody asked: after a second, then in twice the time
 
     bool areOfStream() const { return every || length; }
 };
@@ -21,7 +22,8 @@ struct Times {
 /// When it is due.
 class Timetable {
 public:
-    explicit Timetable(const Times& times) : m_times(times), m_next(times.every) {}
+    explicit Timetable(const Times& times)
+        : m_times(times), m_next(times.every || !times.moreAndMoreRarely ? times.every : 1.0) {}
 
     /// Whether interim results are, once for each time.
     bool isInterimDue(double now);

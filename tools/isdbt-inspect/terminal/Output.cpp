@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 
@@ -54,6 +55,11 @@ Style styleFor(int descriptor, std::optional<std::size_t> width) {
     style.wraps = isatty(descriptor) == 1 || width;
     style.width = width.value_or(style.wraps ? widthOf(descriptor) : Style::USUAL_WIDTH);
     return style;
+}
+
+bool mayEndBefore(int descriptor) {
+    struct stat status {};
+    return isatty(STDERR_FILENO) == 1 && fstat(descriptor, &status) == 0 && S_ISFIFO(status.st_mode);
 }
 
 Output::Output(std::shared_ptr<Sink> sink, Colour colour)

@@ -28,6 +28,10 @@ struct Style {
 /// @param width what the user says of it, if anything
 Style styleFor(int descriptor, std::optional<std::size_t> width);
 
+/// Whether the reader of what is written there may end before it comes: who sits at a terminal ends all of a pipe with
+/// Ctrl-C.
+bool mayEndBefore(int descriptor);
+
 /// Writes what is shown of an input, at once.
 class Output {
 public:
