@@ -19,12 +19,13 @@ constexpr inspect::Pid PID = 0x0140;
 /// What is extracted from sections into a folder, which goes with the object.
 class Extracting {
 public:
-    explicit Extracting(std::size_t mostFolders) {
+    explicit Extracting(std::size_t mostFolders, std::uint64_t mostOfAll = 1000000) {
         std::string path = (fs::temp_directory_path() / "isdbt-inspect-test-XXXXXX").string();
         m_path = mkdtemp(path.data());
         inspect::ExtractionWishes wishes;
         wishes.folder = m_path;
         wishes.mostFolders = mostFolders;
+        wishes.mostOfAll = mostOfAll;
         wishes.effort = std::uint64_t{1} << 20;
         m_extractor.emplace(wishes, [this](const inspect::Extraction& extraction) {
             m_told.push_back(std::to_string(extraction.version) + ": " + std::to_string(extraction.files) + " " +
@@ -71,6 +72,26 @@ TEST(Extractor, WritesNoMoreFoldersThanItMay) {
     EXPECT_EQ(extracting.folders(), 2);
     EXPECT_EQ(extracting.extractor().folders(), 2U);
     EXPECT_FALSE(extracting.extractor().wroteAll());
+}
+
+/// More of the stream, and more may be written.
+TEST(Extractor, WritesNotFarMoreBytesThanCame) {
+    Extracting extracting(100, 5);
+    const auto send = [&](unsigned version, std::uint64_t offset) {
+        extracting.take(dataDii({2, 4}, {{1, 3, version}}), offset);
+        extracting.take(block({1, 0, version}, hex("0102 0" + std::to_string(version))), offset);
+    };
+    for (unsigned version = 1; version < 6; ++version) {
+        send(version, 0);
+    }
+    const std::string left = "3: 0 6 bytes are written, and no more will be before more comes";
+    EXPECT_THAT(extracting.told(), ElementsAre("1: 1 ", "2: 1 ", left));
+    EXPECT_EQ(extracting.folders(), 2);
+    EXPECT_FALSE(extracting.extractor().wroteAll());
+    send(6, 1); // sixteen bytes for one
+    send(7, 1);
+    send(8, 1);
+    EXPECT_THAT(extracting.told(), ElementsAre("1: 1 ", "2: 1 ", left, "3: 1 ", "4: 1 ", "5: 1 "));
 }
 
 /// An empty module that changes with each DII would have all others compared each time.

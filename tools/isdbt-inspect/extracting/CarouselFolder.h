@@ -22,6 +22,9 @@ struct ExtractionWishes {
 
     std::size_t mostFolders = 10000; ///< a week of a version each minute
 
+    /// Bytes of all folders, of a stream however short. It grows with the stream.
+    std::uint64_t mostOfAll = std::uint64_t{1} << 30;
+
     /// What DIIs may have compared anew, about in bytes, in a stream however short. It grows with the stream.
     std::uint64_t effort = std::uint64_t{256} << 20;
 };
@@ -36,6 +39,9 @@ public:
 
     /// @throws std::runtime_error when nothing can be written
     void write(const dsmcc::Carousel& carousel, const dsmcc::Tree& tree);
+
+    /// That are written.
+    std::size_t bytes() const { return m_bytes; }
 
 private:
     /// A directory of the carousel, and where it is.
@@ -62,8 +68,8 @@ private:
     Folder m_folder;
     const ExtractionWishes& m_wishes;
     Extraction& m_extraction;
-    std::vector<Place> m_directories;       ///< from the outermost to where the walk is
-    std::size_t m_bytes = 0;                ///< that are written
+    std::vector<Place> m_directories; ///< from the outermost to where the walk is
+    std::size_t m_bytes = 0;
     std::map<std::string, unsigned> m_used; ///< paths below the folder, with the last number behind each
     const dsmcc::Module* m_partialOf = nullptr;
     std::optional<PartialModule> m_partial; ///< the last that was asked for

@@ -83,11 +83,11 @@ std::uint64_t hashOf(Pid pid, const dsmcc::Carousel& carousel, const dsmcc::Tree
     return hash.value();
 }
 
-/// What DIIs may have cost by then: one of a few bytes can have all that came compared anew.
-std::uint64_t effortUntil(const Position& position) {
-    constexpr std::uint64_t EACH_BYTE = 64;
-    return position.offset * EACH_BYTE;
-}
+/// What DIIs may have cost for each byte of the stream: one of a few bytes can have all that came compared anew.
+constexpr std::uint64_t EFFORT_OF_BYTE = 64;
+
+/// What may be written for each: what came once may be written with each version, and is mostly compressed.
+constexpr std::uint64_t WRITTEN_OF_BYTE = 16;
 
 std::uint64_t effortOf(const dsmcc::Carousel& carousel) {
     constexpr std::uint64_t EACH = 128;
@@ -107,7 +107,8 @@ void refuse(Extraction& extraction, const std::string& why) {
 
 void Extractor::before(Pid pid, const Position& position, const dsmcc::Carousels& carousels,
                        const dsmcc::DownloadInfoIndication& dii) {
-    if (m_effort > m_wishes.effort + effortUntil(position)) {
+    m_reached = position.offset;
+    if (m_effort > m_wishes.effort + m_reached * EFFORT_OF_BYTE) {
         if (!std::exchange(m_saidTooOften, true)) {
             const Key key(pid, dii.downloadId);
             leave(key, followedOf(key), "DIIs change so often that not each version is looked at");
@@ -163,12 +164,20 @@ void Extractor::write(const Key& key, Followed& followed, const dsmcc::Carousel&
         }
         return;
     }
+    if (m_bytes >= m_wishes.mostOfAll + m_reached * WRITTEN_OF_BYTE) {
+        if (!std::exchange(m_saidTooMuch, true)) {
+            leave(key, followed, fmt::format("{} bytes are written, and no more will be before more comes", m_bytes));
+        }
+        return;
+    }
     m_written.put(hash, {});
     ++followed.versions;
     const std::string name = folderOf(key.first, key.second, followed.versions);
     Extraction extraction{m_wishes.folder + '/' + name, key.first, key.second, followed.versions, 0, 0, 0, 0, 0, {}};
     try {
-        CarouselFolder(Folder(m_wishes.folder), name, m_wishes, extraction).write(carousel, tree);
+        CarouselFolder folder(Folder(m_wishes.folder), name, m_wishes, extraction);
+        folder.write(carousel, tree);
+        m_bytes += folder.bytes();
     } catch (const Folder::Refused& refused) {
         refuse(extraction, refused.what());
     }

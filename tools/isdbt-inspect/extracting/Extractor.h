@@ -49,11 +49,14 @@ private:
     std::function<void(const Extraction&)> m_tell;
     BoundedMap<Key, Followed> m_followed{1024};
     BoundedMap<std::uint64_t, std::monostate> m_written{
-        1024};                  ///< hashes of versions: one that returns is there already
-    std::uint64_t m_effort = 0; ///< what has been looked at so far, about in bytes
+        1024};                   ///< hashes of versions: one that returns is there already
+    std::uint64_t m_effort = 0;  ///< what has been looked at so far, about in bytes
+    std::uint64_t m_reached = 0; ///< byte of the stream
+    std::uint64_t m_bytes = 0;   ///< that are written
     std::size_t m_folders = 0;
     bool m_saidTooOften = false;
     bool m_saidTooMany = false;
+    bool m_saidTooMuch = false;
     bool m_isWhole = true;
 };
 
