@@ -302,10 +302,10 @@ Position Inspector::look(const std::uint8_t* packet, const PacketReader& packets
 }
 
 /// Does what look() and take() do with most packets of a file, which go on with what others have begun: they are
-/// counted, and nothing comes of them. @return whether it is one of them; else nothing is done
+/// counted, and of most nobody reads more than the header. @return whether it is one of them; else nothing is done
 bool Inspector::takeNext(const std::uint8_t* packet, const PacketReader& packets) {
     const std::uint64_t number = packets.packets();
-    if (!isPayloadAlone(packet) || m_read[ts_get_pid(packet)] || !m_events.empty() || !m_clock.isSteady(number)) {
+    if (!isPayloadAlone(packet) || !m_events.empty() || !m_clock.isSteady(number)) {
         return false;
     }
     Position position{number, packets.offset(), m_clock.seconds(number), {}};
@@ -318,6 +318,10 @@ bool Inspector::takeNext(const std::uint8_t* packet, const PacketReader& packets
         return false;
     }
     m_now = position;
+    if (m_read[ts_get_pid(packet)]) {
+        read(packet, nullptr, position);
+        m_nextDue = nextDue(packets);
+    }
     return true;
 }
 
@@ -339,6 +343,11 @@ void Inspector::take(const std::uint8_t* packet, const std::uint8_t* trailer, co
     m_traffic.take(packet, position);
     watch(position);
     m_now = position;
+    read(packet, trailer, position);
+}
+
+/// Looks into it.
+void Inspector::read(const std::uint8_t* packet, const std::uint8_t* trailer, const Position& position) {
     m_transmission.take(packet, trailer, position);
     if (m_transmission.isBroadcast()) {
         m_clock.takeBroadcast(m_transmission.lostPackets());

@@ -89,6 +89,7 @@ private:
     bool takeNext(const std::uint8_t* packet, const PacketReader& packets);
     std::optional<double> nextDue(const PacketReader& packets) const;
     void take(const std::uint8_t* packet, const std::uint8_t* trailer, const Position& position);
+    void read(const std::uint8_t* packet, const std::uint8_t* trailer, const Position& position);
     void take(const Section& section);
     void count(const Section& section, const std::optional<SeenSections::News>& news);
     bool isFirstSince(const Section& section);

@@ -506,10 +506,6 @@ void StreamClock::anchor(std::uint64_t number, double elapsed) {
     m_elapsed = elapsed;
 }
 
-double StreamClock::estimate(std::uint64_t number) const {
-    return m_elapsed + static_cast<double>(static_cast<std::int64_t>(number - m_number)) * m_packetTime;
-}
-
 /// The number of a packet that comes later.
 std::uint64_t StreamClock::numberIn(std::uint64_t number, double seconds) const {
     constexpr double MOST = LONGEST_GAP_IN_PACKETS;
@@ -520,10 +516,6 @@ void StreamClock::tell(EventKind kind, Pid pid, const Position& position, double
                        std::uint64_t to) {
     m_events.push_back({kind, pid, position, amount, secondsOf(from), secondsOf(to)});
     m_events.back().at.seconds = seconds(position.packet);
-}
-
-std::optional<double> StreamClock::seconds(std::uint64_t number) const {
-    return m_packetTime == 0 ? std::nullopt : std::optional(estimate(number));
 }
 
 std::optional<double> StreamClock::certainSeconds(std::uint64_t number) const {

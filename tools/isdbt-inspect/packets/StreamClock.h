@@ -57,7 +57,9 @@ public:
     void finish();
 
     /// When a packet was sent, in seconds; nothing before two references have told the packet rate.
-    std::optional<double> seconds(std::uint64_t number) const;
+    std::optional<double> seconds(std::uint64_t number) const {
+        return m_packetTime == 0 ? std::nullopt : std::optional(estimate(number));
+    }
 
     /// How much time has passed for certain when a packet is sent: between two references packets may come faster than
     /// before. Nothing before two references have told the packet rate.
@@ -141,7 +143,9 @@ private:
     void cease(const Position& position);
     bool hasEnded(std::uint64_t number) const;
     void anchor(std::uint64_t number, double elapsed);
-    double estimate(std::uint64_t number) const;
+    double estimate(std::uint64_t number) const {
+        return m_elapsed + static_cast<double>(static_cast<std::int64_t>(number - m_number)) * m_packetTime;
+    }
     std::uint64_t numberIn(std::uint64_t number, double seconds) const;
     void tell(EventKind kind, Pid pid, const Position& position, double amount, std::uint64_t from = 0,
               std::uint64_t to = 0);

@@ -24,17 +24,8 @@ void WallClock::set(double seconds, std::int64_t unixTime) {
     }
 }
 
-std::optional<WallTime> WallClock::at(std::optional<double> seconds) const {
-    return m_anchor && seconds ? std::optional(from(*m_anchor, *seconds)) : std::nullopt;
-}
-
 std::optional<WallTime> WallClock::atBegin() const {
     return m_first ? std::optional(from(*m_first, 0)) : std::nullopt;
-}
-
-WallTime WallClock::from(const Anchor& anchor, double seconds) {
-    const auto passed = std::llround((seconds - anchor.seconds) * static_cast<double>(SECOND));
-    return {anchor.milliseconds + passed, WallTime::Source::TimeTable};
 }
 
 WallTime arrivalTime() {

@@ -2,6 +2,7 @@
 
 #include "packets/Position.h"
 
+#include <cmath>
 #include <optional>
 #include <string>
 
@@ -18,7 +19,9 @@ public:
     bool isSet() const { return m_anchor.has_value(); }
 
     /// Nothing before it was set.
-    std::optional<WallTime> at(std::optional<double> seconds) const;
+    std::optional<WallTime> at(std::optional<double> seconds) const {
+        return m_anchor && seconds ? std::optional(from(*m_anchor, *seconds)) : std::nullopt;
+    }
 
     /// When the stream began, by what it said first.
     std::optional<WallTime> atBegin() const;
@@ -29,7 +32,11 @@ private:
         std::int64_t milliseconds;
     };
 
-    static WallTime from(const Anchor& anchor, double seconds);
+    static WallTime from(const Anchor& anchor, double seconds) {
+        constexpr double MILLISECONDS = 1000;
+        return {anchor.milliseconds + std::llround((seconds - anchor.seconds) * MILLISECONDS),
+                WallTime::Source::TimeTable};
+    }
 
     std::optional<Anchor> m_anchor;
     std::optional<Anchor> m_first;
