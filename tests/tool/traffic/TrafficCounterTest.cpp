@@ -3,6 +3,7 @@
 #include "traffic/TrafficCounter.h"
 
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace {
 
@@ -225,6 +226,16 @@ TEST(TrafficCounter, CountsBitsOfWholeSeconds) {
     EXPECT_EQ(traffic.video().lowestBitRate, 1504);
     EXPECT_EQ(traffic.video().highestBitRate, 4512);
     traffic.take(packetOf(0, 0, 0), 4);
+    EXPECT_EQ(traffic.video().lowestBitRate, 0);
+}
+
+/// Where two seconds are the same number.
+TEST(TrafficCounter, ComesToAnEndWithAnyTime) {
+    Traffic traffic;
+    for (const double seconds : {0.0, 1.0, 4.1e16, 1e300, std::numeric_limits<double>::infinity()}) {
+        traffic.take(packetOf(0), seconds);
+    }
+    EXPECT_EQ(traffic.video().packets, 5U);
     EXPECT_EQ(traffic.video().lowestBitRate, 0);
 }
 

@@ -314,6 +314,18 @@ TEST(TrueTime, FewerPacketsAreNoLoss) {
     EXPECT_NEAR(multiplex.now(), 15, 0.4);
 }
 
+/// However often the rate seems to change before it is clear that nothing is lost: the last references tell it.
+TEST(TrueTime, DoesNotRunAwayWithManyRates) {
+    Multiplex multiplex;
+    multiplex.pcrInterval = 2;
+    multiplex.run(1000);
+    for (unsigned count = 0; count < 90; ++count) {
+        multiplex.jump(0.9).run(2);
+    }
+    multiplex.run(1000);
+    EXPECT_NEAR(multiplex.now(), 1 + 90 * 0.902 + 1, 1);
+}
+
 TEST(TrueTime, KnowsAnAnnouncedSplice) {
     Multiplex multiplex;
     multiplex.run(5000).jump(100);

@@ -258,7 +258,13 @@ void StreamClock::splice(Track& track, const Reference& reference) {
 }
 
 void StreamClock::jump(Track& track, const Reference& reference, double gap, double expected) {
-    const Jump jump{reference.pid, reference.position, track.reference, reference.value, gap, expected};
+    const Jump jump{reference.pid,
+                    reference.position,
+                    track.reference,
+                    reference.value,
+                    gap,
+                    expected,
+                    reference.position.packet - track.number};
     const bool isLoop = reference.value == track.first;
     const double length = secondsFrom(track.first, track.reference) + expected;
     if (m_packetTime != 0 && !isLoop) {
@@ -397,7 +403,7 @@ void StreamClock::catchUp(const Jump& jump) {
         const double behind = jump.gap - jump.expected;
         m_elapsed += behind;
         m_tracks[jump.pid].time += behind;
-        m_packetTime *= jump.gap / jump.expected;
+        m_packetTime = jump.gap / static_cast<double>(jump.packets);
     }
 }
 

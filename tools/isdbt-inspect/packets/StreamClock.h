@@ -31,7 +31,7 @@ public:
     /// @param position of it; its time is written there
     void take(const std::uint8_t* packet, Position& position);
 
-    /// Whether take() has nothing to do for a packet without PCR but to tell its time.
+    /// Whether take() has nothing to do for a packet without PCR but to tell its time. Arrivals and a BTS may have.
     bool isSteady(std::uint64_t number) const {
         return number < m_nextDecision && number < m_end && !m_burst && !m_lag;
     }
@@ -103,6 +103,7 @@ private:
         std::uint64_t to;
         double gap;      ///< between them
         double expected; ///< by the packets
+        std::uint64_t packets;
     };
 
     /// Something happened: a loss, a jump, another stream?

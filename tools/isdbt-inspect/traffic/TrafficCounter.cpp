@@ -160,7 +160,8 @@ void TrafficCounter::passSeconds(double now) {
     const double end = std::floor(now) + 1;
     // More than a minute without a packet tells no more than two seconds without.
     constexpr double MOST = 60;
-    for (double each = m_endOfSecond ? std::max(*m_endOfSecond, end - MOST) : end; each < end; ++each) {
+    const double passed = m_endOfSecond ? std::min(end - *m_endOfSecond, MOST) : 0;
+    for (int each = 0; each < passed; ++each) {
         endSecond();
     }
     m_endOfSecond = end;
