@@ -232,6 +232,11 @@ void Inspector::inspect(Input& source, std::set<std::uint8_t> expected) {
     tellAlarms();
     finish(summary(reachedBy(packets)), input, expected);
     readable.complain();
+    complain(packets, input);
+}
+
+/// @throws InputError when the end is not one, or a clock was asked for and there was none
+void Inspector::complain(const PacketReader& packets, const Input& input) const {
     if (packets.cutOffBytes() != 0) {
         throw InputError(input.name(), fmt::format("cut off in its last packet ({} of {} bytes)", packets.cutOffBytes(),
                                                    packets.spacing()));
@@ -309,7 +314,7 @@ bool Inspector::takeNext(const std::uint8_t* packet, const PacketReader& packets
         return false;
     }
     Position position{number, packets.offset(), m_clock.seconds(number), {}};
-    if (!(position.seconds < m_nextDue) ||
+    if (!m_nextDue || !position.seconds || *position.seconds >= *m_nextDue ||
         (m_range.isPart() && (m_range.hasBegun(position) != m_before.has_value() || m_range.isOver(position)))) {
         return false;
     }
@@ -325,20 +330,21 @@ bool Inspector::takeNext(const std::uint8_t* packet, const PacketReader& packets
     return true;
 }
 
-/// When something is to be done whatever the packets are, in seconds of the stream: at once, where each one matters.
+/// When something is to be done whatever the packets are, in seconds of the stream. Nothing as long as each of them
+/// matters: those of a live input, of a BTS, and where something is to be told with the next.
 std::optional<double> Inspector::nextDue(const PacketReader& packets) const {
     if (!m_isDated || packets.arrival() || packets.trailer() != nullptr || m_transmission.isBroadcast() ||
         !m_watch.isIdle() || m_now.seconds >= m_nextTick || (m_wallClock.isSet() && !m_begin)) {
         return std::nullopt;
     }
     const double due = std::min({m_nextTick, m_timetable.next(), m_traffic.endOfSecond()});
-    return m_history ? std::min(due, m_endOfStep) : due;
+    return m_history ? std::min(due, m_history->endOfStep(m_now)) : due;
 }
 
 void Inspector::take(const std::uint8_t* packet, const std::uint8_t* trailer, const Position& position) {
-    if (m_history && position.seconds >= m_endOfStep) {
+    if (m_history && m_history->stepOf(position) != m_step) {
         recordPackets();
-        m_endOfStep = m_history->endOfStep(position);
+        m_step = m_history->stepOf(position);
     }
     m_traffic.take(packet, position);
     watch(position);
@@ -366,7 +372,7 @@ void Inspector::read(const std::uint8_t* packet, const std::uint8_t* trailer, co
     }
 }
 
-/// Those of the step that goes on.
+/// Those that came since the last call, all in the step of the last of them.
 void Inspector::recordPackets() {
     for (const auto& [pid, packets] : m_traffic.news()) {
         m_history->take(pid, packets, m_now);

@@ -119,6 +119,7 @@ private:
     template <class Tell>
     void tellAll(Summary& last, const Input& input, const std::set<std::uint8_t>& expected, const Tell& tell);
     void finish(Summary last, const Input& input, const std::set<std::uint8_t>& expected);
+    void complain(const PacketReader& packets, const Input& input) const;
 
     Renderer& m_renderer;
     const Interest& m_interest;
@@ -136,7 +137,7 @@ private:
     std::optional<LocalTime> m_localTime;
     std::optional<WallTime> m_begin; ///< the first time that was known
     SectionGatherer m_gatherer;
-    PidSet m_read;   ///< PIDs of which packets are read by somebody, not only their headers
+    PidSet m_read;   ///< PIDs of which packets are read by somebody, not only their headers; see gather()
     Events m_events; ///< that nobody has looked at
     StreamClock m_clock{m_events};
     TrafficCounter m_traffic{m_events, m_clock};
@@ -154,7 +155,7 @@ private:
     CurrentSections m_current;
     CarouselCollector m_carousels;
     std::unique_ptr<History> m_history; ///< null when nobody asks for it
-    double m_endOfStep = 0;             ///< of the history, in seconds
+    std::uint32_t m_step = 0;           ///< of the history, that of the packets that are not recorded
     Times m_times;
     Timetable m_timetable;
     Range m_range;

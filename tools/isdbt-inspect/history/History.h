@@ -56,7 +56,7 @@ public:
     using TableOfPid = std::pair<Pid, std::uint8_t>;
     using EventOfPid = std::pair<EventKind, std::optional<Pid>>;
 
-    /// So many packets came, the last of them at a position and all in its step.
+    /// So many packets came, the last of them at a position, and the others in its step, too.
     void take(Pid pid, std::uint64_t packets, const Position& last);
 
     /// A section came in packets.
@@ -71,7 +71,8 @@ public:
 
     double stepLength() const { return m_length; } ///< in seconds
 
-    /// When the step of a position ends, in seconds, as long as steps do not grow.
+    /// In which step a position is, and when that ends, in seconds. With the next that is taken they may grow.
+    std::uint32_t stepOf(const Position& position);
     double endOfStep(const Position& position) { return (stepOf(position) + 1) * m_length; }
 
     const std::array<Course<Packets>, PID_COUNT>& packets() const { return m_packets; }
@@ -83,7 +84,6 @@ public:
     std::uint64_t eventsLeftOut() const { return m_eventsLeftOut; }
 
 private:
-    std::uint32_t stepOf(const Position& position);
     template <class Cell> void add(Course<Cell>& course, const Cell& cell);
     void take(const Section& section, const Sections& cell);
     void lengthen();

@@ -27,7 +27,7 @@ public:
     /// @return whether it was; else nothing is taken
     bool takeNext(const std::uint8_t* packet, const Position& position);
 
-    /// When takeNext() does not do any more, in seconds of the stream.
+    /// From when on takeNext() does not do, in seconds of the stream; 0 before its clock is known.
     double endOfSecond() const { return m_endOfSecond.value_or(0); }
 
     /// No packet follows.

@@ -22,10 +22,11 @@ public:
     Watch(const Watch&) = delete;
     Watch& operator=(const Watch&) = delete;
 
-    /// PIDs of which it wants each packet.
+    /// PIDs of which it wants each packet: always the same.
     const PidSet& pids() const { return m_gatherer.pids(); }
 
-    /// Whether nothing is to be told, and nothing is waited for.
+    /// Whether the next packet matters only if something happens with it: no alarm is to be told, and neither a silence
+    /// nor a loss ends with it.
     bool isIdle() const { return !m_alarms.hasNews() && !m_resumesAt && !m_silence; }
 
     /// What happened with a packet.
