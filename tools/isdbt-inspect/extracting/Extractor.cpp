@@ -109,10 +109,7 @@ void Extractor::before(Pid pid, const Position& position, const dsmcc::Carousels
                        const dsmcc::DownloadInfoIndication& dii) {
     m_reached = position.offset;
     if (m_effort > m_wishes.effort + m_reached * EFFORT_OF_BYTE) {
-        if (!std::exchange(m_saidTooOften, true)) {
-            const Key key(pid, dii.downloadId);
-            leave(key, followedOf(key), "DIIs change so often that not each version is looked at");
-        }
+        leaveOnce(m_saidTooOften, {pid, dii.downloadId}, "DIIs change so often that not each version is looked at");
         return;
     }
     for (const dsmcc::Carousel& carousel : carousels.carousels()) {
@@ -159,15 +156,12 @@ void Extractor::write(const Key& key, Followed& followed, const dsmcc::Carousel&
         return;
     }
     if (m_folders >= m_wishes.mostFolders) {
-        if (!std::exchange(m_saidTooMany, true)) {
-            leave(key, followed, fmt::format("{} folders are written, and no more will be", m_folders));
-        }
+        leaveOnce(m_saidTooMany, key, fmt::format("{} folders are written, and no more will be", m_folders));
         return;
     }
     if (m_bytes >= m_wishes.mostOfAll + m_reached * WRITTEN_OF_BYTE) {
-        if (!std::exchange(m_saidTooMuch, true)) {
-            leave(key, followed, fmt::format("{} bytes are written, and no more will be before more comes", m_bytes));
-        }
+        leaveOnce(m_saidTooMuch, key,
+                  fmt::format("{} bytes are written, and no more will be before more comes", m_bytes));
         return;
     }
     m_written.put(hash, {});
@@ -185,9 +179,12 @@ void Extractor::write(const Key& key, Followed& followed, const dsmcc::Carousel&
     tell(extraction);
 }
 
-/// Tells of a version that has no folder.
-void Extractor::leave(const Key& key, const Followed& followed, const std::string& why) {
-    Extraction extraction{m_wishes.folder, key.first, key.second, followed.versions + 1, 0, 0, 0, 0, 0, {}};
+/// Tells of the first version that has no folder for this reason.
+void Extractor::leaveOnce(bool& isSaid, const Key& key, const std::string& why) {
+    if (std::exchange(isSaid, true)) {
+        return;
+    }
+    Extraction extraction{m_wishes.folder, key.first, key.second, followedOf(key).versions + 1, 0, 0, 0, 0, 0, {}};
     refuse(extraction, why);
     tell(extraction);
 }

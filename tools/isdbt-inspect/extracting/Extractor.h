@@ -42,7 +42,7 @@ private:
 
     Followed& followedOf(const Key& key);
     void write(const Key& key, Followed& followed, const dsmcc::Carousel& carousel, const dsmcc::Tree& tree);
-    void leave(const Key& key, const Followed& followed, const std::string& why);
+    void leaveOnce(bool& isSaid, const Key& key, const std::string& why);
     void tell(const Extraction& extraction);
 
     ExtractionWishes m_wishes;
